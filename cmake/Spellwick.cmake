@@ -1,0 +1,53 @@
+# Compiler settings and the few functions with which every folder declares its targets.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+        ${CCACHE_PROGRAM})
+endif()
+
+add_library(spellwick_options INTERFACE)
+target_include_directories(spellwick_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(spellwick_options INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wnull-dereference)
+if(SPELLWICK_SANITIZE)
+    target_compile_options(spellwick_options INTERFACE
+        -fsanitize=${SPELLWICK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(spellwick_options INTERFACE -fsanitize=${SPELLWICK_SANITIZE})
+endif()
+
+# spellwick_library(NAME SOURCES a.cpp ... [LINK lib ...]): one static library for one folder.
+function(spellwick_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE spellwick_options)
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+endfunction()
+
+# spellwick_test(NAME unit|form|desktop SOURCES a.cpp ... [LINK lib ...] [TIMEOUT s]):
+# one GoogleTest program, registered with CTest under its label.
+# Unit tests link GoogleTest's own main; form and desktop tests bring theirs.
+function(spellwick_test name label)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gmock spellwick_options)
+    if(label STREQUAL "unit")
+        target_link_libraries(${name} PRIVATE GTest::gmock_main)
+    endif()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${ARG_TIMEOUT})
+    if(label STREQUAL "form")
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    endif()
+endfunction()
