@@ -1,0 +1,42 @@
+#include "model/chances.h"
+
+#include "model/number_forms.h"
+#include "model/spell_lookup.h"
+
+namespace spellwick {
+
+namespace {
+
+// The tool never promises more than this.
+constexpr i16 kTopChance = 99;
+
+}  // namespace
+
+i16 BaseChance(i16 skill, i16 minimum, i16 maximum) {
+    if (skill <= minimum) {
+        return 0;
+    }
+    if (skill > maximum) {
+        return kTopChance;
+    }
+    const i16 band = ToI16(i32{maximum} - minimum);
+    const i16 reached = ToI16(i32{skill} - minimum);
+    return ToI16(double{kTopChance} / band * reached);
+}
+
+void CalculateChances(SharedState& state) {
+    for (i32 row = 0; row <= kLastPagedRow; ++row) {
+        const SpellRecord& spell = state.Spells(row);
+        i16 chance = BaseChance(GetSkill(state, row), spell.MinimumSkill, spell.MaximumSkill);
+        if (state.Intelligence < spell.Mana) {
+            chance = 0;
+        }
+        state.SkillChance(row) = chance;
+        if (state.AssistLinked && state.CurrentMana < spell.Mana) {
+            chance = 0;
+        }
+        state.Chance(row) = chance;
+    }
+}
+
+}  // namespace spellwick

@@ -1,0 +1,260 @@
+#include "model/number_forms.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "model/runtime_failure.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+constexpr bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+std::size_t SkipBlanks(std::string_view text, std::size_t at) {
+    while (at < text.size() && IsBlank(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+std::size_t SkipDigits(std::string_view text, std::size_t at) {
+    while (at < text.size() && IsDigit(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+struct ParsedNumber {
+    double value;
+    std::size_t end;  // 0 when the text does not start with a number
+};
+
+ParsedNumber ParseNumber(std::string_view text) {
+    std::size_t at = SkipBlanks(text, 0);
+    const bool negative = at < text.size() && text[at] == '-';
+    if (at < text.size() && (text[at] == '+' || text[at] == '-')) {
+        ++at;
+    }
+    const std::size_t first = at;
+    at = SkipDigits(text, at);
+    std::size_t digits = at - first;
+    if (at < text.size() && text[at] == '.') {
+        const std::size_t point = at;
+        at = SkipDigits(text, at + 1);
+        digits += at - point - 1;
+    }
+    if (digits == 0) {
+        return {0.0, 0};
+    }
+    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        std::size_t exponent = at + 1;
+        if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-')) {
+            ++exponent;
+        }
+        const std::size_t end = SkipDigits(text, exponent);
+        if (end > exponent) {
+            at = end;
+        }
+    }
+    double value = 0.0;
+    const auto result = std::from_chars(text.data() + first, text.data() + at, value);
+    if (result.ec == std::errc::result_out_of_range) {
+        // A huge number is infinite and a tiny one is 0; both are settled where they are stored.
+        const std::string_view number = text.substr(first, at - first);
+        const std::size_t mark = number.find_first_of("eE");
+        const bool tiny = mark != std::string_view::npos && number[mark + 1] == '-';
+        value = tiny ? 0.0 : std::numeric_limits<double>::infinity();
+    }
+    return {negative ? -value : value, at};
+}
+
+constexpr bool IsContinuation(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+// Length in bytes of the character at the start of a text that is not empty.
+std::size_t CharacterLength(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text[0]);
+    std::size_t length = 1;
+    if (lead >= 0xF0U && lead <= 0xF4U) {
+        length = 4;
+    } else if (lead >= 0xE0U) {
+        length = lead <= 0xEFU ? 3 : 1;
+    } else if (lead >= 0xC2U) {
+        length = 2;
+    }
+    if (length > text.size()) {
+        return 1;
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if (!IsContinuation(text[i])) {
+            return 1;
+        }
+    }
+    return length;
+}
+
+std::size_t BytesOfCharacters(std::string_view text, std::size_t count) {
+    std::size_t at = 0;
+    while (count > 0 && at < text.size()) {
+        at += CharacterLength(text.substr(at));
+        --count;
+    }
+    return at;
+}
+
+template <typename Cell>
+Cell FitRounded(double value) {
+    const double whole = RoundHalfEven(value);
+    if (!(whole >= std::numeric_limits<Cell>::min() && whole <= std::numeric_limits<Cell>::max())) {
+        throw RuntimeFailure(FailureKind::kOverflow,
+                             "The value " + PlainText(value) + " does not fit.");
+    }
+    return static_cast<Cell>(whole);
+}
+
+}  // namespace
+
+double NumericPrefix(std::string_view text) {
+    return ParseNumber(text).value;
+}
+
+double FirstFour(std::string_view text) {
+    return NumericPrefix(FirstCharacters(text, 4));
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+    return text.substr(0, BytesOfCharacters(text, count));
+}
+
+std::string_view SkipCharacters(std::string_view text, std::size_t first) {
+    return text.substr(BytesOfCharacters(text, first));
+}
+
+std::string_view LastCharacters(std::string_view text, std::size_t count) {
+    const std::size_t all = CountCharacters(text);
+    return all <= count ? text : SkipCharacters(text, all - count);
+}
+
+std::size_t CountCharacters(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size(); at += CharacterLength(text.substr(at))) {
+        ++count;
+    }
+    return count;
+}
+
+double RoundHalfEven(double value) {
+    const double below = std::floor(value);
+    const double part = value - below;
+    if (part < 0.5) {
+        return below;
+    }
+    if (part > 0.5) {
+        return below + 1.0;
+    }
+    return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
+}
+
+i16 ToI16(double value) {
+    return FitRounded<i16>(value);
+}
+i32 ToI32(double value) {
+    return FitRounded<i32>(value);
+}
+
+i16 ToI16(i32 value) {
+    if (!std::in_range<i16>(value)) {
+        throw RuntimeFailure(FailureKind::kOverflow,
+                             "The value " + PlainText(value) + " does not fit.");
+    }
+    return static_cast<i16>(value);
+}
+
+unsigned char ToByte(i32 value) {
+    if (!std::in_range<unsigned char>(value)) {
+        throw RuntimeFailure(FailureKind::kOverflow,
+                             "The value " + PlainText(value) + " does not fit into 0 to 255.");
+    }
+    return static_cast<unsigned char>(value);
+}
+
+i32 TruncatingDivide(i32 dividend, i32 divisor) {
+    if (divisor == 0) {
+        throw RuntimeFailure(FailureKind::kDivision, "A number was to be divided by 0.");
+    }
+    if (dividend == std::numeric_limits<i32>::min() && divisor == -1) {
+        throw RuntimeFailure(FailureKind::kOverflow, "The quotient does not fit.");
+    }
+    return dividend / divisor;
+}
+
+double RequiredNumber(std::string_view text) {
+    const ParsedNumber number = ParseNumber(text);
+    if (number.end == 0 || SkipBlanks(text, number.end) != text.size()) {
+        throw RuntimeFailure(
+            FailureKind::kTypeMismatch,
+            "The text \"" + std::string(FirstCharacters(text, 40)) + "\" is no number.");
+    }
+    return number.value;
+}
+
+std::string PlainText(i32 value) {
+    return std::to_string(value);
+}
+
+std::string PlainText(double value) {
+    if (std::isnan(value)) {
+        return "nan";
+    }
+    if (std::isinf(value)) {
+        return value < 0 ? "-inf" : "inf";
+    }
+    if (value == 0.0) {
+        return "0";
+    }
+    std::array<char, 400> buffer{};
+    const double magnitude = std::fabs(value);
+    if (magnitude >= 1e15) {
+        const auto end =
+            std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::fixed, 0).ptr;
+        return {buffer.begin(), end};
+    }
+    // 15 significant digits, without an exponent and without trailing zeros.
+    const int before =
+        magnitude < 1.0 ? 0 : static_cast<int>(std::floor(std::log10(magnitude))) + 1;
+    const int leadingZeros =
+        magnitude < 1.0 ? static_cast<int>(std::ceil(-std::log10(magnitude))) - 1 : 0;
+    const int digits = std::min(15 - before + std::max(leadingZeros, 0), 340);
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::fixed,
+                                   std::max(digits, 0))
+                         .ptr;
+    std::string text(buffer.begin(), end);
+    if (text.find('.') != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.back() == '.') {
+            text.pop_back();
+        }
+    }
+    return text == "-0" ? "0" : text;
+}
+
+std::string StandardText(i32 value) {
+    return (value < 0 ? "" : " ") + PlainText(value);
+}
+
+std::string StandardText(double value) {
+    const std::string plain = PlainText(value);
+    return plain.starts_with('-') ? plain : " " + plain;
+}
+
+}  // namespace spellwick

@@ -1,0 +1,51 @@
+// Every way in which the program turns text into numbers and numbers into text, rounds and divides.
+// All of it is independent of the locale.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/number_types.h"
+
+namespace spellwick {
+
+// The number at the start of a text: blanks, a sign, digits with a decimal point, an exponent.
+// 0 for an empty text or one without such a prefix.
+double NumericPrefix(std::string_view text);
+
+// NumericPrefix of the first four characters: what the common number box reads.
+double FirstFour(std::string_view text);
+
+// The first `count` characters (code points) of a UTF-8 text, and the text from its `first`
+// character (from 0) on. A stray byte counts as one character.
+std::string_view FirstCharacters(std::string_view text, std::size_t count);
+std::string_view SkipCharacters(std::string_view text, std::size_t first);
+std::string_view LastCharacters(std::string_view text, std::size_t count);
+std::size_t CountCharacters(std::string_view text);
+
+// Nearest whole number, exact halves to the even neighbour.
+double RoundHalfEven(double value);
+
+// Rounds to the nearest whole number and fits it into the cell; RuntimeFailure (overflow) if it
+// does not fit.
+i16 ToI16(double value);
+i32 ToI32(double value);
+i16 ToI16(i32 value);
+unsigned char ToByte(i32 value);
+
+// Whole-number division that truncates toward zero; RuntimeFailure (division) for a divisor of 0.
+i32 TruncatingDivide(i32 dividend, i32 divisor);
+
+// Strict reading, for values that must be numbers: blanks around a number are fine, anything else
+// is a RuntimeFailure (type mismatch).
+double RequiredNumber(std::string_view text);
+
+// Decimal digits, a sign when negative, a fraction with up to 15 significant digits.
+std::string PlainText(i32 value);
+std::string PlainText(double value);
+
+// The same with one leading blank for a value that is not negative.
+std::string StandardText(i32 value);
+std::string StandardText(double value);
+
+}  // namespace spellwick

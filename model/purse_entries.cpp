@@ -1,0 +1,49 @@
+#include "model/purse_entries.h"
+
+#include <algorithm>
+
+#include "model/number_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr std::size_t kTithesBoxLength = 9;
+constexpr std::size_t kTithesSignedLength = 7;
+constexpr double kMostTithes = 10000.0;
+
+}  // namespace
+
+CounterEntry CommitCounterEntry(std::string_view text, i16 stock) {
+    if (text.starts_with('+')) {
+        return {ToI16(stock + FirstFour(text.substr(1))), true, false};
+    }
+    if (text.starts_with('-')) {
+        const double taken = FirstFour(text.substr(1));
+        if (taken > stock) {
+            return {stock, true, true};
+        }
+        return {ToI16(stock - taken), true, false};
+    }
+    // ODDITY(four-digits-stored): of a longer entry four digits are stored while the box goes on
+    // showing all; kept because only the stored value has the limit.
+    return {ToI16(FirstFour(PlainText(NumericPrefix(text)))), false, false};
+}
+
+i32 CommitTithesEntry(std::string_view text, i32 tithing) {
+    const std::string_view entry = LastCharacters(text, kTithesBoxLength);
+    double points = 0.0;
+    if (entry.starts_with('+') || entry.starts_with('-')) {
+        const double change = NumericPrefix(FirstCharacters(entry.substr(1), kTithesSignedLength));
+        points = entry.starts_with('+') ? tithing + change : tithing - change;
+    } else {
+        points = NumericPrefix(entry);
+    }
+    return ToI32(std::clamp(points, 0.0, kMostTithes));
+}
+
+bool CounterTakes(char32_t character) {
+    return (character >= U'0' && character <= U'9') || character == U'+' || character == U'-';
+}
+
+}  // namespace spellwick

@@ -1,0 +1,34 @@
+// The one exception of the program: a value that does not fit, a bad subscript, a text that is no
+// number, a file that is not there. The guard of the forms hands an uncaught one to one place.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace spellwick {
+
+enum class FailureKind {
+    kOverflow,      // a value does not fit its cell
+    kSubscript,     // an index lies outside its table
+    kInvalidCall,   // an impossible argument, such as a negative count of characters
+    kTypeMismatch,  // a text where a number is due
+    kDivision,      // a division by zero
+    kFile,          // a file is missing, ends too early, or cannot be opened
+};
+
+// The name of a kind as an error report shows it, for example "Overflow".
+const char* FailureName(FailureKind kind);
+
+class RuntimeFailure : public std::runtime_error {
+  public:
+    // `what` says in words which value or place failed.
+    RuntimeFailure(FailureKind kind, const std::string& what)
+        : std::runtime_error(what), m_kind(kind) {}
+
+    FailureKind Kind() const { return m_kind; }
+
+  private:
+    FailureKind m_kind;
+};
+
+}  // namespace spellwick

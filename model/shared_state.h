@@ -1,0 +1,113 @@
+// The state that all of the program shares, under its given names. Made once by the composition
+// root and handed down by reference.
+#pragma once
+
+#include <string>
+
+#include "model/fixed_table.h"
+#include "model/number_types.h"
+#include "model/reagents.h"
+#include "model/spell_record.h"
+
+namespace spellwick {
+
+inline constexpr const char* kVersion = "7.5";
+inline constexpr const char* kApplicationName = "Spellwick";
+inline constexpr const char* kSpellDataFile = "SpellData.txt";
+
+inline constexpr i32 kMeditationMacro = -1;  // macro number of the Meditation skill
+inline constexpr i32 kLastMacro = 96;        // macro number of a spell is its row + 1
+
+// The stock of thirteen reagents in ten bags.
+class StockTable {
+  public:
+    // Reagent 1 to 13, bag 0 to 9; RuntimeFailure (subscript) outside.
+    i16& operator()(i32 reagent, i32 bag) { return m_reagents(reagent)(bag); }
+    i16 operator()(i32 reagent, i32 bag) const { return m_reagents(reagent)(bag); }
+
+    bool operator==(const StockTable&) const = default;
+
+  private:
+    FixedTable<FixedTable<i16, 0, kBagCount - 1>, 1, kReagentCount> m_reagents;
+};
+
+struct SharedState {
+    SpellTable Spells;
+    i32 SpellCount = 0;
+
+    FixedTable<i16, 0, kLastRow> Spellbook;    // 0 = in the book, 1 = not
+    FixedTable<i16, 0, 16> UserSpells;         // rows; 0 to 7 are page U1, 8 to 15 page U2
+    FixedTable<i16, 0, kLastRow> Chance;       // percent, 0 to 99
+    FixedTable<i16, 0, kLastRow> SkillChance;  // the same before the rule on current mana
+
+    FixedTable<std::string, kMeditationMacro, kLastMacro> MacroAlt;    // "%" or ""
+    FixedTable<std::string, kMeditationMacro, kLastMacro> MacroCtrl;   // "^" or ""
+    FixedTable<std::string, kMeditationMacro, kLastMacro> MacroShift;  // "+" or ""
+    FixedTable<std::string, kMeditationMacro, kLastMacro> MacroKey;
+
+    FixedTable<std::string, 1, kTithes> ReagentName;
+    FixedTable<std::string, 1, kTithes> ReagentCode;
+    FixedTable<i16, 1, kTithes> RegPrice;  // gold; cell 14 is 1
+    FixedTable<i16, 1, kReagentCount> ReagentTotal;
+    StockTable ReagentStock;
+    FixedTable<std::string, 0, kBagCount - 1> BagName;
+    i16 CurrentReagentBag = 0;
+    i16 LeftReagentBag = 0;
+    i16 RightReagentBag = 0;
+
+    i32 CurrentTithing = 0;
+    i16 CurrentMana = 0;
+    i16 EvalInt = 0;
+    i16 Magery = 0;
+    i16 Necro = 0;
+    i16 Chivalry = 0;
+    i16 SpiritSpeak = 0;
+    i16 Intelligence = 0;
+    i16 Dexterity = 0;
+    i16 TargetResist = 0;
+    i16 TargetInt = 0;
+    i16 SendSpellText = 0;    // 1 = on
+    i16 SendSpellSuffix = 0;  // 1 = on
+    std::string SpellTextSuffix;
+
+    bool AlwaysOnTop = false;
+    bool ShowNecroRegs = false;
+    bool DisableCasting = false;
+    bool DisplayVertical = false;
+    bool Meditate = false;
+    i16 MeditateLevel = 0;  // mana points
+    i16 RegYellow = 0;      // highest castable amount that still warns
+    i32 ColorWarn = 0;      // 0x00BBGGRR
+    i32 SpellTimerMode = 0;
+
+    std::string CurrentPlayerName;
+    bool Updating = false;  // the program itself is filling controls
+    bool Converting = false;
+    bool ConvertToAllSlots = false;
+    i16 ConvertPlayer = 0;
+
+    // Link with the client.
+    WindowHandle ClientWindow = 0;
+    std::string ClientTitle;
+    std::string CharacterName;
+    std::string ServerName;
+
+    // Link with the assist tool.
+    WindowHandle AssistWindow = 0;
+    bool AssistLinked = false;
+    bool AssistRegistered = false;
+    WindowHandle MainWindowHandle = 0;
+    i16 LastMana = 0;
+
+    // Casting.
+    i16 CurrentSpell = 0;
+    std::string SendString;
+    FixedTable<i16, 1, kTithes> UndoAmounts;
+    i16 LastMouseButton = 0;  // 1 left, 2 right, 4 middle
+    i16 LastMouseShift = 0;   // 1 Shift, 2 Ctrl, 4 Alt
+};
+
+// Fills ReagentName and ReagentCode.
+void InitReagentTables(SharedState& state);
+
+}  // namespace spellwick

@@ -1,0 +1,198 @@
+#include "model/spell_data.h"
+
+#include <new>
+
+#include "model/number_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr int kEnd = std::istream::traits_type::eof();
+
+bool IsBlank(int c) {
+    return c == ' ' || c == '\t';
+}
+bool EndsValue(int c) {
+    return c == ',' || c == '\n' || c == kEnd;
+}
+
+[[noreturn]] void FailFile(const char* what) {
+    throw RuntimeFailure(FailureKind::kFile, what);
+}
+
+i32 SchoolOf(const std::string& word) {
+    if (word == "Magery") {
+        return kMagery;
+    }
+    if (word == "Necromancer") {
+        return kNecromancer;
+    }
+    return word == "Chivalry" ? kChivalry : kNoSchool;
+}
+
+i32 SecondSkillOf(const std::string& word) {
+    if (word == "Eval Int") {
+        return kEvalInt;
+    }
+    if (word == "Spirit Speak") {
+        return kSpiritSpeak;
+    }
+    return word == "Karma" ? kKarma : kNoSecondSkill;
+}
+
+}  // namespace
+
+i32 LastRowFor(i32 spellCount) {
+    const std::int64_t last = (std::int64_t{spellCount} / kSlotCount + 1) * kSlotCount;
+    return ToI32(static_cast<double>(last));
+}
+
+// The next character, with Windows line ends read as one.
+int SpellDataReader::Next() {
+    int c = m_input.get();
+    if (c == '\r') {
+        if (m_input.peek() == '\n') {
+            m_input.get();
+        }
+        c = '\n';
+    }
+    if (c == 0) {
+        FailFile("The file is no text.");
+    }
+    return c;
+}
+
+std::string SpellDataReader::ReadQuoted() {
+    std::string text;
+    for (int c = Next(); c != '"'; c = Next()) {
+        if (c == kEnd) {
+            FailFile("A quote is not closed.");
+        }
+        text.push_back(static_cast<char>(c));
+    }
+    int c = Next();
+    while (IsBlank(c)) {
+        c = Next();
+    }
+    if (!EndsValue(c)) {
+        throw RuntimeFailure(FailureKind::kTypeMismatch, "A text goes on behind its quotes.");
+    }
+    return text;
+}
+
+SpellDataReader::Value SpellDataReader::ReadValue() {
+    int c = Next();
+    while (IsBlank(c)) {
+        c = Next();
+    }
+    if (c == kEnd) {
+        FailFile("The file ends too early.");
+    }
+    if (c == '"') {
+        return {ReadQuoted(), true};
+    }
+    std::string text;
+    while (!EndsValue(c)) {
+        text.push_back(static_cast<char>(c));
+        c = Next();
+    }
+    text.erase(text.find_last_not_of(" \t") + 1);
+    return {text, false};
+}
+
+double SpellDataReader::ReadNumber() {
+    const Value value = ReadValue();
+    if (value.quoted) {
+        throw RuntimeFailure(FailureKind::kTypeMismatch, "A text stands where a number is due.");
+    }
+    return RequiredNumber(value.text);
+}
+
+std::string SpellDataReader::ReadText() {
+    return ReadValue().text;
+}
+i32 SpellDataReader::ReadI32() {
+    return ToI32(ReadNumber());
+}
+i16 SpellDataReader::ReadI16() {
+    return ToI16(ReadNumber());
+}
+unsigned char SpellDataReader::ReadByte() {
+    return ToByte(ReadI32());
+}
+
+std::ifstream OpenSpellData(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        FailFile("The spell data file cannot be opened.");
+    }
+    return file;
+}
+
+i32 ReadSpellCount(SpellDataReader& reader) {
+    reader.ReadText();
+    const i32 count = reader.ReadI32();
+    if (count < kFewestSpells) {
+        throw RuntimeFailure(FailureKind::kSubscript, "The file has too few spells.");
+    }
+    return count;
+}
+
+void ReadSpellRow(SpellDataReader& reader, SpellRecord& spell) {
+    spell.Number = reader.ReadI16();
+    spell.Name = reader.ReadText();
+    spell.School = SchoolOf(reader.ReadText());
+    spell.SecondSkill = SecondSkillOf(reader.ReadText());
+    spell.Mana = reader.ReadI16();
+    spell.MinimumSkill = reader.ReadI16();
+    spell.MaximumSkill = reader.ReadI16();
+    for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
+        spell.ReagentInput(reagent) = reader.ReadI16();
+    }
+    spell.File1 = reader.ReadByte();
+    spell.File2 = reader.ReadByte();
+    spell.File3 = reader.ReadByte();
+    spell.File4 = reader.ReadText();
+    spell.Words = reader.ReadText();
+    spell.InTown = reader.ReadByte();
+    spell.DamageText = reader.ReadText();
+    spell.DurationText = reader.ReadText();
+    spell.ExtraText1 = reader.ReadText();
+    spell.ExtraText2 = reader.ReadText();
+    spell.File5 = reader.ReadI16();
+    for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
+        spell.Reagents(reagent) = ToByte(spell.ReagentInput(reagent));
+    }
+}
+
+bool LoadSpellData(SharedState& state, std::istream& input) {
+    try {
+        SpellDataReader reader(input);
+        const i32 count = ReadSpellCount(reader);
+        state.SpellCount = count;
+        state.Spells.Clear();
+        // The table grows with the rows that are really there, whatever the count says.
+        for (i32 row = 0; row < count; ++row) {
+            state.Spells.GrowTo(row);
+            ReadSpellRow(reader, state.Spells(row));
+        }
+        state.Spells.GrowTo(LastRowFor(count));
+        return true;
+    } catch (const RuntimeFailure&) {
+        return false;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+bool LoadSpellData(SharedState& state, const std::filesystem::path& path) {
+    try {
+        std::ifstream file = OpenSpellData(path);
+        return LoadSpellData(state, file);
+    } catch (const RuntimeFailure&) {
+        return false;
+    }
+}
+
+}  // namespace spellwick

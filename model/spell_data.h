@@ -1,0 +1,57 @@
+// Reader of the spell data file: a flat sequence of values, each ended by a comma or a line end.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <istream>
+#include <string>
+
+#include "model/shared_state.h"
+
+namespace spellwick {
+
+// Smallest count of rows for which the table reaches row 96.
+inline constexpr i32 kFewestSpells = 88;
+
+// Last row of the table for a count of rows: the next multiple of eight above it.
+i32 LastRowFor(i32 spellCount);
+
+// Reads value by value. Every trouble is a RuntimeFailure: the end of the data, a number that does
+// not fit, a text where a number is due, a quote that is not closed, a NUL byte.
+class SpellDataReader {
+  public:
+    explicit SpellDataReader(std::istream& input) : m_input(input) {}
+
+    std::string ReadText();
+    i32 ReadI32();
+    i16 ReadI16();
+    unsigned char ReadByte();
+
+  private:
+    struct Value {
+        std::string text;
+        bool quoted = false;
+    };
+
+    int Next();
+    Value ReadValue();
+    std::string ReadQuoted();
+    double ReadNumber();
+
+    std::istream& m_input;
+};
+
+// Opens the file for reading; RuntimeFailure (file) if that fails.
+std::ifstream OpenSpellData(const std::filesystem::path& path);
+
+// Reads the header and returns the count of rows.
+i32 ReadSpellCount(SpellDataReader& reader);
+
+// Reads one row.
+void ReadSpellRow(SpellDataReader& reader, SpellRecord& spell);
+
+// Fills SpellCount and Spells. False when anything failed; the table then stays as far as it got.
+bool LoadSpellData(SharedState& state, std::istream& input);
+bool LoadSpellData(SharedState& state, const std::filesystem::path& path);
+
+}  // namespace spellwick

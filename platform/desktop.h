@@ -1,0 +1,30 @@
+// What the program asks of the desktop around it.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "model/number_types.h"
+
+namespace spellwick {
+
+class Desktop {
+  public:
+    virtual ~Desktop() = default;
+
+    // The short sound of a dropped key.
+    virtual void Beep() = 0;
+
+    // Opens a file with the program that the desktop has for it, without waiting for it. False when
+    // the file is not there or no opener could be started.
+    virtual bool OpenDocument(const std::filesystem::path& file) = 0;
+
+    // Opens a page in the user's browser. False when no opener could be started.
+    virtual bool OpenWebPage(const std::string& address) = 0;
+
+    // Keeps a window of this program above all others, or lets it go, without moving, hiding or
+    // activating it. False when the desktop has no such state.
+    virtual bool SetTopMost(WindowHandle window, bool topMost) = 0;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,30 @@
+// Modal message boxes. The real ones are the toolkit's; a test answers them and reads what they say.
+#pragma once
+
+#include <string>
+
+namespace spellwick {
+
+enum class BoxIcon { kNone, kCritical, kQuestion, kExclamation, kInformation };
+enum class BoxButtons { kOk, kYesNo };
+enum class BoxAnswer { kOk, kYes, kNo };
+
+struct Box {
+    std::string text;
+    BoxIcon icon = BoxIcon::kNone;
+    BoxButtons buttons = BoxButtons::kOk;
+    std::string title = "Spellwick";
+
+    bool operator==(const Box&) const = default;
+};
+
+class MessageBoxes {
+  public:
+    virtual ~MessageBoxes() = default;
+
+    // Shows the box and serves the event queue until it is answered. A box closed without an answer
+    // counts as Ok, or as No where it asks.
+    virtual BoxAnswer Show(const Box& box) = 0;
+};
+
+}  // namespace spellwick

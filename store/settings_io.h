@@ -1,0 +1,55 @@
+// Load and save of everything that survives a restart, on the settings store.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/shared_state.h"
+#include "platform/settings_store.h"
+#include "store/player_view.h"
+
+namespace spellwick {
+
+// Positions of windows as they are saved, in twips; a window without a position is not written.
+struct WindowPlaces {
+    struct Place {
+        float top = 0.0F;
+        float left = 0.0F;
+    };
+    std::optional<Place> main;   // only when the window's state is normal
+    std::optional<Place> timer;  // the window of running timers
+};
+
+class SettingsIo {
+  public:
+    SettingsIo(SharedState& state, SettingsStore& store, PlayerView& view)
+        : m_state(state), m_store(store), m_view(view) {}
+
+    // Reads all global keys, then the player CurrentPlayerName, then recalculates the costs.
+    // RuntimeFailure when a saved text is no number; what was read before it stands.
+    void LoadGlobalSettings();
+
+    // Writes all global keys and the player CurrentPlayerName, each in one transaction.
+    StoreResult SaveGlobalSettings(const WindowPlaces& places);
+
+    // Reads all keys of a player and puts them on the window. An empty name returns at once.
+    void LoadPlayerSettings(std::string_view section);
+
+    // Writes all keys of a player in one transaction. An empty name returns at once.
+    StoreResult SavePlayerSettings(std::string_view section);
+
+    // A saved position in twips, 0 when there is none; RuntimeFailure when it is no number.
+    float ReadPosition(std::string_view key) const;
+
+    // Writes one key of the global section, for options that are saved when they are clicked.
+    StoreResult SaveOption(std::string_view key, const std::string& value);
+
+  private:
+    SharedState& m_state;
+    SettingsStore& m_store;
+    PlayerView& m_view;
+};
+
+}  // namespace spellwick
