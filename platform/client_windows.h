@@ -1,0 +1,31 @@
+// Other programs' top-level windows: find one by class, read its title, bring it to the front.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/number_types.h"
+
+namespace spellwick {
+
+// No call throws, and none waits longer than told. A window that is gone is no error.
+class ClientWindows {
+  public:
+    virtual ~ClientWindows() = default;
+
+    // The top-level window of this class, 0 if there is none. With several, one of them.
+    virtual WindowHandle FindWindowByClass(std::string_view windowClass) = 0;
+
+    // The whole title as valid UTF-8; empty if the window is gone.
+    virtual std::string WindowTitle(WindowHandle window) = 0;
+
+    // True once the system itself names the window as the active one; false if it does not within
+    // half a second, or if the window is gone.
+    virtual bool SetForegroundWindow(WindowHandle window) = 0;
+
+    // True if the window has the keyboard afterwards; false if it is gone, cannot be seen or does
+    // not want the keyboard.
+    virtual bool SetFocus(WindowHandle window) = 0;
+};
+
+}  // namespace spellwick

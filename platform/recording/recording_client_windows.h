@@ -1,0 +1,45 @@
+// Client windows that a test makes up, and the record of what was asked of them.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/client_windows.h"
+
+namespace spellwick {
+
+class RecordingClientWindows : public ClientWindows {
+  public:
+    struct Window {
+        WindowHandle handle = 0;
+        std::string windowClass;
+        std::string title;
+        bool refusesFocus = false;
+    };
+
+    // Every call but the title read adds a line to `log`, if there is one: "find Ultima Online",
+    // "foreground 7", "focus 7". Several doubles can share a log, which shows the order.
+    explicit RecordingClientWindows(std::vector<std::string>* log = nullptr) : m_log(log) {}
+
+    WindowHandle FindWindowByClass(std::string_view windowClass) override;
+    std::string WindowTitle(WindowHandle window) override;
+    bool SetForegroundWindow(WindowHandle window) override;
+    bool SetFocus(WindowHandle window) override;
+
+    // The desktop, top window first. A test may change it at any time.
+    std::vector<Window> windows;
+    WindowHandle foreground = 0;
+    WindowHandle focus = 0;
+    // Called at the end of each SetForegroundWindow.
+    std::function<void()> afterSetForeground;
+
+  private:
+    const Window* Find(WindowHandle window) const;
+    void Log(std::string line);
+
+    std::vector<std::string>* m_log;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,89 @@
+#include "link/keystroke_string.h"
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "link/lower_case.h"
+
+namespace spellwick {
+namespace {
+
+struct SpellRow {
+    const char* name;
+    Macro macro;
+    SpokenText spoken;
+    const char* keys;
+};
+
+void PrintTo(const SpellRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class SpellKeystrokesTable : public testing::TestWithParam<SpellRow> {};
+
+TEST_P(SpellKeystrokesTable, IsBuiltInOrder) {
+    EXPECT_EQ(SpellKeystrokes(GetParam().macro, GetParam().spoken), GetParam().keys);
+}
+
+constexpr Macro kAltF1{"%", "", "", "{F1}"};
+constexpr i16 kLowest = std::numeric_limits<i16>::min();
+
+INSTANTIATE_TEST_SUITE_P(
+    Spells, SpellKeystrokesTable,
+    testing::Values(
+        SpellRow{"KeyAlone", {"", "", "", "q"}, {}, "q{ENTER}"},
+        SpellRow{"AltF1", kAltF1, {}, "%{f1}{ENTER}"},
+        SpellRow{"AltF1WithSuffix",
+                 kAltF1,
+                 {0, "", 1, "... Alakazam ..."},
+                 "%{f1}{ENTER}... Alakazam ...{ENTER}"},
+        SpellRow{"AllMarksInTheirOrder", {"%", "^", "+", "q"}, {}, "%^+q{ENTER}"},
+        SpellRow{"CtrlAlone", {"", "^", "", "q"}, {}, "^q{ENTER}"},
+        SpellRow{"ShiftAlone", {"", "", "+", "q"}, {}, "+q{ENTER}"},
+        SpellRow{"UpperCaseKeyIsLowered", {"", "", "", "A"}, {}, "a{ENTER}"},
+        SpellRow{"FunctionKeyIsLowered", {"", "", "", "{F5}"}, {}, "{f5}{ENTER}"},
+        SpellRow{"UmlautKeyIsLowered", {"", "", "", "\u00c4"}, {}, "\u00e4{ENTER}"},
+        SpellRow{"EmptyKeyLeavesTheMarksToEnter", {"%", "^", "+", ""}, {}, "%^+{ENTER}"},
+        SpellRow{"EmptyRowTypesTwoLetters", {"", "", "", "AA"}, {}, "aa{ENTER}"},
+        SpellRow{"BlankKey", {"", "", "", " "}, {}, " {ENTER}"},
+        SpellRow{"SpellText", kAltF1, {1, "In Lor", 0, "x"}, "%{f1}In Lor{ENTER}"},
+        SpellRow{"SpellTextKeepsItsCase", {"", "", "", "Q"}, {1, "ABC", 0, ""}, "qABC{ENTER}"},
+        SpellRow{"EmptySpellTextIsAsWithout", kAltF1, {1, "", 0, ""}, "%{f1}{ENTER}"},
+        SpellRow{"SpellTextMinusOneSendsNone", kAltF1, {-1, "In Lor", 0, ""}, "%{f1}{ENTER}"},
+        SpellRow{"SpellTextTwoSendsNone", kAltF1, {2, "In Lor", 0, ""}, "%{f1}{ENTER}"},
+        SpellRow{"SpellTextLowestSendsNone", kAltF1, {kLowest, "In Lor", 0, ""}, "%{f1}{ENTER}"},
+        SpellRow{"SuffixMinusOneSendsNone", kAltF1, {0, "", -1, "Ha"}, "%{f1}{ENTER}"},
+        SpellRow{"SuffixTwoSendsNone", kAltF1, {0, "", 2, "Ha"}, "%{f1}{ENTER}"},
+        SpellRow{"EmptySuffixIsAnEmptyLine", kAltF1, {0, "", 1, ""}, "%{f1}{ENTER}{ENTER}"},
+        SpellRow{"BothAreTwoLinesOfSpeech",
+                 kAltF1,
+                 {1, "In Lor", 1, "Ha!"},
+                 "%{f1}In Lor{ENTER}Ha!{ENTER}"},
+        SpellRow{"NotationInTheTextsIsNotEscaped",
+                 kAltF1,
+                 {1, "a+b", 1, "50% {F2}"},
+                 "%{f1}a+b{ENTER}50% {F2}{ENTER}"}),
+    [](const testing::TestParamInfo<SpellRow>& row) { return row.param.name; });
+
+TEST(MeditationKeystrokes, DefaultKey_TypesABlankAndEnter) {
+    EXPECT_EQ(MeditationKeystrokes({"", "", "", " "}), " {ENTER}");
+}
+
+TEST(MeditationKeystrokes, UpperCaseKey_StaysAsStored) {
+    EXPECT_EQ(MeditationKeystrokes({"", "", "", "A"}), "A{ENTER}");
+    EXPECT_EQ(MeditationKeystrokes({"%", "^", "+", "{F5}"}), "%^+{F5}{ENTER}");
+}
+
+TEST(LowerCase, LettersOfKeyboards_AreLoweredAndOthersStay) {
+    EXPECT_EQ(LowerCase("ABCXYZ[]{}@1"), "abcxyz[]{}@1");
+    EXPECT_EQ(LowerCase("ÀÖ×ØÞß÷ÿ"), "àö×øþß÷ÿ");
+    EXPECT_EQ(LowerCase("ĀāĹĺŁłŊŸŽžŠ"), "āāĺĺłłŋÿžžš");
+    EXPECT_EQ(LowerCase("ΆΈΌΏΑΩΫ"), "άέόώαωϋ");
+    EXPECT_EQ(LowerCase("ЀЏАЯЪҐӁ"), "ѐџаяъґӂ");
+    EXPECT_EQ(LowerCase("ԱՖ"), "աֆ");
+    EXPECT_EQ(LowerCase("日本😀"), "日本😀");
+}
+
+}  // namespace
+}  // namespace spellwick

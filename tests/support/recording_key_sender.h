@@ -1,0 +1,40 @@
+// A key sender that keeps what it was told to type.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "link/key_sender.h"
+
+namespace spellwick {
+
+class RecordingKeySender : public KeySender {
+  public:
+    // Each send adds "keys <text>" to `log`, if there is one.
+    explicit RecordingKeySender(std::vector<std::string>* log = nullptr) : m_log(log) {}
+
+    SendResult SendKeys(std::string_view text, bool wait) override {
+        sent.emplace_back(text);
+        allWaited = allWaited && wait;
+        if (m_log != nullptr) {
+            m_log->push_back("keys " + std::string(text));
+        }
+        if (duringSend) {
+            duringSend();
+        }
+        return result;
+    }
+
+    std::vector<std::string> sent;
+    bool allWaited = true;
+    // What each send answers.
+    SendResult result;
+    std::function<void()> duringSend;
+
+  private:
+    std::vector<std::string>* m_log;
+};
+
+}  // namespace spellwick
