@@ -37,6 +37,8 @@ std::optional<std::string> DebitCounter(i32 need, std::string_view counter) {
     if (need == 0 || stock <= 0.0) {
         return std::nullopt;
     }
+    // ODDITY(debit-below-zero): a counter above 0 pays the whole need and can fall below 0; kept
+    // because the minus tells the user by how much the count was wrong.
     return PlainText(stock - need);
 }
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "model/colours.h"
-#include "model/spell_record.h"
+#include "model/shared_state.h"
 
 namespace spellwick {
 
@@ -23,6 +23,11 @@ i16 CastableByTithes(const SpellRecord& spell, i32 tithing);
 // Casts that the counters allow; 0 for a spell without reagents.
 // RuntimeFailure (overflow) above 32767, or for a counter that exceeds 32 bits.
 i16 CastableByReagents(const SpellRecord& spell, const CounterTexts& counters);
+
+// Casts of the spell in a slot (0 to 7) of the pressed page (button 0 to 13).
+// RuntimeFailure (subscript) when a user page holds a row outside 0 to 96, (overflow) as above.
+i16 CastableAmount(const SharedState& state, i32 pressedButton, i32 slot,
+                   const CounterTexts& counters);
 
 // Ground of an amount: green above regYellow, the warning colour from 1 to it, else red.
 Colour AmountColour(i16 amount, i16 regYellow, Colour colorWarn);

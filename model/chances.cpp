@@ -10,6 +10,8 @@ namespace {
 // The tool never promises more than this.
 constexpr i16 kTopChance = 99;
 
+constexpr i32 kFirstNecromancerRow = 64;
+
 }  // namespace
 
 i16 BaseChance(i16 skill, i16 minimum, i16 maximum) {
@@ -37,6 +39,22 @@ void CalculateChances(SharedState& state) {
         }
         state.Chance(row) = chance;
     }
+}
+
+Colour ChanceGround(const SpellRecord& spell) {
+    return spell.InTown == 1 ? kAllowedInTown : kNotInTown;
+}
+
+i32 SkillTabRow(i32 group, i32 line) {
+    return group == 0 ? line * kSlotCount : (group - 1) * kSlotCount + kFirstNecromancerRow + line;
+}
+
+SkillTabGrounds GroundsOfSkillLine(const SpellRecord& spell, i16 intelligence, i16 skill,
+                                   i16 skillChance) {
+    return {intelligence >= spell.Mana ? kWindowBackground : kRed,
+            skill >= spell.MinimumSkill ? kWindowBackground : kRed,
+            skill >= spell.MaximumSkill ? kWindowBackground : kYellow,
+            skillChance != 0 ? kWindowBackground : kRed};
 }
 
 }  // namespace spellwick

@@ -1,6 +1,7 @@
 // Chances of success from skill bands, intelligence and mana.
 #pragma once
 
+#include "model/colours.h"
 #include "model/shared_state.h"
 
 namespace spellwick {
@@ -11,5 +12,26 @@ i16 BaseChance(i16 skill, i16 minimum, i16 maximum);
 
 // Fills Chance and SkillChance of rows 0 to 95; row 96 is left alone.
 void CalculateChances(SharedState& state);
+
+// Ground of a chance on the page: it tells whether the spell may be cast in town.
+Colour ChanceGround(const SpellRecord& spell);
+
+// Row that line 0 to 7 of the skills tab shows for a school: group 0 is Magery, of which each line
+// is a circle; groups 1 to 4 are the pages of Necromancer and Paladin.
+i32 SkillTabRow(i32 group, i32 line);
+
+// Grounds of the four boxes in one line of the skills tab.
+struct SkillTabGrounds {
+    Colour minimumInt = kWindowBackground;
+    Colour minimumSkill = kWindowBackground;
+    Colour maximumSkill = kWindowBackground;
+    Colour chance = kWindowBackground;
+
+    bool operator==(const SkillTabGrounds&) const = default;
+};
+
+// Red marks what keeps the spell from working, yellow that it can still fail.
+SkillTabGrounds GroundsOfSkillLine(const SpellRecord& spell, i16 intelligence, i16 skill,
+                                   i16 skillChance);
 
 }  // namespace spellwick

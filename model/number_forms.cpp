@@ -1,5 +1,6 @@
 #include "model/number_forms.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -31,6 +32,25 @@ std::size_t SkipDigits(std::string_view text, std::size_t at) {
         ++at;
     }
     return at;
+}
+
+// Whether a number too large or too small for a double is too small: the decimal place of its first
+// digit that is not 0 decides.
+bool IsBelowOne(std::string_view digits, std::string_view exponent) {
+    constexpr i32 kFarAway = 1'000'000'000;
+    std::int64_t shift = 0;
+    for (const char c : exponent) {
+        if (IsDigit(c)) {
+            shift = std::min<std::int64_t>(shift * 10 + (c - '0'), kFarAway);
+        }
+    }
+    if (exponent.starts_with('-')) {
+        shift = -shift;
+    }
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    const std::size_t first = digits.find_first_not_of("0.");
+    const auto place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    return place + shift <= 0;
 }
 
 struct ParsedNumber {
@@ -70,9 +90,11 @@ ParsedNumber ParseNumber(std::string_view text) {
     if (result.ec == std::errc::result_out_of_range) {
         // A huge number is infinite and a tiny one is 0; both are settled where they are stored.
         const std::string_view number = text.substr(first, at - first);
-        const std::size_t mark = number.find_first_of("eE");
-        const bool tiny = mark != std::string_view::npos && number[mark + 1] == '-';
-        value = tiny ? 0.0 : std::numeric_limits<double>::infinity();
+        const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
+        const std::string_view exponent = number.substr(std::min(mark + 1, number.size()));
+        value = IsBelowOne(number.substr(0, mark), exponent)
+                    ? 0.0
+                    : std::numeric_limits<double>::infinity();
     }
     return {negative ? -value : value, at};
 }

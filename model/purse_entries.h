@@ -23,7 +23,7 @@ CounterEntry CommitCounterEntry(std::string_view text, i16 stock);
 // Tithing points after an entry: "+n" adds, "-n" takes at most all, anything else sets; 0 to 10000.
 i32 CommitTithesEntry(std::string_view text, i32 tithing);
 
-// Whether a counter takes a typed character: digits and signs.
+// Whether a counter takes a typed character: digits, signs and backspace (8).
 bool CounterTakes(char32_t character);
 
 }  // namespace spellwick

@@ -48,6 +48,15 @@ i32 LastRowFor(i32 spellCount) {
     return ToI32(static_cast<double>(last));
 }
 
+SpellDataReader::SpellDataReader(std::istream& input) : m_input(input) {
+    for (const int mark : {0xEF, 0xBB, 0xBF}) {
+        if (m_input.peek() != mark) {
+            return;
+        }
+        m_input.get();
+    }
+}
+
 // The next character, with Windows line ends read as one.
 int SpellDataReader::Next() {
     int c = m_input.get();

@@ -17,10 +17,11 @@ inline constexpr i32 kFewestSpells = 88;
 i32 LastRowFor(i32 spellCount);
 
 // Reads value by value. Every trouble is a RuntimeFailure: the end of the data, a number that does
-// not fit, a text where a number is due, a quote that is not closed, a NUL byte.
+// not fit, a text where a number is due, a quote that is not closed, a NUL byte. A UTF-8 byte order
+// mark before the first value is skipped: editors leave one.
 class SpellDataReader {
   public:
-    explicit SpellDataReader(std::istream& input) : m_input(input) {}
+    explicit SpellDataReader(std::istream& input);
 
     std::string ReadText();
     i32 ReadI32();
