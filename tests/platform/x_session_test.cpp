@@ -1,0 +1,54 @@
+#include "tests/support/x_session.h"
+
+#include <gtest/gtest.h>
+
+namespace spellwick::testing_support {
+namespace {
+
+TEST(XSession, Openbox_ManagesAWindow) {
+    if (const std::string missing = XSession::WhatIsMissing(); !missing.empty()) {
+        GTEST_SKIP() << missing;
+    }
+    const auto session = XSession::Start();
+    ASSERT_TRUE(session);
+    const xcb_window_t window = session->MakeWindow("it", "It", "a title");
+    EXPECT_EQ(session->WaitForWindow("a title"), window);
+    EXPECT_TRUE(WaitUntil([&] { return session->ActiveWindow() == window; }));
+    session->DestroyWindow(window);
+    EXPECT_TRUE(session->ClientList().empty());
+}
+
+TEST(XSession, KeyboardState_ShowsKeysLocksAndMap) {
+    if (const std::string missing = XSession::WhatIsMissing(WindowManager::kNone);
+        !missing.empty()) {
+        GTEST_SKIP() << missing;
+    }
+    const auto session = XSession::Start(WindowManager::kNone);
+    ASSERT_TRUE(session);
+    ASSERT_TRUE(session->SetLayout("us"));
+    const KeyboardState before = session->Keyboard();
+    EXPECT_NE(before.keymap.find("xkb_keymap"), std::string::npos) << before.keymap;
+    EXPECT_EQ(before, session->Keyboard());
+
+    const std::uint8_t key = session->KeycodeOf('q');
+    session->FakeKey(key, true);
+    EXPECT_NE(before, session->Keyboard());
+    session->FakeKey(key, false);
+    EXPECT_EQ(before, session->Keyboard());
+
+    session->LockModifiers(XCB_MOD_MASK_LOCK);
+    EXPECT_EQ(session->Keyboard().lockedModifiers, XCB_MOD_MASK_LOCK);
+    session->LockModifiers(0);
+    ASSERT_TRUE(session->SetLayout("de"));
+    EXPECT_NE(before.keymap, session->Keyboard().keymap);
+}
+
+TEST(ChildProcess, Output_IsReadWhileItRunsAndAfter) {
+    const RunResult done = RunToEnd({"sh", "-c", "echo out; echo err >&2; exit 3"});
+    EXPECT_EQ(done.exitCode, 3);
+    EXPECT_EQ(done.output, "out\nerr\n");
+    EXPECT_EQ(RunToEnd({"no-such-program-here"}).exitCode, 127);
+}
+
+}  // namespace
+}  // namespace spellwick::testing_support

@@ -1,0 +1,57 @@
+// A program that a test starts, reads and ends. It never outlives the test.
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace spellwick::testing_support {
+
+// Variables to set in the child; an empty value takes the variable away.
+using Environment = std::map<std::string, std::string>;
+
+class ChildProcess {
+  public:
+    // Output and error output go into a file of its own. Null if the program cannot be started.
+    static std::unique_ptr<ChildProcess> Start(const std::vector<std::string>& command,
+                                               const Environment& environment = {});
+
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    // Asks the program to end, and ends it after two seconds.
+    ~ChildProcess();
+
+    pid_t Id() const { return m_id; }
+    bool Runs();
+    // Everything that it has written so far.
+    std::string Output() const;
+    // The exit code once it has ended: 128 + number after a signal. None if it still runs then.
+    std::optional<int> WaitForEnd(std::chrono::milliseconds patience);
+    void Signal(int number) const;
+
+  private:
+    ChildProcess(pid_t id, int outputFile) : m_id(id), m_outputFile(outputFile) {}
+
+    pid_t m_id;
+    int m_outputFile;
+    std::optional<int> m_exitCode;
+};
+
+struct RunResult {
+    int exitCode = -1;
+    std::string output;
+};
+
+// Runs a program to its end. Exit code -1: it did not start or did not end in time.
+RunResult RunToEnd(const std::vector<std::string>& command, const Environment& environment = {},
+                   std::chrono::milliseconds patience = std::chrono::seconds(20));
+
+// Whether a program of this name is on the search path.
+bool HasProgram(const std::string& name);
+
+}  // namespace spellwick::testing_support
