@@ -1,0 +1,92 @@
+#include "link/client_watch.h"
+
+#include "model/number_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr std::string_view kClientClass = "Ultima Online";
+constexpr std::string_view kThirdDawnClass = "Ultima Online Third Dawn";
+constexpr std::size_t kTitlePrefixLength = 16;  // characters of "Ultima Online - "
+
+bool IsRealServer(const std::string& server) { return !server.empty() && server != "?"; }
+
+}  // namespace
+
+std::optional<TitleNames> ParseTitle(std::string_view title) {
+    const std::string_view names = SkipCharacters(title, kTitlePrefixLength);
+    const std::size_t open = names.find('(');
+    if (open == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::size_t before = CountCharacters(names.substr(0, open));
+    if (before == 0) {
+        throw RuntimeFailure(FailureKind::kInvalidCall,
+                             "The client's title has a bracket in place of a character.");
+    }
+    const std::string_view server = names.substr(open + 1);
+    return TitleNames{std::string(FirstCharacters(names, before - 1)),
+                      std::string(server.substr(0, server.find(')')))};
+}
+
+std::string CaptionText(std::string_view character, std::string_view server) {
+    return std::string(kApplicationName) + " " + kVersion + "   Character: " +
+           std::string(character) + "   Server: " + std::string(server);
+}
+
+bool ClientWatch::FindClient() {
+    m_state.ClientWindow = m_windows.FindWindowByClass(kClientClass);
+    if (m_state.ClientWindow == 0) {
+        m_state.ClientWindow = m_windows.FindWindowByClass(kThirdDawnClass);
+    }
+    return m_state.ClientWindow != 0;
+}
+
+void ClientWatch::ReadClientTitle() {
+    m_state.ClientTitle = m_windows.WindowTitle(m_state.ClientWindow);
+}
+
+void ClientWatch::ParseClientTitle() {
+    if (const std::optional<TitleNames> names = ParseTitle(m_state.ClientTitle)) {
+        m_state.CharacterName = names->character;
+        m_state.ServerName = names->server;
+    }
+    m_host.ShowCaption();
+}
+
+void ClientWatch::Tick() {
+    bool found = FindClient();
+    if (found) {
+        ReadClientTitle();
+        // A client that closes while its title is read leaves an empty one; it must not pass for a
+        // new character, or the old one's data would have no name to be saved under.
+        found = !m_state.ClientTitle.empty() || FindClient();
+    }
+    if (found) {
+        ParseClientTitle();
+        FollowTitle();
+    } else {
+        m_state.ClientTitle = kNoClientTitle;
+        m_state.CharacterName = "?";
+        m_state.ServerName = "?";
+    }
+    m_host.FindAssist();
+}
+
+void ClientWatch::FollowTitle() {
+    if (m_state.ClientTitle == m_state.CurrentPlayerName) {
+        return;
+    }
+    if (!m_state.CurrentPlayerName.empty()) {
+        m_host.SavePlayer();
+    }
+    if (!IsRealServer(m_state.ServerName)) {
+        return;
+    }
+    m_state.CurrentPlayerName = m_state.ClientTitle;
+    m_host.LoadPlayer();
+    m_host.UpdatePage();
+}
+
+}  // namespace spellwick

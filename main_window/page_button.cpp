@@ -1,0 +1,41 @@
+#include "main_window/page_button.h"
+
+#include <QPainter>
+
+namespace spellwick {
+
+PageButton::PageButton(QWidget* parent) : QAbstractButton(parent) {
+    setCheckable(true);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void PageButton::enterEvent(QEnterEvent* /*event*/) { update(); }
+void PageButton::leaveEvent(QEvent* /*event*/) { update(); }
+
+void PageButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPalette& colours = palette();
+    const bool pressed = isChecked();
+    QColor ground = colours.color(pressed ? QPalette::Highlight : QPalette::Button);
+    if (m_overPicture && !pressed) {
+        ground.setAlpha(225);
+    }
+    if (isDown() || (underMouse() && !pressed)) {
+        ground = ground.lightness() > 128 ? ground.darker(108) : ground.lighter(125);
+    }
+    const bool dark = colours.color(QPalette::Window).lightness() < 128;
+    QColor rim = colours.color(QPalette::WindowText);
+    rim.setAlpha(hasFocus() ? 200 : (dark ? 90 : 70));
+    painter.setPen(QPen(rim, 1.0));
+    painter.setBrush(ground);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
+
+    painter.setPen(colours.color(pressed ? QPalette::HighlightedText : QPalette::ButtonText));
+    QFont captionFont = font();
+    captionFont.setBold(pressed);
+    painter.setFont(captionFont);
+    painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+}  // namespace spellwick

@@ -1,0 +1,29 @@
+// A small button that stays pressed while its page is shown. It draws itself, so that a caption of
+// one letter is readable on a button of 14 pixels.
+#pragma once
+
+#include <QAbstractButton>
+
+namespace spellwick {
+
+class PageButton : public QAbstractButton {
+    Q_OBJECT
+
+  public:
+    explicit PageButton(QWidget* parent);
+
+    // Over a picture the ground is solid and slightly raised.
+    void SetOverPicture(bool over) { m_overPicture = over; }
+
+    QSize sizeHint() const override { return {43, 24}; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+  private:
+    bool m_overPicture = false;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,81 @@
+#include "main_window/spell_icon.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace spellwick {
+
+i16 MouseButtonNumber(Qt::MouseButton button) {
+    switch (button) {
+        case Qt::LeftButton:
+            return 1;
+        case Qt::RightButton:
+            return 2;
+        case Qt::MiddleButton:
+            return 4;
+        default:
+            return 0;
+    }
+}
+
+i16 ShiftMask(Qt::KeyboardModifiers modifiers) {
+    int mask = 0;
+    mask |= modifiers.testFlag(Qt::ShiftModifier) ? 1 : 0;
+    mask |= modifiers.testFlag(Qt::ControlModifier) ? 2 : 0;
+    mask |= modifiers.testFlag(Qt::AltModifier) ? 4 : 0;
+    mask |= modifiers.testFlag(Qt::MetaModifier) ? 8 : 0;
+    return static_cast<i16>(mask);
+}
+
+SpellIcon::SpellIcon(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    setFixedSize(42, 42);
+}
+
+void SpellIcon::SetPicture(const QPixmap& strip, const QRect& cell) {
+    if (cell != m_cell || strip.cacheKey() != m_strip.cacheKey()) {
+        m_strip = strip;
+        m_cell = cell;
+        update();
+    }
+}
+
+void SpellIcon::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(rect(), m_strip, m_cell);
+    if (underMouse()) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
+        painter.drawRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
+    }
+}
+
+void SpellIcon::mousePressEvent(QMouseEvent* event) {
+    m_pressed = true;
+    emit Pressed(MouseButtonNumber(event->button()), ShiftMask(event->modifiers()));
+}
+
+void SpellIcon::mouseReleaseEvent(QMouseEvent* event) {
+    const bool isClick = m_pressed && rect().contains(event->position().toPoint());
+    m_pressed = false;
+    if (isClick) {
+        emit Clicked();
+    }
+}
+
+void SpellIcon::mouseDoubleClickEvent(QMouseEvent* event) {
+    // A second press that comes with another button is a press of its own.
+    m_pressed = false;
+    if (event->button() == Qt::LeftButton) {
+        emit DoubleClicked();
+    } else {
+        mousePressEvent(event);
+    }
+}
+
+void SpellIcon::mouseMoveEvent(QMouseEvent* /*event*/) { emit Hovered(); }
+
+void SpellIcon::enterEvent(QEnterEvent* /*event*/) { update(); }
+void SpellIcon::leaveEvent(QEvent* /*event*/) { update(); }
+
+}  // namespace spellwick

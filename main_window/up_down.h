@@ -1,0 +1,40 @@
+// The pair of small arrows beside a counter. A press steps the counter's number by one, from 0 to
+// 999, and goes on while it is held.
+#pragma once
+
+#include <QLineEdit>
+#include <QTimer>
+#include <QWidget>
+
+#include "model/number_types.h"
+
+namespace spellwick {
+
+// The number after a step up (+1) or down (-1) from a counter's text, 0 to 999.
+i32 SteppedCounter(const QString& text, int step);
+
+class UpDown : public QWidget {
+    Q_OBJECT
+
+  public:
+    UpDown(QLineEdit& buddy, QWidget* parent);
+
+    // Writes the counter, then tells of the change; at the end of the range nothing changes.
+    void Step(int step);
+
+  signals:
+    void Changed();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+  private:
+    QLineEdit& m_buddy;
+    QTimer m_repeat;
+    int m_heldStep = 0;
+};
+
+}  // namespace spellwick

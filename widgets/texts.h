@@ -1,0 +1,22 @@
+// Between the program's UTF-8 texts and the toolkit's.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <QString>
+
+namespace spellwick {
+
+inline QString ToQString(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline std::string ToText(const QString& text) { return text.toStdString(); }
+
+// Name of a control of an array, such as "LabelAmount(3)".
+inline QString IndexedName(const char* name, int index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+}  // namespace spellwick
