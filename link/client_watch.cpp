@@ -10,7 +10,9 @@ constexpr std::string_view kClientClass = "Ultima Online";
 constexpr std::string_view kThirdDawnClass = "Ultima Online Third Dawn";
 constexpr std::size_t kTitlePrefixLength = 16;  // characters of "Ultima Online - "
 
-bool IsRealServer(const std::string& server) { return !server.empty() && server != "?"; }
+bool IsRealServer(const std::string& server) {
+    return !server.empty() && server != "?";
+}
 
 }  // namespace
 
@@ -31,8 +33,8 @@ std::optional<TitleNames> ParseTitle(std::string_view title) {
 }
 
 std::string CaptionText(std::string_view character, std::string_view server) {
-    return std::string(kApplicationName) + " " + kVersion + "   Character: " +
-           std::string(character) + "   Server: " + std::string(server);
+    return std::string(kApplicationName) + " " + kVersion +
+           "   Character: " + std::string(character) + "   Server: " + std::string(server);
 }
 
 bool ClientWatch::FindClient() {

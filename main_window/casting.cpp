@@ -15,6 +15,18 @@ namespace {
 constexpr i16 kCtrlAlone = 2;
 constexpr int kWaitMs = 100;
 
+Macro MacroOf(const SharedState& state, i32 number) {
+    return {state.MacroAlt(number), state.MacroCtrl(number), state.MacroShift(number),
+            state.MacroKey(number)};
+}
+
+std::string SpellString(const SharedState& state, i32 row) {
+    return SpellKeystrokes(MacroOf(state, row + 1), {.sendSpellText = state.SendSpellText,
+                                                     .spellText = state.Spells(row).SpellText,
+                                                     .sendSpellSuffix = state.SendSpellSuffix,
+                                                     .suffix = state.SpellTextSuffix});
+}
+
 }  // namespace
 
 Casting::Casting(const MainWindowServices& services, Parts parts, QObject* parent)
@@ -53,7 +65,7 @@ void Casting::CastSpell(int slot) {
     }
     // ODDITY(shared-send-string): of two casts within one pause the second is sent twice and the
     // first not at all; kept because there is one string, and the pause is a tenth of a second.
-    m_state.SendString = SpellKeystrokes(m_state, row);
+    m_state.SendString = SpellString(m_state, row);
     CommitEntries();
     SendToClient();
     if (!m_state.AssistLinked) {
@@ -66,8 +78,7 @@ bool Casting::WarnOfNoChance(i32 row) {
     const SpellRecord& spell = m_state.Spells(row);
     if (spell.MinimumSkill > GetSkill(m_state, row)) {
         if (const auto refusal = SkillRefusal(row)) {
-            m_services.boxes.Show(
-                {.text = std::string(*refusal), .icon = BoxIcon::kInformation});
+            m_services.boxes.Show({.text = std::string(*refusal), .icon = BoxIcon::kInformation});
         }
         return false;
     }
@@ -161,8 +172,8 @@ void Casting::CreditSpell(i32 row) {
     }
     // ODDITY(credit-tithes-label): a credit raises the tithes shown but not the points counted;
     // kept because the number is only a reminder until the next real write of it.
-    m_parts.tithes.ShowOnLabel(CreditCounter(
-        spell.Reagents(kTithes), ToText(m_parts.tithes.LabelTithes->text())));
+    m_parts.tithes.ShowOnLabel(
+        CreditCounter(spell.Reagents(kTithes), ToText(m_parts.tithes.LabelTithes->text())));
     m_parts.page.UpdateAmounts();
 }
 
@@ -170,15 +181,14 @@ void Casting::Undo() {
     // ODDITY(undo-again): each press adds the last debit's amounts once more, to the bag in use;
     // kept because the button repeats the last debit in reverse and nothing else.
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        m_parts.purse.SetCounterText(
-            reagent,
-            CreditCounter(m_state.UndoAmounts(reagent), m_parts.purse.CounterText(reagent)));
+        m_parts.purse.SetCounterText(reagent, CreditCounter(m_state.UndoAmounts(reagent),
+                                                            m_parts.purse.CounterText(reagent)));
         m_parts.purse.StoreCounter(reagent);
     }
     // ODDITY(undo-tithes): Undo raises the tithes shown but not the points counted; kept because
     // the label alone is written, until the next write of the points.
-    m_parts.tithes.ShowOnLabel(CreditCounter(
-        m_state.UndoAmounts(kTithes), ToText(m_parts.tithes.LabelTithes->text())));
+    m_parts.tithes.ShowOnLabel(
+        CreditCounter(m_state.UndoAmounts(kTithes), ToText(m_parts.tithes.LabelTithes->text())));
     m_parts.page.UpdateAmounts();
 }
 
@@ -187,7 +197,7 @@ void Casting::Meditate() {
         m_services.clients.SetForegroundWindow(m_state.ClientWindow);
         m_services.clients.SetFocus(m_state.ClientWindow);
         WaitTick();
-        m_state.SendString = MeditationKeystrokes(m_state);
+        m_state.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
         m_services.keys.SendKeys(m_state.SendString, true);
     } else {
         ShowClientNotFound();

@@ -16,8 +16,7 @@ void CellLabel::SetCellGround(Colour colour) {
 void CellLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const bool isSystem = IsSystemColour(m_ground);
-    const QColor ground =
-        isSystem ? palette().color(QPalette::Button) : ToQColor(m_ground);
+    const QColor ground = isSystem ? palette().color(QPalette::Button) : ToQColor(m_ground);
     painter.setPen(ground.darker(150));
     painter.setBrush(ground);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));

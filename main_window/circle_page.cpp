@@ -58,13 +58,12 @@ void CirclePage::MakeSlots(QWidget* form) {
         icon->setObjectName(IndexedName("SpellIcon", slot));
         SpellIcons[static_cast<std::size_t>(slot)] = icon;
         connect(icon, &SpellIcon::Pressed, this, [this, slot](i16 button, i16 shift) {
-            Guard(m_services.failures, "pressing a spell",
-                  [&] { PressIcon(slot, button, shift); });
+            Guard(m_services.failures, "pressing a spell", [&] { PressIcon(slot, button, shift); });
         });
         const auto cast = [this, slot] {
             Guard(m_services.failures, "casting a spell", [&] {
                 if (m_state.LastMouseButton != kRightButton) {
-                    emit CastWanted(slot);
+                    OnCastWanted(slot);
                 }
             });
         };
@@ -172,7 +171,7 @@ void CirclePage::UpdatePage() {
         SpellIcons[at]->SetPicture(clip.Strip(), clip.Cell(row));
         SpellIcons[at]->setAccessibleName(spell.Name.empty() ? QStringLiteral("No spell")
                                                              : ToQString(spell.Name));
-        LabelChance[at]->SetCellGround(spell.InTown == 1 ? kAllowedInTown : kNotInTown);
+        LabelChance[at]->SetCellGround(ChanceGround(spell));
     }
     UpdateChances();
     UpdateAmounts();
@@ -191,11 +190,7 @@ void CirclePage::UpdateAmounts() {
     const CounterTexts counters = m_purse->Counters();
     const i32 pressed = PressedButton();
     for (int slot = 0; slot < kSlotCount; ++slot) {
-        const i32 row = SpellAtSlot(slot);
-        const SpellRecord& spell = m_state.Spells(row);
-        const i16 amount = CountsInTithes(CircleAtSlot(pressed, row), slot)
-                               ? CastableByTithes(spell, m_state.CurrentTithing)
-                               : CastableByReagents(spell, counters);
+        const i16 amount = CastableAmount(m_state, pressed, slot, counters);
         CellLabel& label = *LabelAmount[static_cast<std::size_t>(slot)];
         label.setText(ToQString(StandardText(i32{amount})));
         label.SetCellGround(AmountColour(amount, m_state.RegYellow, m_state.ColorWarn));

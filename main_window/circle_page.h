@@ -2,10 +2,10 @@
 // mouse.
 #pragma once
 
-#include <array>
-
 #include <QLabel>
 #include <QObject>
+#include <array>
+#include <functional>
 
 #include "main_window/cell_label.h"
 #include "main_window/page_button.h"
@@ -56,6 +56,9 @@ class CirclePage : public QObject {
     // Shows CurrentMana in brackets.
     void ShowCurrentMana();
 
+    // Called for a click that casts, with the slot.
+    std::function<void(int)> OnCastWanted = [](int) {};
+
     std::array<PageButton*, kPageButtonCount> CheckCircle{};
     std::array<SpellIcon*, kSlotCount> SpellIcons{};
     std::array<CellLabel*, kSlotCount> LabelAmount{};
@@ -66,9 +69,6 @@ class CirclePage : public QObject {
     QLabel* LabelMana = nullptr;
     QLabel* LabelCost = nullptr;
     QLabel* LabelCurrentMana = nullptr;
-
-  signals:
-    void CastWanted(int slot);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -9,8 +9,12 @@ PageButton::PageButton(QWidget* parent) : QAbstractButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void PageButton::enterEvent(QEnterEvent* /*event*/) { update(); }
-void PageButton::leaveEvent(QEvent* /*event*/) { update(); }
+void PageButton::enterEvent(QEnterEvent* /*event*/) {
+    update();
+}
+void PageButton::leaveEvent(QEvent* /*event*/) {
+    update();
+}
 
 void PageButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);

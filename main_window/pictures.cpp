@@ -8,8 +8,8 @@ namespace {
 
 QPixmap LoadPicture(const QString& name, double devicePixelRatio) {
     const bool dense = devicePixelRatio > 1.0;
-    QPixmap picture(QStringLiteral(":/pictures/%1%2.png")
-                        .arg(name, dense ? QStringLiteral("@2x") : QString()));
+    QPixmap picture(
+        QStringLiteral(":/pictures/%1%2.png").arg(name, dense ? QStringLiteral("@2x") : QString()));
     picture.setDevicePixelRatio(dense ? 2.0 : 1.0);
     return picture;
 }

@@ -50,15 +50,12 @@ Purse::Purse(const MainWindowServices& services, QWidget* form)
     ComboReagent->setObjectName(QStringLiteral("ComboReagent"));
     ComboReagent->setToolTip(QStringLiteral("Select Bag"));
     ComboReagent->setAccessibleName(QStringLiteral("Bag"));
-    connect(ComboReagent->lineEdit(), &QLineEdit::textEdited, this, [this] {
-        Guard(m_services.failures, "renaming a bag", [&] { BagTextEdited(); });
-    });
-    connect(ComboReagent, &QComboBox::activated, this, [this] {
-        Guard(m_services.failures, "choosing a bag", [&] { BagClicked(); });
-    });
-    connect(ComboReagent, &BagList::LostFocus, this, [this] {
-        Guard(m_services.failures, "renaming a bag", [&] { BagLostFocus(); });
-    });
+    connect(ComboReagent->lineEdit(), &QLineEdit::textEdited, this,
+            [this] { Guard(m_services.failures, "renaming a bag", [&] { BagTextEdited(); }); });
+    connect(ComboReagent, &QComboBox::activated, this,
+            [this] { Guard(m_services.failures, "choosing a bag", [&] { BagClicked(); }); });
+    connect(ComboReagent, &BagList::LostFocus, this,
+            [this] { Guard(m_services.failures, "renaming a bag", [&] { BagLostFocus(); }); });
 }
 
 void Purse::MakeCounter(i32 reagent, QWidget* form) {
@@ -91,7 +88,7 @@ void Purse::MakeCounter(i32 reagent, QWidget* form) {
     connect(arrows, &UpDown::Changed, this, [this, reagent] {
         Guard(m_services.failures, "changing a counter", [&] {
             StoreCounter(reagent);
-            emit AmountsChanged();
+            OnAmountsChanged();
         });
     });
 }
@@ -104,22 +101,22 @@ CounterTexts Purse::Counters() const {
     return texts;
 }
 
-std::string Purse::CounterText(i32 reagent) const { return ToText(m_reagents(reagent)->text()); }
+std::string Purse::CounterText(i32 reagent) const {
+    return ToText(m_reagents(reagent)->text());
+}
 
 void Purse::SetCounterText(i32 reagent, const std::string& text) {
     m_reagents(reagent)->setText(ToQString(text));
 }
 
 void Purse::StoreCounter(i32 reagent) {
-    m_state.ReagentStock(reagent, m_state.CurrentReagentBag) =
-        StockOfCounter(CounterText(reagent));
+    m_state.ReagentStock(reagent, m_state.CurrentReagentBag) = StockOfCounter(CounterText(reagent));
 }
 
 void Purse::Highlight(const SpellRecord& spell) {
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
         SetGround(*m_reagents(reagent), CounterHighlight(spell.Reagents(reagent),
-                                                         CounterText(reagent),
-                                                         m_state.ColorWarn));
+                                                         CounterText(reagent), m_state.ColorWarn));
     }
 }
 
@@ -150,8 +147,8 @@ void Purse::SelectBag() {
 
 void Purse::ShowStock() {
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        SetCounterText(reagent, PlainText(i32{m_state.ReagentStock(
-                                    reagent, m_state.CurrentReagentBag)}));
+        SetCounterText(reagent,
+                       PlainText(i32{m_state.ReagentStock(reagent, m_state.CurrentReagentBag)}));
     }
 }
 
@@ -180,10 +177,10 @@ void Purse::ReagentLostFocus(i32 reagent) {
     }
     // Read afresh: the player may have changed while the box stood.
     if (entry.rewrites) {
-        SetCounterText(reagent, PlainText(i32{m_state.ReagentStock(
-                                    reagent, m_state.CurrentReagentBag)}));
+        SetCounterText(reagent,
+                       PlainText(i32{m_state.ReagentStock(reagent, m_state.CurrentReagentBag)}));
     }
-    emit AmountsChanged();
+    OnAmountsChanged();
 }
 
 void Purse::BagTextEdited() {
@@ -216,7 +213,7 @@ void Purse::BagClicked() {
         m_state.CurrentReagentBag = ToI16(i32{ComboReagent->currentIndex()});
         ShowStock();
     }
-    emit AmountsChanged();
+    OnAmountsChanged();
 }
 
 void Purse::BagLostFocus() {

@@ -1,11 +1,11 @@
 // The thirteen counters of the bag in use, with their arrows and the list of bags.
 #pragma once
 
-#include <array>
-
 #include <QComboBox>
 #include <QObject>
 #include <QWidget>
+#include <array>
+#include <functional>
 
 #include "main_window/circle_page.h"
 #include "main_window/counter_box.h"
@@ -66,10 +66,10 @@ class Purse : public QObject {
     CounterBox& Reagent(i32 reagent) { return *m_reagents(reagent); }
     UpDown& Arrows(i32 reagent) { return *m_upDowns(reagent); }
     QWidget& ImgReg(int k) { return *m_imgReg[static_cast<std::size_t>(k)]; }
-    BagList* ComboReagent = nullptr;
+    // Called after every change that can move a castable amount.
+    std::function<void()> OnAmountsChanged = [] {};
 
-  signals:
-    void AmountsChanged();
+    BagList* ComboReagent = nullptr;
 
   private:
     void MakeCounter(i32 reagent, QWidget* form);

@@ -73,9 +73,15 @@ void SpellIcon::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-void SpellIcon::mouseMoveEvent(QMouseEvent* /*event*/) { emit Hovered(); }
+void SpellIcon::mouseMoveEvent(QMouseEvent* /*event*/) {
+    emit Hovered();
+}
 
-void SpellIcon::enterEvent(QEnterEvent* /*event*/) { update(); }
-void SpellIcon::leaveEvent(QEvent* /*event*/) { update(); }
+void SpellIcon::enterEvent(QEnterEvent* /*event*/) {
+    update();
+}
+void SpellIcon::leaveEvent(QEvent* /*event*/) {
+    update();
+}
 
 }  // namespace spellwick

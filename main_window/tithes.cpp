@@ -43,10 +43,9 @@ Tithes::Tithes(const MainWindowServices& services, QWidget* form)
 }
 
 bool Tithes::eventFilter(QObject* watched, QEvent* event) {
-    const bool begins =
-        watched == ImageAnkh
-            ? event->type() == QEvent::MouseButtonRelease
-            : watched == LabelTithes && event->type() == QEvent::MouseButtonDblClick;
+    const bool begins = watched == ImageAnkh ? event->type() == QEvent::MouseButtonRelease
+                                             : watched == LabelTithes &&
+                                                   event->type() == QEvent::MouseButtonDblClick;
     if (begins) {
         Guard(m_services.failures, "changing the tithing points", [&] { BeginEdit(); });
         return true;
@@ -54,7 +53,9 @@ bool Tithes::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-bool Tithes::IsEditing() const { return !TxtTithes->isHidden(); }
+bool Tithes::IsEditing() const {
+    return !TxtTithes->isHidden();
+}
 
 void Tithes::BeginEdit() {
     TxtTithes->setText(LabelTithes->text());
@@ -65,19 +66,20 @@ void Tithes::BeginEdit() {
 }
 
 void Tithes::LostFocus() {
-    m_state.CurrentTithing =
-        CommitTithesEntry(ToText(TxtTithes->text()), m_state.CurrentTithing);
+    m_state.CurrentTithing = CommitTithesEntry(ToText(TxtTithes->text()), m_state.CurrentTithing);
     ShowEverywhere(PlainText(m_state.CurrentTithing));
     TxtTithes->hide();
-    emit AmountsChanged();
+    OnAmountsChanged();
 }
 
 void Tithes::Highlight(const SpellRecord& spell) {
-    SetGround(*LabelTithes, TithesHighlight(spell.Reagents(kTithes),
-                                            ToText(LabelTithes->text()), m_state.ColorWarn));
+    SetGround(*LabelTithes, TithesHighlight(spell.Reagents(kTithes), ToText(LabelTithes->text()),
+                                            m_state.ColorWarn));
 }
 
-void Tithes::ShowOnLabel(const std::string& number) { LabelTithes->setText(ToQString(number)); }
+void Tithes::ShowOnLabel(const std::string& number) {
+    LabelTithes->setText(ToQString(number));
+}
 
 void Tithes::ShowEverywhere(const std::string& number) {
     TxtTithes->setText(ToQString(number));

@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QObject>
+#include <functional>
 
 #include "main_window/counter_box.h"
 #include "main_window/services.h"
@@ -26,12 +27,12 @@ class Tithes : public QObject {
     void ShowOnLabel(const std::string& number);
     void ShowEverywhere(const std::string& number);
 
+    // Called after every change that can move a castable amount.
+    std::function<void()> OnAmountsChanged = [] {};
+
     QLabel* LabelTithes = nullptr;
     CounterBox* TxtTithes = nullptr;
     QLabel* ImageAnkh = nullptr;
-
-  signals:
-    void AmountsChanged();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

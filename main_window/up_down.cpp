@@ -1,10 +1,9 @@
 #include "main_window/up_down.h"
 
-#include <algorithm>
-
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPolygonF>
+#include <algorithm>
 
 #include "model/number_forms.h"
 #include "widgets/texts.h"
@@ -48,7 +47,9 @@ void UpDown::mousePressEvent(QMouseEvent* event) {
     Step(m_heldStep);
 }
 
-void UpDown::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void UpDown::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
 
 void UpDown::mouseReleaseEvent(QMouseEvent* /*event*/) {
     m_repeat.stop();

@@ -1,10 +1,9 @@
 // Between the program's UTF-8 texts and the toolkit's.
 #pragma once
 
+#include <QString>
 #include <string>
 #include <string_view>
-
-#include <QString>
 
 namespace spellwick {
 
@@ -12,7 +11,9 @@ inline QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-inline std::string ToText(const QString& text) { return text.toStdString(); }
+inline std::string ToText(const QString& text) {
+    return text.toStdString();
+}
 
 // Name of a control of an array, such as "LabelAmount(3)".
 inline QString IndexedName(const char* name, int index) {

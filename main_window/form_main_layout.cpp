@@ -1,0 +1,143 @@
+// The two arrangements put to work, and the pictures that the form draws itself.
+#include <QFontMetrics>
+#include <QPainter>
+#include <QScreen>
+
+#include "main_window/form_main.h"
+#include "widgets/texts.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr int kAnkh = 13;  // cell of the strip
+constexpr int kAnkhRise = 8;
+constexpr int kSmallRow = 15;
+constexpr int kSmallFontPixels = 11;
+
+void Place(QWidget& control, const Box4& box) {
+    control.setGeometry(box.left, box.top, box.width, box.height);
+}
+
+}  // namespace
+
+TextSizes FormMain::MeasureTexts() const {
+    const QFontMetrics metrics(font());
+    TextSizes texts;
+    for (std::size_t i = 0; i < m_command.size(); ++i) {
+        texts.captionWidths[i] = metrics.horizontalAdvance(m_command[i]->text());
+    }
+    texts.captionHeight = metrics.height();
+    texts.joinedWidth = metrics.horizontalAdvance(m_command[0]->text() + m_command[1]->text());
+    texts.comboHeight = m_purse.ComboReagent->sizeHint().height();
+    return texts;
+}
+
+void FormMain::LayoutVertical() {
+    m_state.DisplayVertical = true;
+    Apply(PlanVertical(m_state.ShowNecroRegs, MeasureTexts()));
+}
+
+void FormMain::LayoutHorizontal() {
+    m_state.DisplayVertical = false;
+    const LayoutPlan plan = PlanHorizontal(m_state.ShowNecroRegs, MeasureTexts());
+    Apply(plan);
+    const int left = LeftOnScreen(x(), plan.clientWidth, screen()->virtualGeometry().right() + 1);
+    if (left != x()) {
+        move(left, y());
+    }
+}
+
+void FormMain::LayoutAgain() {
+    if (m_state.DisplayVertical) {
+        LayoutVertical();
+    } else {
+        LayoutHorizontal();
+    }
+}
+
+void FormMain::Apply(const LayoutPlan& plan) {
+    for (std::size_t k = 0; k < plan.imgReg.size(); ++k) {
+        const i32 reagent = static_cast<i32>(k) + 1;
+        const bool shown = reagent < kFirstNecroReagent || plan.showsNecroRegs;
+        QFont counterFont = font();
+        if (plan.reagent[k].height <= kSmallRow) {
+            counterFont.setPixelSize(kSmallFontPixels);
+        }
+        m_purse.Reagent(reagent).setFont(counterFont);
+        Place(m_purse.ImgReg(static_cast<int>(k)), plan.imgReg[k]);
+        Place(m_purse.Reagent(reagent), plan.reagent[k]);
+        Place(m_purse.Arrows(reagent), plan.upDown[k]);
+        m_purse.ImgReg(static_cast<int>(k)).setVisible(shown);
+        m_purse.Reagent(reagent).setVisible(shown);
+        m_purse.Arrows(reagent).setVisible(shown);
+    }
+    Place(*m_purse.ComboReagent, plan.comboReagent);
+    for (std::size_t slot = 0; slot < plan.spellIcon.size(); ++slot) {
+        Place(*m_page.LabelAmount[slot], plan.labelAmount[slot]);
+        Place(*m_page.SpellIcons[slot], plan.spellIcon[slot]);
+        Place(*m_page.LabelChance[slot], plan.labelChance[slot]);
+    }
+    for (std::size_t i = 0; i < plan.checkCircle.size(); ++i) {
+        Place(*m_page.CheckCircle[i], plan.checkCircle[i]);
+    }
+    for (std::size_t i = 0; i < plan.image1.size(); ++i) {
+        Place(*m_page.Image1[i], plan.image1[i]);
+    }
+    for (std::size_t i = 0; i < plan.command.buttons.size(); ++i) {
+        Place(*m_command[i], plan.command.buttons[i]);
+    }
+    Place(*m_page.LabelMana, plan.labelMana);
+    Place(*m_page.LabelCurrentMana, plan.labelCurrentMana);
+    Place(*m_page.LabelCost, plan.labelCost);
+    Place(*m_page.LabelName, plan.labelName);
+    Place(*m_page.LabelWords, plan.labelWords);
+    Place(*m_tithes.LabelTithes, plan.labelTithes);
+    Place(*m_tithes.TxtTithes, plan.txtTithes);
+    Place(*m_tithes.ImageAnkh, plan.imageAnkh);
+    setFixedSize(plan.clientWidth, plan.clientHeight);
+    SetTabOrder(m_state.DisplayVertical);
+    update();
+}
+
+void FormMain::SetTabOrder(bool vertical) {
+    std::vector<QWidget*> order;
+    for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
+        order.push_back(&m_purse.Reagent(reagent));
+    }
+    order.push_back(m_purse.ComboReagent);
+    // Upright the user pages lie below the circles, lying flat they come first.
+    for (int index = 0; index < kPageButtonCount; ++index) {
+        const int shifted = vertical && index < 10 ? (index + 2) % 10 : index;
+        order.push_back(m_page.CheckCircle[static_cast<std::size_t>(shifted)]);
+    }
+    order.insert(vertical ? order.end() : order.begin() + kReagentCount + 1, m_command.begin(),
+                 m_command.end());
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        QWidget::setTabOrder(order[i - 1], order[i]);
+    }
+}
+
+void FormMain::DrawReagents(QPainter& painter) {
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const bool isSmall = m_purse.ImgReg(0).height() <= kSmallRow;
+    const PictureStrip& strip = isSmall ? m_pictures.smallReagents : m_pictures.reagents;
+    for (int k = 0; k < kReagentCount; ++k) {
+        const QWidget& place = m_purse.ImgReg(k);
+        if (place.isVisibleTo(this)) {
+            painter.drawPixmap(QRect(place.pos(), strip.CellSize()), strip.Strip(), strip.Cell(k));
+        }
+    }
+    // The ankh fills the middle of its cell.
+    const QWidget& ankh = *m_tithes.ImageAnkh;
+    const PictureStrip& tall = m_pictures.reagents;
+    QRect cell = tall.Cell(kAnkh);
+    const int margin = (tall.CellSize().width() - ankh.width()) / 2 *
+                       (cell.width() / std::max(1, tall.CellSize().width()));
+    cell.adjust(margin, 0, -margin, 0);
+    painter.drawPixmap(
+        QRect(ankh.x(), ankh.y() - kAnkhRise, ankh.width(), tall.CellSize().height()), tall.Strip(),
+        cell);
+}
+
+}  // namespace spellwick
