@@ -152,7 +152,7 @@ void Casting::DebitSpell(i32 row) {
     // later reagent spells; kept because only the reagent cells are cleared at a debit.
     const i32 points = spell.Reagents(kTithes);
     if (points != 0 && NumericPrefix(ToText(m_parts.tithes.TxtTithes->text())) > 0.0) {
-        m_state.CurrentTithing = ToI32(double{m_state.CurrentTithing} - points);
+        m_state.CurrentTithing = ToI32(static_cast<double>(m_state.CurrentTithing) - points);
         m_parts.tithes.ShowEverywhere(PlainText(m_state.CurrentTithing));
         m_state.UndoAmounts(kTithes) = ToI16(points);
     }

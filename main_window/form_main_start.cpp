@@ -87,7 +87,7 @@ void FormMain::RestorePlace() {
     };
     read(top, "WindowTop");
     read(left, "WindowLeft");
-    move(ToI32(double{left} / kTwipsPerPixel), ToI32(double{top} / kTwipsPerPixel));
+    move(ToI32(double{left / kTwipsPerPixel}), ToI32(double{top / kTwipsPerPixel}));
 }
 
 void FormMain::Form_Unload() {
