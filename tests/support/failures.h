@@ -1,0 +1,21 @@
+// What kind of RuntimeFailure an action ends with.
+#pragma once
+
+#include <optional>
+
+#include "model/runtime_failure.h"
+
+namespace spellwick {
+
+// The kind of the failure that `action` throws, nothing when it ends well.
+template <typename Action>
+std::optional<FailureKind> FailureOf(Action&& action) {
+    try {
+        action();
+    } catch (const RuntimeFailure& failure) {
+        return failure.Kind();
+    }
+    return std::nullopt;
+}
+
+}  // namespace spellwick
