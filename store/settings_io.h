@@ -4,23 +4,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/shared_state.h"
 #include "platform/settings_store.h"
 #include "store/player_view.h"
+#include "store/setting_changes.h"
 
 namespace spellwick {
-
-// Positions of windows as they are saved, in twips; a window without a position is not written.
-struct WindowPlaces {
-    struct Place {
-        float top = 0.0F;
-        float left = 0.0F;
-    };
-    std::optional<Place> main;   // only when the window's state is normal
-    std::optional<Place> timer;  // the window of running timers
-};
 
 class SettingsIo {
   public:
@@ -31,14 +21,23 @@ class SettingsIo {
     // RuntimeFailure when a saved text is no number; what was read before it stands.
     void LoadGlobalSettings();
 
-    // Writes all global keys and the player CurrentPlayerName, each in one transaction.
+    // Writes all global keys and the player CurrentPlayerName in one transaction. RuntimeFailure,
+    // with nothing written, while the spell table lacks a row.
     StoreResult SaveGlobalSettings(const WindowPlaces& places);
 
+    // The same without the player, for an end in which each step is to be done on its own.
+    StoreResult SaveGlobalKeys(const WindowPlaces& places);
+
     // Reads all keys of a player and puts them on the window. An empty name returns at once.
+    // RuntimeFailure as above.
     void LoadPlayerSettings(std::string_view section);
 
     // Writes all keys of a player in one transaction. An empty name returns at once.
     StoreResult SavePlayerSettings(std::string_view section);
+
+    // Writes the macro codes, and the position of the settings dialog if it has one, in one
+    // transaction: what closing the dialog saves.
+    StoreResult SaveMacros(const std::optional<WindowPlaces::Place>& dialog);
 
     // A saved position in twips, 0 when there is none; RuntimeFailure when it is no number.
     float ReadPosition(std::string_view key) const;

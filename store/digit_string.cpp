@@ -1,0 +1,53 @@
+#include "store/digit_string.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "model/number_forms.h"
+#include "store/text_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr std::size_t kSavedPlaces = 15;
+constexpr std::size_t kUnsavedPlaces = 16;
+
+constexpr std::size_t PlaceOf(i32 reagent) {
+    return static_cast<std::size_t>(reagent - 1);
+}
+
+}  // namespace
+
+// ODDITY(one-digit-tithes): a tithing cost of 1 to 9 comes back as ten times as much, for its one
+// digit is written into the first of the two places; kept because saved strings are read this way.
+std::string DigitString(const ReagentAmounts& amounts) {
+    std::string text(kSavedPlaces, '0');
+    for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
+        const std::string digits = PlainText(i32{amounts(reagent)});
+        const std::size_t place = PlaceOf(reagent);
+        const std::size_t fits = std::min(digits.size(), kSavedPlaces - place);
+        text.replace(place, fits, digits, 0, fits);
+    }
+    return text;
+}
+
+// ODDITY(first-start-tithes): until the amounts are saved, a tithing cost of 15 counts as 10 and
+// one of 5 as 50; kept because the amounts of every first start were made this way.
+std::string UnsavedDigitString(const ReagentAmounts& amounts) {
+    std::string text(kUnsavedPlaces, '0');
+    for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
+        text[PlaceOf(reagent)] = PlainText(i32{amounts(reagent)}).front();
+    }
+    return text;
+}
+
+void ReadDigitString(std::string_view text, ReagentAmounts& amounts) {
+    for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
+        const std::string_view rest = SkipCharacters(text, PlaceOf(reagent));
+        const std::size_t places = reagent == kTithes ? 2 : 1;
+        amounts(reagent) = ReadByte(FirstCharacters(rest, places));
+    }
+}
+
+}  // namespace spellwick

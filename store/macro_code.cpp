@@ -1,0 +1,82 @@
+#include "store/macro_code.h"
+
+#include <array>
+#include <cstddef>
+
+#include "model/number_forms.h"
+#include "model/runtime_failure.h"
+
+namespace spellwick {
+
+namespace {
+
+struct PageMacros {
+    std::string_view flags;
+    std::string_view keys;  // of slots 1 to 8; a blank where there is no spell
+};
+
+constexpr std::array<PageMacros, kPageCount> kDefaultMacros{{
+    {"A--", "12345678"},
+    {"-C-", "12345678"},
+    {"AC-", "12345678"},
+    {"A-S", "12345678"},
+    {"-CS", "12345678"},
+    {"ACS", "12345678"},
+    {"ACS", "QWERTYUI"},
+    {"ACS", "ASDFGHJK"},
+    {"ACS", "ZXCVBNM,"},
+    {"AC-", "QWERTYUI"},
+    {"AC-", "ASDFGHJK"},
+    {"AC-", "L;     O"},
+}};
+
+constexpr std::size_t kFlagCount = 3;
+
+}  // namespace
+
+std::string MacroCode(const Macro& macro) {
+    std::string code{macro.alt ? 'A' : '-', macro.ctrl ? 'C' : '-', macro.shift ? 'S' : '-'};
+    return code + macro.key;
+}
+
+Macro ReadMacroCode(std::string_view code) {
+    if (CountCharacters(code) <= kFlagCount) {
+        code = kBlankMacro;
+    }
+    return {FirstCharacters(code, 1) == "A", FirstCharacters(SkipCharacters(code, 1), 1) == "C",
+            FirstCharacters(SkipCharacters(code, 2), 1) == "S",
+            std::string(SkipCharacters(code, kFlagCount))};
+}
+
+std::string DefaultMacroCode(i32 number) {
+    if (number < 1 || number > kPageCount * kSlotCount) {
+        throw RuntimeFailure(FailureKind::kSubscript,
+                             "There is no macro number " + std::to_string(number) + ".");
+    }
+    const auto place = static_cast<std::size_t>(number - 1);
+    const PageMacros& page = kDefaultMacros[place / kSlotCount];
+    const char key = page.keys[place % kSlotCount];
+    return key == ' ' ? std::string() : std::string(page.flags) + key;
+}
+
+Macro SavedOrDefaultMacro(i32 number, std::string_view code) {
+    if (code != kUnsavedMacro) {
+        return ReadMacroCode(code);
+    }
+    const std::string fallback = DefaultMacroCode(number);
+    return fallback.empty() ? Macro{} : ReadMacroCode(fallback);
+}
+
+Macro MacroOf(const SharedState& state, i32 number) {
+    return {!state.MacroAlt(number).empty(), !state.MacroCtrl(number).empty(),
+            !state.MacroShift(number).empty(), state.MacroKey(number)};
+}
+
+void SetMacro(SharedState& state, i32 number, const Macro& macro) {
+    state.MacroAlt(number) = macro.alt ? "%" : "";
+    state.MacroCtrl(number) = macro.ctrl ? "^" : "";
+    state.MacroShift(number) = macro.shift ? "+" : "";
+    state.MacroKey(number) = macro.key;
+}
+
+}  // namespace spellwick

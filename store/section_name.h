@@ -1,0 +1,23 @@
+// Names of sections: the global section, and one for each player under the player's own name. A
+// player whose name is that of the global section gets a mark before it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/settings_store.h"
+
+namespace spellwick {
+
+inline constexpr std::string_view kGlobalSection = "Settings";
+
+// No two players share a section, and none has the global one. Every name but "Settings", with or
+// without "=" before it, stands for itself.
+std::string SectionOfPlayer(std::string_view player);
+std::string PlayerOfSection(std::string_view section);
+
+// All players that have data, in the order of the store.
+std::vector<std::string> PlayerNames(const SettingsStore& store);
+
+}  // namespace spellwick
