@@ -1,0 +1,77 @@
+// What the tests of the store share: a folder of their own, a view that records, states to compare.
+#pragma once
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "model/shared_state.h"
+#include "store/macro_code.h"
+#include "store/player_view.h"
+
+namespace spellwick {
+
+// A new folder under the temporary one, gone with the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "spellwick-store-XXXXXX").string();
+        m_path = mkdtemp(pattern.data());
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return m_path; }
+
+  private:
+    std::filesystem::path m_path;
+};
+
+// Keeps the names of the calls, and runs something at each.
+class RecordingView final : public PlayerView {
+  public:
+    void ShowBagNames() override { Note("bag names"); }
+    void SelectBag() override { Note("bag"); }
+    void ShowStock() override { Note("stock"); }
+    void ShowTithes() override { Note("tithes"); }
+
+    std::vector<std::string> calls;
+    std::function<void(const std::string&)> onCall;
+
+  private:
+    void Note(const std::string& call) {
+        calls.push_back(call);
+        if (onCall) {
+            onCall(call);
+        }
+    }
+};
+
+// A state as the start leaves it before the settings are loaded: a spell table, an empty book.
+inline SharedState StartedState() {
+    SharedState state;
+    InitReagentTables(state);
+    state.Spells.GrowTo(104);
+    state.Spellbook.Fill(1);
+    return state;
+}
+
+// Player data that the store keeps as they are, all of them drawn from `seed`.
+void FillPlayer(SharedState& state, unsigned seed);
+// The same for the global data.
+void FillGlobals(SharedState& state, unsigned seed);
+
+// Names of the saved variables in which two states differ; empty when they are alike.
+std::string PlayerDifferences(const SharedState& left, const SharedState& right);
+std::string GlobalDifferences(const SharedState& left, const SharedState& right);
+
+}  // namespace spellwick
