@@ -63,6 +63,9 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     // Tag of Timer1(2): "Meditate" while the button is about to be pressed.
     std::string MeditationTag;
 
+    // Saves the global keys and the player; a box says so when it fails.
+    void SaveAll();
+
     // Writes one option at once; a box says so when it fails.
     void SaveOption(std::string_view key, const std::string& value);
 

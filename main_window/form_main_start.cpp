@@ -145,6 +145,8 @@ void FormMain::ReportSave(const StoreResult& result) {
     }
 }
 
+void FormMain::SaveAll() { ReportSave(m_io.SaveGlobalSettings(Places())); }
+
 void FormMain::SavePlayer() {
     ReportSave(m_io.SavePlayerSettings(m_state.CurrentPlayerName));
 }

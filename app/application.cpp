@@ -1,0 +1,84 @@
+#include "app/application.h"
+
+#include <QApplication>
+#include <QSessionManager>
+#include <QSocketNotifier>
+
+#include "widgets/texts.h"
+
+namespace spellwick {
+
+Application::Application(System system) : m_system(std::move(system)), m_keys(*m_system.keyboard) {
+    m_main = std::make_unique<FormMain>(Services());
+    m_boxes.SetOwner(m_main.get());
+    m_assist.SetCountButton([this](bool enabled) { m_main->Command(3).setEnabled(enabled); });
+    m_runEnd.SetSaving([this] { return m_main->SaveAfterFailure(); });
+    m_runEnd.SetCleanUp([this] { m_system.store.reset(); });
+}
+
+Application::~Application() = default;
+
+MainWindowServices Application::Services() {
+    return {.state = m_state,
+            .store = *m_system.store,
+            .clients = *m_system.clients,
+            .keys = m_keys,
+            .desktop = *m_system.desktop,
+            .boxes = m_boxes,
+            .assist = m_assist,
+            .oldData = *this,
+            .settings = *this,
+            .spellInfo = *this,
+            .failures = m_runEnd,
+            .process = m_runEnd,
+            .folder = ToText(QCoreApplication::applicationDirPath())};
+}
+
+std::optional<int> Application::Start() {
+    constexpr int kNoSpellData = 2;
+    if (!m_system.storeTrouble.empty()) {
+        m_boxes.Show({.text = m_system.storeTrouble, .icon = BoxIcon::kExclamation});
+    }
+    if (m_main->Form_Load() != LoadOutcome::kReady) {
+        return kNoSpellData;
+    }
+    Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
+    WatchForEnd();
+    return std::nullopt;
+}
+
+void Application::WatchForEnd() {
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, m_main.get(),
+                     [this](QSessionManager&) { m_main->close(); });
+    if (m_system.endRequests >= 0) {
+        auto* requests =
+            new QSocketNotifier(m_system.endRequests, QSocketNotifier::Read, m_main.get());
+        QObject::connect(requests, &QSocketNotifier::activated, m_main.get(), [this] {
+            Guard(m_runEnd, "ending the program", [&] { m_main->Form_Unload(); });
+        });
+    }
+}
+
+void Application::Load() {
+    m_settings = std::make_unique<FormSettings>(
+        m_state, m_runEnd,
+        SettingsActions{
+            .layOutVertically = [this] { m_main->LayoutVertical(); },
+            .layOutHorizontally = [this] { m_main->LayoutHorizontal(); },
+            .saveOption = [this](std::string_view key,
+                                 const std::string& value) { m_main->SaveOption(key, value); },
+            .saveAll = [this] { m_main->SaveAll(); },
+            .setTopMost = [this](WindowHandle window,
+                                 bool topMost) { m_system.desktop->SetTopMost(window, topMost); }},
+        m_main.get());
+}
+
+void Application::ShowModal() {
+    if (m_settings == nullptr) {
+        Load();
+    }
+    m_settings->RefreshDialog();
+    m_settings->exec();
+}
+
+}  // namespace spellwick

@@ -1,0 +1,49 @@
+// The composition root: makes the state, the platform's parts and the forms, and wires them.
+#pragma once
+
+#include <memory>
+
+#include "app/absent_assist.h"
+#include "app/qt_message_boxes.h"
+#include "app/run_end.h"
+#include "link/keystroke_sender.h"
+#include "main_window/form_main.h"
+#include "platform/system.h"
+#include "settings_dialog/form_settings.h"
+
+namespace spellwick {
+
+class Application : private SettingsPort, private SpellInfoPort, private OldDataConversion {
+  public:
+    explicit Application(System system);
+    ~Application() override;
+
+    // Starts the program; the exit code if the start ended it, or nothing to go on.
+    std::optional<int> Start();
+
+    FormMain& MainWindow() { return *m_main; }
+
+  private:
+    // SettingsPort
+    void Load() override;
+    void ShowModal() override;
+    void UpdateChance() override {}
+    // SpellInfoPort
+    void DisplayInfo(i32 /*row*/) override {}
+    // OldDataConversion
+    void ConvertOldData() override {}
+
+    MainWindowServices Services();
+    void WatchForEnd();
+
+    System m_system;
+    SharedState m_state;
+    QtMessageBoxes m_boxes;
+    RunEnd m_runEnd{m_boxes};
+    AbsentAssist m_assist{m_state};
+    KeystrokeSender m_keys;
+    std::unique_ptr<FormMain> m_main;
+    std::unique_ptr<FormSettings> m_settings;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,49 @@
+#include "app/qt_message_boxes.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "widgets/texts.h"
+
+namespace spellwick {
+
+namespace {
+
+QMessageBox::Icon ToQtIcon(BoxIcon icon) {
+    switch (icon) {
+        case BoxIcon::kNone:
+            return QMessageBox::NoIcon;
+        case BoxIcon::kCritical:
+            return QMessageBox::Critical;
+        case BoxIcon::kQuestion:
+            return QMessageBox::Question;
+        case BoxIcon::kExclamation:
+            return QMessageBox::Warning;
+        case BoxIcon::kInformation:
+            return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+BoxAnswer QtMessageBoxes::Show(const Box& box) {
+    QWidget* owner = QApplication::activeModalWidget();
+    if (owner == nullptr && m_owner != nullptr && m_owner->isVisible()) {
+        owner = m_owner;
+    }
+    const bool asks = box.buttons == BoxButtons::kYesNo;
+    QMessageBox dialog(ToQtIcon(box.icon), ToQString(box.title), ToQString(box.text),
+                       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, owner);
+    dialog.setObjectName(QStringLiteral("Box"));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setDefaultButton(asks ? QMessageBox::Yes : QMessageBox::Ok);
+    dialog.setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
+    const int answer = dialog.exec();
+    if (!asks) {
+        return BoxAnswer::kOk;
+    }
+    return answer == QMessageBox::Yes ? BoxAnswer::kYes : BoxAnswer::kNo;
+}
+
+}  // namespace spellwick

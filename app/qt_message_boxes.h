@@ -1,0 +1,22 @@
+// The program's message boxes, shown by the toolkit.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/message_boxes.h"
+
+namespace spellwick {
+
+class QtMessageBoxes : public MessageBoxes {
+  public:
+    // Boxes belong to this window from now on, so that they stay in front of it.
+    void SetOwner(QWidget* owner) { m_owner = owner; }
+
+    BoxAnswer Show(const Box& box) override;
+
+  private:
+    QPointer<QWidget> m_owner;
+};
+
+}  // namespace spellwick

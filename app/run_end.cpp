@@ -1,0 +1,38 @@
+#include "app/run_end.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace spellwick {
+
+std::string FailureReport(const std::exception& failure, std::string_view action) {
+    const auto* known = dynamic_cast<const RuntimeFailure*>(&failure);
+    const std::string kind = known != nullptr ? FailureName(known->Kind()) : "Internal error";
+    return "Spellwick has to end.\n\nWhat failed: " + kind + ". " + failure.what() +
+           "\nWhile: " + std::string(action) +
+           "\n\nThe counters, the character's data and the settings are saved as it ends.";
+}
+
+void RunEnd::OnUncaughtFailure(const std::exception& failure, std::string_view action) {
+    if (m_ending) {
+        return;
+    }
+    m_ending = true;
+    const std::string report = FailureReport(failure, action);
+    std::fprintf(stderr, "spellwick: %s\n", report.c_str());
+    m_boxes.Show({.text = report, .icon = BoxIcon::kCritical});
+    if (!m_save()) {
+        m_boxes.Show({.text = "Not all could be saved. What was saved before stands as it was.",
+                      .icon = BoxIcon::kExclamation});
+    }
+    EndProcess(1);
+}
+
+void RunEnd::EndProcess(int exitCode) {
+    m_cleanUp();
+    std::fflush(nullptr);
+    // The process ends here and now: no window gets another event.
+    std::_Exit(exitCode);
+}
+
+}  // namespace spellwick

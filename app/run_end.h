@@ -1,0 +1,38 @@
+// The end of the run: the regular one, and the one after an uncaught failure with its report box
+// and its saving.
+#pragma once
+
+#include <functional>
+
+#include "main_window/services.h"
+#include "model/failure_guard.h"
+
+namespace spellwick {
+
+class RunEnd : public FailureSink, public ProcessEnd {
+  public:
+    explicit RunEnd(MessageBoxes& boxes) : m_boxes(boxes) {}
+
+    // Saves as a regular end does, each step on its own; true when all is saved.
+    void SetSaving(std::function<bool()> save) { m_save = std::move(save); }
+
+    // Runs last, when nothing of the program is needed any more.
+    void SetCleanUp(std::function<void()> cleanUp) { m_cleanUp = std::move(cleanUp); }
+
+    // Shows the report, saves, and ends with exit code 1. A failure that comes while this goes on
+    // is part of the same end and adds nothing.
+    void OnUncaughtFailure(const std::exception& failure, std::string_view action) override;
+
+    void EndProcess(int exitCode) override;
+
+  private:
+    MessageBoxes& m_boxes;
+    std::function<bool()> m_save = [] { return true; };
+    std::function<void()> m_cleanUp = [] {};
+    bool m_ending = false;
+};
+
+// Text of the report: what failed, in which action, and what becomes of the data.
+std::string FailureReport(const std::exception& failure, std::string_view action);
+
+}  // namespace spellwick
