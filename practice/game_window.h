@@ -1,0 +1,51 @@
+// The window of the practice game: the scene, the journal, the characters to log in with.
+#pragma once
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "practice/commands.h"
+#include "practice/journal.h"
+#include "practice/roster.h"
+#include "practice/scene.h"
+
+namespace spellwick::practice {
+
+class GameWindow : public QWidget {
+    Q_OBJECT
+
+  public:
+    // Every entry goes to `record` as well as to the journal on the window.
+    explicit GameWindow(std::function<void(const JournalEntry&)> record);
+
+    // Does not handle kQuit: the owner of the program does.
+    void Obey(const GameCommand& command);
+
+  protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    // Tab is a key like any other to the game.
+    bool focusNextPrevChild(bool /*next*/) override { return false; }
+
+  private:
+    // `character` counts from 1; 0 is the login screen.
+    void EnterAs(int character);
+    void SetTitle(const QString& title);
+    void Add(const JournalEntry& entry);
+    void ShowSpeech();
+
+    std::function<void(const JournalEntry&)> m_record;
+    SpeechLine m_speech;
+    QString m_speaker;
+    Scene* m_scene;
+    QListWidget* m_journal;
+    QLabel* m_line;
+    std::array<QPushButton*, kRoster.size()> m_characters{};
+    QPushButton* m_logout;
+};
+
+}  // namespace spellwick::practice

@@ -1,0 +1,25 @@
+// The macro keys of the practice game: which key casts which spell.
+// The game has this table of its own, as a player has set it up in the game's options.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace spellwick::practice {
+
+struct Modifiers {
+    bool ctrl = false;
+    bool alt = false;
+    bool shift = false;
+
+    bool operator==(const Modifiers&) const = default;
+};
+
+// "Ctrl+Alt+Shift+Q": the modifiers always in this order, then the key.
+std::string ChordName(Modifiers modifiers, std::string_view key);
+
+// The spell that a chord casts; empty when it is no macro key. The key is named as on the key
+// cap, letters in upper case.
+std::string_view SpellOfChord(Modifiers modifiers, std::string_view key);
+
+}  // namespace spellwick::practice
