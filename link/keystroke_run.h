@@ -1,0 +1,27 @@
+// Carries a key plan out on a keyboard.
+#pragma once
+
+#include <chrono>
+
+#include "link/key_sender.h"
+#include "link/keystroke_plan.h"
+#include "platform/keyboard.h"
+
+namespace spellwick {
+
+// A program that looks at the keyboard once in a while sees every key if both times are one and a
+// half times as long as that while; these are for one that looks 60 times a second.
+inline constexpr std::chrono::milliseconds kKeyHold{25};
+inline constexpr std::chrono::milliseconds kKeyGap{25};
+
+struct Pace {
+    std::chrono::milliseconds hold = kKeyHold;
+    std::chrono::milliseconds gap = kKeyGap;
+};
+
+// Returns when all is typed, or with the reason why not. However it ends, every key that it has
+// pressed is released and the locks are as before, as far as the connection still allows.
+SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard,
+                      const Pace& pace);
+
+}  // namespace spellwick

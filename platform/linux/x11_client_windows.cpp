@@ -1,0 +1,220 @@
+#include "platform/linux/x11_client_windows.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <poll.h>
+
+namespace spellwick {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto kActivation = 500ms;
+// Between a window manager's word that a window is active and the keyboard's arrival there.
+constexpr auto kFocusFollows = 100ms;
+constexpr int kLookAgainMilliseconds = 10;
+
+}  // namespace
+
+std::unique_ptr<X11ClientWindows> X11ClientWindows::Open(const std::string& display,
+                                                         std::string& error) {
+    std::unique_ptr<X11ClientWindows> windows(new X11ClientWindows(display));
+    if (!windows->m_connection.Works()) {
+        error = "There is no X display to look for windows on.";
+        return nullptr;
+    }
+    return windows;
+}
+
+X11ClientWindows::X11ClientWindows(const std::string& display)
+    : m_connection(display), m_atoms(m_connection), m_search(m_connection, m_atoms) {
+    if (!m_connection.Works()) {
+        return;
+    }
+    xcb_connection_t* x = m_connection.Get();
+    const std::uint32_t propertyChanges = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(x, m_connection.Root(), XCB_CW_EVENT_MASK, &propertyChanges);
+    m_clock = xcb_generate_id(x);
+    xcb_create_window(x, 0, m_clock, m_connection.Root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
+                      &propertyChanges);
+    xcb_flush(x);
+}
+
+WindowHandle X11ClientWindows::FindWindowByClass(std::string_view windowClass) {
+    m_connection.DropEvents();
+    return m_search.Find(windowClass);
+}
+
+std::string X11ClientWindows::WindowTitle(WindowHandle window) {
+    return window == 0 ? std::string() : m_search.Title(window);
+}
+
+bool X11ClientWindows::SetForegroundWindow(WindowHandle window) {
+    if (window == 0 || !Exists(window)) {
+        return false;
+    }
+    return m_search.ManagerSupports(m_atoms.netActiveWindow) ? ActivateThroughManager(window)
+                                                             : ActivateByHand(window);
+}
+
+bool X11ClientWindows::SetFocus(WindowHandle window) {
+    if (window == 0 || !IsViewable(window)) {
+        return false;
+    }
+    if (m_search.ManagerSupports(m_atoms.netActiveWindow)) {
+        const xcb_window_t active = ActiveWindow();
+        if (active != XCB_NONE && active != window) {
+            return false;
+        }
+    }
+    return HasFocus(window) || GiveFocus(window);
+}
+
+bool X11ClientWindows::ActivateThroughManager(xcb_window_t window) {
+    // A pager's request, which stands for a user's wish, is not refused as one of a program is.
+    constexpr std::uint32_t kFromPager = 2;
+    SendMessage(m_connection.Root(), window, m_atoms.netActiveWindow,
+                {.data32 = {kFromPager, ServerTime(), XCB_NONE, 0, 0}},
+                XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
+    bool gone = false;
+    const bool ended = WaitFor(kActivation, [&] {
+        gone = !Exists(window);
+        return gone || ActiveWindow() == window;
+    });
+    if (gone || !ended) {
+        return false;
+    }
+    WaitFor(kFocusFollows, [&] { return HasFocus(window); });
+    return true;
+}
+
+bool X11ClientWindows::ActivateByHand(xcb_window_t window) {
+    if (!IsViewable(window)) {
+        return false;
+    }
+    xcb_window_t frame = window;
+    for (auto parent = ParentOf(frame); parent && *parent != m_connection.Root();
+         parent = ParentOf(frame)) {
+        frame = *parent;
+    }
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection.Get(), frame, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    if (!HasFocus(window)) {
+        GiveFocus(window);
+    }
+    return WaitFor(kActivation, [&] { return HasFocus(window) || !Exists(window); }) &&
+           HasFocus(window);
+}
+
+// By the window's own model of input: it may take the focus from us, ask to be told to take it,
+// both, or want none.
+bool X11ClientWindows::GiveFocus(xcb_window_t window) {
+    constexpr std::uint32_t kInputHint = 1;
+    const std::vector<std::uint32_t> hints = m_search.Cells(window, XCB_ATOM_WM_HINTS);
+    const bool wantsInput = hints.size() < 2 || (hints[0] & kInputHint) == 0 || hints[1] != 0;
+    const std::vector<std::uint32_t> protocols = m_search.Cells(window, m_atoms.wmProtocols);
+    const bool takesFocus = std::ranges::find(protocols, m_atoms.wmTakeFocus) != protocols.end();
+    if (takesFocus) {
+        SendMessage(window, window, m_atoms.wmProtocols,
+                    {.data32 = {m_atoms.wmTakeFocus, ServerTime(), 0, 0, 0}},
+                    XCB_EVENT_MASK_NO_EVENT);
+    }
+    if (wantsInput) {
+        xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+    }
+    if (!takesFocus && !wantsInput) {
+        return false;
+    }
+    return takesFocus ? WaitFor(kFocusFollows, [&] { return HasFocus(window); }) : HasFocus(window);
+}
+
+bool X11ClientWindows::IsViewable(xcb_window_t window) const {
+    xcb_connection_t* x = m_connection.Get();
+    const auto attributes =
+        OwnReply(xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+bool X11ClientWindows::Exists(xcb_window_t window) const {
+    return ParentOf(window).has_value();
+}
+
+bool X11ClientWindows::HasFocus(xcb_window_t window) const {
+    xcb_connection_t* x = m_connection.Get();
+    const auto focus = OwnReply(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+    std::optional<xcb_window_t> inside;
+    if (focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT) {
+        inside = focus->focus;
+    }
+    while (inside && *inside != window && *inside != XCB_NONE) {
+        inside = ParentOf(*inside);
+    }
+    return inside == window;
+}
+
+xcb_window_t X11ClientWindows::ActiveWindow() const {
+    const auto active = m_search.Cells(m_connection.Root(), m_atoms.netActiveWindow);
+    return active.empty() ? xcb_window_t{XCB_NONE} : active.front();
+}
+
+std::optional<xcb_window_t> X11ClientWindows::ParentOf(xcb_window_t window) const {
+    xcb_connection_t* x = m_connection.Get();
+    const auto tree = OwnReply(xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr));
+    return tree ? std::optional(tree->parent) : std::nullopt;
+}
+
+// Window managers compare the times of requests; the time of now is that of a change made now.
+xcb_timestamp_t X11ClientWindows::ServerTime() const {
+    m_connection.DropEvents();
+    xcb_change_property(m_connection.Get(), XCB_PROP_MODE_APPEND, m_clock, XCB_ATOM_WM_NAME,
+                        XCB_ATOM_STRING, 8, 0, nullptr);
+    xcb_flush(m_connection.Get());
+    const auto deadline = std::chrono::steady_clock::now() + kActivation;
+    while (m_connection.Works() && std::chrono::steady_clock::now() < deadline) {
+        const auto event = OwnReply(xcb_poll_for_event(m_connection.Get()));
+        if (!event) {
+            pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
+            poll(&waiting, 1, kLookAgainMilliseconds);
+        } else if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
+            const void* untyped = event.get();
+            const auto* change = static_cast<const xcb_property_notify_event_t*>(untyped);
+            if (change->window == m_clock) {
+                return change->time;
+            }
+        }
+    }
+    return XCB_CURRENT_TIME;
+}
+
+void X11ClientWindows::SendMessage(xcb_window_t to, xcb_window_t about, xcb_atom_t type,
+                                   const xcb_client_message_data_t& data,
+                                   std::uint32_t eventMask) const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = about;
+    message.type = type;
+    message.data = data;
+    const void* untyped = &message;
+    xcb_send_event(m_connection.Get(), 0, to, eventMask, static_cast<const char*>(untyped));
+    xcb_flush(m_connection.Get());
+}
+
+bool X11ClientWindows::WaitFor(std::chrono::milliseconds patience,
+                               const std::function<bool()>& holds) const {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!holds()) {
+        if (!m_connection.Works() || std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
+        poll(&waiting, 1, kLookAgainMilliseconds);
+        m_connection.DropEvents();
+    }
+    return true;
+}
+
+}  // namespace spellwick

@@ -1,0 +1,50 @@
+// The windows of other programs on an X server: search, titles, activation.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/client_windows.h"
+#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_window_search.h"
+
+namespace spellwick {
+
+class X11ClientWindows : public ClientWindows {
+  public:
+    // An empty display is that of the environment. Null on failure; `error` then says why, in a
+    // sentence for the user.
+    static std::unique_ptr<X11ClientWindows> Open(const std::string& display, std::string& error);
+
+    WindowHandle FindWindowByClass(std::string_view windowClass) override;
+    std::string WindowTitle(WindowHandle window) override;
+    bool SetForegroundWindow(WindowHandle window) override;
+    bool SetFocus(WindowHandle window) override;
+
+  private:
+    explicit X11ClientWindows(const std::string& display);
+
+    bool ActivateThroughManager(xcb_window_t window);
+    bool ActivateByHand(xcb_window_t window);
+    bool GiveFocus(xcb_window_t window);
+    bool IsViewable(xcb_window_t window) const;
+    bool Exists(xcb_window_t window) const;
+    bool HasFocus(xcb_window_t window) const;
+    xcb_window_t ActiveWindow() const;
+    std::optional<xcb_window_t> ParentOf(xcb_window_t window) const;
+    xcb_timestamp_t ServerTime() const;
+    void SendMessage(xcb_window_t to, xcb_window_t about, xcb_atom_t type,
+                     const xcb_client_message_data_t& data, std::uint32_t eventMask) const;
+    bool WaitFor(std::chrono::milliseconds patience, const std::function<bool()>& holds) const;
+
+    X11Connection m_connection;
+    X11WindowAtoms m_atoms;
+    X11WindowSearch m_search;
+    xcb_window_t m_clock = XCB_NONE;  // a window of our own, to learn the server's time by
+};
+
+}  // namespace spellwick

@@ -1,0 +1,54 @@
+// Owns a connection to the X server and the replies that come over it.
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <xcb/xcb.h>
+
+namespace spellwick {
+
+struct FreeReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+
+template <typename Reply>
+using X11Reply = std::unique_ptr<Reply, FreeReply>;
+
+// For xcb's reply functions: `OwnReply(xcb_x_reply(connection, cookie, nullptr))`. An error gives
+// null and stays without effect.
+template <typename Reply>
+X11Reply<Reply> OwnReply(Reply* reply) {
+    return X11Reply<Reply>(reply);
+}
+
+class X11Connection {
+  public:
+    // An empty name is the display of the environment. On failure Works() is false.
+    explicit X11Connection(const std::string& display);
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
+    ~X11Connection() { xcb_disconnect(m_connection); }
+
+    xcb_connection_t* Get() const { return m_connection; }
+    xcb_window_t Root() const { return m_root; }
+    bool Works() const { return xcb_connection_has_error(m_connection) == 0; }
+
+    // Throws away events and errors that have come. An error that nobody asked for, such as that of
+    // a window that is gone, ends here.
+    void DropEvents() const;
+
+    // Returns when the server has carried out all that was sent; false if the connection is lost.
+    bool RoundTrip() const;
+
+    // XCB_ATOM_NONE if the connection is lost.
+    xcb_atom_t Atom(std::string_view name) const;
+
+  private:
+    xcb_connection_t* m_connection;
+    xcb_window_t m_root = XCB_NONE;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,71 @@
+// Lists the top-level windows of an X server and reads their classes and titles.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+#include "platform/linux/x11_connection.h"
+
+namespace spellwick {
+
+// The names that the search needs, looked up once.
+struct X11WindowAtoms {
+    explicit X11WindowAtoms(const X11Connection& connection);
+
+    xcb_atom_t netSupported;
+    xcb_atom_t netSupportingWmCheck;
+    xcb_atom_t netClientList;
+    xcb_atom_t netClientListStacking;
+    xcb_atom_t netActiveWindow;
+    xcb_atom_t netWmName;
+    xcb_atom_t utf8String;
+    xcb_atom_t compoundText;
+    xcb_atom_t wmState;
+    xcb_atom_t wmProtocols;
+    xcb_atom_t wmTakeFocus;
+};
+
+class X11WindowSearch {
+  public:
+    // Both must outlive the search.
+    X11WindowSearch(const X11Connection& connection, const X11WindowAtoms& atoms)
+        : m_connection(connection), m_atoms(atoms) {}
+
+    // The uppermost window of this class, 0 if there is none. Of this class is a window whose
+    // WM_CLASS, instance or class, is the text literally; and a window of a Windows program, whose
+    // WM_CLASS ends in ".exe", with a title that begins with the text.
+    xcb_window_t Find(std::string_view windowClass) const;
+
+    // The whole title as valid UTF-8; empty if the window is gone.
+    std::string Title(xcb_window_t window) const;
+
+    // Whether a window manager runs that offers this feature of the common hints.
+    bool ManagerSupports(xcb_atom_t feature) const;
+
+    // The values of a property of 32-bit cells; empty if there is no such property or window.
+    std::vector<std::uint32_t> Cells(xcb_window_t window, xcb_atom_t property) const;
+
+  private:
+    struct TitleCookies {
+        xcb_get_property_cookie_t modern;
+        xcb_get_property_cookie_t old;
+    };
+
+    bool ManagerRuns() const;
+    std::vector<xcb_window_t> TopLevels() const;
+    std::vector<xcb_window_t> TopLevelsOfTree() const;
+    xcb_get_property_cookie_t Ask(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;
+    X11Reply<xcb_get_property_reply_t> Answer(xcb_get_property_cookie_t cookie) const;
+    TitleCookies AskTitle(xcb_window_t window) const;
+    std::string AnswerTitle(const TitleCookies& cookies) const;
+    std::optional<std::string> Text(const xcb_get_property_reply_t* reply) const;
+
+    const X11Connection& m_connection;
+    const X11WindowAtoms& m_atoms;
+};
+
+}  // namespace spellwick

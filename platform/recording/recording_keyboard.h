@@ -1,0 +1,67 @@
+// A keyboard made of a keymap: it records each key event with the modifiers held at it.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/keyboard.h"
+
+namespace spellwick {
+
+class RecordingKeyboard : public Keyboard {
+  public:
+    struct Event {
+        Keycode code = 0;
+        bool down = false;
+        ModifierMask held = 0;    // before the event, as a program sees it
+        ModifierMask locked = 0;  // likewise
+        Symbol symbol = Symbol::kNothing;
+        std::chrono::milliseconds time{0};  // since the beginning
+
+        bool operator==(const Event&) const = default;
+    };
+
+    explicit RecordingKeyboard(Keymap map);
+
+    std::optional<Keymap> ReadKeymap() override;
+    bool Bind(std::span<const SpareBinding> bindings) override;
+    bool Unbind(std::span<const SpareBinding> bindings) override;
+    bool Press(Keycode code) override;
+    bool Release(Keycode code) override;
+    bool SetLocks(ModifierMask affected, ModifierMask locked) override;
+    std::optional<ModifierMask> HeldModifiers() override;
+    bool Sync() override { return Works(); }
+    void Pause(std::chrono::milliseconds time) override { m_now += time; }
+    std::chrono::steady_clock::time_point Now() const override { return m_now; }
+
+    // What a program in front would take for typed: characters as they are, named keys and all
+    // that is pressed with Ctrl or Alt as "<Ctrl+Alt+Shift+name>".
+    std::string Typed() const;
+    void ForgetEvents() { events.clear(); }
+    const std::set<Keycode>& Down() const { return m_down; }
+
+    // May be changed by a test at any time, as a user changes the layout.
+    Keymap keymap;
+    std::vector<Event> events;
+    std::vector<SpareBinding> bound;
+    // Calls left until the connection is lost; none: it never is.
+    std::optional<std::size_t> callsUntilLost;
+    // Keys that stay down whatever is released: a hand that the system does not overrule.
+    std::set<Keycode> stuck;
+
+  private:
+    bool Works();
+    ModifierMask Held() const;
+    Symbol Gives(Keycode code) const;
+    bool Record(Keycode code, bool down);
+
+    std::set<Keycode> m_down;
+    std::chrono::steady_clock::time_point m_now;
+};
+
+}  // namespace spellwick

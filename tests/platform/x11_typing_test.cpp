@@ -1,0 +1,239 @@
+// The real keyboard of a private X server, and somebody else's window that says what arrived.
+#include <csignal>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "link/keystroke_sender.h"
+#include "platform/linux/x11_client_windows.h"
+#include "platform/linux/x11_keyboard.h"
+#include "tests/support/key_witness.h"
+
+namespace spellwick {
+namespace {
+
+using namespace std::chrono_literals;
+using testing_support::KeyboardState;
+using testing_support::KeyWitness;
+using testing_support::WindowManager;
+using testing_support::XSession;
+
+constexpr const char* kTitle = "Ultima Online - Mira Talon (Atlantic)";
+constexpr std::uint32_t kShiftL = 0xffe1;
+constexpr std::uint32_t kControlL = 0xffe3;
+constexpr std::uint32_t kAltL = 0xffe9;
+
+class X11Typing : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (const std::string missing = KeyWitness::WhatIsMissing(); !missing.empty()) {
+            GTEST_SKIP() << missing;
+        }
+        session = XSession::Start(WindowManager::kOpenbox);
+        ASSERT_TRUE(session);
+        witness = KeyWitness::Start(*session, kTitle);
+        ASSERT_TRUE(witness);
+        std::string error;
+        windows = X11ClientWindows::Open(session->Display(), error);
+        ASSERT_TRUE(windows) << error;
+        ASSERT_TRUE(windows->SetForegroundWindow(witness->Window()));
+        keyboard = X11Keyboard::Open(session->Display(), error);
+        ASSERT_TRUE(keyboard) << error;
+    }
+
+    // Types in the layout and expects the witness to have seen this, and a keyboard as before.
+    void ExpectTyped(const std::string& text, const std::string& expected, Pace pace = {8ms, 8ms}) {
+        SCOPED_TRACE("text " + text);
+        const KeyboardState before = session->Keyboard();
+        witness->ForgetKeys();
+        {
+            KeystrokeSender sender(*keyboard, pace, 300ms);
+            const SendResult result = sender.SendKeys(text, true);
+            EXPECT_TRUE(result.Ok()) << result.error;
+            EXPECT_EQ(witness->WaitForTyped(expected), expected);
+            EXPECT_EQ(witness->Unmirrored(), "");
+        }
+        ExpectAsBefore(before);
+    }
+
+    void ExpectAsBefore(const KeyboardState& before) {
+        const KeyboardState after = session->Keyboard();
+        EXPECT_EQ(after.keysDown, before.keysDown);
+        EXPECT_EQ(after.lockedModifiers, before.lockedModifiers);
+        EXPECT_EQ(after.latchedModifiers, before.latchedModifiers);
+        EXPECT_EQ(after.lockedGroup, before.lockedGroup);
+        EXPECT_EQ(after.keymap, before.keymap);
+    }
+
+    std::unique_ptr<XSession> session;
+    std::unique_ptr<KeyWitness> witness;
+    std::unique_ptr<X11ClientWindows> windows;
+    std::unique_ptr<X11Keyboard> keyboard;
+};
+
+TEST_F(X11Typing, MarksAndFunctionKeys_ArriveWithTheirModifiers) {
+    ASSERT_TRUE(session->SetLayout("us"));
+    ExpectTyped("%{f1}{ENTER}", "<Alt+F1><Return>");
+    ExpectTyped("^{f2}", "<Ctrl+F2>");
+    ExpectTyped("+{f3}", "<Shift+F3>");
+    ExpectTyped("%^+{f12}", "<Ctrl+Alt+Shift+F12>");
+    ExpectTyped("%q^w+e%^+r", "<Alt+q><Ctrl+w>E<Ctrl+Alt+Shift+R>");
+    ExpectTyped("%1%^5%+8{F13}", "<Alt+1><Ctrl+Alt+5><Alt+Shift+*><F13>");
+    ExpectTyped("{TAB}{ESC}{BS}{DEL}{INS}{HOME}{END}{PGUP}{PGDN}{UP}{DOWN}{LEFT}{RIGHT} ",
+                "<Tab><Escape><BackSpace><Delete><Insert><Home><End><Prior><Next><Up><Down><Left>"
+                "<Right> ");
+}
+
+TEST_F(X11Typing, SuffixAndText_AreTwoLines) {
+    ASSERT_TRUE(session->SetLayout("us"));
+    ExpectTyped("%{f1}In Lor{ENTER}... Alakazam ...{ENTER}",
+                "<Alt+F1>In Lor<Return>... Alakazam ...<Return>");
+}
+
+TEST_F(X11Typing, UmlautsAndSymbols_ArriveUnderEveryLayout) {
+    const std::string text = "\u00e4\u00f6\u00fc\u00c4\u00df\u20ac@~[]|\\\"'`#? aA1{{}{}}{^}{+}{%}";
+    const std::string typed = "\u00e4\u00f6\u00fc\u00c4\u00df\u20ac@~[]|\\\"'`#? aA1{}^+%";
+    for (const char* layout : {"us", "de", "fr", "ru", "us,ru", "de,us"}) {
+        SCOPED_TRACE(layout);
+        ASSERT_TRUE(session->SetLayout(layout));
+        ExpectTyped(text, typed);
+    }
+}
+
+TEST_F(X11Typing, SecondGroupLocked_TheEffectiveGroupCounts) {
+    ASSERT_TRUE(session->SetLayout("us,ru"));
+    session->LockGroup(1);
+    ExpectTyped("%{f1}... Alakazam ...{ENTER}", "<Alt+F1>... Alakazam ...<Return>");
+    ExpectTyped("%a^B", "<Alt+a><Ctrl+B>");
+    ASSERT_TRUE(session->SetLayout("de,us"));
+    session->LockGroup(1);
+    ExpectTyped("yzYZ-/\u00e4", "yzYZ-/\u00e4");
+    session->LockGroup(0);
+    ExpectTyped("yzYZ-/\u00e4", "yzYZ-/\u00e4");
+}
+
+TEST_F(X11Typing, CapsLockOn_TheTextIsAsWritten) {
+    for (const char* layout : {"us", "de", "fr", "ru"}) {
+        SCOPED_TRACE(layout);
+        ASSERT_TRUE(session->SetLayout(layout));
+        session->LockModifiers(XCB_MOD_MASK_LOCK);
+        ExpectTyped("aBc \u00e4\u00c4\u00df1!{ENTER}%q", "aBc \u00e4\u00c4\u00df1!<Return><Alt+q>");
+        session->LockModifiers(0);
+    }
+    ASSERT_TRUE(session->SetLayout("us"));
+    session->LockModifiers(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
+    ExpectTyped("a{F1}", "a<F1>");
+    ExpectTyped("%{f1}", "<Lock+Alt+F1>");
+}
+
+TEST_F(X11Typing, LockedShiftOrLevelThree_TheTextIsAsWritten) {
+    ASSERT_TRUE(session->SetLayout("de"));
+    session->LockModifiers(XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_5);
+    ExpectTyped("qQ@{F1}", "qQ@<F1>");
+}
+
+TEST_F(X11Typing, ModifiersHeldByTheUser_AreReleasedAndNotPressedAgain) {
+    ASSERT_TRUE(session->SetLayout("us"));
+    const KeyboardState before = session->Keyboard();
+    for (const std::uint32_t keysym : {kControlL, kShiftL, kAltL}) {
+        session->FakeKey(session->KeycodeOf(keysym), true);
+    }
+    session->FakeKey(session->KeycodeOf('a'), true);
+    ASSERT_TRUE(testing_support::WaitUntil([&] { return witness->Keys().size() >= 4; }));
+    witness->ForgetKeys();
+    KeystrokeSender sender(*keyboard, {8ms, 8ms}, 300ms);
+    EXPECT_TRUE(sender.SendKeys("ab%c", true).Ok());
+    EXPECT_EQ(witness->WaitForTyped("ab<Alt+c>"), "ab<Alt+c>");
+    ExpectAsBefore(before);
+}
+
+TEST_F(X11Typing, ChangeOfLayoutBetweenSends_IsNoticed) {
+    for (const char* layout : {"us", "de", "fr", "us"}) {
+        SCOPED_TRACE(layout);
+        ASSERT_TRUE(session->SetLayout(layout));
+        ExpectTyped("qwertzy@;", "qwertzy@;");
+    }
+}
+
+TEST_F(X11Typing, SlowClient_GetsBorrowedLettersToo) {
+    ASSERT_TRUE(session->SetLayout("us"));
+    KeystrokeSender sender(*keyboard, {8ms, 8ms}, 1500ms);
+    const KeyboardState before = session->Keyboard();
+    witness->Program().Signal(SIGSTOP);
+    EXPECT_TRUE(sender.SendKeys("\u00e4\u00f6\u00fc ha", true).Ok());
+    std::this_thread::sleep_for(700ms);
+    sender.Tick();
+    witness->Program().Signal(SIGCONT);
+    EXPECT_EQ(witness->WaitForTyped("\u00e4\u00f6\u00fc ha"), "\u00e4\u00f6\u00fc ha");
+    std::this_thread::sleep_for(900ms);
+    sender.Tick();
+    ExpectAsBefore(before);
+}
+
+TEST_F(X11Typing, WindowGoneBeforeAndWhileTyping_NothingIsStuck) {
+    ASSERT_TRUE(session->SetLayout("us"));
+    const KeyboardState before = session->Keyboard();
+    KeystrokeSender sender(*keyboard, {20ms, 20ms}, 300ms);
+    std::thread closing([this] {
+        std::this_thread::sleep_for(150ms);
+        witness->Program().Signal(SIGKILL);
+    });
+    EXPECT_TRUE(sender.SendKeys("%^+{f1}hello hello hello", true).Ok());
+    closing.join();
+    EXPECT_TRUE(sender.SendKeys("%{f1}into nothing", true).Ok());
+    ExpectAsBefore(before);
+}
+
+TEST_F(X11Typing, ServerGoneWhileTyping_IsAnErrorAndNoCrash) {
+    KeystrokeSender sender(*keyboard, {20ms, 20ms}, 300ms);
+    std::thread ending([this] {
+        std::this_thread::sleep_for(150ms);
+        session->KillServer();
+    });
+    EXPECT_FALSE(sender.SendKeys("%^+{f1}hello hello hello", true).Ok());
+    ending.join();
+    EXPECT_FALSE(sender.SendKeys("a", true).Ok());
+    EXPECT_EQ(windows->FindWindowByClass("Ultima Online"), 0U);
+    EXPECT_EQ(windows->WindowTitle(witness->Window()), "");
+    EXPECT_FALSE(windows->SetForegroundWindow(witness->Window()));
+    EXPECT_FALSE(windows->SetFocus(witness->Window()));
+}
+
+TEST_F(X11Typing, LayoutSwitchOnAltShift_RefusesWhatItCannotHoldTogether) {
+    ASSERT_TRUE(session->SetLayout("us,ru", "", "grp:alt_shift_toggle"));
+    const KeyboardState before = session->Keyboard();
+    KeystrokeSender sender(*keyboard, {8ms, 8ms}, 300ms);
+    EXPECT_FALSE(sender.SendKeys("a%+1", true).Ok());
+    EXPECT_EQ(witness->Typed(), "");
+    ExpectAsBefore(before);
+    ExpectTyped("%{f1}Ab", "<Alt+F1>Ab");
+}
+
+TEST_F(X11Typing, TypingAtOnceAfterActivation_ReachesTheRightWindow) {
+    ASSERT_TRUE(session->SetLayout("us"));
+    const auto other = KeyWitness::Start(*session, "another window");
+    ASSERT_TRUE(other);
+    KeystrokeSender sender(*keyboard, {2ms, 2ms}, 300ms);
+    for (int round = 0; round < 20; ++round) {
+        SCOPED_TRACE(round);
+        ASSERT_TRUE(windows->SetForegroundWindow(other->Window()));
+        ASSERT_TRUE(windows->SetForegroundWindow(witness->Window()));
+        ASSERT_TRUE(windows->SetFocus(witness->Window()));
+        ASSERT_TRUE(sender.SendKeys("%{f1}ab", true).Ok());
+        ASSERT_EQ(witness->WaitForTyped("<Alt+F1>ab"), "<Alt+F1>ab");
+        witness->ForgetKeys();
+    }
+    EXPECT_EQ(other->Typed(), "");
+}
+
+TEST(X11Keyboard, NoDisplay_IsASentence) {
+    std::string error;
+    EXPECT_FALSE(X11Keyboard::Open(":4095", error));
+    EXPECT_NE(error, "");
+    error.clear();
+    EXPECT_FALSE(X11ClientWindows::Open(":4095", error));
+    EXPECT_NE(error, "");
+}
+
+}  // namespace
+}  // namespace spellwick

@@ -1,0 +1,129 @@
+#include "tests/support/key_witness.h"
+
+#include <array>
+#include <regex>
+
+namespace spellwick::testing_support {
+
+namespace {
+
+constexpr unsigned kShift = 1;
+constexpr unsigned kLock = 2;
+constexpr unsigned kControl = 4;
+constexpr unsigned kAlt = 8;
+
+bool IsModifier(unsigned long keysym) {
+    return (keysym >= 0xffe1 && keysym <= 0xffee) || keysym == 0xfe03 || keysym == 0xfe11;
+}
+
+void AppendUtf8(std::string& text, unsigned long code) {
+    const auto byte = [&text](unsigned long value) { text.push_back(static_cast<char>(value)); };
+    if (code < 0x80) {
+        byte(code);
+    } else if (code < 0x800) {
+        byte(0xc0 | (code >> 6));
+        byte(0x80 | (code & 0x3f));
+    } else if (code < 0x10000) {
+        byte(0xe0 | (code >> 12));
+        byte(0x80 | ((code >> 6) & 0x3f));
+        byte(0x80 | (code & 0x3f));
+    } else {
+        byte(0xf0 | (code >> 18));
+        byte(0x80 | ((code >> 12) & 0x3f));
+        byte(0x80 | ((code >> 6) & 0x3f));
+        byte(0x80 | (code & 0x3f));
+    }
+}
+
+// The character of a keysym in Latin 1 or in the Unicode range, or of the euro sign; else none.
+std::string CharacterOf(unsigned long keysym) {
+    std::string text;
+    if ((keysym >= 0x20 && keysym < 0x7f) || (keysym >= 0xa0 && keysym < 0x100) ||
+        keysym == 0x20ac) {
+        AppendUtf8(text, keysym);
+    } else if (keysym > 0x1000100 && keysym <= 0x110ffff) {
+        AppendUtf8(text, keysym - 0x1000000);
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string KeyWitness::WhatIsMissing() {
+    std::string missing = XSession::WhatIsMissing();
+    if (!HasProgram("xev")) {
+        missing += (missing.empty() ? "not installed: " : ", ") + std::string("xev");
+    }
+    return missing;
+}
+
+std::unique_ptr<KeyWitness> KeyWitness::Start(const XSession& session, const std::string& title) {
+    std::unique_ptr<KeyWitness> witness(new KeyWitness);
+    witness->m_program = session.Spawn({"xev", "-name", title, "-event", "keyboard"});
+    if (!witness->m_program) {
+        return nullptr;
+    }
+    witness->m_window = session.WaitForWindow(title);
+    return witness->m_window == 0 ? nullptr : std::move(witness);
+}
+
+std::vector<WitnessedKey> KeyWitness::Keys() const {
+    static const std::regex kEvent(
+        R"(Key(Press|Release) event[^\n]*\n[^\n]*\n\s*state 0x([0-9a-f]+), keycode (\d+) )"
+        R"(\(keysym 0x([0-9a-f]+), ([^)]*)\), same_screen)");
+    const std::string output = m_program ? m_program->Output() : std::string();
+    std::vector<WitnessedKey> keys;
+    for (std::sregex_iterator event(output.begin(), output.end(), kEvent), end; event != end;
+         ++event) {
+        keys.push_back({(*event)[1] == "Press",
+                        static_cast<unsigned>(std::stoul((*event)[2], nullptr, 16)),
+                        static_cast<unsigned>(std::stoul((*event)[3])),
+                        std::stoul((*event)[4], nullptr, 16), (*event)[5]});
+    }
+    keys.erase(keys.begin(),
+               keys.begin() + static_cast<std::ptrdiff_t>(std::min(m_forgotten, keys.size())));
+    return keys;
+}
+
+std::string KeyWitness::Typed() const {
+    std::string typed;
+    for (const WitnessedKey& key : Keys()) {
+        if (!key.down || IsModifier(key.keysym)) {
+            continue;
+        }
+        std::string marks;
+        for (const auto& [bit, name] :
+             {std::pair(kLock, "Lock+"), std::pair(kControl, "Ctrl+"), std::pair(kAlt, "Alt+")}) {
+            marks += (key.state & bit) != 0 ? name : "";
+        }
+        const std::string character = CharacterOf(key.keysym);
+        const std::string what = character.empty() ? key.name : character;
+        if (marks.empty() && !character.empty()) {
+            typed += character;
+        } else {
+            typed += "<" + marks + ((key.state & kShift) != 0 ? "Shift+" : "") + what + ">";
+        }
+    }
+    return typed;
+}
+
+std::string KeyWitness::WaitForTyped(const std::string& expected) const {
+    WaitUntil([&] { return Typed() == expected && Unmirrored().empty(); }, std::chrono::seconds(3));
+    return Typed();
+}
+
+std::string KeyWitness::Unmirrored() const {
+    std::vector<unsigned> down;
+    for (const WitnessedKey& key : Keys()) {
+        if (key.down) {
+            down.push_back(key.keycode);
+        } else if (down.empty() || down.back() != key.keycode) {
+            return "released out of turn: " + key.name;
+        } else {
+            down.pop_back();
+        }
+    }
+    return down.empty() ? std::string() : "still down: code " + std::to_string(down.back());
+}
+
+}  // namespace spellwick::testing_support
