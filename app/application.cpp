@@ -8,12 +8,35 @@
 
 namespace spellwick {
 
-Application::Application(System system) : m_system(std::move(system)), m_keys(*m_system.keyboard) {
+namespace {
+
+// Where the display takes no keys; the user was told at the start.
+class NoKeySender : public KeySender {
+  public:
+    SendResult SendKeys(std::string_view /*text*/, bool /*wait*/) override {
+        return {"This display takes no keys."};
+    }
+};
+
+std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard) {
+    if (keyboard == nullptr) {
+        return std::make_unique<NoKeySender>();
+    }
+    return std::make_unique<KeystrokeSender>(*keyboard);
+}
+
+}  // namespace
+
+Application::Application(System system)
+    : m_system(std::move(system)), m_keys(MakeKeySender(m_system.keyboard.get())) {
     m_main = std::make_unique<FormMain>(Services());
     m_boxes.SetOwner(m_main.get());
     m_assist.SetCountButton([this](bool enabled) { m_main->Command(3).setEnabled(enabled); });
     m_runEnd.SetSaving([this] { return m_main->SaveAfterFailure(); });
-    m_runEnd.SetCleanUp([this] { m_system.store.reset(); });
+    m_runEnd.SetCleanUp([this] {
+        m_keys.reset();
+        m_system.store.reset();
+    });
 }
 
 Application::~Application() = default;
@@ -22,7 +45,7 @@ MainWindowServices Application::Services() {
     return {.state = m_state,
             .store = *m_system.store,
             .clients = *m_system.clients,
-            .keys = m_keys,
+            .keys = *m_keys,
             .desktop = *m_system.desktop,
             .boxes = m_boxes,
             .assist = m_assist,
@@ -36,8 +59,8 @@ MainWindowServices Application::Services() {
 
 std::optional<int> Application::Start() {
     constexpr int kNoSpellData = 2;
-    if (!m_system.storeTrouble.empty()) {
-        m_boxes.Show({.text = m_system.storeTrouble, .icon = BoxIcon::kExclamation});
+    for (const std::string& trouble : m_system.troubles) {
+        m_boxes.Show({.text = trouble, .icon = BoxIcon::kExclamation});
     }
     if (m_main->Form_Load() != LoadOutcome::kReady) {
         return kNoSpellData;

@@ -41,7 +41,7 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     QtMessageBoxes m_boxes;
     RunEnd m_runEnd{m_boxes};
     AbsentAssist m_assist{m_state};
-    KeystrokeSender m_keys;
+    std::unique_ptr<KeySender> m_keys;
     std::unique_ptr<FormMain> m_main;
     std::unique_ptr<FormSettings> m_settings;
 };

@@ -120,7 +120,7 @@ bool FormMain::SaveAfterFailure() {
     step([&] { m_services.assist.UnhookWindow(); });
     step([&] { hide(); });
     step([&] { saved = m_io.SavePlayerSettings(m_state.CurrentPlayerName).ok && saved; });
-    step([&] { saved = m_io.SaveGlobalSettings(places).ok && saved; });
+    step([&] { saved = m_io.SaveGlobalKeys(places).ok && saved; });
     return saved;
 }
 

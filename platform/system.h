@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/client_windows.h"
 #include "platform/desktop.h"
@@ -14,11 +15,12 @@ namespace spellwick {
 
 struct System {
     std::unique_ptr<ClientWindows> clients;
-    std::unique_ptr<Keyboard> keyboard;
+    std::unique_ptr<Keyboard> keyboard;  // null where the program cannot type
     std::unique_ptr<Desktop> desktop;
     std::unique_ptr<SettingsStore> store;
-    // For the user: what became of a store that could not be read. Empty when all is well.
-    std::string storeTrouble;
+    // What the user should know at once, a text each: a store that could not be read, a display
+    // that takes no keys.
+    std::vector<std::string> troubles;
     // Readable when the system asks the program to end; -1 where it asks in other ways.
     int endRequests = -1;
 };
@@ -27,7 +29,8 @@ struct System {
 // program cannot show itself here, as one sentence, or nothing.
 std::string PrepareDisplay();
 
-// Call only where there is no such trouble. Never fails: a part that cannot be had does nothing.
+// Call only where there is no such trouble. Throws std::runtime_error with a sentence when the
+// display goes away meanwhile.
 System OpenSystem();
 
 }  // namespace spellwick

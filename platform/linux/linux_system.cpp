@@ -1,0 +1,60 @@
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "platform/linux/end_requests.h"
+#include "platform/linux/open_settings_store.h"
+#include "platform/linux/x11_client_windows.h"
+#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_desktop.h"
+#include "platform/linux/x11_keyboard.h"
+#include "platform/system.h"
+
+namespace spellwick {
+
+namespace {
+
+bool IsSet(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
+std::string PrepareDisplay() {
+    if (!IsSet("DISPLAY")) {
+        return IsSet("WAYLAND_DISPLAY")
+                   ? "This Wayland session has no XWayland, without which Spellwick can neither see "
+                     "the game's window nor type into it."
+                   : "There is no X display to show a window on (DISPLAY is not set).";
+    }
+    if (!X11Connection({}).Works()) {
+        return std::string("The X display \"") + std::getenv("DISPLAY") + "\" cannot be opened.";
+    }
+    // The game's windows are X11 windows also under Wayland, and ours must stand among them.
+    setenv("QT_QPA_PLATFORM", "xcb", 1);
+    return {};
+}
+
+System OpenSystem() {
+    System system;
+    std::string trouble;
+    system.clients = X11ClientWindows::Open({}, trouble);
+    if (system.clients == nullptr) {
+        throw std::runtime_error(trouble);
+    }
+    system.keyboard = X11Keyboard::Open({}, trouble);
+    if (system.keyboard == nullptr) {
+        system.troubles.push_back(trouble);
+    }
+    system.desktop = std::make_unique<X11Desktop>();
+    OpenedStore opened = OpenSettingsStore(SettingsFolder(), std::chrono::system_clock::now());
+    system.store = std::move(opened.store);
+    if (!opened.trouble.empty()) {
+        system.troubles.push_back(opened.trouble);
+    }
+    system.endRequests = WatchEndRequests();
+    return system;
+}
+
+}  // namespace spellwick
