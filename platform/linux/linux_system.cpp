@@ -47,7 +47,7 @@ System OpenSystem() {
     if (system.keyboard == nullptr) {
         system.troubles.push_back(trouble);
     }
-    system.desktop = std::make_unique<X11Desktop>();
+    system.desktop = std::make_unique<X11Desktop>("");
     OpenedStore opened = OpenSettingsStore(SettingsFolder(), std::chrono::system_clock::now());
     system.store = std::move(opened.store);
     if (!opened.trouble.empty()) {

@@ -2,19 +2,16 @@
 // that stay above the others.
 #pragma once
 
-#include <memory>
-
 #include "platform/desktop.h"
-
-struct xcb_connection_t;
+#include "platform/linux/x11_connection.h"
 
 namespace spellwick {
 
 class X11Desktop : public Desktop {
   public:
-    // Opens its own connection to the display of the environment; without one the bell and the
-    // top-most state do nothing.
-    X11Desktop();
+    // An empty display is that of the environment. Without a connection the bell and the top-most
+    // state do nothing.
+    explicit X11Desktop(const std::string& display) : m_connection(display) {}
 
     void Beep() override;
     bool OpenDocument(const std::filesystem::path& file) override;
@@ -22,14 +19,7 @@ class X11Desktop : public Desktop {
     bool SetTopMost(WindowHandle window, bool topMost) override;
 
   private:
-    struct Disconnect {
-        void operator()(xcb_connection_t* connection) const;
-    };
-
-    bool IsUp() const;
-
-    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
-    std::uint32_t m_root = 0;
+    X11Connection m_connection;
 };
 
 }  // namespace spellwick
