@@ -29,8 +29,9 @@ QMessageBox::Icon ToQtIcon(BoxIcon icon) {
 
 BoxAnswer QtMessageBoxes::Show(const Box& box) {
     QWidget* owner = QApplication::activeModalWidget();
-    if (owner == nullptr && m_owner != nullptr && m_owner->isVisible()) {
-        owner = m_owner;
+    QWidget* const window = m_owner.data();
+    if (owner == nullptr && window != nullptr && window->isVisible()) {
+        owner = window;
     }
     const bool asks = box.buttons == BoxButtons::kYesNo;
     QMessageBox dialog(ToQtIcon(box.icon), ToQString(box.title), ToQString(box.text),

@@ -1,6 +1,7 @@
 #include "platform/linux/end_requests.h"
 
 #include <csignal>
+#include <initializer_list>
 
 #include <sys/signalfd.h>
 #include <unistd.h>
