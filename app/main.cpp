@@ -9,7 +9,7 @@
 
 int main(int argc, char** argv) {
     constexpr int kNoDisplay = 2;
-    const std::string trouble = spellwick::PrepareDisplay();
+    const std::string trouble = spellwick::PrepareProcess();
     if (!trouble.empty()) {
         std::fprintf(stderr, "spellwick: %s\n", trouble.c_str());
         return kNoDisplay;

@@ -25,9 +25,9 @@ struct System {
     int endRequests = -1;
 };
 
-// Readies the process for showing windows; to be called before the toolkit starts. Returns why the
-// program cannot show itself here, as one sentence, or nothing.
-std::string PrepareDisplay();
+// Readies the process, before the toolkit starts. Returns why the program cannot show itself here,
+// as one sentence, or nothing.
+std::string PrepareProcess();
 
 // Call only where there is no such trouble. Throws std::runtime_error with a sentence when the
 // display goes away meanwhile.

@@ -4,20 +4,32 @@
 #include <initializer_list>
 
 #include <sys/signalfd.h>
-#include <unistd.h>
 
 namespace spellwick {
 
-int WatchEndRequests() {
-    sigset_t requests;
-    sigemptyset(&requests);
+namespace {
+
+sigset_t EndSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        sigaddset(&requests, signal);
+        sigaddset(&signals, signal);
     }
-    const int descriptor = signalfd(-1, &requests, SFD_NONBLOCK | SFD_CLOEXEC);
-    if (descriptor >= 0 && sigprocmask(SIG_BLOCK, &requests, nullptr) != 0) {
-        close(descriptor);
-        return -1;
+    return signals;
+}
+
+}  // namespace
+
+void HoldEndSignals() {
+    const sigset_t signals = EndSignals();
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+}
+
+int WatchEndRequests() {
+    const sigset_t signals = EndSignals();
+    const int descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+    if (descriptor < 0) {
+        sigprocmask(SIG_UNBLOCK, &signals, nullptr);
     }
     return descriptor;
 }

@@ -4,8 +4,12 @@
 
 namespace spellwick {
 
-// Takes the signals over for the whole process. The descriptor is readable once one has come; -1 if
-// that could not be set up, and the signals then end the process as they always do.
+// Holds the signals back in this thread and in those that it starts; to be called before the first
+// of them, since a signal goes to any thread that takes it.
+void HoldEndSignals();
+
+// A descriptor that is readable once a signal has come; -1 if there is none to be had, and the
+// signals then end the process as they always do.
 int WatchEndRequests();
 
 }  // namespace spellwick

@@ -21,7 +21,7 @@ bool IsSet(const char* name) {
 
 }  // namespace
 
-std::string PrepareDisplay() {
+std::string PrepareProcess() {
     if (!IsSet("DISPLAY")) {
         return IsSet("WAYLAND_DISPLAY")
                    ? "This Wayland session has no XWayland, without which Spellwick can neither see "
@@ -31,6 +31,7 @@ std::string PrepareDisplay() {
     if (!X11Connection({}).Works()) {
         return std::string("The X display \"") + std::getenv("DISPLAY") + "\" cannot be opened.";
     }
+    HoldEndSignals();
     // The game's windows are X11 windows also under Wayland, and ours must stand among them.
     setenv("QT_QPA_PLATFORM", "xcb", 1);
     return {};
