@@ -53,8 +53,19 @@ void CounterBox::keyPressEvent(QKeyEvent* event) {
 
 void CounterBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
+    m_focusedByMouse = event->reason() == Qt::MouseFocusReason;
     if (IsFocusMove(event->reason())) {
         emit GotFocus();
+    }
+}
+
+// The press that brings the focus selects the whole text, as the focus does; it would otherwise
+// take the selection away again.
+void CounterBox::mousePressEvent(QMouseEvent* event) {
+    QLineEdit::mousePressEvent(event);
+    if (m_focusedByMouse) {
+        m_focusedByMouse = false;
+        selectAll();
     }
 }
 

@@ -26,6 +26,10 @@ class CounterBox : public QLineEdit {
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    bool m_focusedByMouse = false;
 };
 
 }  // namespace spellwick

@@ -1,5 +1,6 @@
 // Start and end of the program, and the saving of what it keeps.
 #include <QCoreApplication>
+#include <QWindow>
 
 #include "main_window/form_main.h"
 #include "model/number_forms.h"
@@ -73,7 +74,24 @@ void FormMain::Form_Activate() {
         }
     });
     m_activated = true;
+    // Once more, since the arrangement has resized the window.
+    MoveFrame(m_place);
     show();
+}
+
+// Until the window is shown its frame has no size, and move() would place the inside of the window
+// where the frame belongs.
+void FormMain::MoveFrame(QPoint place) {
+    m_place = place;
+    if (isVisible()) {
+        move(place);
+    } else {
+        windowHandle()->setFramePosition(place);
+    }
+}
+
+QPoint FormMain::FramePlace() const {
+    return isVisible() ? pos() : m_place;
 }
 
 void FormMain::RestorePlace() {
@@ -87,7 +105,7 @@ void FormMain::RestorePlace() {
     };
     read(top, "WindowTop");
     read(left, "WindowLeft");
-    move(ToI32(double{left / kTwipsPerPixel}), ToI32(double{top / kTwipsPerPixel}));
+    MoveFrame({ToI32(double{left / kTwipsPerPixel}), ToI32(double{top / kTwipsPerPixel})});
 }
 
 void FormMain::Form_Unload() {
@@ -127,8 +145,8 @@ bool FormMain::SaveAfterFailure() {
 WindowPlaces FormMain::Places() const {
     WindowPlaces places;
     if (!isMinimized() && !isMaximized() && !isFullScreen()) {
-        places.main = {.top = static_cast<float>(y()) * kTwipsPerPixel,
-                       .left = static_cast<float>(x()) * kTwipsPerPixel};
+        places.main = {.top = static_cast<float>(FramePlace().y()) * kTwipsPerPixel,
+                       .left = static_cast<float>(FramePlace().x()) * kTwipsPerPixel};
     }
     return places;
 }
@@ -145,7 +163,9 @@ void FormMain::ReportSave(const StoreResult& result) {
     }
 }
 
-void FormMain::SaveAll() { ReportSave(m_io.SaveGlobalSettings(Places())); }
+void FormMain::SaveAll() {
+    ReportSave(m_io.SaveGlobalSettings(Places()));
+}
 
 void FormMain::SavePlayer() {
     ReportSave(m_io.SavePlayerSettings(m_state.CurrentPlayerName));
