@@ -178,7 +178,7 @@ def edge_filter(name, box, unit, rim=None):
         f'<feGaussianBlur in="SourceAlpha" stdDeviation="{number(1.9 * unit)}"/>'
         '<feComponentTransfer><feFuncA type="linear" slope="9"/></feComponentTransfer>'
         f'<feComposite in2="SourceAlpha" operator="over" result="far"/>'
-        f'<feFlood flood-color="{rim}" flood-opacity=".75"/>'
+        f'<feFlood flood-color="{rim}" flood-opacity=".9"/>'
         '<feComposite in2="far" operator="in" result="outer"/>')
     shadow = "" if rim is not None else (
         f'<feGaussianBlur in="SourceAlpha" stdDeviation="{number(2.4 * unit)}"/>'

@@ -126,7 +126,7 @@ def reagent_strips(folder, painter):
     """Fourteen pictures in a row, without a ground; a light rim keeps them visible on dark."""
     rows = read_table(folder / "reagents.txt")
     sheets = []
-    for name, width, height, unit in (("reagents", 28, 20, 1.0), ("reagents_small", 25, 15, 1.15)):
+    for name, width, height, unit in (("reagents", 28, 20, .95), ("reagents_small", 25, 15, .9)):
         scale = 60 / height  # every cell is 60 units high
         cell = width * scale
         body = ""
