@@ -102,8 +102,7 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     void ConnectTimers();
     void SetTabOrder(bool vertical);
     void RestorePlace();
-    void MoveFrame(QPoint place);
-    QPoint FramePlace() const;
+    void TakePlace();
     void Apply(const LayoutPlan& plan);
     TextSizes MeasureTexts() const;
     WindowPlaces Places() const;
@@ -127,7 +126,6 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     Casting m_casting;
     QTimer m_watchTimer;       // Timer1(1)
     QTimer m_meditationTimer;  // Timer1(2)
-    QPoint m_place;            // of the frame, as last asked for
     bool m_activated = false;  // the first activation has run
     bool m_mapped = false;     // the window has been painted once
     bool m_unloading = false;

@@ -42,11 +42,9 @@ void FormMain::LayoutHorizontal() {
     m_state.DisplayVertical = false;
     const LayoutPlan plan = PlanHorizontal(m_state.ShowNecroRegs, MeasureTexts());
     Apply(plan);
-    const QPoint place = FramePlace();
-    const int left =
-        LeftOnScreen(place.x(), plan.clientWidth, screen()->virtualGeometry().right() + 1);
-    if (left != place.x()) {
-        MoveFrame({left, place.y()});
+    const int left = LeftOnScreen(x(), plan.clientWidth, screen()->virtualGeometry().right() + 1);
+    if (left != x()) {
+        move(left, y());
     }
 }
 

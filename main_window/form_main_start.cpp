@@ -1,6 +1,5 @@
 // Start and end of the program, and the saving of what it keeps.
 #include <QCoreApplication>
-#include <QWindow>
 
 #include "main_window/form_main.h"
 #include "model/number_forms.h"
@@ -25,6 +24,7 @@ LoadOutcome FormMain::Form_Load() {
                                .title = "Missing File!"});
         return LoadOutcome::kMissingSpellData;
     }
+    IgnoreFailure([&] { TakePlace(); });
     IgnoreFailure([&] {
         m_state.MainWindowHandle = static_cast<WindowHandle>(winId());
         m_state.AssistLinked = false;
@@ -74,24 +74,16 @@ void FormMain::Form_Activate() {
         }
     });
     m_activated = true;
-    // Once more, since the arrangement has resized the window.
-    MoveFrame(m_place);
     show();
 }
 
-// Until the window is shown its frame has no size, and move() would place the inside of the window
-// where the frame belongs.
-void FormMain::MoveFrame(QPoint place) {
-    m_place = place;
-    if (isVisible()) {
-        move(place);
-    } else {
-        windowHandle()->setFramePosition(place);
-    }
-}
-
-QPoint FormMain::FramePlace() const {
-    return isVisible() ? pos() : m_place;
+// A window takes its place as that of its frame only if it has place and size before it has a
+// handle, so it is arranged once ahead of the options that the start will read.
+void FormMain::TakePlace() {
+    RestorePlace();
+    m_state.ShowNecroRegs = m_io.ReadSwitch("ShowNecroRegs", true);
+    m_state.DisplayVertical = m_io.ReadSwitch("DisplayVertical", false);
+    LayoutAgain();
 }
 
 void FormMain::RestorePlace() {
@@ -105,7 +97,10 @@ void FormMain::RestorePlace() {
     };
     read(top, "WindowTop");
     read(left, "WindowLeft");
-    MoveFrame({ToI32(double{left / kTwipsPerPixel}), ToI32(double{top / kTwipsPerPixel})});
+    const QPoint place(ToI32(double{left / kTwipsPerPixel}), ToI32(double{top / kTwipsPerPixel}));
+    if (!testAttribute(Qt::WA_Moved) || pos() != place) {
+        move(place);
+    }
 }
 
 void FormMain::Form_Unload() {
@@ -145,8 +140,8 @@ bool FormMain::SaveAfterFailure() {
 WindowPlaces FormMain::Places() const {
     WindowPlaces places;
     if (!isMinimized() && !isMaximized() && !isFullScreen()) {
-        places.main = {.top = static_cast<float>(FramePlace().y()) * kTwipsPerPixel,
-                       .left = static_cast<float>(FramePlace().x()) * kTwipsPerPixel};
+        places.main = {.top = static_cast<float>(y()) * kTwipsPerPixel,
+                       .left = static_cast<float>(x()) * kTwipsPerPixel};
     }
     return places;
 }

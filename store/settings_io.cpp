@@ -190,6 +190,11 @@ float SettingsIo::ReadPosition(std::string_view key) const {
     return text ? ReadFloat(*text) : 0.0F;
 }
 
+bool SettingsIo::ReadSwitch(std::string_view key, bool unset) const {
+    const std::optional<std::string> text = m_store.Read(kGlobalSection, key);
+    return text ? ReadBool(*text) : unset;
+}
+
 StoreResult SettingsIo::SaveOption(std::string_view key, const std::string& value) {
     return m_store.Apply({{std::string(kGlobalSection), std::string(key), value}});
 }

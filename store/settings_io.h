@@ -42,6 +42,9 @@ class SettingsIo {
     // A saved position in twips, 0 when there is none; RuntimeFailure when it is no number.
     float ReadPosition(std::string_view key) const;
 
+    // A saved option, `unset` when there is none; RuntimeFailure when it is no such value.
+    bool ReadSwitch(std::string_view key, bool unset) const;
+
     // Writes one key of the global section, for options that are saved when they are clicked.
     StoreResult SaveOption(std::string_view key, const std::string& value);
 
