@@ -39,6 +39,9 @@ std::unique_ptr<X11Keyboard> X11Keyboard::Open(const std::string& display, std::
 }
 
 std::optional<Keymap> X11Keyboard::ReadKeymap() {
+    // The server gives the core keyboard the map of the device that spoke last. Let it be the one
+    // that test events come from: the release of a key that is up reaches no program.
+    Release(xcb_get_setup(m_connection.Get())->min_keycode);
     const std::int32_t device = xkb_x11_get_core_keyboard_device_id(m_connection.Get());
     if (device < 0) {
         return std::nullopt;

@@ -105,8 +105,10 @@ std::string X11WindowSearch::Title(xcb_window_t window) const {
 }
 
 bool X11WindowSearch::ManagerSupports(xcb_atom_t feature) const {
-    const std::vector<std::uint32_t> features = Cells(m_connection.Root(), m_atoms.netSupported);
-    return std::ranges::find(features, feature) != features.end() && ManagerRuns();
+    const auto supported = Ask(m_connection.Root(), m_atoms.netSupported, XCB_ATOM_ATOM);
+    const auto check = Ask(m_connection.Root(), m_atoms.netSupportingWmCheck, XCB_ATOM_WINDOW);
+    const std::vector<std::uint32_t> features = CellsOf(Answer(supported).get());
+    return ManagerRuns(check) && std::ranges::find(features, feature) != features.end();
 }
 
 std::vector<std::uint32_t> X11WindowSearch::Cells(xcb_window_t window, xcb_atom_t property) const {
@@ -115,8 +117,8 @@ std::vector<std::uint32_t> X11WindowSearch::Cells(xcb_window_t window, xcb_atom_
 
 // The lists of a window manager that is gone stay on the root window; the window that it names
 // itself by does not.
-bool X11WindowSearch::ManagerRuns() const {
-    const auto named = Cells(m_connection.Root(), m_atoms.netSupportingWmCheck);
+bool X11WindowSearch::ManagerRuns(xcb_get_property_cookie_t check) const {
+    const std::vector<std::uint32_t> named = CellsOf(Answer(check).get());
     return !named.empty() && Cells(named.front(), m_atoms.netSupportingWmCheck) == named;
 }
 
@@ -124,11 +126,13 @@ bool X11WindowSearch::ManagerRuns() const {
 std::vector<xcb_window_t> X11WindowSearch::TopLevels() const {
     const auto stacked = Ask(m_connection.Root(), m_atoms.netClientListStacking, XCB_ATOM_WINDOW);
     const auto listed = Ask(m_connection.Root(), m_atoms.netClientList, XCB_ATOM_WINDOW);
+    const auto check = Ask(m_connection.Root(), m_atoms.netSupportingWmCheck, XCB_ATOM_WINDOW);
     const auto stackedReply = Answer(stacked);
     const auto listedReply = Answer(listed);
+    const bool runs = ManagerRuns(check);
     const bool hasStacking = stackedReply && stackedReply->format == 32;
     const bool hasList = listedReply && listedReply->format == 32;
-    if ((!hasStacking && !hasList) || !ManagerRuns()) {
+    if ((!hasStacking && !hasList) || !runs) {
         return TopLevelsOfTree();
     }
     std::vector<xcb_window_t> windows =

@@ -55,7 +55,7 @@ class X11WindowSearch {
         xcb_get_property_cookie_t old;
     };
 
-    bool ManagerRuns() const;
+    bool ManagerRuns(xcb_get_property_cookie_t check) const;
     std::vector<xcb_window_t> TopLevels() const;
     std::vector<xcb_window_t> TopLevelsOfTree() const;
     xcb_get_property_cookie_t Ask(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;

@@ -155,6 +155,18 @@ TEST_F(X11Typing, ChangeOfLayoutBetweenSends_IsNoticed) {
     }
 }
 
+// A keyboard that is plugged in later, or has a layout of its own, differs from the device that
+// the server makes for test events.
+TEST_F(X11Typing, TestDeviceWithALayoutOfItsOwn_ItsLayoutCounts) {
+    ASSERT_TRUE(session->SetLayout("de"));
+    constexpr const char* kTestKeyboard = "5";
+    ASSERT_EQ(session->Run({"setxkbmap", "-device", kTestKeyboard, "-layout", "us"}).exitCode, 0);
+    KeystrokeSender sender(*keyboard, {8ms, 8ms}, 300ms);
+    EXPECT_TRUE(sender.SendKeys("yz@Y", true).Ok());
+    EXPECT_EQ(witness->WaitForTyped("yz@Y"), "yz@Y");
+    EXPECT_EQ(witness->Unmirrored(), "");
+}
+
 TEST_F(X11Typing, SlowClient_GetsBorrowedLettersToo) {
     ASSERT_TRUE(session->SetLayout("us"));
     KeystrokeSender sender(*keyboard, {8ms, 8ms}, 1500ms);

@@ -151,8 +151,10 @@ void XSession::KillServer() {
     m_server->WaitForEnd(5s);
 }
 
-void XSession::StopWindowManager() {
+void XSession::KillWindowManager() {
+    m_windowManager->Signal(SIGKILL);
     m_windowManager.reset();
+    Sync();
 }
 
 bool XSession::SetLayout(const std::string& layout, const std::string& variant,

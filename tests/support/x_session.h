@@ -57,7 +57,8 @@ class XSession {
     RunResult Run(const std::vector<std::string>& command) const;
     // The server dies, as at the end of a user's session.
     void KillServer();
-    void StopWindowManager();
+    // The window manager dies and leaves its properties on the root window.
+    void KillWindowManager();
 
     // For example SetLayout("us,ru") or SetLayout("de", "nodeadkeys"). False if it fails.
     bool SetLayout(const std::string& layout, const std::string& variant = "",

@@ -1,0 +1,304 @@
+// The real search and activation on a private X server, with windows that the test makes.
+#include "platform/linux/x11_client_windows.h"
+
+#include <chrono>
+#include <iostream>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/x_session.h"
+
+namespace spellwick {
+namespace {
+
+using testing_support::WaitUntil;
+using testing_support::WindowManager;
+using testing_support::XSession;
+
+constexpr std::uint32_t kIconic = 3;
+constexpr const char* kClient = "Ultima Online";
+constexpr const char* kThirdDawn = "Ultima Online Third Dawn";
+
+class X11ClientWindowsTest : public testing::Test {
+  protected:
+    void Open(WindowManager manager) {
+        if (const std::string missing = XSession::WhatIsMissing(manager); !missing.empty()) {
+            GTEST_SKIP() << missing;
+        }
+        session = XSession::Start(manager);
+        ASSERT_TRUE(session);
+        std::string error;
+        windows = X11ClientWindows::Open(session->Display(), error);
+        ASSERT_TRUE(windows) << error;
+    }
+
+    void SetProperty(xcb_window_t window, const char* name, xcb_atom_t type,
+                     const std::string& bytes) {
+        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, window,
+                            session->Atom(name), type, 8, static_cast<std::uint32_t>(bytes.size()),
+                            bytes.data());
+        session->Sync();
+    }
+
+    void SetCells(xcb_window_t window, const char* name, const char* type,
+                  const std::vector<std::uint32_t>& cells) {
+        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, window,
+                            session->Atom(name), session->Atom(type), 32,
+                            static_cast<std::uint32_t>(cells.size()), cells.data());
+        session->Sync();
+    }
+
+    void RefuseInput(xcb_window_t window) {
+        constexpr std::uint32_t kInputHint = 1;
+        SetCells(window, "WM_HINTS", "WM_HINTS", {kInputHint, 0, 0, 0, 0, 0, 0, 0, 0});
+    }
+
+    std::unique_ptr<XSession> session;
+    std::unique_ptr<X11ClientWindows> windows;
+};
+
+class WithOpenbox : public X11ClientWindowsTest {
+    void SetUp() override { Open(WindowManager::kOpenbox); }
+};
+
+class WithoutManager : public X11ClientWindowsTest {
+    void SetUp() override { Open(WindowManager::kNone); }
+};
+
+TEST_F(WithOpenbox, Find_NoClient_IsZero) {
+    session->MakeWindow("editor", "Editor", "Ultima Online - a note about it");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+}
+
+TEST_F(WithOpenbox, Find_InstanceOrClass_IsComparedLiterally) {
+    session->MakeWindow("ultima online", "ULTIMA ONLINE", "other case");
+    session->MakeWindow("Ultima Online 2", "xUltima Online", "more around it");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    const xcb_window_t byInstance = session->MakeWindow(kClient, "Other", "one");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), byInstance);
+    session->DestroyWindow(byInstance);
+    const xcb_window_t byClass = session->MakeWindow("other", kClient, "two");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), byClass);
+    EXPECT_EQ(windows->FindWindowByClass(kThirdDawn), 0U);
+}
+
+TEST_F(WithOpenbox, Find_PatternCharacters_MeanThemselves) {
+    session->MakeWindow("abc", "abc", "one");
+    const xcb_window_t odd = session->MakeWindow("x", "a.c*[1](2)", "two");
+    EXPECT_EQ(windows->FindWindowByClass("a.c"), 0U);
+    EXPECT_EQ(windows->FindWindowByClass(".*"), 0U);
+    EXPECT_EQ(windows->FindWindowByClass(""), 0U);
+    EXPECT_EQ(windows->FindWindowByClass("a.c*[1](2)"), odd);
+}
+
+TEST_F(WithOpenbox, Find_WindowsProgram_GoesByTheBeginningOfItsTitle) {
+    session->MakeWindow("notepad.exe", "notepad.exe", "about Ultima Online");
+    session->MakeWindow("client", "client.exe2", "Ultima Online - Mira (Atlantic)");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    const xcb_window_t client =
+        session->MakeWindow("client.exe", "client.exe", "Ultima Online - Mira (Atlantic)");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), client);
+    EXPECT_EQ(windows->FindWindowByClass(kThirdDawn), 0U);
+    session->SetWindowName(client, "Login");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    const xcb_window_t capitals = session->MakeWindow("CLIENT.EXE", "CLIENT.EXE", kThirdDawn);
+    EXPECT_EQ(windows->FindWindowByClass(kThirdDawn), capitals);
+    EXPECT_EQ(windows->FindWindowByClass(kClient), capitals);
+}
+
+TEST_F(WithOpenbox, Find_SeveralClients_TheUppermostIsTaken) {
+    const xcb_window_t first = session->MakeWindow("a", kClient, "first");
+    const xcb_window_t second = session->MakeWindow("b", kClient, "second");
+    ASSERT_TRUE(windows->SetForegroundWindow(first));
+    EXPECT_TRUE(WaitUntil([&] { return windows->FindWindowByClass(kClient) == first; }));
+    ASSERT_TRUE(windows->SetForegroundWindow(second));
+    EXPECT_TRUE(WaitUntil([&] { return windows->FindWindowByClass(kClient) == second; }));
+    session->DestroyWindow(second);
+    EXPECT_EQ(windows->FindWindowByClass(kClient), first);
+}
+
+TEST_F(WithOpenbox, Find_ManagerThatIsGone_ItsListIsNotBelieved) {
+    const xcb_window_t client = session->MakeWindow("a", kClient, "first");
+    session->KillWindowManager();
+    ASSERT_EQ(session->ClientList(), std::vector<xcb_window_t>{client});
+    ASSERT_TRUE(WaitUntil([&] { return windows->FindWindowByClass(kClient) == client; }));
+    const xcb_window_t later = session->MakeWindow("b", "Later", "second");
+    EXPECT_EQ(windows->FindWindowByClass("Later"), later);
+    EXPECT_TRUE(windows->SetForegroundWindow(later));
+    EXPECT_EQ(session->FocusedWindow(), later);
+}
+
+TEST_F(WithOpenbox, Find_TwentyWindows_CostsWellUnderAMillisecond) {
+    for (int number = 0; number < 20; ++number) {
+        session->MakeWindow("w" + std::to_string(number), number % 4 == 0 ? "w.exe" : "Other", "t");
+    }
+    constexpr int kRounds = 500;
+    const auto start = std::chrono::steady_clock::now();
+    for (int round = 0; round < kRounds; ++round) {
+        ASSERT_EQ(windows->FindWindowByClass(kClient), 0U);
+    }
+    const std::chrono::duration<double, std::micro> each =
+        (std::chrono::steady_clock::now() - start) / kRounds;
+    RecordProperty("microseconds", std::to_string(each.count()));
+    std::cout << "one search among 20 windows: " << each.count() << " microseconds\n";
+    // Generous, for a machine that does other things as well.
+    EXPECT_LT(each.count(), 5000.0);
+}
+
+TEST_F(WithOpenbox, Title_OfAnyLengthAndScript_IsWhole) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "x");
+    std::string hebrew;
+    std::string emoji;
+    for (int count = 0; count < 5000; ++count) {
+        hebrew += "\u05d0";
+        emoji += "\U0001f600";
+    }
+    for (const std::string& title :
+         {std::string("Ultima Online - Bran (Oak Hill)"), std::string(5000, 'x'), hebrew, emoji,
+          std::string("()(()"), std::string("\u202e\u05e9\u05dc\u05d5\u05dd (\u0627)\u202c"),
+          std::string(255, 'a'), std::string(300000, 'b'), std::string()}) {
+        session->SetWindowName(window, title);
+        ASSERT_EQ(windows->WindowTitle(window), title) << title.size();
+    }
+}
+
+TEST_F(WithOpenbox, Title_OldProperty_IsReadAsLatin1OrCompoundText) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "x");
+    xcb_delete_property(session->Connection(), window, session->Atom("_NET_WM_NAME"));
+    SetProperty(window, "WM_NAME", XCB_ATOM_STRING, "J\xf6rg (M\xfcnchen)");
+    EXPECT_EQ(windows->WindowTitle(window), "J\u00f6rg (M\u00fcnchen)");
+    SetProperty(window, "WM_NAME", session->Atom("COMPOUND_TEXT"), "J\xf6rg \x1b-L\xb0\xb1 a");
+    EXPECT_EQ(windows->WindowTitle(window), "J\u00f6rg \u0410\u0411 a");
+    SetProperty(window, "WM_NAME", session->Atom("COMPOUND_TEXT"), "a\x1b%G\u20ac\x1b%@\xe4");
+    EXPECT_EQ(windows->WindowTitle(window), "a\u20ac\u00e4");
+    SetProperty(window, "WM_NAME", session->Atom("COMPOUND_TEXT"), "a\x1b$)B\xb0\xa1\x1b%/1\x80");
+    EXPECT_EQ(windows->WindowTitle(window), "a\ufffd");
+}
+
+TEST_F(WithOpenbox, Title_BytesThatAreNoUtf8_AreReplaced) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "x");
+    SetProperty(window, "_NET_WM_NAME", session->Atom("UTF8_STRING"), "J\xf6rg");
+    EXPECT_EQ(windows->WindowTitle(window), "J\ufffdrg");
+    SetProperty(window, "_NET_WM_NAME", session->Atom("UTF8_STRING"), std::string("ab\0cd", 5));
+    EXPECT_EQ(windows->WindowTitle(window), "ab");
+}
+
+TEST_F(WithOpenbox, WindowThatIsGone_CostsAnEmptyAnswer) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "x");
+    session->DestroyWindow(window);
+    for (const WindowHandle gone :
+         {WindowHandle{window}, WindowHandle{0}, WindowHandle{0x7fffff}}) {
+        EXPECT_EQ(windows->WindowTitle(gone), "");
+        EXPECT_FALSE(windows->SetForegroundWindow(gone));
+        EXPECT_FALSE(windows->SetFocus(gone));
+    }
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    const xcb_window_t next = session->MakeWindow("a", kClient, "y");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), next);
+}
+
+TEST_F(WithOpenbox, Foreground_ReturnsWhenTheManagerNamesTheWindow) {
+    const xcb_window_t one = session->MakeWindow("a", "A", "one");
+    const xcb_window_t two = session->MakeWindow("b", "B", "two");
+    for (int round = 0; round < 10; ++round) {
+        for (const xcb_window_t window : {one, two}) {
+            ASSERT_TRUE(windows->SetForegroundWindow(window));
+            ASSERT_EQ(session->ActiveWindow(), window);
+            ASSERT_TRUE(windows->SetFocus(window));
+            ASSERT_EQ(session->FocusedWindow(), window);
+        }
+    }
+}
+
+TEST_F(WithOpenbox, Foreground_MinimisedWindow_ComesBack) {
+    const xcb_window_t one = session->MakeWindow("a", kClient, "one");
+    session->MakeWindow("b", "B", "two");
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = one;
+    message.type = session->Atom("WM_CHANGE_STATE");
+    message.data.data32[0] = kIconic;
+    const void* untyped = &message;
+    xcb_send_event(session->Connection(), 0, session->Root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   static_cast<const char*>(untyped));
+    session->Sync();
+    EXPECT_TRUE(WaitUntil([&] { return !windows->SetFocus(one); }));
+    EXPECT_EQ(windows->FindWindowByClass(kClient), one);
+    EXPECT_TRUE(windows->SetForegroundWindow(one));
+    EXPECT_EQ(session->ActiveWindow(), one);
+}
+
+TEST_F(WithOpenbox, Foreground_RefusedByTheManager_IsFalseAfterHalfASecond) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "one");
+    session->MakeWindow("b", "B", "two");
+    // A manager that hangs answers nothing.
+    const xcb_window_t unmanaged = xcb_generate_id(session->Connection());
+    xcb_create_window(session->Connection(), XCB_COPY_FROM_PARENT, unmanaged, session->Root(), 0, 0,
+                      10, 10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    session->Sync();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(windows->SetForegroundWindow(unmanaged));
+    const auto took = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(took, std::chrono::milliseconds(500));
+    EXPECT_LT(took, std::chrono::milliseconds(1500));
+    EXPECT_TRUE(windows->SetForegroundWindow(window));
+}
+
+TEST_F(WithOpenbox, Focus_OfAWindowThatIsNotInFront_IsRefused) {
+    const xcb_window_t one = session->MakeWindow("a", "A", "one");
+    const xcb_window_t two = session->MakeWindow("b", "B", "two");
+    ASSERT_TRUE(windows->SetForegroundWindow(two));
+    EXPECT_FALSE(windows->SetFocus(one));
+    EXPECT_EQ(session->FocusedWindow(), two);
+}
+
+TEST_F(WithoutManager, FindTitleAndActivation_WorkOnTheTree) {
+    const xcb_window_t one = session->MakeWindow("a", kClient, "one");
+    const xcb_window_t two = session->MakeWindow("b", "B", "two");
+    EXPECT_EQ(windows->FindWindowByClass(kClient), one);
+    EXPECT_EQ(windows->WindowTitle(one), "one");
+    EXPECT_TRUE(windows->SetForegroundWindow(one));
+    EXPECT_EQ(session->FocusedWindow(), one);
+    EXPECT_TRUE(windows->SetForegroundWindow(two));
+    EXPECT_EQ(session->FocusedWindow(), two);
+    EXPECT_TRUE(windows->SetFocus(one));
+    EXPECT_EQ(session->FocusedWindow(), one);
+    session->DestroyWindow(one);
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    EXPECT_FALSE(windows->SetForegroundWindow(one));
+}
+
+TEST_F(WithoutManager, WindowWithinAFrame_IsFoundByItsState) {
+    const xcb_window_t frame = session->MakeWindow("frame", "Frame", "");
+    const xcb_window_t client = session->MakeWindow("a", kClient, "one");
+    xcb_reparent_window(session->Connection(), client, frame, 0, 0);
+    session->Sync();
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    SetCells(client, "WM_STATE", "WM_STATE", {1, 0});
+    EXPECT_EQ(windows->FindWindowByClass(kClient), client);
+    EXPECT_TRUE(windows->SetForegroundWindow(client));
+    EXPECT_EQ(session->FocusedWindow(), client);
+}
+
+TEST_F(WithoutManager, WindowThatWantsNoInput_DoesNotGetTheFocus) {
+    const xcb_window_t other = session->MakeWindow("b", "B", "two");
+    const xcb_window_t window = session->MakeWindow("a", kClient, "one");
+    ASSERT_TRUE(windows->SetFocus(other));
+    RefuseInput(window);
+    EXPECT_FALSE(windows->SetFocus(window));
+    EXPECT_EQ(session->FocusedWindow(), other);
+}
+
+TEST_F(WithoutManager, HiddenWindow_DoesNotGetTheFocus) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "one");
+    xcb_unmap_window(session->Connection(), window);
+    session->Sync();
+    EXPECT_FALSE(windows->SetFocus(window));
+    EXPECT_FALSE(windows->SetForegroundWindow(window));
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+}
+
+}  // namespace
+}  // namespace spellwick
