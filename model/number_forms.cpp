@@ -271,12 +271,13 @@ std::string PlainText(double value) {
 }
 
 std::string StandardText(i32 value) {
-    return (value < 0 ? "" : " ") + PlainText(value);
+    std::string text = PlainText(value);
+    return value < 0 ? text : text.insert(0, 1, ' ');
 }
 
 std::string StandardText(double value) {
-    const std::string plain = PlainText(value);
-    return plain.starts_with('-') ? plain : " " + plain;
+    std::string text = PlainText(value);
+    return text.starts_with('-') ? text : text.insert(0, 1, ' ');
 }
 
 }  // namespace spellwick
