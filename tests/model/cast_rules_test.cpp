@@ -63,9 +63,9 @@ TEST(RequireSpellRow, Bounds_AreZeroAnd96) {
 }
 
 struct DebitRow {
-    const char* name;
-    i32 need;
-    const char* counter;
+    const char* name = "";
+    i32 need = 0;
+    const char* counter = "";
     std::optional<std::string> after;
 };
 

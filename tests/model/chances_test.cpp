@@ -219,10 +219,10 @@ TEST(SkillTab, Table_GroundsOfALine) {
     spell.MaximumSkill = 70;
     constexpr Colour kPlain = kWindowBackground;
     const struct {
-        const char* name;
-        i16 intelligence;
-        i16 skill;
-        i16 chance;
+        const char* name = "";
+        i16 intelligence = 0;
+        i16 skill = 0;
+        i16 chance = 0;
         SkillTabGrounds grounds;
     } rows[] = {
         {"all well", 40, 70, 99, {kPlain, kPlain, kPlain, kPlain}},
