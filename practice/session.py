@@ -1,0 +1,235 @@
+#!/usr/bin/env python3
+"""Plays a short session of Spellwick beside the practice game in a virtual display of its own.
+
+Usage: session.py FOLDER_OF_THE_PROGRAMS OUTPUT_FOLDER
+
+Leaves numbered pictures and typed.txt, the journal of the practice game, in the output folder.
+Ends with 1 and says so if a step does not do what it should, and with 77 if a program that it
+needs is not installed.
+"""
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import time
+
+PATIENCE = 15.0
+NOT_RUN = 77
+
+# Places in the wide arrangement of Spellwick's window, from the left edge of its client area for
+# the counters and buttons, from the first spell for the rest. The width of the buttons depends on
+# the font; all that is right of them has a fixed width.
+WIDTH_FROM_FIRST_SPELL = 539
+SPELL_PITCH, SPELL_CENTRE = 44, (22, 40)
+CIRCLE_PITCH, CIRCLE_TOP, FIRST_CIRCLE = 35.2, 92, 2
+COUNTER_LEFTS, COUNTER_ROWS, COUNTER_PITCH, COUNTER_CENTRE = (30, 111, 189), 5, 15, (12, 9)
+UNDO = (248, 10)
+
+
+class Trouble(Exception):
+    pass
+
+
+def wait_for(what, holds):
+    end = time.monotonic() + PATIENCE
+    while time.monotonic() < end:
+        found = holds()
+        if found:
+            return found
+        time.sleep(0.05)
+    raise Trouble(f"waited in vain: {what}")
+
+
+class Session:
+    def __init__(self, programs, output):
+        self.programs = programs
+        self.output = output
+        self.children = []
+        self.pictures = 0
+        self.environment = dict(os.environ, LC_ALL="C.UTF-8",
+                                XDG_DATA_HOME=str(output / "session" / "data"),
+                                XDG_CONFIG_HOME=str(output / "session" / "config"),
+                                XDG_RUNTIME_DIR=str(output / "session" / "run"))
+        for name in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR"):
+            self.environment.pop(name, None)
+
+    def start(self, name, command, **options):
+        log = open(self.output / "session" / f"{name}.log", "wb")
+        child = subprocess.Popen(command, env=self.environment, stderr=log,
+                                 **{"stdin": subprocess.DEVNULL, "stdout": log, **options})
+        log.close()
+        self.children.append(child)
+        return child
+
+    def end(self):
+        for child in reversed(self.children):
+            if child.poll() is None:
+                child.terminate()
+                try:
+                    child.wait(3)
+                except subprocess.TimeoutExpired:
+                    child.kill()
+                    child.wait()
+
+    def open_display(self):
+        reader, writer = os.pipe()
+        self.start("display", ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1100x720x24",
+                               "-nolisten", "tcp"], pass_fds=(writer,))
+        os.close(writer)
+        with os.fdopen(reader) as numbers:
+            number = numbers.readline().strip()
+        if not number:
+            raise Trouble("the virtual display did not start")
+        self.environment["DISPLAY"] = f":{number}"
+        ready = self.output / "session" / "openbox-is-up"
+        self.start("openbox", ["openbox", "--startup", f"touch '{ready}'"])
+        wait_for("the window manager", ready.exists)
+
+    def xdotool(self, *words):
+        return subprocess.run(["xdotool", *map(str, words)], env=self.environment, text=True,
+                              capture_output=True, check=False).stdout
+
+    def window(self, title):
+        """The visible window whose title matches, 0 if there is none."""
+        found = self.xdotool("search", "--onlyvisible", "--name", title).split()
+        return int(found[0]) if found else 0
+
+    def picture(self, name, words):
+        time.sleep(0.25)  # the last strokes of the brush
+        self.pictures += 1
+        file = self.output / f"{self.pictures:02}-{name}.png"
+        subprocess.run(["import", "-silent", "-window", "root", str(file)], env=self.environment,
+                       check=True)
+        print(f"  {file.name}: {words}", flush=True)
+
+    # The game
+
+    def start_game(self):
+        self.journal = self.output / "typed.txt"
+        self.journal.unlink(missing_ok=True)
+        self.game = self.start("game", [self.programs / "spellwick-practice-game", "--journal",
+                                        self.journal, "-qwindowgeometry", "+280+190"],
+                               stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+        wait_for("the game's window", lambda: self.window("^Ultima Online"))
+
+    def tell_game(self, command):
+        self.game.stdin.write(f"{command}\n".encode())
+        self.game.stdin.flush()
+
+    def typed(self):
+        return self.journal.read_text().splitlines() if self.journal.exists() else []
+
+    def wait_typed(self, *lines):
+        """These lines stand one after the other at the end of the journal."""
+        wait_for(f"the game sees {lines}", lambda: self.typed()[-len(lines):] == list(lines))
+
+    # Spellwick
+
+    def start_spellwick(self):
+        self.spellwick = self.start("spellwick", [self.programs / "spellwick"])
+        self.main = wait_for("Spellwick's window", lambda: self.window("^Spellwick 7.5"))
+        time.sleep(0.5)
+        size = dict(line.split("=") for line in
+                    self.xdotool("getwindowgeometry", "--shell", self.main).split())
+        self.first_spell = int(size["WIDTH"]) - WIDTH_FROM_FIRST_SPELL
+
+    def wait_character(self, name):
+        wait_for(f"Spellwick's caption names {name}",
+                 lambda: f"Character: {name}" in self.xdotool("getwindowname", self.main))
+
+    def move(self, place):
+        self.xdotool("mousemove", "--sync", "--window", self.main, *map(round, place))
+
+    def click(self, place):
+        self.move(place)
+        self.xdotool("click", 1)
+
+    def spell(self, slot):
+        return self.first_spell + slot * SPELL_PITCH + SPELL_CENTRE[0], SPELL_CENTRE[1]
+
+    def circle(self, number):
+        index = number - 1 + FIRST_CIRCLE
+        return self.first_spell + (index + 0.5) * CIRCLE_PITCH, CIRCLE_TOP
+
+    @staticmethod
+    def counter(reagent):
+        column, row = divmod(reagent - 1, COUNTER_ROWS)
+        return (COUNTER_LEFTS[column] + COUNTER_CENTRE[0],
+                row * COUNTER_PITCH + COUNTER_CENTRE[1])
+
+    def play(self):
+        self.open_display()
+        self.start_spellwick()
+        self.picture("start", "Spellwick alone, without a game")
+
+        self.start_game()
+        self.tell_game("login 1")
+        self.wait_character("Mira Talon")
+        self.picture("log-in", "Mira Talon logs in; Spellwick follows the game's title")
+
+        self.click(self.circle(4))
+        self.picture("page", "the page of circle 4")
+
+        self.move(self.spell(4))
+        self.move(self.spell(5))
+        self.picture("hover", "the mouse over Lightning: its needs, mana, price and words")
+
+        self.click(self.spell(5))
+        self.wait_typed("key Alt+Shift+6", "cast Lightning", "key Enter",
+                        "say ... Alakazam ...")
+        self.picture("cast", "Lightning is cast; its reagents are taken off the counters")
+
+        self.click(UNDO)
+        self.picture("undo", "Undo gives the reagents back")
+
+        self.click(self.counter(1))
+        self.xdotool("type", "+25")
+        self.xdotool("key", "Return")
+        self.picture("counter", "25 Mandrake Roots bought")
+
+        self.tell_game("login 2")
+        self.wait_character("Bran Oakley")
+        self.click(self.circle(1))
+        self.picture("switch", "Bran Oakley logs in, with stock, skills and book of his own")
+
+        self.click(self.spell(5))
+        wait_for("the question about the book", lambda: self.window("^Spellwick$"))
+        self.picture("book", "a spell that is not in Bran's book yet")
+        self.xdotool("key", "alt+y")
+        self.wait_typed("key Alt+6", "cast Night Sight", "key Enter")
+        self.picture("learned", "now it is, and it is cast")
+
+        self.spellwick.send_signal(signal.SIGTERM)
+        code = self.spellwick.wait(PATIENCE)
+        if code != 0:
+            raise Trouble(f"Spellwick ended with exit code {code}")
+
+
+def main():
+    programs, output = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
+    missing = [name for name in ("Xvfb", "openbox", "xdotool", "import") if not shutil.which(name)]
+    if missing:
+        print("Not installed: " + ", ".join(missing))
+        return NOT_RUN
+    for old in output.glob("[0-9][0-9]-*.png"):
+        old.unlink()
+    shutil.rmtree(output / "session", ignore_errors=True)
+    (output / "session").mkdir(parents=True)
+    (output / "session" / "run").mkdir(mode=0o700)
+    session = Session(programs, output)
+    prepare = pathlib.Path(__file__).with_name("prepare.py")
+    subprocess.run([sys.executable, prepare, session.environment["XDG_DATA_HOME"]], check=True)
+    try:
+        session.play()
+    except (Trouble, OSError, subprocess.SubprocessError) as trouble:
+        print(f"The session broke off: {trouble}")
+        return 1
+    finally:
+        session.end()
+    print(f"Pictures, and the keys that reached the game (typed.txt): {output}")
+    return 0
+
+
+sys.exit(main())
