@@ -39,8 +39,6 @@ Application::Application(System system)
     });
 }
 
-Application::~Application() = default;
-
 MainWindowServices Application::Services() {
     return {.state = m_state,
             .store = *m_system.store,

@@ -16,7 +16,6 @@ namespace spellwick {
 class Application : private SettingsPort, private SpellInfoPort, private OldDataConversion {
   public:
     explicit Application(System system);
-    ~Application() override;
 
     // Starts the program; the exit code if the start ended it, or nothing to go on.
     std::optional<int> Start();

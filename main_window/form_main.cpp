@@ -89,9 +89,6 @@ FormMain::FormMain(const MainWindowServices& services)
     ConnectTimers();
 }
 
-// The parts are children by name only: they are members and go before the form does.
-FormMain::~FormMain() = default;
-
 void FormMain::ConnectCommands() {
     for (int index = 0; index < 5; ++index) {
         connect(&Command(index), &QPushButton::clicked, this, [this, index] {

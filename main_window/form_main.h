@@ -27,7 +27,6 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
   public:
     // `services` is copied; what it refers to outlives the window.
     explicit FormMain(const MainWindowServices& services);
-    ~FormMain() override;
 
     // The start-up sequence. Failures of a step are ignored; only a missing or bad spell data file
     // ends the start, after its box.

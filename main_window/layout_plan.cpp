@@ -118,8 +118,9 @@ LayoutPlan PlanVertical(bool showNecroRegs, const TextSizes& texts) {
         plan.spellIcon[at] = {left + 1, top + 17, kIconSize, kIconSize};
         plan.labelChance[at] = {left, top + 60, kSlotPitch, kFigureHeight};
     }
-    for (int circle = 0; circle < 8; ++circle) {
-        plan.checkCircle[static_cast<std::size_t>(circle + 2)] = {
+    for (int button = 2; button < 10; ++button) {
+        const int circle = button - 2;
+        plan.checkCircle[static_cast<std::size_t>(button)] = {
             circle % 4 * kSlotPitch + 2, base + 154 + circle / 4 * 25, 43, kButtonHeight};
     }
     plan.checkCircle[0] = {2, base + 204, 43, kImageHeight};
