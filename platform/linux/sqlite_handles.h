@@ -38,6 +38,8 @@ class StatementUse {
     ~StatementUse();
     StatementUse(const StatementUse&) = delete;
     StatementUse& operator=(const StatementUse&) = delete;
+    StatementUse(StatementUse&&) = delete;
+    StatementUse& operator=(StatementUse&&) = delete;
 
     StatementUse& Bind(std::string_view text);
 

@@ -48,6 +48,10 @@ sqlite3_int64 QueryNumber(sqlite3* database, const char* sql, int& code) {
     return sqlite3_column_int64(statement.get(), 0);
 }
 
+sqlite3_int64 TableCount(sqlite3* database, int& code) {
+    return QueryNumber(database, "SELECT count(*) FROM sqlite_master", code);
+}
+
 int CheckWhole(sqlite3* database) {
     int code = SQLITE_OK;
     const SqliteStatement statement = Prepare(database, "PRAGMA quick_check(1)", code);
@@ -89,6 +93,11 @@ StoreState SqliteSettingsStore::Connect() {
         sqlite3_busy_timeout(database, kBusyMilliseconds);
         code = Probe(database);
     }
+    const bool fresh = code == SQLITE_OK && TableCount(database, code) == 0;
+    if (code == SQLITE_OK && !fresh) {
+        // A table of another form shows here, before anything is written.
+        code = PrepareAll(made);
+    }
     if (code != SQLITE_OK) {
         return Refuse(database, code);
     }
@@ -96,11 +105,9 @@ StoreState SqliteSettingsStore::Connect() {
     // that is busy or may not be written) is no reason to do without the store.
     Execute(database, "PRAGMA journal_mode = WAL");
     Execute(database, "PRAGMA synchronous = NORMAL");
-    if (sqlite3_db_readonly(database, "main") == 0) {
+    if (fresh) {
         code = Execute(database, kCreate);
-    }
-    if (code == SQLITE_OK) {
-        code = PrepareAll(made);
+        code = code == SQLITE_OK ? PrepareAll(made) : code;
     }
     if (code != SQLITE_OK) {
         return Refuse(database, code);
@@ -111,8 +118,7 @@ StoreState SqliteSettingsStore::Connect() {
 
 int SqliteSettingsStore::Probe(sqlite3* database) {
     int code = SQLITE_OK;
-    const sqlite3_int64 tables = QueryNumber(database, "SELECT count(*) FROM sqlite_master", code);
-    if (tables <= 0) {
+    if (TableCount(database, code) <= 0) {
         return code;
     }
     const sqlite3_int64 ours = QueryNumber(
