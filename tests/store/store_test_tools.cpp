@@ -1,5 +1,10 @@
 #include "tests/store/store_test_tools.h"
 
+#include <gtest/gtest.h>
+
+#include "store/settings_io.h"
+#include "store/text_forms.h"
+
 namespace spellwick {
 
 namespace {
@@ -116,6 +121,18 @@ void FillGlobals(SharedState& state, unsigned seed) {
     state.RegYellow = draw.AnyCell();
     state.ColorWarn = draw.Between(-2147483647, 2147483647);
     state.SpellTimerMode = draw.Between(0, 3);
+}
+
+void SaveAll(SharedState& state, SettingsStore& store, PlayerView& view) {
+    SettingsIo io(state, store, view);
+    ASSERT_TRUE(io.SaveGlobalSettings({}).ok);
+    ASSERT_TRUE(io.SaveMacros({}).ok);
+    ASSERT_TRUE(io.SaveOption("DisableCasting", BoolText(state.DisableCasting)).ok);
+    ASSERT_TRUE(io.SaveOption("DisplayVertical", BoolText(state.DisplayVertical)).ok);
+    ASSERT_TRUE(io.SaveOption("AlwaysOnTop", BoolText(state.AlwaysOnTop)).ok);
+    ASSERT_TRUE(io.SaveOption("ShowNecroRegs", BoolText(state.ShowNecroRegs)).ok);
+    ASSERT_TRUE(io.SaveOption("Meditate", BoolText(state.Meditate)).ok);
+    ASSERT_TRUE(io.SaveOption("SpellTimerMode", std::to_string(state.SpellTimerMode)).ok);
 }
 
 std::string PlayerDifferences(const SharedState& left, const SharedState& right) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/shared_state.h"
+#include "platform/settings_store.h"
 #include "store/macro_code.h"
 #include "store/player_view.h"
 
@@ -29,6 +30,8 @@ class TemporaryFolder {
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    TemporaryFolder(TemporaryFolder&&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
 
     const std::filesystem::path& Path() const { return m_path; }
 
@@ -69,6 +72,9 @@ inline SharedState StartedState() {
 void FillPlayer(SharedState& state, unsigned seed);
 // The same for the global data.
 void FillGlobals(SharedState& state, unsigned seed);
+
+// Saves everything as a session with clicks on all options and a closed settings dialog does.
+void SaveAll(SharedState& state, SettingsStore& store, PlayerView& view);
 
 // Names of the saved variables in which two states differ; empty when they are alike.
 std::string PlayerDifferences(const SharedState& left, const SharedState& right);
