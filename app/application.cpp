@@ -50,6 +50,7 @@ MainWindowServices Application::Services() {
             .oldData = *this,
             .settings = *this,
             .spellInfo = *this,
+            .timers = *this,
             .failures = m_runEnd,
             .process = m_runEnd,
             .folder = ToText(QCoreApplication::applicationDirPath())};

@@ -13,7 +13,10 @@
 
 namespace spellwick {
 
-class Application : private SettingsPort, private SpellInfoPort, private OldDataConversion {
+class Application : private SettingsPort,
+                    private SpellInfoPort,
+                    private OldDataConversion,
+                    private TimersPort {
   public:
     explicit Application(System system);
 
@@ -31,6 +34,10 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     void DisplayInfo(i32 /*row*/) override {}
     // OldDataConversion
     void ConvertOldData() override {}
+    // TimersPort
+    void StartTimer(i32 /*row*/) override {}
+    void Update() override {}
+    WindowPlaces::Place TimerPlace() override { return {}; }
 
     MainWindowServices Services();
     void WatchForEnd();

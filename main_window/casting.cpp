@@ -70,6 +70,7 @@ void Casting::CastSpell(int slot) {
     SendToClient();
     if (!m_state.AssistLinked) {
         DebitSpell(row);
+        m_services.timers.StartTimer(row);
     }
 }
 

@@ -107,6 +107,7 @@ void FormMain::ConnectTimers() {
         Guard(m_services.failures, "watching the game client", [&] {
             m_services.keys.Tick();
             m_watch.Tick();
+            m_services.timers.Update();
         });
     });
     m_meditationTimer.setObjectName(QStringLiteral("Timer1(2)"));

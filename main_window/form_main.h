@@ -104,7 +104,8 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     void TakePlace();
     void Apply(const LayoutPlan& plan);
     TextSizes MeasureTexts() const;
-    WindowPlaces Places() const;
+    WindowPlaces Places() const;     // of this window alone
+    WindowPlaces AllPlaces() const;  // with the window of the timers
     void ReportSave(const StoreResult& result);
     void EnterKey();
     void DrawReagents(QPainter& painter);

@@ -109,7 +109,7 @@ void FormMain::Form_Unload() {
     }
     m_unloading = true;
     // Read before the window goes: a hidden window has lost its frame.
-    const WindowPlaces places = Places();
+    const WindowPlaces places = AllPlaces();
     m_services.assist.UnhookWindow();
     hide();
     QCoreApplication::processEvents();
@@ -130,6 +130,7 @@ bool FormMain::SaveAfterFailure() {
     };
     WindowPlaces places;
     step([&] { places = Places(); });
+    step([&] { places.timer = m_services.timers.TimerPlace(); });
     step([&] { m_services.assist.UnhookWindow(); });
     step([&] { hide(); });
     step([&] { saved = m_io.SavePlayerSettings(m_state.CurrentPlayerName).ok && saved; });
@@ -146,6 +147,12 @@ WindowPlaces FormMain::Places() const {
     return places;
 }
 
+WindowPlaces FormMain::AllPlaces() const {
+    WindowPlaces places = Places();
+    places.timer = m_services.timers.TimerPlace();
+    return places;
+}
+
 void FormMain::ReportSave(const StoreResult& result) {
     // One box for one trouble: the watch may save each second for as long as it lasts.
     if (result.ok) {
@@ -159,7 +166,7 @@ void FormMain::ReportSave(const StoreResult& result) {
 }
 
 void FormMain::SaveAll() {
-    ReportSave(m_io.SaveGlobalSettings(Places()));
+    ReportSave(m_io.SaveGlobalSettings(AllPlaces()));
 }
 
 void FormMain::SavePlayer() {

@@ -12,6 +12,7 @@
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
 #include "store/old_data.h"
+#include "store/setting_changes.h"
 
 namespace spellwick {
 
@@ -37,6 +38,20 @@ class SpellInfoPort {
     virtual void DisplayInfo(i32 row) = 0;
 };
 
+// The running countdowns of spells as the main window and the assist link know them.
+class TimersPort {
+  public:
+    virtual ~TimersPort() = default;
+
+    // Starts the countdown of a spell that has just been cast, for as long as its row tells for
+    // this character; row 0 to 96. None for a spell that does not last.
+    virtual void StartTimer(i32 row) = 0;
+    // One refresh of what is shown; due with each tick of the watch.
+    virtual void Update() = 0;
+    // Where the window of the countdowns stands; makes it if need be.
+    virtual WindowPlaces::Place TimerPlace() = 0;
+};
+
 // The end of the process.
 class ProcessEnd {
   public:
@@ -58,6 +73,7 @@ struct MainWindowServices {
     OldDataConversion& oldData;
     SettingsPort& settings;
     SpellInfoPort& spellInfo;
+    TimersPort& timers;
     FailureSink& failures;
     ProcessEnd& process;
     std::filesystem::path folder;  // of the executable, with the files that lie beside it
