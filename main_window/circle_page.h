@@ -8,12 +8,12 @@
 #include <functional>
 
 #include "main_window/cell_label.h"
-#include "main_window/page_button.h"
-#include "main_window/pictures.h"
 #include "main_window/services.h"
 #include "main_window/spell_icon.h"
 #include "model/castable_amount.h"
 #include "model/spell_lookup.h"
+#include "widgets/page_button.h"
+#include "widgets/pictures.h"
 
 namespace spellwick {
 

@@ -8,13 +8,13 @@
 #include <QPainter>
 
 #include "model/number_forms.h"
+#include "widgets/form_font.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
 
 namespace {
 
-constexpr int kFontPixels = 12;
 constexpr int kWatchMs = 1000;
 constexpr int kMeditationMs = 100;
 constexpr const char* kMeditateTag = "Meditate";
@@ -35,12 +35,6 @@ constexpr std::array<CommandFacts, 5> kCommands{{
     {"Count", "", "Count the reagents"},
     {"Meditate", "Click this to use the Meditation skill", "Meditate"},
 }};
-
-QFont FormFont() {
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(kFontPixels);
-    return font;
-}
 
 // Gives the form its font before the controls measure themselves by it.
 std::array<QPushButton*, 5> MakeCommands(QWidget* form) {

@@ -11,11 +11,11 @@
 #include "main_window/casting.h"
 #include "main_window/circle_page.h"
 #include "main_window/layout_plan.h"
-#include "main_window/pictures.h"
 #include "main_window/purse.h"
 #include "main_window/services.h"
 #include "main_window/tithes.h"
 #include "store/settings_io.h"
+#include "widgets/pictures.h"
 
 namespace spellwick {
 

@@ -8,9 +8,9 @@
 #include <functional>
 
 #include "main_window/circle_page.h"
-#include "main_window/counter_box.h"
 #include "main_window/services.h"
-#include "main_window/up_down.h"
+#include "widgets/counter_box.h"
+#include "widgets/up_down.h"
 
 namespace spellwick {
 

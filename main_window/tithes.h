@@ -5,8 +5,8 @@
 #include <QObject>
 #include <functional>
 
-#include "main_window/counter_box.h"
 #include "main_window/services.h"
+#include "widgets/counter_box.h"
 
 namespace spellwick {
 

@@ -1,4 +1,4 @@
-#include "main_window/page_button.h"
+#include "widgets/page_button.h"
 
 #include <QPainter>
 
@@ -7,6 +7,16 @@ namespace spellwick {
 PageButton::PageButton(QWidget* parent) : QAbstractButton(parent) {
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
+}
+
+// Wide enough for the caption while it is bold.
+QSize PageButton::sizeHint() const {
+    constexpr QSize kLeast(43, 24);
+    constexpr int kMargin = 6;
+    QFont captionFont = font();
+    captionFont.setBold(true);
+    const QSize caption = QFontMetrics(captionFont).size(Qt::TextShowMnemonic, text());
+    return QSize(caption.width() + 2 * kMargin, caption.height() + kMargin).expandedTo(kLeast);
 }
 
 void PageButton::enterEvent(QEnterEvent* /*event*/) {
@@ -39,7 +49,7 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     QFont captionFont = font();
     captionFont.setBold(pressed);
     painter.setFont(captionFont);
-    painter.drawText(rect(), Qt::AlignCenter, text());
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
 }
 
 }  // namespace spellwick

@@ -1,4 +1,4 @@
-#include "main_window/up_down.h"
+#include "widgets/up_down.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,17 +12,17 @@ namespace spellwick {
 
 namespace {
 
-constexpr double kMost = 999.0;
 constexpr int kFirstRepeatMs = 400;
 constexpr int kRepeatMs = 60;
 
 }  // namespace
 
-i32 SteppedCounter(const QString& text, int step) {
-    return ToI32(std::clamp(NumericPrefix(ToText(text)) + step, 0.0, kMost));
+i32 SteppedCounter(const QString& text, int step, i32 most) {
+    return ToI32(std::clamp(NumericPrefix(ToText(text)) + step, 0.0, static_cast<double>(most)));
 }
 
-UpDown::UpDown(QLineEdit& buddy, QWidget* parent) : QWidget(parent), m_buddy(buddy) {
+UpDown::UpDown(QLineEdit& buddy, QWidget* parent, i32 most)
+    : QWidget(parent), m_buddy(buddy), m_most(most) {
     connect(&m_repeat, &QTimer::timeout, this, [this] {
         m_repeat.setInterval(kRepeatMs);
         Step(m_heldStep);
@@ -30,7 +30,7 @@ UpDown::UpDown(QLineEdit& buddy, QWidget* parent) : QWidget(parent), m_buddy(bud
 }
 
 void UpDown::Step(int step) {
-    const QString number = QString::number(SteppedCounter(m_buddy.text(), step));
+    const QString number = QString::number(SteppedCounter(m_buddy.text(), step, m_most));
     if (number != m_buddy.text()) {
         m_buddy.setText(number);
         emit Changed();

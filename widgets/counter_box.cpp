@@ -1,6 +1,5 @@
-#include "main_window/counter_box.h"
+#include "widgets/counter_box.h"
 
-#include <QFocusEvent>
 #include <QKeyEvent>
 
 #include "model/purse_entries.h"
@@ -28,12 +27,7 @@ bool IsDropped(const QKeyEvent& key) {
 
 }  // namespace
 
-bool IsFocusMove(Qt::FocusReason reason) {
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
-           reason != Qt::MenuBarFocusReason;
-}
-
-CounterBox::CounterBox(QWidget* parent) : QLineEdit(parent) {
+CounterBox::CounterBox(QWidget* parent) : EntryBox(parent) {
     setAlignment(Qt::AlignRight);
     setTextMargins(0, 0, 0, 0);
     setAttribute(Qt::WA_InputMethodEnabled, false);
@@ -48,32 +42,7 @@ void CounterBox::keyPressEvent(QKeyEvent* event) {
         emit KeyDropped();
         return;
     }
-    QLineEdit::keyPressEvent(event);
-}
-
-void CounterBox::focusInEvent(QFocusEvent* event) {
-    QLineEdit::focusInEvent(event);
-    m_focusedByMouse = event->reason() == Qt::MouseFocusReason;
-    if (IsFocusMove(event->reason())) {
-        emit GotFocus();
-    }
-}
-
-// The press that brings the focus selects the whole text, as the focus does; it would otherwise
-// take the selection away again.
-void CounterBox::mousePressEvent(QMouseEvent* event) {
-    QLineEdit::mousePressEvent(event);
-    if (m_focusedByMouse) {
-        m_focusedByMouse = false;
-        selectAll();
-    }
-}
-
-void CounterBox::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
-    if (IsFocusMove(event->reason())) {
-        emit LostFocus();
-    }
+    EntryBox::keyPressEvent(event);
 }
 
 }  // namespace spellwick

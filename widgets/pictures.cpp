@@ -1,4 +1,4 @@
-#include "main_window/pictures.h"
+#include "widgets/pictures.h"
 
 #include <QString>
 

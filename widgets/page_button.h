@@ -15,7 +15,7 @@ class PageButton : public QAbstractButton {
     // Over a picture the ground is solid and slightly raised.
     void SetOverPicture(bool over) { m_overPicture = over; }
 
-    QSize sizeHint() const override { return {43, 24}; }
+    QSize sizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

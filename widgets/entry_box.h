@@ -1,5 +1,5 @@
-// A box for a number with its small commands: takes digits and signs, drops all other keys with a
-// beep, and tells of the focus when it moves within the program.
+// A box for an entry: tells of the focus when it moves within the program, and selects its whole
+// text when the mouse brings the focus.
 #pragma once
 
 #include <QLineEdit>
@@ -10,20 +10,17 @@ namespace spellwick {
 // pops up and a window that comes to the front leave an unfinished entry as it is.
 bool IsFocusMove(Qt::FocusReason reason);
 
-class CounterBox : public QLineEdit {
+class EntryBox : public QLineEdit {
     Q_OBJECT
 
   public:
-    explicit CounterBox(QWidget* parent);
+    explicit EntryBox(QWidget* parent) : QLineEdit(parent) {}
 
   signals:
     void GotFocus();
     void LostFocus();
-    void KeyDropped();
-    void Stepped(int step);  // up or down arrow key
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -1,5 +1,5 @@
 // The pair of small arrows beside a counter. A press steps the counter's number by one, from 0 to
-// 999, and goes on while it is held.
+// the most that it may show, and goes on while it is held.
 #pragma once
 
 #include <QLineEdit>
@@ -10,14 +10,16 @@
 
 namespace spellwick {
 
-// The number after a step up (+1) or down (-1) from a counter's text, 0 to 999.
-i32 SteppedCounter(const QString& text, int step);
+inline constexpr i32 kMostCounted = 999;
+
+// The number after a step up (+1) or down (-1) from a counter's text, 0 to `most`.
+i32 SteppedCounter(const QString& text, int step, i32 most = kMostCounted);
 
 class UpDown : public QWidget {
     Q_OBJECT
 
   public:
-    UpDown(QLineEdit& buddy, QWidget* parent);
+    UpDown(QLineEdit& buddy, QWidget* parent, i32 most = kMostCounted);
 
     // Writes the counter, then tells of the change; at the end of the range nothing changes.
     void Step(int step);
@@ -33,6 +35,7 @@ class UpDown : public QWidget {
 
   private:
     QLineEdit& m_buddy;
+    i32 m_most;
     QTimer m_repeat;
     int m_heldStep = 0;
 };

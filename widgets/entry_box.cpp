@@ -1,0 +1,37 @@
+#include "widgets/entry_box.h"
+
+#include <QFocusEvent>
+
+namespace spellwick {
+
+bool IsFocusMove(Qt::FocusReason reason) {
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+           reason != Qt::MenuBarFocusReason;
+}
+
+void EntryBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    m_focusedByMouse = event->reason() == Qt::MouseFocusReason;
+    if (IsFocusMove(event->reason())) {
+        emit GotFocus();
+    }
+}
+
+// The press that brings the focus selects the whole text, as the focus does; it would otherwise
+// take the selection away again.
+void EntryBox::mousePressEvent(QMouseEvent* event) {
+    QLineEdit::mousePressEvent(event);
+    if (m_focusedByMouse) {
+        m_focusedByMouse = false;
+        selectAll();
+    }
+}
+
+void EntryBox::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (IsFocusMove(event->reason())) {
+        emit LostFocus();
+    }
+}
+
+}  // namespace spellwick
