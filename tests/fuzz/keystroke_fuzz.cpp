@@ -1,0 +1,69 @@
+// Any text on any of the hand-made keymaps: a plan whose downs and ups mirror each other and that
+// types within the keymap, or a sentence.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+#include <vector>
+
+#include "link/keystroke_plan.h"
+#include "tests/link/hand_made_keymaps.h"
+
+namespace {
+
+using namespace spellwick;
+
+void Require(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
+
+void CheckPlan(const KeyPlan& plan, const Keymap& keymap) {
+    std::vector<Keycode> down;
+    for (const KeyEvent& event : plan.events) {
+        if (event.down) {
+            Require(std::ranges::find(down, event.code) == down.end());
+            down.push_back(event.code);
+        } else {
+            Require(!down.empty() && down.back() == event.code);
+            down.pop_back();
+        }
+        const bool known =
+            std::ranges::find(keymap.keys, event.code, &Key::code) != keymap.keys.end();
+        const bool borrowed = std::ranges::find(plan.bindings, event.code, &SpareBinding::code) !=
+                              plan.bindings.end();
+        Require(known != borrowed);
+    }
+    Require(down.empty());
+    for (const SpareBinding& binding : plan.bindings) {
+        Require(std::ranges::count(plan.bindings, binding.code, &SpareBinding::code) == 1);
+        Require(std::ranges::count(plan.bindings, binding.symbol, &SpareBinding::symbol) == 1);
+    }
+    Require((plan.relock & ~plan.unlock) == 0 && (plan.relock & ~keymap.locked) == 0);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::vector<Keymap> keymaps{hand_made::Us(), hand_made::De(), hand_made::Fr(),
+                                             hand_made::Ru()};
+    if (size < 2) {
+        return 0;
+    }
+    Keymap keymap = keymaps[data[0] % keymaps.size()];
+    keymap.locked = data[1];
+    std::string_view text(reinterpret_cast<const char*>(data), size);  // NOLINT
+    text.remove_prefix(2);
+    const std::vector<Keystroke> keystrokes = ParseKeystrokes(text);
+    Require(keystrokes.size() <= text.size());
+    const auto result = PlanKeystrokes(keystrokes, keymap);
+    if (const auto* plan = std::get_if<KeyPlan>(&result)) {
+        CheckPlan(*plan, keymap);
+        Require(plan->events.size() >= 2 * keystrokes.size());
+    } else {
+        Require(!std::get<PlanError>(result).empty());
+    }
+    return 0;
+}
