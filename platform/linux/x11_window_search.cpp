@@ -141,27 +141,45 @@ std::vector<xcb_window_t> X11WindowSearch::TopLevels() const {
     return windows;
 }
 
-// A window manager without lists marks the windows that it manages with WM_STATE, somewhere below
-// its frames; without any manager the visible children of the root are the top-level windows.
+// Without a manager the visible children of the root are the top-level windows.
 std::vector<xcb_window_t> X11WindowSearch::TopLevelsOfTree() const {
-    constexpr int kDepth = 4;
     xcb_connection_t* x = m_connection.Get();
-    const auto tree =
-        OwnReply(xcb_query_tree_reply(x, xcb_query_tree(x, m_connection.Root()), nullptr));
-    if (!tree) {
-        return {};
-    }
-    const xcb_window_t* first = xcb_query_tree_children(tree.get());
-    std::vector<xcb_window_t> children(first, first + xcb_query_tree_children_length(tree.get()));
+    std::vector<xcb_window_t> children = AnswerChildren(xcb_query_tree(x, m_connection.Root()));
     std::ranges::reverse(children);
+    const std::vector<xcb_window_t> managed = ManagedWithin(children);
+    std::vector<xcb_get_window_attributes_cookie_t> cookies;
+    cookies.reserve(children.size());
+    for (const xcb_window_t child : children) {
+        cookies.push_back(xcb_get_window_attributes(x, child));
+    }
+    std::vector<xcb_window_t> windows;
+    for (std::size_t index = 0; index < children.size(); ++index) {
+        const auto looks = OwnReply(xcb_get_window_attributes_reply(x, cookies[index], nullptr));
+        if (managed[index] != XCB_NONE) {
+            windows.push_back(managed[index]);
+        } else if (looks && looks->map_state == XCB_MAP_STATE_VIEWABLE &&
+                   looks->override_redirect == 0) {
+            windows.push_back(children[index]);
+        }
+    }
+    return windows;
+}
+
+// A window manager without lists marks the windows that it manages with WM_STATE, somewhere within
+// its frames.
+std::vector<xcb_window_t> X11WindowSearch::ManagedWithin(
+    const std::vector<xcb_window_t>& frames) const {
+    constexpr int kDepth = 4;
     struct Node {
         xcb_window_t window;
-        std::size_t child;
+        std::size_t frame;
     };
+    xcb_connection_t* x = m_connection.Get();
+    std::vector<xcb_window_t> managed(frames.size(), XCB_NONE);
     std::vector<Node> level;
-    std::vector<xcb_window_t> managed(children.size(), XCB_NONE);
-    for (std::size_t index = 0; index < children.size(); ++index) {
-        level.push_back({children[index], index});
+    level.reserve(frames.size());
+    for (std::size_t index = 0; index < frames.size(); ++index) {
+        level.push_back({frames[index], index});
     }
     for (int depth = 0; depth < kDepth && !level.empty(); ++depth) {
         std::vector<xcb_get_property_cookie_t> states;
@@ -174,38 +192,28 @@ std::vector<xcb_window_t> X11WindowSearch::TopLevelsOfTree() const {
         std::vector<Node> next;
         for (std::size_t index = 0; index < level.size(); ++index) {
             const auto state = Answer(states[index]);
-            const auto below = OwnReply(xcb_query_tree_reply(x, trees[index], nullptr));
+            const std::vector<xcb_window_t> children = AnswerChildren(trees[index]);
             const Node& node = level[index];
-            if (managed[node.child] != XCB_NONE) {
-                continue;
+            if (managed[node.frame] == XCB_NONE && state && state->type != XCB_ATOM_NONE) {
+                managed[node.frame] = node.window;
             }
-            if (state && state->type != XCB_ATOM_NONE) {
-                managed[node.child] = node.window;
-            } else if (below) {
-                const xcb_window_t* windows = xcb_query_tree_children(below.get());
-                for (int number = 0; number < xcb_query_tree_children_length(below.get());
-                     ++number) {
-                    next.push_back({windows[number], node.child});
-                }
+            for (const xcb_window_t child : children) {
+                next.push_back({child, node.frame});
             }
         }
+        std::erase_if(next, [&](const Node& node) { return managed[node.frame] != XCB_NONE; });
         level = std::move(next);
     }
-    std::vector<xcb_get_window_attributes_cookie_t> attributes;
-    for (const xcb_window_t child : children) {
-        attributes.push_back(xcb_get_window_attributes(x, child));
+    return managed;
+}
+
+std::vector<xcb_window_t> X11WindowSearch::AnswerChildren(xcb_query_tree_cookie_t cookie) const {
+    const auto tree = OwnReply(xcb_query_tree_reply(m_connection.Get(), cookie, nullptr));
+    if (!tree) {
+        return {};
     }
-    std::vector<xcb_window_t> windows;
-    for (std::size_t index = 0; index < children.size(); ++index) {
-        const auto looks = OwnReply(xcb_get_window_attributes_reply(x, attributes[index], nullptr));
-        if (managed[index] != XCB_NONE) {
-            windows.push_back(managed[index]);
-        } else if (looks && looks->map_state == XCB_MAP_STATE_VIEWABLE &&
-                   looks->override_redirect == 0) {
-            windows.push_back(children[index]);
-        }
-    }
-    return windows;
+    const xcb_window_t* first = xcb_query_tree_children(tree.get());
+    return {first, first + xcb_query_tree_children_length(tree.get())};
 }
 
 xcb_get_property_cookie_t X11WindowSearch::Ask(xcb_window_t window, xcb_atom_t property,

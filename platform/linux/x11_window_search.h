@@ -58,6 +58,9 @@ class X11WindowSearch {
     bool ManagerRuns(xcb_get_property_cookie_t check) const;
     std::vector<xcb_window_t> TopLevels() const;
     std::vector<xcb_window_t> TopLevelsOfTree() const;
+    // For each frame the window that is managed in it, or XCB_NONE.
+    std::vector<xcb_window_t> ManagedWithin(const std::vector<xcb_window_t>& frames) const;
+    std::vector<xcb_window_t> AnswerChildren(xcb_query_tree_cookie_t cookie) const;
     xcb_get_property_cookie_t Ask(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;
     X11Reply<xcb_get_property_reply_t> Answer(xcb_get_property_cookie_t cookie) const;
     TitleCookies AskTitle(xcb_window_t window) const;

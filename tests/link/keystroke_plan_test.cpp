@@ -33,6 +33,7 @@ std::string Refused(std::string_view text, const Keymap& keymap) {
 // "+50" for a press, "-50" for a release.
 std::vector<std::string> Events(const KeyPlan& plan) {
     std::vector<std::string> events;
+    events.reserve(plan.events.size());
     for (const KeyEvent& event : plan.events) {
         events.push_back((event.down ? "+" : "-") + std::to_string(event.code));
     }
@@ -41,6 +42,7 @@ std::vector<std::string> Events(const KeyPlan& plan) {
 
 std::vector<std::string> Codes(const std::vector<int>& codes) {
     std::vector<std::string> events;
+    events.reserve(codes.size());
     for (const int code : codes) {
         events.push_back((code > 0 ? "+" : "") + std::to_string(code));
     }

@@ -57,14 +57,21 @@ std::string KeyWitness::WhatIsMissing() {
     return missing;
 }
 
-std::unique_ptr<KeyWitness> KeyWitness::Start(const XSession& session, const std::string& title) {
+std::unique_ptr<KeyWitness> KeyWitness::Start(const XSession& session, const std::string& title,
+                                              const std::string& windowClass) {
     std::unique_ptr<KeyWitness> witness(new KeyWitness);
     witness->m_program = session.Spawn({"xev", "-name", title, "-event", "keyboard"});
     if (!witness->m_program) {
         return nullptr;
     }
     witness->m_window = session.WaitForWindow(title);
-    return witness->m_window == 0 ? nullptr : std::move(witness);
+    if (witness->m_window == 0) {
+        return nullptr;
+    }
+    if (!windowClass.empty()) {
+        session.SetWindowClass(witness->m_window, "xev", windowClass);
+    }
+    return witness;
 }
 
 std::vector<WitnessedKey> KeyWitness::Keys() const {
@@ -101,7 +108,8 @@ std::string KeyWitness::Typed() const {
         if (marks.empty() && !character.empty()) {
             typed += character;
         } else {
-            typed += "<" + marks + ((key.state & kShift) != 0 ? "Shift+" : "") + what + ">";
+            marks += (key.state & kShift) != 0 ? "Shift+" : "";
+            typed.append("<").append(marks).append(what).append(">");
         }
     }
     return typed;

@@ -24,8 +24,10 @@ class KeyWitness {
     // Programs that must be installed, for the sentence of GTEST_SKIP; empty if all are.
     static std::string WhatIsMissing();
 
-    // Starts the program, with this title, and waits for its window. Null if it does not come.
-    static std::unique_ptr<KeyWitness> Start(const XSession& session, const std::string& title);
+    // Starts the program, with this title, and waits for its window, which then gets this class
+    // unless it is empty. Null if no window comes.
+    static std::unique_ptr<KeyWitness> Start(const XSession& session, const std::string& title,
+                                             const std::string& windowClass = "");
 
     xcb_window_t Window() const { return m_window; }
     std::vector<WitnessedKey> Keys() const;

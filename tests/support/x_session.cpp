@@ -1,19 +1,18 @@
 #include "tests/support/x_session.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <xcb/xtest.h>
-#define explicit explicitComponents
-#include <xcb/xkb.h>
-#undef explicit
-
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <xcb/xtest.h>
+
+#include "platform/linux/xcb_xkb.h"
 
 namespace spellwick::testing_support {
 
@@ -192,7 +191,7 @@ std::uint8_t XSession::KeycodeOf(std::uint32_t keysym) const {
         m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count), nullptr));
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
     for (int key = 0; key < count; ++key) {
-        if (symbols[key * map->keysyms_per_keycode] == keysym) {
+        if (symbols[std::ptrdiff_t{key} * map->keysyms_per_keycode] == keysym) {
             return static_cast<std::uint8_t>(setup->min_keycode + key);
         }
     }
@@ -269,6 +268,16 @@ void XSession::SetWindowName(xcb_window_t window, const std::string& title) cons
     Sync();
 }
 
+void XSession::SetWindowClass(xcb_window_t window, const std::string& instance,
+                              const std::string& windowClass) const {
+    std::string both = instance;
+    both.push_back('\0');
+    both.append(windowClass).push_back('\0');
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
+                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(both.size()), both.data());
+    Sync();
+}
+
 xcb_window_t XSession::WaitForWindow(const std::string& title) const {
     xcb_window_t found = 0;
     WaitUntil([&] {
@@ -298,11 +307,7 @@ xcb_window_t XSession::ShowWindow(const std::string& instance, const std::string
     const xcb_window_t window = xcb_generate_id(m_connection);
     xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_root, 20, 20, 300, 200, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
-    std::string both = instance;
-    both.push_back('\0');
-    both.append(windowClass).push_back('\0');
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
-                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(both.size()), both.data());
+    SetWindowClass(window, instance, windowClass);
     SetWindowName(window, title);
     xcb_map_window(m_connection, window);
     Sync();

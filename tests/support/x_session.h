@@ -79,6 +79,8 @@ class XSession {
     xcb_window_t FocusedWindow() const;
     std::string WindowName(xcb_window_t window) const;
     void SetWindowName(xcb_window_t window, const std::string& title) const;
+    void SetWindowClass(xcb_window_t window, const std::string& instance,
+                        const std::string& windowClass) const;
     // A mapped top-level window with this title, waited for; 0 if none comes.
     xcb_window_t WaitForWindow(const std::string& title) const;
     // A window of the test itself, mapped; the WM_CLASS is instance and class.
