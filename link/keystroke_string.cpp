@@ -18,7 +18,11 @@ std::string Marks(const Macro& macro) {
 }  // namespace
 
 std::string SpellKeystrokes(const Macro& macro, const SpokenText& spoken) {
+    // ODDITY(marks-without-key): a spell without a key sends its marks straight before Enter, so
+    // that Alt, Ctrl and Shift act on Enter; kept because the string is the same for every key.
     std::string keys = Marks(macro).append(LowerCase(macro.key));
+    // ODDITY(notation-in-texts): a "+", "^", "%" or a key name in braces within a spoken text acts
+    // as in a macro; kept because users build longer macros that way.
     if (spoken.sendSpellText == kOn) {
         keys.append(spoken.spellText);
     }
@@ -30,6 +34,8 @@ std::string SpellKeystrokes(const Macro& macro, const SpokenText& spoken) {
 }
 
 std::string MeditationKeystrokes(const Macro& macro) {
+    // ODDITY(meditation-capital): a capital letter as the Meditation key is typed with Shift, one
+    // as a spell's key is not; kept because the Meditation key goes out as it was entered.
     return Marks(macro).append(macro.key).append(kEnter);
 }
 

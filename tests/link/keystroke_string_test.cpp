@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "link/keystroke_parse.h"
 #include "link/lower_case.h"
 
 namespace spellwick {
@@ -70,7 +71,23 @@ TEST(MeditationKeystrokes, DefaultKey_TypesABlankAndEnter) {
     EXPECT_EQ(MeditationKeystrokes({"", "", "", " "}), " {ENTER}");
 }
 
-TEST(MeditationKeystrokes, UpperCaseKey_StaysAsStored) {
+// covers ODDITY(marks-without-key)
+TEST(SpellKeystrokes, NoKey_Oddity_MarksActOnEnter) {
+    const auto typed = ParseKeystrokes(SpellKeystrokes({"%", "^", "+", ""}, {}));
+    ASSERT_EQ(typed.size(), 1U);
+    EXPECT_EQ(typed[0], (Keystroke{{true, true, true}, Symbol::kEnter}));
+}
+
+// covers ODDITY(notation-in-texts)
+TEST(SpellKeystrokes, NotationInASuffix_Oddity_KeepsItsMeaning) {
+    const auto typed = ParseKeystrokes(SpellKeystrokes({"", "", "", "q"}, {0, "", 1, "a%b{F2}"}));
+    ASSERT_EQ(typed.size(), 6U);
+    EXPECT_EQ(typed[3], (Keystroke{{true, false, false}, CharacterSymbol(U'b')}));
+    EXPECT_EQ(typed[4].symbol, static_cast<Symbol>(static_cast<std::uint32_t>(Symbol::kF1) + 1));
+}
+
+// covers ODDITY(meditation-capital)
+TEST(MeditationKeystrokes, UpperCaseKey_Oddity_StaysAsStored) {
     EXPECT_EQ(MeditationKeystrokes({"", "", "", "A"}), "A{ENTER}");
     EXPECT_EQ(MeditationKeystrokes({"%", "^", "+", "{F5}"}), "%^+{F5}{ENTER}");
 }
