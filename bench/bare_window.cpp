@@ -9,6 +9,11 @@
 
 namespace {
 
+class EditableList : public QComboBox {
+  public:
+    explicit EditableList(QWidget* parent) : QComboBox(parent) { setEditable(true); }
+};
+
 // As many of a kind as told, in rows of twenty.
 template <typename Control>
 void AddControls(QWidget& window, int count, int& place) {
@@ -27,7 +32,7 @@ int main(int argc, char** argv) {
     window.setFixedSize(842, 106);
     int place = 0;
     AddControls<QLineEdit>(window, 14, place);
-    AddControls<QComboBox>(window, 1, place);
+    AddControls<EditableList>(window, 1, place);
     AddControls<QPushButton>(window, 19, place);
     AddControls<QLabel>(window, 25, place);
     AddControls<QWidget>(window, 34, place);

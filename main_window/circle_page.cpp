@@ -12,6 +12,9 @@ namespace {
 
 constexpr i16 kRightButton = 2;
 
+// Row 96 belongs to no page and has no icon; a user page that holds it shows an empty tile.
+constexpr i32 kEmptyTileRow = 94;
+
 constexpr std::array<const char*, kPageButtonCount> kPageCaptions{
     "U1", "U2", "1", "2", "3", "4", "5", "6", "7", "8", "1", "2", "1", "2"};
 
@@ -39,7 +42,7 @@ QLabel* MakeTextLabel(QWidget* form, const char* name, const char* accessibleNam
 
 }  // namespace
 
-CirclePage::CirclePage(const MainWindowServices& services, const Pictures& pictures, QWidget* form)
+CirclePage::CirclePage(const MainWindowServices& services, Pictures& pictures, QWidget* form)
     : QObject(form), m_services(services), m_state(services.state), m_pictures(pictures) {
     MakeSlots(form);
     MakeButtons(form);
@@ -167,8 +170,10 @@ void CirclePage::UpdatePage() {
         const i32 row = SpellAtSlot(slot);
         const SpellRecord& spell = m_state.Spells(row);
         const std::size_t at = static_cast<std::size_t>(slot);
-        const PictureStrip& clip = m_pictures.clip[m_state.Spellbook(row) == 0 ? 0 : 1];
-        SpellIcons[at]->SetPicture(clip.Strip(), clip.Cell(row));
+        const i32 icon = row <= kLastPagedRow ? row : kEmptyTileRow;
+        const PictureStrip& strip =
+            m_pictures.clip[m_state.Spellbook(row) == 0 ? 0 : 1].StripOf(icon);
+        SpellIcons[at]->SetPicture(strip.Strip(), strip.Cell(icon % kSlotCount));
         SpellIcons[at]->setAccessibleName(spell.Name.empty() ? QStringLiteral("No spell")
                                                              : ToQString(spell.Name));
         LabelChance[at]->SetCellGround(ChanceGround(spell));

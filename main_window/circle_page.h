@@ -33,7 +33,7 @@ class CirclePage : public QObject {
     Q_OBJECT
 
   public:
-    CirclePage(const MainWindowServices& services, const Pictures& pictures, QWidget* form);
+    CirclePage(const MainWindowServices& services, Pictures& pictures, QWidget* form);
 
     void SetPurse(PurseView& purse) { m_purse = &purse; }
 
@@ -82,7 +82,7 @@ class CirclePage : public QObject {
 
     const MainWindowServices& m_services;
     SharedState& m_state;
-    const Pictures& m_pictures;
+    Pictures& m_pictures;
     PurseView* m_purse = nullptr;
 };
 

@@ -28,9 +28,19 @@ QRect PictureStrip::Cell(i32 number) const {
             m_cellPixels};
 }
 
+const PictureStrip& IconClip::StripOf(i32 row) {
+    const i32 page = row / kSlotCount;
+    std::optional<PictureStrip>& strip = m_pages.at(static_cast<std::size_t>(page));
+    if (!strip) {
+        strip.emplace(QStringLiteral("spells_%1_%2").arg(m_tone).arg(page + 1), kSlotCount, 1,
+                      m_devicePixelRatio);
+    }
+    return *strip;
+}
+
 Pictures::Pictures(double devicePixelRatio)
-    : clip{{QStringLiteral("spells_colour"), 8, 12, devicePixelRatio},
-           {QStringLiteral("spells_grey"), 8, 12, devicePixelRatio}},
+    : clip{IconClip(QStringLiteral("colour"), devicePixelRatio),
+           IconClip(QStringLiteral("grey"), devicePixelRatio)},
       reagents(QStringLiteral("reagents"), 14, 1, devicePixelRatio),
       smallReagents(QStringLiteral("reagents_small"), 14, 1, devicePixelRatio),
       page{LoadPicture(QStringLiteral("page_necromancer"), devicePixelRatio),

@@ -3,8 +3,12 @@
 
 #include <QPixmap>
 #include <QRect>
+#include <QString>
+#include <array>
+#include <optional>
+#include <utility>
 
-#include "model/number_types.h"
+#include "model/spell_record.h"
 
 namespace spellwick {
 
@@ -29,11 +33,28 @@ class PictureStrip {
     QSize m_cellSize;
 };
 
-// Strips of the main window. PictureClip 0 is in colour, 1 in grey.
+// The icons of the spells in one tone. Each page of eight is loaded when it is first shown: to
+// decode all of them would take a good part of the start.
+class IconClip {
+  public:
+    // `tone` is the part of the resource's name that tells the tone.
+    IconClip(QString tone, double devicePixelRatio)
+        : m_tone(std::move(tone)), m_devicePixelRatio(devicePixelRatio) {}
+
+    // The strip that holds the icon of a row, 0 to 95, in the cell of the row's slot.
+    const PictureStrip& StripOf(i32 row);
+
+  private:
+    QString m_tone;
+    double m_devicePixelRatio;
+    std::array<std::optional<PictureStrip>, kPageCount> m_pages;
+};
+
+// Pictures of the main window. PictureClip 0 is in colour, 1 in grey.
 struct Pictures {
     explicit Pictures(double devicePixelRatio);
 
-    PictureStrip clip[2];
+    std::array<IconClip, 2> clip;
     PictureStrip reagents;       // ImageList1 for rows of 20 pixels
     PictureStrip smallReagents;  // the same for rows of 15 pixels
     QPixmap page[2];             // Image1

@@ -14,6 +14,10 @@ GREY = ('<filter id="grey" filterUnits="userSpaceOnUse" x="0" y="0" width="{0}" 
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
 SMALL_ICON_LIMIT = 24
 
+# The whole strips: to look at, and for whoever wants all icons in one picture.
+NOT_IN_PROGRAM = ("spells_colour.png", "spells_colour@2x.png", "spells_grey.png",
+                  "spells_grey@2x.png")
+
 
 @dataclass(frozen=True)
 class Rendered:
@@ -102,24 +106,36 @@ def clip(name, width, height):
             f'width="{number(width - 8)}" height="{number(height - 8)}" rx="7.8"/></clipPath>')
 
 
+CELL, COLUMNS, LINES = 84, 8, 12  # of the spell strips, in units of the vectors
+
+
 def spell_strips(folder, painter, grounds):
-    """Twelve rows of eight icons, drawn at 84 units a cell; in colour and in shades of grey."""
-    cell, columns, lines = 84, 8, 12
+    """Twelve rows of eight icons, drawn at 84 units a cell; in colour and in shades of grey. Each
+    row stands in a file of its own as well: the program shows one at a time and reads no more."""
     body = ""
+    lines = [""] * LINES
     for row, _, ground, picture in read_table(folder / "spells.txt"):
-        line, column = divmod(int(row), columns)
-        x, y = (column + .5) * cell, (line + .5) * cell
-        body += (f'<g transform="translate({number(x)} {number(y)})">'
-                 f'{grounds.tile(ground, cell, cell)}<g clip-path="url(#tile)">'
-                 f'{painter.picture(parse_picture(picture), "edge")}</g></g>')
-    width, height = columns * cell, lines * cell
-    definitions = (grounds.definitions() + painter.definitions() + clip("tile", cell, cell)
-                   + edge_filter("edge", (-cell / 2, -cell / 2, cell, cell), 1)
+        line, column = divmod(int(row), COLUMNS)
+        x, y = (column + .5) * CELL, (line + .5) * CELL
+        icon = (f'{grounds.tile(ground, CELL, CELL)}<g clip-path="url(#tile)">'
+                f'{painter.picture(parse_picture(picture), "edge")}</g></g>')
+        body += f'<g transform="translate({number(x)} {number(y)})">{icon}'
+        lines[line] += f'<g transform="translate({number(x)} {number(CELL / 2)})">{icon}'
+    sheets = spell_sheets("", painter, grounds, body, LINES)
+    for line, icons in enumerate(lines):
+        sheets += spell_sheets(f"_{line + 1}", painter, grounds, icons, 1)
+    return sheets
+
+
+def spell_sheets(suffix, painter, grounds, body, lines):
+    width, height = COLUMNS * CELL, lines * CELL
+    definitions = (grounds.definitions() + painter.definitions() + clip("tile", CELL, CELL)
+                   + edge_filter("edge", (-CELL / 2, -CELL / 2, CELL, CELL), 1)
                    + GREY.format(width, height))
     colour = document(width, height, definitions, body)
     grey = document(width, height, definitions, f'<g filter="url(#grey)">{body}</g>')
-    return (both_densities("spells_colour", colour, width // 2, height // 2)
-            + both_densities("spells_grey", grey, width // 2, height // 2))
+    return (both_densities(f"spells_colour{suffix}", colour, width // 2, height // 2)
+            + both_densities(f"spells_grey{suffix}", grey, width // 2, height // 2))
 
 
 def reagent_strips(folder, painter):
