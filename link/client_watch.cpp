@@ -61,9 +61,12 @@ void ClientWatch::Tick() {
     bool found = FindClient();
     if (found) {
         ReadClientTitle();
-        // A client that closes while its title is read leaves an empty one; it must not pass for a
-        // new character, or the old one's data would have no name to be saved under.
-        found = !m_state.ClientTitle.empty() || FindClient();
+    }
+    // A client that closes while its title is read leaves an empty one; it must not pass for a new
+    // character, or the old one's data would have no name to be saved under.
+    if (found && m_state.ClientTitle.empty()) {
+        found = FindClient();
+        ReadClientTitle();
     }
     if (found) {
         ParseClientTitle();

@@ -1,5 +1,6 @@
 #include "main_window/casting.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 
@@ -135,6 +136,8 @@ void Casting::WaitTick() {
     while (m_waitTimer.isActive()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
+    // An outer pause that ends with this one must not wait for one more event.
+    QAbstractEventDispatcher::instance()->wakeUp();
 }
 
 void Casting::DebitSpell(i32 row) {

@@ -42,7 +42,7 @@ class Casting : public QObject {
     // Presses the macro of the Meditation skill.
     void Meditate();
 
-    // Asks "Could not find Ultima Online." away.
+    // The box for an act that needs the client.
     void ShowClientNotFound();
 
     // Moves the focus to the first page button, so that an unfinished entry is committed.

@@ -1,9 +1,8 @@
 #include "main_window/circle_page.h"
 
-#include <QEvent>
-
 #include "model/chances.h"
 #include "model/number_forms.h"
+#include "widgets/clicks.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -119,7 +118,7 @@ void CirclePage::MakeLabels(QWidget* form) {
 }
 
 bool CirclePage::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease) {
+    if (IsClick(watched, event)) {
         const int button = watched == Image1[0] ? kNecromancerButton : kPaladinButton;
         Guard(m_services.failures, "choosing a page", [&] { ClickCheckCircle(button); });
         return true;

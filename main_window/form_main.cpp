@@ -243,7 +243,7 @@ void FormMain::closeEvent(QCloseEvent* event) {
 }
 
 void FormMain::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (IsEnter(*event)) {
         Guard(m_services.failures, "committing an entry", [&] { EnterKey(); });
         return;
     }

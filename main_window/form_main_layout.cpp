@@ -42,7 +42,9 @@ void FormMain::LayoutHorizontal() {
     m_state.DisplayVertical = false;
     const LayoutPlan plan = PlanHorizontal(m_state.ShowNecroRegs, MeasureTexts());
     Apply(plan);
-    const int left = LeftOnScreen(x(), plan.clientWidth, screen()->virtualGeometry().right() + 1);
+    const int frame = frameGeometry().width() - width();
+    const int left =
+        LeftOnScreen(x(), plan.clientWidth + frame, screen()->virtualGeometry().right() + 1);
     if (left != x()) {
         move(left, y());
     }

@@ -1,7 +1,7 @@
 #include "main_window/purse.h"
 
-#include <QEvent>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QWheelEvent>
@@ -25,6 +25,11 @@ BagList::BagList(QWidget* parent) : QComboBox(parent) {
 }
 
 bool BagList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && IsEnter(*static_cast<QKeyEvent*>(event))) {
+        // The form's business. The list itself would turn to the bag whose name stands there.
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::FocusOut &&
         IsFocusMove(static_cast<QFocusEvent*>(event)->reason())) {
         emit LostFocus();

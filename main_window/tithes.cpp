@@ -1,10 +1,9 @@
 #include "main_window/tithes.h"
 
-#include <QEvent>
-
 #include "model/castable_amount.h"
 #include "model/number_forms.h"
 #include "model/purse_entries.h"
+#include "widgets/clicks.h"
 #include "widgets/ground.h"
 #include "widgets/texts.h"
 
@@ -43,7 +42,7 @@ Tithes::Tithes(const MainWindowServices& services, QWidget* form)
 }
 
 bool Tithes::eventFilter(QObject* watched, QEvent* event) {
-    const bool begins = watched == ImageAnkh ? event->type() == QEvent::MouseButtonRelease
+    const bool begins = watched == ImageAnkh ? IsClick(watched, event)
                                              : watched == LabelTithes &&
                                                    event->type() == QEvent::MouseButtonDblClick;
     if (begins) {

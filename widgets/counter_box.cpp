@@ -1,6 +1,8 @@
 #include "widgets/counter_box.h"
 
 #include <QKeyEvent>
+#include <algorithm>
+#include <string>
 
 #include "model/purse_entries.h"
 
@@ -8,21 +10,18 @@ namespace spellwick {
 
 namespace {
 
-// Whether a key would type something into the box, and not what a counter takes.
+// Whether a key would type something into the box, and not what a counter takes. The toolkit types
+// whatever is no control character and comes without Ctrl alone or Ctrl with Shift, also with Alt.
 bool IsDropped(const QKeyEvent& key) {
-    if (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) {
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::ControlModifier ||
+        modifiers == (Qt::ControlModifier | Qt::ShiftModifier)) {
         return false;
     }
-    const QString text = key.text();
-    if (text.isEmpty() || !text.at(0).isPrint()) {
-        return false;
-    }
-    for (const char32_t character : text.toStdU32String()) {
-        if (!CounterTakes(character)) {
-            return true;
-        }
-    }
-    return false;
+    const std::u32string typed = key.text().toStdU32String();
+    return std::ranges::any_of(typed, [](char32_t character) {
+        return QChar::category(character) != QChar::Other_Control && !CounterTakes(character);
+    });
 }
 
 }  // namespace

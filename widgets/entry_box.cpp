@@ -1,12 +1,17 @@
 #include "widgets/entry_box.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 
 namespace spellwick {
 
 bool IsFocusMove(Qt::FocusReason reason) {
     return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
            reason != Qt::MenuBarFocusReason;
+}
+
+bool IsEnter(const QKeyEvent& key) {
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
 void EntryBox::focusInEvent(QFocusEvent* event) {

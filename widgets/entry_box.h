@@ -10,6 +10,9 @@ namespace spellwick {
 // pops up and a window that comes to the front leave an unfinished entry as it is.
 bool IsFocusMove(Qt::FocusReason reason);
 
+// Enter on either side of the keyboard.
+bool IsEnter(const QKeyEvent& key);
+
 class EntryBox : public QLineEdit {
     Q_OBJECT
 
