@@ -1,0 +1,422 @@
+// What a click on a spell does, step by step.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/main_window_fixture.h"
+
+namespace spellwick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+Box Information(const char* text) {
+    return {.text = text, .icon = BoxIcon::kInformation};
+}
+
+const Box kNoClientBox{.text = "Could not find Ultima Online.", .icon = BoxIcon::kCritical};
+const Box kBookBox{.text =
+                       "That Spell is not in your SpellBook. Do you want it added to your "
+                       "spellbook so you can use it now ?",
+                   .icon = BoxIcon::kQuestion,
+                   .buttons = BoxButtons::kYesNo};
+
+// Page button and slot of a row.
+int ButtonOf(int row) {
+    return row / 8 + 2;
+}
+int SlotOf(int row) {
+    return row % 8;
+}
+
+class CastingTest : public MainWindowFixture {
+  protected:
+    // Goes to the page of a row and forgets what that did.
+    void Show(int row) {
+        ShowPage(ButtonOf(row));
+        TakeLog();
+    }
+    void Cast(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        Show(row);
+        ClickSpell(SlotOf(row), modifiers);
+    }
+    std::vector<int> Counters() {
+        std::vector<int> numbers;
+        for (int reagent = 1; reagent <= 13; ++reagent) {
+            numbers.push_back(Reagent(reagent).text().toInt());
+        }
+        return numbers;
+    }
+    std::vector<int> Stock(int bag) {
+        std::vector<int> numbers;
+        for (int reagent = 1; reagent <= 13; ++reagent) {
+            numbers.push_back(State().ReagentStock(reagent, bag));
+        }
+        return numbers;
+    }
+    const std::vector<int> m_full = std::vector<int>(13, 50);
+};
+
+TEST_F(CastingTest, CastSpell_Plain_BringsTheClientForwardTypesAndDebits) {
+    StartWithMira();
+    // Clumsy takes a Bloodmoss and a Nightshade.
+    Cast(0);
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}"));
+    EXPECT_TRUE(m_keys.allWaited);
+    std::vector<int> left = m_full;
+    left[2] = 49;
+    left[6] = 49;
+    EXPECT_EQ(Counters(), left);
+    EXPECT_EQ(Stock(0), left);
+    EXPECT_EQ(Text("LabelAmount", 0), " 49");
+    EXPECT_EQ(State().CurrentSpell, 0);
+    EXPECT_EQ(FocusName(), "CheckCircle(0)");
+}
+
+TEST_F(CastingTest, CastSpell_PaladinAbility_TakesTithesFromPointsLabelAndBox) {
+    StartWithMira();
+    const int need = State().Spells(80).Reagents(kTithes);
+    ASSERT_GT(need, 0);
+    Cast(80);
+    EXPECT_EQ(State().CurrentTithing, 500 - need);
+    EXPECT_EQ(Text("LabelTithes"), std::to_string(500 - need));
+    EXPECT_EQ(Text("TxtTithes"), std::to_string(500 - need));
+    EXPECT_EQ(Counters(), m_full);
+}
+
+TEST_F(CastingTest, CastSpell_ChanceZeroSkillTooLow_RefusesInTheWordsOfTheRow) {
+    struct Row {
+        const char* name;
+        int row;
+        const char* box;  // none: the cast ends silently
+    };
+    StartWithMira();
+    for (const Row& row :
+         {Row{"first row of all", 0, nullptr},
+          Row{"second row", 1, "Not enough Magery skill to cast this spell."},
+          Row{"row 10", 10, "Not enough Magery skill to cast this spell."},
+          Row{"last of Magery", 63, "Not enough Magery skill to cast this spell."},
+          Row{"first Necromancer row", 64, "Not enough Magery skill to cast this spell."},
+          Row{"second Necromancer row", 65, "Not enough Necromancy skill to cast this spell."},
+          Row{"last Necromancer row", 79, "Not enough Necromancy skill to cast this spell."},
+          Row{"first Paladin row", 80, "Not enough Necromancy skill to cast this spell."},
+          Row{"second Paladin row", 81, "Not enough Chivalry skill to use this ability."},
+          Row{"row 90", 90, "Not enough Chivalry skill to use this ability."},
+          Row{"row 91", 91, nullptr}, Row{"Exorcism", 95, nullptr}}) {
+        SCOPED_TRACE(row.name);
+        State().Spells(row.row).MinimumSkill = 101;
+        Cast(row.row);
+        ASSERT_EQ(Text("LabelChance", SlotOf(row.row)), "0");
+        if (row.box == nullptr) {
+            EXPECT_THAT(TakeBoxes(), IsEmpty());
+        } else {
+            EXPECT_THAT(TakeBoxes(), ElementsAre(Information(row.box)));
+        }
+        EXPECT_THAT(m_keys.sent, IsEmpty());
+        EXPECT_EQ(Counters(), m_full);
+        EXPECT_EQ(State().CurrentTithing, 500);
+        EXPECT_EQ(State().CurrentSpell, row.row);
+    }
+}
+
+TEST_F(CastingTest, CastSpell_ChanceZeroIntelligenceTooLow_WarnsAndCasts) {
+    StartWithMira();
+    State().Spells(10).Mana = 101;
+    Cast(10);
+    EXPECT_THAT(TakeBoxes(),
+                ElementsAre(Information("Not enough Intelligence to use this spell.")));
+    EXPECT_THAT(m_keys.sent, ElementsAre("^3{ENTER}"));
+    EXPECT_NE(Counters(), m_full);
+}
+
+TEST_F(CastingTest, CastSpell_LinkedAndManaTooLow_WarnsAndCasts) {
+    StartWithMira();
+    State().AssistLinked = true;
+    State().CurrentMana = 3;
+    Cast(10);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(Information("Not enough Mana to use this spell.")));
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+}
+
+TEST_F(CastingTest, CastSpell_LinkedBothTooLow_WarnsTwiceInOrder) {
+    StartWithMira();
+    State().AssistLinked = true;
+    State().CurrentMana = 3;
+    State().Spells(10).Mana = 101;
+    Cast(10);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(Information("Not enough Intelligence to use this spell."),
+                                         Information("Not enough Mana to use this spell.")));
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+}
+
+TEST_F(CastingTest, CastSpell_NotLinkedManaTooLow_SaysNothingOfMana) {
+    StartWithMira();
+    State().CurrentMana = 0;
+    Cast(10);
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+}
+
+TEST_F(CastingTest, CastSpell_ChanceAboveZero_TestsNeitherSkillNorIntelligenceNorMana) {
+    StartWithMira();
+    Show(10);
+    ASSERT_NE(Text("LabelChance", 2), "0");
+    State().AssistLinked = true;
+    State().Spells(10).MinimumSkill = 101;
+    State().Spells(10).Mana = 200;
+    State().CurrentMana = 0;
+    ClickSpell(2);
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+}
+
+TEST_F(CastingTest, CastSpell_CtrlClick_CreditsWithoutClient) {
+    StartWithMira();
+    OpenClient("");
+    Tick(1);
+    Cast(0, Qt::ControlModifier);
+    std::vector<int> more = m_full;
+    more[2] = 51;
+    more[6] = 51;
+    EXPECT_EQ(Counters(), more);
+    EXPECT_EQ(Stock(0), more);
+    EXPECT_EQ(Text("LabelAmount", 0), " 51");
+    EXPECT_THAT(m_keys.sent, IsEmpty());
+}
+
+TEST_F(CastingTest, CastSpell_OtherModifiers_Cast) {
+    struct Row {
+        const char* name;
+        Qt::KeyboardModifiers modifiers;
+        i16 mask;
+    };
+    StartWithMira();
+    Show(0);
+    for (const Row& row : {Row{"none", Qt::NoModifier, 0}, Row{"Shift", Qt::ShiftModifier, 1},
+                           Row{"Ctrl and Shift", Qt::ControlModifier | Qt::ShiftModifier, 3},
+                           Row{"Alt", Qt::AltModifier, 4},
+                           Row{"Ctrl and Alt", Qt::ControlModifier | Qt::AltModifier, 6}}) {
+        SCOPED_TRACE(row.name);
+        m_keys.sent.clear();
+        ClickSpell(0, row.modifiers);
+        EXPECT_EQ(State().LastMouseShift, row.mask);
+        EXPECT_EQ(m_keys.sent.size(), 1U);
+    }
+}
+
+TEST_F(CastingTest, CastSpell_CtrlWithALockKeyOrTheKeypad_StillCredits) {
+    StartWithMira();
+    Cast(0, Qt::ControlModifier | Qt::KeypadModifier);
+    EXPECT_EQ(State().LastMouseShift, 2);
+    EXPECT_THAT(m_keys.sent, IsEmpty());
+    EXPECT_EQ(Counters()[2], 51);
+}
+
+TEST_F(CastingTest, CastSpell_CtrlClickOnARefusedSpell_IsRefused) {
+    StartWithMira();
+    State().Spells(10).MinimumSkill = 101;
+    Cast(10, Qt::ControlModifier);
+    EXPECT_THAT(TakeBoxes(),
+                ElementsAre(Information("Not enough Magery skill to cast this spell.")));
+    EXPECT_EQ(Counters(), m_full);
+}
+
+TEST_F(CastingTest, CastSpell_NoClient_ShowsBoxAndDebitsNothing) {
+    StartWithMira();
+    for (const char* server : {"?", ""}) {
+        State().ServerName = server;
+        Cast(0);
+        EXPECT_THAT(TakeBoxes(), ElementsAre(kNoClientBox));
+        EXPECT_THAT(m_keys.sent, IsEmpty());
+        EXPECT_EQ(Counters(), m_full);
+    }
+}
+
+TEST_F(CastingTest, CastSpell_NoClientAndNoStock_SpeaksOfTheClientOnly) {
+    StartWithMira();
+    OpenClient("");
+    Tick(1);
+    Enter(Reagent(3), "0");
+    Cast(0);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNoClientBox));
+}
+
+TEST_F(CastingTest, CastSpell_NotInBookAnsweredNo_ChangesNothing) {
+    StartWithMira();
+    State().Spellbook(0) = 1;
+    m_boxes.answers = {BoxAnswer::kNo};
+    Cast(0);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kBookBox));
+    EXPECT_EQ(State().Spellbook(0), 1);
+    EXPECT_THAT(m_keys.sent, IsEmpty());
+    EXPECT_EQ(Counters(), m_full);
+}
+
+TEST_F(CastingTest, CastSpell_NotInBookAnsweredYes_AddsRepaintsAndCasts) {
+    StartWithMira();
+    State().Spellbook(0) = 1;
+    Form().UpdatePage();
+    m_boxes.answers = {BoxAnswer::kYes};
+    Cast(0);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kBookBox));
+    EXPECT_EQ(State().Spellbook(0), 0);
+    EXPECT_THAT(TakeLog(), ElementsAre("box " + kBookBox.text, "update chance", "foreground 7",
+                                       "focus 7", "keys %1{ENTER}"));
+    EXPECT_EQ(Counters()[2], 49);
+}
+
+TEST_F(CastingTest, CastSpell_NoStockAndCastingDisabled_RefusesBySchool) {
+    struct Row {
+        const char* name;
+        int row;
+        const char* box;
+    };
+    StartWithMira();
+    for (int reagent = 1; reagent <= 13; ++reagent) {
+        Reagent(reagent).setText("0");
+    }
+    State().CurrentTithing = 0;
+    for (const Row& row : {Row{"Magery", 0, "Not enough reagents to cast that spell"},
+                           Row{"Necromancer", 64, "Not enough reagents to cast that spell"},
+                           Row{"Chivalry", 80, "Not enough tithing points to use that ability"}}) {
+        SCOPED_TRACE(row.name);
+        Cast(row.row);
+        EXPECT_THAT(TakeBoxes(), ElementsAre(Box{.text = row.box, .icon = BoxIcon::kExclamation}));
+        EXPECT_THAT(m_keys.sent, IsEmpty());
+    }
+}
+
+TEST_F(CastingTest, CastSpell_NoStockAndCastingAllowed_CastsAndLeavesEmptyBoxes) {
+    StartWithMira();
+    State().DisableCasting = false;
+    Enter(Reagent(3), "0");
+    Cast(0);
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+    EXPECT_EQ(Counters()[2], 0);
+    EXPECT_EQ(Counters()[6], 49);
+    EXPECT_EQ(State().UndoAmounts(3), 0);
+    EXPECT_EQ(State().UndoAmounts(7), 1);
+}
+
+TEST_F(CastingTest, CastSpell_Linked_LeavesTheDebitToTheReport) {
+    StartWithMira();
+    State().AssistLinked = true;
+    State().CurrentMana = 100;
+    Cast(0);
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+    EXPECT_EQ(Counters(), m_full);
+    EXPECT_EQ(State().UndoAmounts(3), 0);
+}
+
+TEST_F(CastingTest, CastSpell_LinkComesUpDuringThePause_DoesNotDebit) {
+    StartWithMira();
+    m_keys.duringSend = [&] { State().AssistLinked = true; };
+    Cast(0);
+    EXPECT_EQ(Counters(), m_full);
+}
+
+TEST_F(CastingTest, CastSpell_SpellText_SentWhenTheSwitchIsExactlyOne) {
+    struct Row {
+        const char* name;
+        i16 text;
+        i16 suffix;
+        const char* spell;
+        const char* sent;
+    };
+    StartWithMira();
+    State().SpellTextSuffix = "... Alakazam ...";
+    for (const Row& row :
+         {Row{"off", 0, 0, "Uus Jux", "%1{ENTER}"}, Row{"on", 1, 0, "Uus Jux", "%1Uus Jux{ENTER}"},
+          Row{"minus one is not on", -1, -1, "Uus Jux", "%1{ENTER}"},
+          Row{"two is not on", 2, 2, "Uus Jux", "%1{ENTER}"},
+          Row{"an empty text", 1, 0, "", "%1{ENTER}"},
+          Row{"suffix alone", 0, 1, "Uus Jux", "%1{ENTER}... Alakazam ...{ENTER}"},
+          Row{"both", 1, 1, "Uus Jux", "%1Uus Jux{ENTER}... Alakazam ...{ENTER}"}}) {
+        SCOPED_TRACE(row.name);
+        State().SendSpellText = row.text;
+        State().SendSpellSuffix = row.suffix;
+        State().Spells(0).SpellText = row.spell;
+        m_keys.sent.clear();
+        Cast(0);
+        EXPECT_THAT(m_keys.sent, ElementsAre(row.sent));
+    }
+}
+
+TEST_F(CastingTest, CastSpell_KeysThatDoNotArrive_AreNotReported) {
+    StartWithMira();
+    m_keys.result = {"The keyboard is gone."};
+    Cast(0);
+    EXPECT_EQ(Counters()[2], 49);
+}
+
+TEST_F(CastingTest, DebitSpell_RowOutsideTheTable_FailsAsSubscript) {
+    StartWithMira();
+    for (const int row : {-1, 97, 104}) {
+        EXPECT_THROW(Form().Pipeline().DebitSpell(row), RuntimeFailure) << row;
+        EXPECT_THROW(Form().Pipeline().CreditSpell(row), RuntimeFailure) << row;
+    }
+    EXPECT_NO_THROW(Form().Pipeline().DebitSpell(96));
+}
+
+// The oddity itself is the model's; here it is what the user sees.
+TEST_F(CastingTest, DebitSpell_CounterBelowTheNeed_GoesBelowZero) {
+    StartWithMira();
+    State().Spells(0).Reagents(3) = 2;
+    Enter(Reagent(3), "1");
+    Leave();
+    State().DisableCasting = false;
+    Cast(0);
+    EXPECT_EQ(Text("Reagent", 3), "-1");
+    EXPECT_EQ(State().ReagentStock(3, 0), -1);
+    EXPECT_EQ(State().UndoAmounts(3), 2);
+}
+
+TEST_F(CastingTest, DebitSpell_OverflowOfTheCell_IsAnUncaughtFailureThatNamesTheAction) {
+    StartWithMira();
+    Show(0);
+    Reagent(3).setText("40000");
+    ClickSpell(0);
+    EXPECT_THAT(TakeFailures(),
+                ElementsAre(UncaughtFailure{FailureKind::kOverflow, "casting a spell"}));
+    // The box is written before its cell; nothing after it is touched.
+    EXPECT_EQ(Text("Reagent", 3), "39999");
+    EXPECT_EQ(State().ReagentStock(3, 0), 50);
+    EXPECT_EQ(Text("Reagent", 7), "50");
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+}
+
+TEST_F(CastingTest, CreditSpell_OverflowOfTheCell_IsAnUncaughtFailure) {
+    StartWithMira();
+    Enter(Reagent(3), "+9999");
+    Leave();
+    State().ReagentStock(3, 0) = 32767;
+    Reagent(3).setText("32767");
+    Show(0);
+    ClickSpell(0, Qt::ControlModifier);
+    EXPECT_THAT(TakeFailures(),
+                ElementsAre(UncaughtFailure{FailureKind::kOverflow, "casting a spell"}));
+    EXPECT_EQ(State().ReagentStock(3, 0), 32767);
+}
+
+// covers ODDITY(credit-tithes-label)
+TEST_F(CastingTest, CreditSpell_Oddity_RaisesTheTithesShownNotTheOnesCounted) {
+    StartWithMira();
+    const int need = State().Spells(80).Reagents(kTithes);
+    Show(80);
+    const std::string amount = Text("LabelAmount", 0);
+    ClickSpell(0, Qt::ControlModifier);
+    EXPECT_EQ(Text("LabelTithes"), std::to_string(500 + need));
+    EXPECT_EQ(Text("TxtTithes"), "500");
+    EXPECT_EQ(State().CurrentTithing, 500);
+    EXPECT_EQ(Text("LabelAmount", 0), amount);
+}
+
+TEST_F(CastingTest, CreditSpell_LeavesTheUndoAlone) {
+    StartWithMira();
+    Cast(0);
+    Cast(1, Qt::ControlModifier);
+    EXPECT_EQ(State().UndoAmounts(3), 1);
+    EXPECT_EQ(State().UndoAmounts(7), 1);
+    EXPECT_EQ(State().UndoAmounts(1), 0);
+}
+
+}  // namespace
+}  // namespace spellwick
