@@ -69,6 +69,8 @@ void Casting::CastSpell(int slot) {
     m_state.SendString = SpellString(m_state, row);
     CommitEntries();
     SendToClient();
+    // ODDITY(debit-after-switch): when character or bag change in the pause, the new ones pay; kept
+    // because the debit works on the counters as they stand after the keys.
     if (!m_state.AssistLinked) {
         DebitSpell(row);
         m_services.timers.StartTimer(row);
@@ -182,8 +184,10 @@ void Casting::CreditSpell(i32 row) {
 }
 
 void Casting::Undo() {
-    // ODDITY(undo-again): each press adds the last debit's amounts once more, to the bag in use;
-    // kept because the button repeats the last debit in reverse and nothing else.
+    // ODDITY(undo-again): each press adds the last debit's amounts once more; kept because the
+    // button repeats the last debit in reverse and nothing else.
+    // ODDITY(undo-other-bag): the amounts go to the bag in use, which need not be the one that
+    // paid; kept because the button works on the counters as they stand.
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
         m_parts.purse.SetCounterText(reagent, CreditCounter(m_state.UndoAmounts(reagent),
                                                             m_parts.purse.CounterText(reagent)));

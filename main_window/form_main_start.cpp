@@ -74,6 +74,8 @@ void FormMain::Form_Activate() {
         }
     });
     m_activated = true;
+    // No caret blinks in a counter until the user puts it there.
+    m_page.CheckCircle[kFirstCircleButton]->setFocus(Qt::OtherFocusReason);
     show();
 }
 

@@ -64,6 +64,8 @@ void SpellIcon::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void SpellIcon::mouseDoubleClickEvent(QMouseEvent* event) {
+    // ODDITY(double-click-casts-twice): a double click casts the spell twice; kept because each of
+    // its clicks is one, and nothing tells a slip of the hand from a second cast.
     // A second press that comes with another button is a press of its own.
     m_pressed = false;
     if (event->button() == Qt::LeftButton) {

@@ -17,7 +17,9 @@ bool IsEnter(const QKeyEvent& key) {
 void EntryBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     m_focusedByMouse = event->reason() == Qt::MouseFocusReason;
-    if (IsFocusMove(event->reason())) {
+    // The window that comes to the front for the first time brings its first box the focus.
+    if (IsFocusMove(event->reason()) || !m_entered) {
+        m_entered = true;
         emit GotFocus();
     }
 }
@@ -35,6 +37,7 @@ void EntryBox::mousePressEvent(QMouseEvent* event) {
 void EntryBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (IsFocusMove(event->reason())) {
+        m_entered = false;
         emit LostFocus();
     }
 }

@@ -30,6 +30,7 @@ class EntryBox : public QLineEdit {
 
   private:
     bool m_focusedByMouse = false;
+    bool m_entered = false;  // has had the focus since it last lost it
 };
 
 }  // namespace spellwick

@@ -61,7 +61,7 @@ TEST_F(CastingTest, CastSpell_Plain_BringsTheClientForwardTypesAndDebits) {
     StartWithMira();
     // Clumsy takes a Bloodmoss and a Nightshade.
     Cast(0);
-    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}"));
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}", "timer 0"));
     EXPECT_TRUE(m_keys.allWaited);
     std::vector<int> left = m_full;
     left[2] = 49;
@@ -259,7 +259,7 @@ TEST_F(CastingTest, CastSpell_NotInBookAnsweredYes_AddsRepaintsAndCasts) {
     EXPECT_THAT(TakeBoxes(), ElementsAre(kBookBox));
     EXPECT_EQ(State().Spellbook(0), 0);
     EXPECT_THAT(TakeLog(), ElementsAre("box " + kBookBox.text, "update chance", "foreground 7",
-                                       "focus 7", "keys %1{ENTER}"));
+                                       "focus 7", "keys %1{ENTER}", "timer 0"));
     EXPECT_EQ(Counters()[2], 49);
 }
 

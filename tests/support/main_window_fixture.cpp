@@ -122,6 +122,7 @@ FormMain& MainWindowFixture::Make() {
                                                       .oldData = m_parts,
                                                       .settings = m_parts,
                                                       .spellInfo = m_parts,
+                                                      .timers = m_parts,
                                                       .failures = *this,
                                                       .process = m_parts,
                                                       .folder = m_folder.path().toStdString()});

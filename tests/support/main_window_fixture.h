@@ -31,6 +31,7 @@ class RecordingParts : public AssistLink,
                        public SettingsPort,
                        public SpellInfoPort,
                        public OldDataConversion,
+                       public TimersPort,
                        public ProcessEnd {
   public:
     explicit RecordingParts(std::vector<std::string>& log) : m_log(log) {}
@@ -44,6 +45,9 @@ class RecordingParts : public AssistLink,
     void UpdateChance() override { Note("update chance"); }
     void DisplayInfo(i32 row) override { Note("info " + std::to_string(row)); }
     void ConvertOldData() override { Note("convert"); }
+    void StartTimer(i32 row) override { Note("timer " + std::to_string(row)); }
+    void Update() override { Note("refresh timers"); }
+    WindowPlaces::Place TimerPlace() override { return {.top = 300.0F, .left = 450.0F}; }
     void EndProcess(int exitCode) override { Note("end " + std::to_string(exitCode)); }
 
     // The call that fails, each time, and the one that runs something more.
