@@ -1,0 +1,178 @@
+// Starts and ends: what must be there, what is told when it is not, and what is kept.
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include "tests/end_to_end/player_desk.h"
+
+namespace spellwick::testing_support {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::EndsWith;
+using testing::StartsWith;
+
+constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
+
+using StartAndEnd = PlayerDesk;
+
+TEST_F(StartAndEnd, CloseAndStart_FindsEverythingAsItWas) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    ClickSpell(kHeal);
+    ASSERT_TRUE(WaitTyped({"key Alt+4", "cast Heal", "key Enter"}));
+    const Picture before = QuietPicture(kHeal);
+    const Area placeBefore = m_desk->AreaOf(Window());
+    ASSERT_EQ(CloseSpellwick(), 0);
+    const SectionValues global = StoredSection(kGlobal);
+    const SectionValues mira = StoredSection(kMira);
+    EXPECT_EQ(mira.at("SS 0"), "9");
+
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    EXPECT_EQ(m_desk->AreaOf(Window()), placeBefore);
+    const Picture after = QuietPicture(kHeal);
+    EXPECT_TRUE(before == after) << "the window looks different after the start";
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(StoredSection(kGlobal), global);
+    EXPECT_EQ(StoredSection(kMira), mira);
+}
+
+TEST_F(StartAndEnd, EndSignals_SaveAsARegularEnd) {
+    PrepareMage(kMira, 10);
+    StartGame();
+    TellGame("login 1");
+    int silk = 10;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        StartSpellwick();
+        ASSERT_TRUE(WaitCharacter("Mira Talon"));
+        m_desk->RestingPicture(Window());
+        const std::size_t typed = Typed().size();
+        ClickSpell(kHeal);
+        ASSERT_TRUE(WaitUntil([&] { return Typed().size() == typed + 3; }));
+        m_desk->RestingPicture(Window());
+        Spellwick().Signal(signal);
+        EXPECT_EQ(Spellwick().WaitForEnd(10s), 0) << signal;
+        EXPECT_EQ(Stored(kMira, "SS 0"), std::to_string(--silk)) << signal;
+    }
+}
+
+// The save of the end is hit at different points, from before its start to after its end.
+TEST_F(StartAndEnd, KillDuringTheSave_LeavesTheOldOrTheNewState) {
+    PrepareMage(kMira, 10);
+    Prepare(kGlobal, {{"CurrentPlayerName", kMira}});
+    int silk = 10;
+    for (int round = 0; round < 12; ++round) {
+        StartSpellwick();
+        m_desk->Hold(XKB_KEY_Control_L, true);
+        ClickSpell(kHeal);
+        m_desk->RestingPicture(Window());
+        m_desk->Hold(XKB_KEY_Control_L, false);
+        Spellwick().Signal(SIGTERM);
+        std::this_thread::sleep_for(std::chrono::microseconds(round * 2500));
+        Spellwick().Signal(SIGKILL);
+        ASSERT_TRUE(Spellwick().WaitForEnd(5s));
+        const SectionValues mira = StoredSection(kMira);
+        EXPECT_THAT(mira.at("SS 0"),
+                    testing::AnyOf(std::to_string(silk), std::to_string(silk + 1)));
+        EXPECT_EQ(mira.at("GA 0"), mira.at("SS 0"));
+        EXPECT_EQ(mira.at("GI 0"), mira.at("SS 0"));
+        silk = std::stoi(mira.at("SS 0"));
+    }
+}
+
+TEST_F(StartAndEnd, UnreadableStore_IsKeptAsideAndTheUserIsTold) {
+    const std::string noise(5000, 'x');
+    std::filesystem::remove_all(StoreFile().parent_path());
+    std::filesystem::create_directories(StoreFile().parent_path());
+    std::ofstream(StoreFile()) << noise;
+    const auto program = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
+    const xcb_window_t box = m_desk->Session().WaitForWindow("Spellwick");
+    ASSERT_NE(box, 0U) << program->Output();
+    m_desk->RestingPicture(box);
+    m_desk->Tap(XKB_KEY_Return);
+    const xcb_window_t window = m_desk->WaitWindow("Spellwick 7.5");
+    ASSERT_NE(window, 0U) << program->Output();
+    m_desk->RestingPicture(window);
+    m_desk->AskToClose(m_desk->WaitWindow("Spellwick 7.5"));
+    EXPECT_EQ(program->WaitForEnd(10s), 0);
+
+    EXPECT_FALSE(StoredSection(kGlobal).empty());
+    int aside = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(StoreFile().parent_path())) {
+        std::ostringstream content;
+        content << std::ifstream(entry.path()).rdbuf();
+        aside += entry.path() != StoreFile() && content.str() == noise ? 1 : 0;
+    }
+    EXPECT_EQ(aside, 1);
+}
+
+TEST_F(StartAndEnd, MissingOrBadSpellTable_IsABoxAndExitCode2) {
+    struct Row {
+        const char* name;
+        const char* content;  // null for no file
+        const char* title;
+    };
+    const std::filesystem::path folder = m_desk->Session().Folder() / "elsewhere";
+    for (const Row& row :
+         {Row{"missing", nullptr, "Missing File!"}, Row{"empty", "", "Missing File"},
+          Row{"one row too few", "\"a\", 88\n1, x\n", "Missing File"},
+          Row{"a count of two thousand million", "\"a\", 2000000000\n", "Missing File"}}) {
+        std::filesystem::remove_all(folder);
+        std::filesystem::create_directory(folder);
+        std::filesystem::copy_file(Programs() / "spellwick", folder / "spellwick");
+        if (row.content != nullptr) {
+            std::ofstream(folder / "SpellData.txt") << row.content;
+        }
+        const auto program = m_desk->Session().Spawn({(folder / "spellwick").string()});
+        const xcb_window_t box = m_desk->Session().WaitForWindow(row.title);
+        ASSERT_NE(box, 0U) << row.name << ": " << program->Output();
+        m_desk->RestingPicture(box);
+        m_desk->Tap(XKB_KEY_Return);
+        EXPECT_EQ(program->WaitForEnd(10s), 2) << row.name;
+    }
+}
+
+TEST_F(StartAndEnd, StartedThroughALink_FindsItsTable) {
+    const std::filesystem::path link = m_desk->Session().Folder() / "link-to-spellwick";
+    std::filesystem::create_symlink(Programs() / "spellwick", link);
+    const auto program = m_desk->Session().Spawn({link.string()});
+    EXPECT_NE(m_desk->WaitWindow("Spellwick 7.5"), 0U) << program->Output();
+}
+
+TEST_F(StartAndEnd, NoDisplay_IsOneSentenceAndExitCode2) {
+    const std::string gone = m_desk->Session().Display();
+    m_desk.reset();
+    for (const std::string& display : {std::string(), gone}) {
+        const RunResult result =
+            RunToEnd({(Programs() / "spellwick").string()},
+                     {{"DISPLAY", display}, {"WAYLAND_DISPLAY", ""}, {"XDG_RUNTIME_DIR", ""}});
+        EXPECT_EQ(result.exitCode, 2) << display;
+        EXPECT_THAT(result.output, StartsWith("spellwick: "));
+        EXPECT_THAT(result.output, EndsWith(".\n"));
+        EXPECT_EQ(std::ranges::count(result.output, '\n'), 1) << result.output;
+    }
+}
+
+TEST_F(StartAndEnd, TwoAtOnce_WorkOnTheSameStore) {
+    PrepareMage(kMira, 10);
+    PrepareMage(kBran, 20);
+    Prepare(kGlobal, {{"CurrentPlayerName", kMira}});
+    StartSpellwick();
+    const auto other = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
+    ASSERT_TRUE(WaitUntil([&] { return m_desk->WaitWindow("Spellwick 7.5") != Window(); }));
+    other->Signal(SIGTERM);
+    EXPECT_EQ(other->WaitForEnd(10s), 0) << other->Output();
+    EXPECT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kMira, "SS 0"), "10");
+    EXPECT_EQ(Stored(kBran, "SS 0"), "20");
+}
+
+}  // namespace
+}  // namespace spellwick::testing_support
