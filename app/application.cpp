@@ -82,25 +82,36 @@ void Application::WatchForEnd() {
 }
 
 void Application::Load() {
-    m_settings = std::make_unique<FormSettings>(
-        m_state, m_runEnd,
-        SettingsActions{
-            .layOutVertically = [this] { m_main->LayoutVertical(); },
-            .layOutHorizontally = [this] { m_main->LayoutHorizontal(); },
-            .saveOption = [this](std::string_view key,
-                                 const std::string& value) { m_main->SaveOption(key, value); },
-            .saveAll = [this] { m_main->SaveAll(); },
-            .setTopMost = [this](WindowHandle window,
-                                 bool topMost) { m_system.desktop->SetTopMost(window, topMost); }},
-        m_main.get());
+    if (m_settings != nullptr) {
+        return;
+    }
+    m_settingsHost = std::make_unique<SettingsHost>(*m_main);
+    m_settings =
+        std::make_unique<FormSettings>(SettingsServices{.state = m_state,
+                                                        .store = *m_system.store,
+                                                        .desktop = *m_system.desktop,
+                                                        .boxes = m_boxes,
+                                                        .dialogs = m_dialogs,
+                                                        .failures = m_runEnd,
+                                                        .mainWindow = *m_settingsHost,
+                                                        .pictures = m_main->PictureStrips()},
+                                       m_main.get());
+    // Its load can call back here, so it is there before it is filled.
+    m_settings->Form_Load();
 }
 
 void Application::ShowModal() {
-    if (m_settings == nullptr) {
-        Load();
-    }
-    m_settings->RefreshDialog();
+    Load();
     m_settings->exec();
+}
+
+void Application::UpdateChance() {
+    Load();
+    m_settings->UpdateChance();
+}
+
+StoreResult Application::Unload() {
+    return m_settings != nullptr ? m_settings->Form_Unload() : StoreResult{};
 }
 
 }  // namespace spellwick

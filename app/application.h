@@ -4,8 +4,10 @@
 #include <memory>
 
 #include "app/absent_assist.h"
+#include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
 #include "app/run_end.h"
+#include "app/settings_host.h"
 #include "link/keystroke_sender.h"
 #include "main_window/form_main.h"
 #include "platform/system.h"
@@ -29,7 +31,8 @@ class Application : private SettingsPort,
     // SettingsPort
     void Load() override;
     void ShowModal() override;
-    void UpdateChance() override {}
+    void UpdateChance() override;
+    StoreResult Unload() override;
     // SpellInfoPort
     void DisplayInfo(i32 /*row*/) override {}
     // OldDataConversion
@@ -49,6 +52,8 @@ class Application : private SettingsPort,
     AbsentAssist m_assist{m_state};
     std::unique_ptr<KeySender> m_keys;
     std::unique_ptr<FormMain> m_main;
+    QtDialogs m_dialogs;
+    std::unique_ptr<SettingsHost> m_settingsHost;
     std::unique_ptr<FormSettings> m_settings;
 };
 

@@ -56,6 +56,7 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     Casting& Pipeline() { return m_casting; }
     ClientWatch& Watch() { return m_watch; }
     SettingsIo& Io() { return m_io; }
+    Pictures& PictureStrips() { return m_pictures; }
     QTimer& Timer1(int index);
     QPushButton& Command(int index) { return *m_command[static_cast<std::size_t>(index)]; }
 
@@ -64,6 +65,9 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
 
     // Saves the global keys and the player; a box says so when it fails.
     void SaveAll();
+
+    // Says in a box that a save failed; once for one trouble.
+    void ReportSave(const StoreResult& result);
 
     // Writes one option at once; a box says so when it fails.
     void SaveOption(std::string_view key, const std::string& value);
@@ -106,7 +110,6 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     TextSizes MeasureTexts() const;
     WindowPlaces Places() const;     // of this window alone
     WindowPlaces AllPlaces() const;  // with the window of the timers
-    void ReportSave(const StoreResult& result);
     void EnterKey();
     void DrawReagents(QPainter& painter);
     void OpenHelp();

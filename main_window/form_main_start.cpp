@@ -115,6 +115,7 @@ void FormMain::Form_Unload() {
     m_services.assist.UnhookWindow();
     hide();
     QCoreApplication::processEvents();
+    ReportSave(m_services.settings.Unload());
     ReportSave(m_io.SaveGlobalSettings(places));
     m_services.process.EndProcess(0);
     m_unloading = false;
@@ -135,6 +136,7 @@ bool FormMain::SaveAfterFailure() {
     step([&] { places.timer = m_services.timers.TimerPlace(); });
     step([&] { m_services.assist.UnhookWindow(); });
     step([&] { hide(); });
+    step([&] { saved = m_services.settings.Unload().ok && saved; });
     step([&] { saved = m_io.SavePlayerSettings(m_state.CurrentPlayerName).ok && saved; });
     step([&] { saved = m_io.SaveGlobalKeys(places).ok && saved; });
     return saved;

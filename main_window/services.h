@@ -27,6 +27,9 @@ class SettingsPort {
     virtual void ShowModal() = 0;
     // Refreshes the chances of its skills tab; makes the dialog if need be.
     virtual void UpdateChance() = 0;
+    // The end of the dialog, ahead of the main window's own saving: saves its place and the macro
+    // codes.
+    virtual StoreResult Unload() = 0;
 };
 
 // The spell info window as the main window knows it.

@@ -16,6 +16,8 @@ const char* FailureName(FailureKind kind) {
             return "Division by zero";
         case FailureKind::kFile:
             return "File error";
+        case FailureKind::kCancelled:
+            return "Cancelled";
     }
     return "Failure";
 }

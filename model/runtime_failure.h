@@ -14,6 +14,7 @@ enum class FailureKind {
     kTypeMismatch,  // a text where a number is due
     kDivision,      // a division by zero
     kFile,          // a file is missing, ends too early, or cannot be opened
+    kCancelled,     // a dialog was cancelled where that counts as a failure
 };
 
 // The name of a kind as an error report shows it, for example "Overflow".

@@ -1,101 +1,277 @@
 #include "settings_dialog/form_settings.h"
 
-#include <QEvent>
-#include <QGroupBox>
-#include <QPushButton>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
 #include <QVBoxLayout>
-#include <utility>
+
+#include "model/number_forms.h"
+#include "store/catalogue.h"
+#include "store/section_name.h"
+#include "store/text_forms.h"
+#include "widgets/form_font.h"
 
 namespace spellwick {
 
 namespace {
 
-std::string OptionText(bool on) {
-    return on ? "True" : "False";
-}
+constexpr float kTwipsPerPixel = 15.0F;
+// The least size, 8340 by 5655 twips; a font that needs more room gets it.
+constexpr QSize kLeastSize(556, 377);
+
+constexpr std::array<const char*, kTabCount> kTabCaptions{
+    "Spells && Reagents", "User Spells", "Macros", "Skills",
+    "Reagent Management", "Spell texts", "About",  "Settings"};
+
+// Keeps an entry that the user has not finished, while the program refills its box.
+class UnfinishedEntry {
+  public:
+    explicit UnfinishedEntry(QWidget* focused) : m_box(qobject_cast<QLineEdit*>(focused)) {
+        if (m_box != nullptr && m_box->isModified()) {
+            m_text = m_box->text();
+        }
+    }
+
+    void PutBack() {
+        if (m_text && m_box->text() != *m_text) {
+            m_box->setText(*m_text);
+            m_box->setModified(true);
+        }
+    }
+
+  private:
+    QLineEdit* m_box;
+    std::optional<QString> m_text;
+};
 
 }  // namespace
 
-FormSettings::FormSettings(SharedState& state, FailureSink& failures, SettingsActions actions,
-                           QWidget* parent)
-    : QDialog(parent), m_state(state), m_failures(failures), m_actions(std::move(actions)) {
+FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
+    : QDialog(parent),
+      m_services(services),
+      m_state(services.state),
+      m_commonDialog(services.dialogs) {
     setObjectName(QStringLiteral("FormSettings"));
     setWindowTitle(QStringLiteral("Spellwick - Settings"));
     setAccessibleName(QStringLiteral("Settings"));
-    m_alwaysOnTop =
-        MakeOption("CheckAlwaysOnTop", "Always on Top", &FormSettings::ClickAlwaysOnTop);
-    m_displayVertical = MakeOption("CheckDisplayVertical", "Display main window vertically",
-                                   &FormSettings::ClickDisplayVertical);
-    m_showNecroRegs = MakeOption("CheckShowNecroRegs", "Show Necromancer Reagents",
-                                 &FormSettings::ClickShowNecroRegs);
-
-    auto* group = new QGroupBox(QStringLiteral("Main window"), this);
-    auto* options = new QVBoxLayout(group);
-    options->addWidget(m_alwaysOnTop);
-    options->addWidget(m_displayVertical);
-    options->addWidget(m_showNecroRegs);
-
-    auto* ok = new QPushButton(QStringLiteral("&OK"), this);
-    ok->setObjectName(QStringLiteral("Command1"));
-    ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this,
-            [this] { Guard(m_failures, "closing the settings", [&] { ClickOk(); }); });
-
+    setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint);
+    setFont(FormFont());
     auto* all = new QVBoxLayout(this);
-    all->addWidget(group);
-    all->addWidget(ok, 0, Qt::AlignRight);
-    all->setSizeConstraint(QLayout::SetFixedSize);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    MakeStrip();
+    MakeTabs();
+    MakeButtons();
 }
 
-QCheckBox* FormSettings::MakeOption(const char* name, const char* caption,
-                                    void (FormSettings::*clicked)()) {
-    auto* box = new QCheckBox(QLatin1String(caption), this);
-    box->setObjectName(QLatin1String(name));
-    connect(box, &QCheckBox::clicked, this, [this, clicked] {
-        Guard(m_failures, "changing an option", [&] { (this->*clicked)(); });
+void FormSettings::MakeStrip() {
+    auto* strip = new QHBoxLayout;
+    strip->setContentsMargins(2, 2, 2, 0);
+    strip->setSpacing(1);
+    for (int tab = 0; tab < kTabCount; ++tab) {
+        auto* button = new PageButton(this);
+        button->setObjectName(IndexedName("CheckTab", tab));
+        button->setText(QLatin1String(kTabCaptions[static_cast<std::size_t>(tab)]));
+        button->setAccessibleName(
+            button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+        button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+        strip->addWidget(button);
+        CheckTab[static_cast<std::size_t>(tab)] = button;
+        connect(button, &QAbstractButton::clicked, this, [this, tab] {
+            Guard(m_services.failures, "choosing a tab", [&] { ClickCheckTab(tab); });
+        });
+    }
+    static_cast<QVBoxLayout*>(layout())->addLayout(strip);
+}
+
+void FormSettings::MakeTabs() {
+    m_spells = new SpellsTab(m_services, this);
+    m_userSpells = new UserSpellsTab(m_services, this);
+    m_macros = new MacrosTab(m_services, m_commonDialog, this);
+    m_skills = new SkillsTab(m_services, this);
+    m_reagents = new ReagentsTab(m_services, this);
+    m_spellTexts = new SpellTextsTab(m_services, this);
+    m_about = new AboutTab(m_services, this);
+    m_general = new GeneralTab(m_services, m_commonDialog, this);
+    m_general->OnPlayerChanged = [this] { RefreshDialog(); };
+    m_tabs = {m_spells,   m_userSpells, m_macros, m_skills,
+              m_reagents, m_spellTexts, m_about,  m_general};
+    m_panels = new QStackedLayout;
+    for (int tab = 0; tab < kTabCount; ++tab) {
+        Tab(tab).setObjectName(IndexedName("TabFrame", tab + 1));
+        Tab(tab).setAccessibleName(CheckTab[static_cast<std::size_t>(tab)]->accessibleName());
+        m_panels->addWidget(&Tab(tab));
+    }
+    static_cast<QVBoxLayout*>(layout())->addLayout(m_panels, 1);
+}
+
+void FormSettings::MakeButtons() {
+    Command1 = new QPushButton(QStringLiteral("&OK"), this);
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Command1->setAccessibleName(QStringLiteral("OK"));
+    connect(Command1, &QPushButton::clicked, this, [this] {
+        Guard(m_services.failures, "closing the settings", [&] { ClickCommand1(); });
     });
-    return box;
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(9, 0, 9, 8);
+    row->addStretch();
+    row->addWidget(Command1);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+
+    // The Enter key presses it; nobody sees it or tabs to it.
+    CommandDummy = new QPushButton(this);
+    CommandDummy->setObjectName(QStringLiteral("CommandDummy"));
+    CommandDummy->setAccessibleName(QStringLiteral("Take the entry"));
+    CommandDummy->setFocusPolicy(Qt::NoFocus);
+    CommandDummy->setAutoDefault(false);
+    CommandDummy->setDefault(true);
+    connect(CommandDummy, &QPushButton::clicked, this, [this] {
+        Guard(m_services.failures, "taking an entry", [&] { ClickCommandDummy(); });
+    });
+}
+
+void FormSettings::Form_Load() {
+    RestorePlace();
+    {
+        const UpdatingScope updating(m_state);
+        CheckTab[0]->setChecked(true);
+    }
+    m_panels->setCurrentIndex(0);
+    m_spells->Load();
+    m_macros->Load();
+    m_general->Load();
+    m_userSpells->Load();
+    m_reagents->Load();
+    m_skills->Load();
+    m_spellTexts->Load();
+    m_about->Load();
+    RefreshDialog();
+    FitSize();
+}
+
+// A window takes its place as that of its frame only if it has the place before it has a handle.
+void FormSettings::RestorePlace() {
+    const auto read = [this](float& place, std::string_view key) {
+        IgnoreFailure([&] {
+            if (const auto text = m_services.store.Read(kGlobalSection, key)) {
+                place = ReadFloat(*text);
+                ToI32(double{place});
+            }
+        });
+    };
+    read(m_place.top, kSettingsTopKey);
+    read(m_place.left, kSettingsLeftKey);
+    const WindowPlaces::Place place = m_place;
+    move(ToI32(double{place.left / kTwipsPerPixel}), ToI32(double{place.top / kTwipsPerPixel}));
+    m_place = place;
+}
+
+void FormSettings::FitSize() {
+    layout()->activate();
+    setFixedSize(layout()->totalMinimumSize().expandedTo(kLeastSize));
 }
 
 void FormSettings::RefreshDialog() {
-    m_alwaysOnTop->setChecked(m_state.AlwaysOnTop);
-    m_displayVertical->setChecked(m_state.DisplayVertical);
-    m_showNecroRegs->setChecked(m_state.ShowNecroRegs);
+    m_spells->Refresh();
+    m_userSpells->Refresh();
+    m_spellTexts->Refresh();
+    m_reagents->Refresh();
+    m_skills->Refresh();
+}
+
+void FormSettings::Form_Activate() {
+    m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
+    m_general->Activate();
+    UnfinishedEntry entry(focusWidget());
+    RefreshDialog();
+    entry.PutBack();
+}
+
+void FormSettings::ClickCheckTab(int tab) {
+    if (m_state.Updating) {
+        return;
+    }
+    {
+        const UpdatingScope updating(m_state);
+        for (PageButton* button : CheckTab) {
+            button->setChecked(false);
+        }
+        CheckTab[static_cast<std::size_t>(tab)]->setChecked(true);
+    }
+    m_panels->setCurrentIndex(tab);
+    if (QWidget* first = Tab(tab).FirstControl()) {
+        first->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void FormSettings::ClickCommand1() {
+    Command1->setFocus(Qt::OtherFocusReason);
+    m_services.mainWindow.SaveAll();
+    KeepPlace();
+    hide();
+}
+
+void FormSettings::ClickCommandDummy() {
+    UpdateChance();
+    CommandDummy->setFocus(Qt::OtherFocusReason);
+}
+
+StoreResult FormSettings::Form_Unload() {
+    KeepPlace();
+    const bool hasPlace = !isMinimized() && !isMaximized() && !isFullScreen();
+    return m_services.mainWindow.SaveMacros(hasPlace ? std::optional(m_place) : std::nullopt);
+}
+
+// While the dialog is shown its frame stands where pos() says; a hidden one has lost its frame.
+void FormSettings::KeepPlace() {
+    if (isVisible() && !isMinimized() && !isMaximized() && !isFullScreen()) {
+        const QPoint shown(ToI32(double{m_place.left / kTwipsPerPixel}),
+                           ToI32(double{m_place.top / kTwipsPerPixel}));
+        if (pos() != shown) {
+            m_place = {.top = static_cast<float>(y()) * kTwipsPerPixel,
+                       .left = static_cast<float>(x()) * kTwipsPerPixel};
+        }
+    }
 }
 
 void FormSettings::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        Guard(m_failures, "showing the settings", [&] {
-            m_actions.setTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
-            RefreshDialog();
-        });
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow()) {
+        return;
+    }
+    Guard(m_services.failures, "showing the settings", [&] {
+        if (m_justShown) {
+            // All is filled; only now is there a window on the screen to raise.
+            m_justShown = false;
+            m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
+        } else {
+            Form_Activate();
+        }
+    });
+}
+
+void FormSettings::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous()) {
+        m_justShown = true;
+        Guard(m_services.failures, "showing the settings", [&] { Form_Activate(); });
     }
 }
 
-void FormSettings::ClickAlwaysOnTop() {
-    m_state.AlwaysOnTop = m_alwaysOnTop->isChecked();
-    m_actions.saveOption("AlwaysOnTop", OptionText(m_state.AlwaysOnTop));
+void FormSettings::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    Guard(m_services.failures, "closing the settings", [&] {
+        // A box that is being edited runs its check, as with the button.
+        Command1->setFocus(Qt::OtherFocusReason);
+        m_services.mainWindow.ReportSave(Form_Unload());
+        hide();
+    });
 }
 
-void FormSettings::ClickDisplayVertical() {
-    if (m_displayVertical->isChecked()) {
-        m_actions.layOutVertically();
-    } else {
-        m_actions.layOutHorizontally();
-    }
-    m_actions.saveOption("DisplayVertical", OptionText(m_state.DisplayVertical));
-}
-
-void FormSettings::ClickShowNecroRegs() {
-    m_state.ShowNecroRegs = m_showNecroRegs->isChecked();
-    m_actions.saveOption("ShowNecroRegs", OptionText(m_state.ShowNecroRegs));
-    ClickDisplayVertical();
-}
-
-void FormSettings::ClickOk() {
-    m_actions.saveAll();
-    hide();
+void FormSettings::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    CommandDummy->move(0, height() + CommandDummy->height());
 }
 
 }  // namespace spellwick

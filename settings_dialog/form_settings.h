@@ -1,53 +1,103 @@
-// The settings dialog: the general options of the main window.
+// The settings dialog: eight buttons over eight panels, one class for each panel. It is made once,
+// hidden, and shown modally; every edit acts at once.
 #pragma once
 
-#include <QCheckBox>
 #include <QDialog>
-#include <functional>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <array>
+#include <optional>
 
-#include "model/failure_guard.h"
-#include "model/shared_state.h"
+#include "settings_dialog/about_tab.h"
+#include "settings_dialog/common_dialog.h"
+#include "settings_dialog/general_tab.h"
+#include "settings_dialog/macros_tab.h"
+#include "settings_dialog/reagents_tab.h"
+#include "settings_dialog/services.h"
+#include "settings_dialog/skills_tab.h"
+#include "settings_dialog/spell_texts_tab.h"
+#include "settings_dialog/spells_tab.h"
+#include "settings_dialog/user_spells_tab.h"
+#include "widgets/page_button.h"
 
 namespace spellwick {
 
-// What the dialog asks of the main window.
-struct SettingsActions {
-    std::function<void()> layOutVertically;
-    std::function<void()> layOutHorizontally;
-    // Saves one option of the global section at once.
-    std::function<void(std::string_view key, const std::string& value)> saveOption;
-    // Saves all settings.
-    std::function<void()> saveAll;
-    // Keeps a window above the others, or lets it go.
-    std::function<void(WindowHandle window, bool topMost)> setTopMost;
-};
+inline constexpr int kTabCount = 8;
 
 class FormSettings : public QDialog {
     Q_OBJECT
 
   public:
-    FormSettings(SharedState& state, FailureSink& failures, SettingsActions actions,
-                 QWidget* parent);
+    // `services` is copied; what it refers to outlives the dialog.
+    FormSettings(const SettingsServices& services, QWidget* parent);
 
-    // Fills the boxes from the options; no handler runs.
+    // Place, lists and first fill, once for each run. RuntimeFailure when a step fails; the steps
+    // before it stand.
+    void Form_Load();
+
+    // Each time the dialog becomes active: its top-most state, the player, all tabs.
+    void Form_Activate();
+
+    // What the end of the dialog saves: its place, unless it is minimised, and all macro codes.
+    StoreResult Form_Unload();
+
+    // Refills every tab from the shared state.
     void RefreshDialog();
+
+    // Refreshes the chances of the skills tab, also while the dialog is hidden.
+    void UpdateChance() { m_skills->UpdateChance(); }
+
+    // The handlers of the buttons; a tab is 0 to 7.
+    void ClickCheckTab(int tab);
+    void ClickCommand1();
+    void ClickCommandDummy();
+
+    SpellsTab& Spells() { return *m_spells; }
+    UserSpellsTab& UserSpells() { return *m_userSpells; }
+    MacrosTab& Macros() { return *m_macros; }
+    SkillsTab& Skills() { return *m_skills; }
+    ReagentsTab& Reagents() { return *m_reagents; }
+    SpellTextsTab& SpellTexts() { return *m_spellTexts; }
+    AboutTab& About() { return *m_about; }
+    GeneralTab& General() { return *m_general; }
+    SettingsTab& Tab(int tab) { return *m_tabs[static_cast<std::size_t>(tab)]; }
+
+    std::array<PageButton*, kTabCount> CheckTab{};
+    QPushButton* Command1 = nullptr;
+    QPushButton* CommandDummy = nullptr;
+
+    // Escape is no answer here: there is nothing to take back.
+    void reject() override {}
 
   protected:
     void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
-    QCheckBox* MakeOption(const char* name, const char* caption, void (FormSettings::*clicked)());
-    void ClickAlwaysOnTop();
-    void ClickDisplayVertical();
-    void ClickShowNecroRegs();
-    void ClickOk();
+    void MakeStrip();
+    void MakeTabs();
+    void MakeButtons();
+    void RestorePlace();
+    void KeepPlace();
+    void FitSize();
 
+    SettingsServices m_services;
     SharedState& m_state;
-    FailureSink& m_failures;
-    SettingsActions m_actions;
-    QCheckBox* m_alwaysOnTop = nullptr;
-    QCheckBox* m_displayVertical = nullptr;
-    QCheckBox* m_showNecroRegs = nullptr;
+    CommonDialog m_commonDialog;
+    QStackedLayout* m_panels = nullptr;
+    SpellsTab* m_spells = nullptr;
+    UserSpellsTab* m_userSpells = nullptr;
+    MacrosTab* m_macros = nullptr;
+    SkillsTab* m_skills = nullptr;
+    ReagentsTab* m_reagents = nullptr;
+    SpellTextsTab* m_spellTexts = nullptr;
+    AboutTab* m_about = nullptr;
+    GeneralTab* m_general = nullptr;
+    std::array<SettingsTab*, kTabCount> m_tabs{};
+    WindowPlaces::Place m_place;
+    bool m_justShown = false;
 };
 
 }  // namespace spellwick

@@ -43,6 +43,10 @@ class RecordingParts : public AssistLink,
     void Load() override { Note("load settings"); }
     void ShowModal() override { Note("show settings"); }
     void UpdateChance() override { Note("update chance"); }
+    StoreResult Unload() override {
+        Note("unload settings");
+        return {};
+    }
     void DisplayInfo(i32 row) override { Note("info " + std::to_string(row)); }
     void ConvertOldData() override { Note("convert"); }
     void StartTimer(i32 row) override { Note("timer " + std::to_string(row)); }

@@ -1,0 +1,65 @@
+#include "app/qt_dialogs.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+
+#include "widgets/ground.h"
+#include "widgets/texts.h"
+
+namespace spellwick {
+
+namespace {
+
+QString ToQPath(const std::filesystem::path& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
+}
+
+std::optional<std::filesystem::path> Pick(QFileDialog& dialog, const FileQuestion& question) {
+    dialog.setObjectName(QStringLiteral("FileDialog"));
+    dialog.setNameFilter(QStringLiteral("%1 (%2)").arg(
+        ToQString(question.filterName).section(QLatin1Char('('), 0, 0).trimmed(),
+        ToQString(question.filterPattern)));
+    dialog.setDefaultSuffix(ToQString(question.defaultExtension));
+    if (!question.fileName.empty()) {
+        dialog.selectFile(ToQString(question.fileName));
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+}
+
+QString StartFolder(const FileQuestion& question) {
+    const QString folder = ToQPath(question.folder);
+    return folder.isEmpty() || !QDir(folder).exists() ? QDir::homePath() : folder;
+}
+
+}  // namespace
+
+std::optional<i32> QtDialogs::PickColour(i32 start) {
+    const QColor picked = QColorDialog::getColor(ToQColor(start), QApplication::activeWindow());
+    if (!picked.isValid()) {
+        return std::nullopt;
+    }
+    return picked.red() | (picked.green() << 8) | (picked.blue() << 16);
+}
+
+std::optional<std::filesystem::path> QtDialogs::PickFileToOpen(const FileQuestion& question) {
+    QFileDialog dialog(QApplication::activeWindow(), ToQString(question.title),
+                       StartFolder(question));
+    dialog.setFileMode(QFileDialog::AnyFile);
+    return Pick(dialog, question);
+}
+
+std::optional<std::filesystem::path> QtDialogs::PickFileToSave(const FileQuestion& question) {
+    QFileDialog dialog(QApplication::activeWindow(), ToQString(question.title),
+                       StartFolder(question));
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    return Pick(dialog, question);
+}
+
+}  // namespace spellwick

@@ -1,0 +1,15 @@
+// The program's colour and file dialogs, shown by the toolkit.
+#pragma once
+
+#include "platform/dialogs.h"
+
+namespace spellwick {
+
+class QtDialogs : public Dialogs {
+  public:
+    std::optional<i32> PickColour(i32 start) override;
+    std::optional<std::filesystem::path> PickFileToOpen(const FileQuestion& question) override;
+    std::optional<std::filesystem::path> PickFileToSave(const FileQuestion& question) override;
+};
+
+}  // namespace spellwick

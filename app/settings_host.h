@@ -1,0 +1,34 @@
+// The main window as the settings dialog sees it.
+#pragma once
+
+#include "main_window/form_main.h"
+#include "settings_dialog/services.h"
+
+namespace spellwick {
+
+class SettingsHost : public MainWindowPort {
+  public:
+    explicit SettingsHost(FormMain& mainWindow) : m_main(mainWindow) {}
+
+    void LayoutVertical() override { m_main.LayoutVertical(); }
+    void LayoutHorizontal() override { m_main.LayoutHorizontal(); }
+    void UpdatePage() override { m_main.Page().UpdatePage(); }
+    void UpdateAmounts() override { m_main.Page().UpdateAmounts(); }
+    void UpdateChances() override { m_main.Page().UpdateChances(); }
+    void ParseClientTitle() override { m_main.Watch().ParseClientTitle(); }
+    void SavePlayer() override { m_main.SavePlayer(); }
+    void LoadPlayer() override { m_main.LoadPlayer(); }
+    void SaveAll() override { m_main.SaveAll(); }
+    void SaveOption(std::string_view key, const std::string& value) override {
+        m_main.SaveOption(key, value);
+    }
+    StoreResult SaveMacros(const std::optional<WindowPlaces::Place>& dialog) override {
+        return m_main.Io().SaveMacros(dialog);
+    }
+    void ReportSave(const StoreResult& result) override { m_main.ReportSave(result); }
+
+  private:
+    FormMain& m_main;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,39 @@
+// Modal dialogs that ask for a colour or a file. The real ones are the toolkit's; a test answers
+// them.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "model/number_types.h"
+
+namespace spellwick {
+
+struct FileQuestion {
+    std::string title;
+    std::string filterName;        // for example "Text (*.txt)"
+    std::string filterPattern;     // for example "*.txt"
+    std::string defaultExtension;  // with its dot, added to a name without one; may be empty
+    std::filesystem::path folder;  // where the dialog starts; empty: the home folder
+    std::string fileName;          // the name or path that stands in the dialog; may be empty
+
+    bool operator==(const FileQuestion&) const = default;
+};
+
+// Every call serves the event queue until it is answered; nothing when the user cancels.
+class Dialogs {
+  public:
+    virtual ~Dialogs() = default;
+
+    // Colours are 0x00BBGGRR; the dialog starts from `start`.
+    virtual std::optional<i32> PickColour(i32 start) = 0;
+
+    // The whole path of a file, which need not be there or readable.
+    virtual std::optional<std::filesystem::path> PickFileToOpen(const FileQuestion& question) = 0;
+
+    // The whole path to save under, without a question about a file that is there.
+    virtual std::optional<std::filesystem::path> PickFileToSave(const FileQuestion& question) = 0;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,61 @@
+#include "settings_dialog/controls.h"
+
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+namespace spellwick {
+
+ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setFocusPolicy(Qt::StrongFocus);
+    setMaxVisibleItems(16);
+}
+
+void ChoiceBox::wheelEvent(QWheelEvent* event) {
+    if (hasFocus()) {
+        QComboBox::wheelEvent(event);
+    } else {
+        event->ignore();
+    }
+}
+
+QLabel* MakeCaption(QWidget* parent, int index, const QString& text) {
+    auto* caption = Named(new QLabel(text, parent), IndexedName("Label1", index));
+    caption->setTextFormat(Qt::PlainText);
+    return caption;
+}
+
+QLabel* MakeHeading(QWidget* parent, int index, const QString& text) {
+    QLabel* heading = MakeCaption(parent, index, text);
+    heading->setWordWrap(true);
+    heading->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+    return heading;
+}
+
+QFrame* MakeLine(QWidget* parent, const QString& name) {
+    auto* line = Named(new QFrame(parent), name);
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+bool ShowText(QLineEdit& box, const std::string& text) {
+    const QString shown = ToQString(text);
+    if (box.text() == shown) {
+        return false;
+    }
+    const QSignalBlocker quiet(box);
+    box.setText(shown);
+    return true;
+}
+
+QStringList PageNames() {
+    QStringList names;
+    for (int level = 1; level <= 8; ++level) {
+        names << QStringLiteral("Level %1 spells").arg(level);
+    }
+    return names << QStringLiteral("Necromancer 1") << QStringLiteral("Necromancer 2")
+                 << QStringLiteral("Paladin 1") << QStringLiteral("Paladin 2");
+}
+
+}  // namespace spellwick

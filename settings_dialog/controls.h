@@ -1,0 +1,52 @@
+// The little that the tabs share in making their controls.
+#pragma once
+
+#include <QComboBox>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStringList>
+#include <string>
+
+#include "widgets/texts.h"
+
+namespace spellwick {
+
+// A list to choose from. The wheel changes it only where the user is at work, not when it passes
+// by.
+class ChoiceBox : public QComboBox {
+    Q_OBJECT
+
+  public:
+    explicit ChoiceBox(QWidget* parent);
+
+  protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
+// Gives a control its name and the words that a person would want read out.
+template <typename Control>
+Control* Named(Control* control, const QString& name, const QString& accessibleName = {}) {
+    control->setObjectName(name);
+    control->setAccessibleName(accessibleName);
+    return control;
+}
+
+// A caption "Label1(index)".
+QLabel* MakeCaption(QWidget* parent, int index, const QString& text);
+
+// A heading for a narrow column: its words stand below each other, in the middle.
+QLabel* MakeHeading(QWidget* parent, int index, const QString& text);
+
+// A thin line across.
+QFrame* MakeLine(QWidget* parent, const QString& name);
+
+// Writes a box unless it holds the text already, so that an unchanged box keeps its selection. True
+// when the text changed; the box sends no signal, so that a change handler can be called in its
+// place and its failures reach the caller.
+bool ShowText(QLineEdit& box, const std::string& text);
+
+// The twelve pages of eight spells as the tabs list them.
+QStringList PageNames();
+
+}  // namespace spellwick

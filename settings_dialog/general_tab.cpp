@@ -1,0 +1,247 @@
+#include "settings_dialog/general_tab.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "model/number_forms.h"
+#include "store/catalogue.h"
+#include "store/section_name.h"
+#include "store/text_forms.h"
+#include "widgets/ground.h"
+
+namespace spellwick {
+
+ColourPatch::ColourPatch(QWidget* parent) : QAbstractButton(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+}
+
+QSize ColourPatch::sizeHint() const {
+    return {48, fontMetrics().height() + 6};
+}
+
+void ColourPatch::SetColour(Colour colour) {
+    m_colour = colour;
+    update();
+}
+
+void ColourPatch::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPalette::ColorRole rim = hasFocus() ? QPalette::Highlight : QPalette::Mid;
+    painter.setPen(QPen(palette().color(rim), hasFocus() ? 2.0 : 1.0));
+    painter.setBrush(ToQColor(m_colour));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0), 3.0, 3.0);
+}
+
+GeneralTab::GeneralTab(const SettingsServices& services, CommonDialog& commonDialog,
+                       QWidget* parent)
+    : SettingsTab(services, parent),
+      ComboUOwindow(Named(new ChoiceBox(this), QStringLiteral("ComboUOwindow"),
+                          QStringLiteral("UO window name"))),
+      CheckAlwaysOnTop(
+          MakeOption("CheckAlwaysOnTop", "Always on Top", &GeneralTab::ClickAlwaysOnTop)),
+      CheckDisplayVertical(MakeOption("CheckDisplayVertical", "Display main window vertically",
+                                      &GeneralTab::ClickDisplayVertical)),
+      CheckCasting(MakeOption("CheckCasting", "Disable casting if not enough reagents or tithes",
+                              &GeneralTab::ClickCasting)),
+      CheckMeditation(MakeOption("CheckMeditation", "Start to Meditate when mana drops below",
+                                 &GeneralTab::ClickMeditation)),
+      TextMana(MakeNumber("TextMana", "Mana below which to meditate", &GeneralTab::ChangeMana)),
+      CheckShowNecroRegs(MakeOption("CheckShowNecroRegs", "Show Necromancer Reagents",
+                                    &GeneralTab::ClickShowNecroRegs)),
+      TextYellow(MakeNumber("TextYellow", "Amount at which the indicator changes colour",
+                            &GeneralTab::ChangeYellow)),
+      LabelColor(Named(new ColourPatch(this), QStringLiteral("LabelColor"),
+                       QStringLiteral("Colour of the warning"))),
+      Frame2(Named(new QGroupBox(QStringLiteral("Spell Timer"), this), QStringLiteral("Frame2"))),
+      m_commonDialog(commonDialog) {
+    connect(ComboUOwindow, &QComboBox::activated, this,
+            [this] { Guarded("choosing a player", [&] { ClickUOwindow(); }); });
+    connect(LabelColor, &QAbstractButton::clicked, this,
+            [this] { Guarded("choosing a colour", [&] { ClickColor(); }); });
+    MakeTimerOptions();
+    PlaceControls();
+}
+
+QCheckBox* GeneralTab::MakeOption(const char* name, const char* caption,
+                                  void (GeneralTab::*clicked)()) {
+    auto* option = Named(new QCheckBox(QLatin1String(caption), this), QLatin1String(name));
+    connect(option, &QCheckBox::clicked, this,
+            [this, clicked] { Guarded("changing an option", [&] { (this->*clicked)(); }); });
+    return option;
+}
+
+EntryBox* GeneralTab::MakeNumber(const char* name, const char* accessibleName,
+                                 void (GeneralTab::*changed)()) {
+    auto* box = Named(new EntryBox(this), QLatin1String(name), QLatin1String(accessibleName));
+    box->setAlignment(Qt::AlignRight);
+    box->setFixedWidth(48);
+    connect(box, &QLineEdit::textChanged, this,
+            [this, changed] { Guarded("changing an option", [&] { (this->*changed)(); }); });
+    return box;
+}
+
+void GeneralTab::MakeTimerOptions() {
+    constexpr std::array<const char*, 3> kCaptions{"Off", "Text", "Graphic"};
+    auto* row = new QHBoxLayout(Frame2);
+    for (std::size_t mode = 0; mode < kCaptions.size(); ++mode) {
+        auto* option = Named(new QRadioButton(QLatin1String(kCaptions[mode]), Frame2),
+                             IndexedName("optSpellTimer", static_cast<int>(mode)));
+        row->addWidget(option);
+        connect(option, &QRadioButton::clicked, this,
+                [this] { Guarded("changing an option", [&] { ClickSpellTimer(); }); });
+        optSpellTimer[mode] = option;
+    }
+    row->addStretch();
+}
+
+void GeneralTab::PlaceControls() {
+    auto* player = new QHBoxLayout;
+    player->addWidget(MakeCaption(this, 8, QStringLiteral("UO window name")));
+    player->addWidget(ComboUOwindow, 1);
+
+    auto* mana = new QHBoxLayout;
+    mana->addWidget(CheckMeditation);
+    mana->addWidget(TextMana);
+    mana->addStretch();
+
+    auto* warning = new QHBoxLayout;
+    warning->addWidget(
+        MakeCaption(this, 39, QStringLiteral("Reagent/Spell indicator changes color at ")));
+    warning->addWidget(TextYellow);
+    warning->addWidget(MakeCaption(this, 0, QStringLiteral("to")));
+    warning->addWidget(LabelColor);
+    warning->addWidget(MakeCaption(this, 41, QStringLiteral("(Click color to change)")));
+    warning->addStretch();
+
+    auto* all = new QVBoxLayout(this);
+    all->setSpacing(8);
+    all->addLayout(player);
+    all->addSpacing(4);
+    all->addWidget(CheckAlwaysOnTop);
+    all->addWidget(CheckDisplayVertical);
+    all->addWidget(CheckShowNecroRegs);
+    all->addSpacing(4);
+    all->addWidget(CheckCasting);
+    all->addLayout(mana);
+    all->addSpacing(4);
+    all->addLayout(warning);
+    all->addWidget(Frame2);
+    all->addStretch();
+}
+
+void GeneralTab::Load() {
+    const i32 mode = m_state.SpellTimerMode;
+    if (mode >= 0 && mode < static_cast<i32>(optSpellTimer.size())) {
+        optSpellTimer[static_cast<std::size_t>(mode)]->setChecked(true);
+    }
+    for (const std::string& player : PlayerNames(m_services.store)) {
+        ComboUOwindow->addItem(ToQString(player));
+    }
+    if (ShowText(*TextMana, PlainText(i32{m_state.MeditateLevel}))) {
+        ChangeMana();
+    }
+    if (ShowText(*TextYellow, PlainText(i32{m_state.RegYellow}))) {
+        ChangeYellow();
+    }
+    LabelColor->SetColour(m_state.ColorWarn);
+    const UpdatingScope updating(m_state);
+    CheckMeditation->setChecked(m_state.Meditate);
+    CheckShowNecroRegs->setChecked(m_state.ShowNecroRegs);
+    CheckCasting->setChecked(m_state.DisableCasting);
+    CheckAlwaysOnTop->setChecked(m_state.AlwaysOnTop);
+    CheckDisplayVertical->setChecked(m_state.DisplayVertical);
+}
+
+void GeneralTab::Activate() {
+    const UpdatingScope updating(m_state);
+    const QString name = ToQString(m_state.CurrentPlayerName);
+    int entry = ComboUOwindow->count() - 1;
+    while (entry >= 0 && ComboUOwindow->itemText(entry) != name) {
+        --entry;
+    }
+    ComboUOwindow->setCurrentIndex(entry);
+    // The choice of spell timer is made in the timer window.
+    Frame2->hide();
+}
+
+void GeneralTab::ClickUOwindow() {
+    if (m_state.Updating) {
+        return;
+    }
+    m_services.mainWindow.SavePlayer();
+    if (ComboUOwindow->currentIndex() >= 0) {
+        m_state.CurrentPlayerName = ToText(ComboUOwindow->currentText());
+    }
+    m_services.mainWindow.ParseClientTitle();
+    m_services.mainWindow.LoadPlayer();
+    OnPlayerChanged();
+    m_services.mainWindow.UpdatePage();
+}
+
+void GeneralTab::SaveSwitch(std::string_view key, bool on) {
+    m_services.mainWindow.SaveOption(key, BoolText(on));
+}
+
+void GeneralTab::ClickAlwaysOnTop() {
+    m_state.AlwaysOnTop = CheckAlwaysOnTop->isChecked();
+    SaveSwitch("AlwaysOnTop", m_state.AlwaysOnTop);
+}
+
+void GeneralTab::ClickDisplayVertical() {
+    if (m_state.Updating) {
+        return;
+    }
+    if (CheckDisplayVertical->isChecked()) {
+        m_services.mainWindow.LayoutVertical();
+    } else {
+        m_services.mainWindow.LayoutHorizontal();
+    }
+    SaveSwitch("DisplayVertical", m_state.DisplayVertical);
+}
+
+void GeneralTab::ClickCasting() {
+    m_state.DisableCasting = CheckCasting->isChecked();
+    SaveSwitch("DisableCasting", m_state.DisableCasting);
+}
+
+void GeneralTab::ClickMeditation() {
+    m_state.Meditate = CheckMeditation->isChecked();
+    SaveSwitch("Meditate", m_state.Meditate);
+}
+
+void GeneralTab::ClickShowNecroRegs() {
+    m_state.ShowNecroRegs = CheckShowNecroRegs->isChecked();
+    SaveSwitch("ShowNecroRegs", m_state.ShowNecroRegs);
+    ClickDisplayVertical();
+}
+
+void GeneralTab::ChangeMana() {
+    m_state.MeditateLevel = ToI16(FirstFour(ToText(TextMana->text())));
+}
+
+void GeneralTab::ChangeYellow() {
+    m_state.RegYellow = ToI16(FirstFour(ToText(TextYellow->text())));
+    m_services.mainWindow.UpdateAmounts();
+}
+
+void GeneralTab::ClickColor() {
+    m_commonDialog.ReportCancelAsFailure();
+    IgnoreFailure([&] {
+        LabelColor->SetColour(m_commonDialog.ShowColour(LabelColor->BackColour()));
+        m_state.ColorWarn = LabelColor->BackColour();
+    });
+}
+
+void GeneralTab::ClickSpellTimer() {
+    for (std::size_t mode = 0; mode < optSpellTimer.size(); ++mode) {
+        if (optSpellTimer[mode]->isChecked()) {
+            m_state.SpellTimerMode = static_cast<i32>(mode);
+        }
+    }
+    m_services.mainWindow.SaveOption(kTimerModeKey.key, PlainText(m_state.SpellTimerMode));
+}
+
+}  // namespace spellwick

@@ -1,0 +1,124 @@
+#include "settings_dialog/spell_texts_tab.h"
+
+#include <QGridLayout>
+#include <QSignalBlocker>
+#include <limits>
+
+namespace spellwick {
+
+namespace {
+
+// Longest text that the game takes in one line.
+constexpr int kLineLength = 76;
+
+// A text is kept whole, however long it is.
+void LiftLimit(QLineEdit& box) {
+    box.setMaxLength(std::numeric_limits<int>::max());
+}
+
+}  // namespace
+
+SpellTextsTab::SpellTextsTab(const SettingsServices& services, QWidget* parent)
+    : SettingsTab(services, parent),
+      ComboSpellText(Named(new ChoiceBox(this), QStringLiteral("ComboSpellText"),
+                           QStringLiteral("Page of spells"))),
+      CheckSpellText(Named(new QCheckBox(QStringLiteral("Send texts when casting spells"), this),
+                           QStringLiteral("CheckSpellText"))),
+      CheckSendSuffix(Named(new QCheckBox(QStringLiteral("Send suffix"), this),
+                            QStringLiteral("CheckSendSuffix"))),
+      SpellSuffix(Named(new QLineEdit(this), QStringLiteral("SpellSuffix"),
+                        QStringLiteral("Suffix of all texts"))) {
+    connect(ComboSpellText, &QComboBox::activated, this,
+            [this] { Guarded("choosing a page of spells", [&] { RefreshSpellTextPage(); }); });
+    connect(CheckSpellText, &QCheckBox::clicked, this,
+            [this] { Guarded("changing an option", [&] { ClickSendText(); }); });
+    connect(CheckSendSuffix, &QCheckBox::clicked, this,
+            [this] { Guarded("changing an option", [&] { ClickSendSuffix(); }); });
+    connect(SpellSuffix, &QLineEdit::textChanged, this,
+            [this] { Guarded("changing the suffix", [&] { ChangeSuffix(); }); });
+    LiftLimit(*SpellSuffix);
+    for (int row = 0; row < kSlotCount; ++row) {
+        const auto at = static_cast<std::size_t>(row);
+        m_names[at] = Named(new QLabel(this), IndexedName("LabelSpell", row + kSlotCount));
+        m_names[at]->setTextFormat(Qt::PlainText);
+        TextSpell[at] = Named(new QLineEdit(this), IndexedName("TextSpell", row),
+                              QStringLiteral("Text of spell %1").arg(row + 1));
+        LiftLimit(*TextSpell[at]);
+        connect(TextSpell[at], &QLineEdit::textChanged, this,
+                [this, row] { Guarded("changing the text of a spell", [&] { ChangeText(row); }); });
+    }
+    PlaceControls();
+}
+
+void SpellTextsTab::PlaceControls() {
+    auto* grid = new QGridLayout(this);
+    grid->setColumnStretch(1, 1);
+    grid->setHorizontalSpacing(8);
+    int line = 0;
+    grid->addWidget(ComboSpellText, line, 0);
+    grid->addWidget(
+        MakeCaption(
+            this, 26,
+            QStringLiteral("Enter text here that you want to say while you are casting the spell")),
+        line, 1);
+    for (int row = 0; row < kSlotCount; ++row) {
+        ++line;
+        grid->addWidget(&LabelSpell(row), line, 0);
+        grid->addWidget(TextSpell[static_cast<std::size_t>(row)], line, 1);
+    }
+    grid->addWidget(
+        MakeCaption(this, 81,
+                    QStringLiteral("Prefix with : and a space to emote, ! and a space to yell, ; "
+                                   "and a space to whisper")),
+        ++line, 0, 1, 2);
+    grid->addWidget(CheckSpellText, ++line, 0, 1, 2);
+    grid->addWidget(CheckSendSuffix, ++line, 0);
+    grid->addWidget(SpellSuffix, line, 1);
+    grid->setRowStretch(++line, 1);
+}
+
+void SpellTextsTab::Load() {
+    ComboSpellText->addItems(PageNames());
+    ComboSpellText->setCurrentIndex(0);
+    Refresh();
+}
+
+void SpellTextsTab::Refresh() {
+    CheckSpellText->setChecked(m_state.SendSpellText == 1);
+    CheckSendSuffix->setChecked(m_state.SendSpellSuffix == 1);
+    ShowText(*SpellSuffix, m_state.SpellTextSuffix);
+    RefreshSpellTextPage();
+}
+
+void SpellTextsTab::RefreshSpellTextPage() {
+    for (int row = 0; row < kSlotCount; ++row) {
+        const SpellRecord& spell = m_state.Spells(SpellRow(row));
+        LabelSpell(row).setText(ToQString(spell.Name));
+        if (ShowText(*TextSpell[static_cast<std::size_t>(row)], spell.SpellText)) {
+            ChangeText(row);
+        }
+    }
+}
+
+void SpellTextsTab::ChangeText(int row) {
+    QLineEdit& box = *TextSpell[static_cast<std::size_t>(row)];
+    const QString text = box.text();
+    m_state.Spells(SpellRow(row)).SpellText = ToText(text);
+    if (text.size() > kLineLength) {
+        box.setSelection(kLineLength, static_cast<int>(text.size()) - kLineLength);
+    }
+}
+
+void SpellTextsTab::ClickSendText() {
+    m_state.SendSpellText = CheckSpellText->isChecked() ? i16{1} : i16{0};
+}
+
+void SpellTextsTab::ClickSendSuffix() {
+    m_state.SendSpellSuffix = CheckSendSuffix->isChecked() ? i16{1} : i16{0};
+}
+
+void SpellTextsTab::ChangeSuffix() {
+    m_state.SpellTextSuffix = ToText(SpellSuffix->text());
+}
+
+}  // namespace spellwick

@@ -1,0 +1,328 @@
+#include "settings_dialog/spells_tab.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "model/number_forms.h"
+#include "model/spell_lookup.h"
+#include "store/catalogue.h"
+#include "store/section_name.h"
+#include "store/text_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr int kMageryPages = 8;
+constexpr int kOtherColumns = 6;  // reagents 9 to 13 and the tithes
+constexpr double kMostInCell = 99.0;
+constexpr std::size_t kCellCharacters = 3;
+
+// Columns of the layout's grid around the eight columns of reagents.
+constexpr int kFirstReagentColumn = 1;
+constexpr int kCostColumn = kFirstReagentColumn + kSpellColumns;
+constexpr int kBookColumn = kCostColumn + 1;
+constexpr int kTownColumn = kBookColumn + 1;
+
+// Rows of that grid.
+enum GridRow { kPageRow, kHeadingRow, kFirstSpellRow, kLineRow = kFirstSpellRow + 8, kPriceRow };
+
+struct RowRange {
+    i32 first;
+    i32 last;
+};
+
+// The rows of the school to which a page belongs.
+RowRange RowsOfSchool(int page) {
+    if (page < kMageryPages) {
+        return {0, 63};
+    }
+    return page < kMageryPages + 2 ? RowRange{64, 79} : RowRange{80, kLastPagedRow};
+}
+
+}  // namespace
+
+SpellsTab::SpellsTab(const SettingsServices& services, QWidget* parent)
+    : SettingsTab(services, parent),
+      ComboSpellLevel(Named(new ChoiceBox(this), QStringLiteral("ComboSpellLevel"),
+                            QStringLiteral("Page of spells"))),
+      PicRegHolder(Named(new ReagentRow(services.pictures.reagents, this),
+                         QStringLiteral("PicRegHolder"), QStringLiteral("Reagents"))),
+      CheckPics(Named(new QCheckBox(QStringLiteral("Pictures"), this), QStringLiteral("CheckPics"),
+                      QStringLiteral("Pictures of the reagents"))),
+      Command2(
+          Named(new QPushButton(QStringLiteral("Fill book"), this), QStringLiteral("Command2"))),
+      Command3(Named(new QPushButton(QStringLiteral("Empty"), this), QStringLiteral("Command3"),
+                     QStringLiteral("Empty the book"))),
+      Line2(MakeLine(this, QStringLiteral("Line2"))) {
+    connect(ComboSpellLevel, &QComboBox::activated, this,
+            [this] { Guarded("choosing a page of spells", [&] { ClickSpellLevel(); }); });
+    connect(CheckPics, &QCheckBox::clicked, this,
+            [this] { Guarded("changing an option", [&] { ClickPics(); }); });
+    for (int row = 0; row < kSlotCount; ++row) {
+        MakeRow(row);
+    }
+    for (int column = 0; column < kSpellColumns; ++column) {
+        MakeColumn(column);
+    }
+    connect(Command2, &QPushButton::clicked, this,
+            [this] { Guarded("filling the book", [&] { ClickFill(); }); });
+    connect(Command3, &QPushButton::clicked, this,
+            [this] { Guarded("emptying the book", [&] { ClickEmpty(); }); });
+    PlaceControls();
+}
+
+void SpellsTab::MakeRow(int row) {
+    const auto at = static_cast<std::size_t>(row);
+    LabelSpell[at] = Named(new QLabel(this), IndexedName("LabelSpell", row));
+    LabelSpell[at]->setTextFormat(Qt::PlainText);
+    for (int column = 0; column < kSpellColumns; ++column) {
+        const int cell = column * kSlotCount + row + 1;
+        auto* box = Named(new EntryBox(this), IndexedName("Reagent", cell),
+                          QStringLiteral("Reagent %1 of spell %2").arg(column + 1).arg(row + 1));
+        box->setAlignment(Qt::AlignHCenter);
+        m_reagents[static_cast<std::size_t>(cell - 1)] = box;
+        connect(box, &EntryBox::GotFocus, box, &QLineEdit::selectAll);
+        connect(box, &EntryBox::LostFocus, this, [this, cell] {
+            Guarded("changing the reagents of a spell", [&] { ReagentLostFocus(cell); });
+        });
+    }
+    SpellPrice[at] = Named(new QLineEdit(this), IndexedName("SpellPrice", row),
+                           QStringLiteral("Cost of spell %1").arg(row + 1));
+    SpellPrice[at]->setAlignment(Qt::AlignRight);
+    CheckBook[at] = Named(new QCheckBox(this), IndexedName("CheckBook", row),
+                          QStringLiteral("Spell %1 is in the book").arg(row + 1));
+    connect(CheckBook[at], &QCheckBox::clicked, this,
+            [this, row] { Guarded("changing the book", [&] { ClickBook(row); }); });
+    CheckTown[at] = Named(new QCheckBox(this), IndexedName("CheckTown", row),
+                          QStringLiteral("Spell %1 may not be cast in town").arg(row + 1));
+    connect(CheckTown[at], &QCheckBox::clicked, this, [this, row] {
+        Guarded("changing where a spell may be cast", [&] { ClickTown(row); });
+    });
+}
+
+void SpellsTab::MakeColumn(int column) {
+    const auto at = static_cast<std::size_t>(column);
+    Label2[at] = Named(new QLabel(this), IndexedName("Label2", column));
+    Label2[at]->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+    auto* price = Named(new CounterBox(this), IndexedName("RegPrice", column),
+                        QStringLiteral("Price of reagent %1").arg(column + 1));
+    price->setAlignment(Qt::AlignHCenter);
+    RegPrice[at] = price;
+    connect(price, &EntryBox::GotFocus, price, &QLineEdit::selectAll);
+    connect(price, &EntryBox::LostFocus, this,
+            [this] { Guarded("changing a price", [&] { RefreshSpellPage(); }); });
+    connect(price, &CounterBox::KeyDropped, this, [this] { m_services.desktop.Beep(); });
+    connect(price, &QLineEdit::textChanged, this,
+            [this, column] { Guarded("changing a price", [&] { ChangeRegPrice(column); }); });
+}
+
+void SpellsTab::PlaceControls() {
+    constexpr int kGap = 2;
+    constexpr int kCostWidth = 46;
+    auto* grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(0);
+    grid->setVerticalSpacing(kGap);
+    grid->setColumnStretch(0, 1);
+    for (int column = 0; column < kSpellColumns; ++column) {
+        grid->setColumnMinimumWidth(kFirstReagentColumn + column, ReagentRow::kColumnWidth);
+    }
+    grid->addWidget(ComboSpellLevel, kPageRow, 0);
+    grid->addWidget(PicRegHolder, kPageRow, kFirstReagentColumn, 1, kSpellColumns,
+                    Qt::AlignLeft | Qt::AlignBottom);
+    grid->addWidget(CheckPics, kPageRow, kCostColumn, 1, 3, Qt::AlignRight | Qt::AlignVCenter);
+
+    for (int column = 0; column < kSpellColumns; ++column) {
+        grid->addWidget(Label2[static_cast<std::size_t>(column)], kHeadingRow,
+                        kFirstReagentColumn + column);
+    }
+    grid->addWidget(MakeHeading(this, 3, QStringLiteral("Spell costs")), kHeadingRow, kCostColumn);
+    grid->addWidget(MakeHeading(this, 7, QStringLiteral("In book")), kHeadingRow, kBookColumn);
+    grid->addWidget(MakeHeading(this, 40, QStringLiteral("Not in town")), kHeadingRow, kTownColumn);
+    grid->setColumnMinimumWidth(kCostColumn, kCostWidth + 8);
+    grid->setColumnMinimumWidth(kBookColumn, kCostWidth);
+    grid->setColumnMinimumWidth(kTownColumn, kCostWidth);
+    PlaceRows();
+
+    grid->addWidget(MakeCaption(this, 2, QStringLiteral("Price of Reagent")), kPriceRow, 0);
+    auto* book = new QHBoxLayout;
+    book->setSpacing(4);
+    book->addWidget(Command2);
+    book->addWidget(Command3);
+    grid->addLayout(book, kPriceRow, kCostColumn, 1, 3, Qt::AlignRight);
+    grid->setRowStretch(kPriceRow + 1, 1);
+}
+
+void SpellsTab::PlaceRows() {
+    auto* grid = static_cast<QGridLayout*>(layout());
+    constexpr int kBoxWidth = ReagentRow::kColumnWidth - 2;
+    for (int row = 0; row < kSlotCount; ++row) {
+        const auto at = static_cast<std::size_t>(row);
+        const int line = kFirstSpellRow + row;
+        grid->addWidget(LabelSpell[at], line, 0);
+        for (int column = 0; column < kSpellColumns; ++column) {
+            EntryBox& box = Reagent(column * kSlotCount + row + 1);
+            box.setFixedWidth(kBoxWidth);
+            grid->addWidget(&box, line, kFirstReagentColumn + column);
+        }
+        SpellPrice[at]->setFixedWidth(46);
+        grid->addWidget(SpellPrice[at], line, kCostColumn, Qt::AlignHCenter);
+        grid->addWidget(CheckBook[at], line, kBookColumn, Qt::AlignHCenter);
+        grid->addWidget(CheckTown[at], line, kTownColumn, Qt::AlignHCenter);
+    }
+    grid->addWidget(MakeLine(this, QStringLiteral("Line1")), kLineRow, 0, 1,
+                    kFirstReagentColumn + kOtherColumns);
+    grid->addWidget(Line2, kLineRow, kFirstReagentColumn + kOtherColumns, 1,
+                    kSpellColumns - kOtherColumns);
+    for (int column = 0; column < kSpellColumns; ++column) {
+        CounterBox* price = RegPrice[static_cast<std::size_t>(column)];
+        price->setFixedWidth(kBoxWidth);
+        grid->addWidget(price, kPriceRow, kFirstReagentColumn + column);
+    }
+}
+
+bool SpellsTab::IsMageryPage() const {
+    return Page() < kMageryPages;
+}
+
+int SpellsTab::Columns() const {
+    return IsMageryPage() ? kSpellColumns : kOtherColumns;
+}
+
+i32 SpellsTab::ReagentOfColumn(int column) const {
+    return IsMageryPage() ? column + 1 : column + kFirstNecroReagent;
+}
+
+i32 SpellsTab::SpellRow(int row) const {
+    return Page() * kSlotCount + row;
+}
+
+void SpellsTab::Load() {
+    ComboSpellLevel->addItems(PageNames());
+    const std::optional<std::string> pictures = m_services.store.Read(kGlobalSection, kPicturesKey);
+    IgnoreFailure([&] { CheckPics->setChecked(pictures && ReadI16(*pictures) != 0); });
+    ComboSpellLevel->setCurrentIndex(0);
+    ClickSpellLevel();
+}
+
+void SpellsTab::ClickSpellLevel() {
+    RefreshSpellPage();
+    PicRegHolder->update();
+}
+
+void SpellsTab::RefreshSpellPage() {
+    for (int row = 0; row < kSlotCount; ++row) {
+        const auto at = static_cast<std::size_t>(row);
+        const SpellRecord& spell = m_state.Spells(SpellRow(row));
+        LabelSpell[at]->setText(ToQString(spell.Name));
+        CheckBook[at]->setChecked(m_state.Spellbook(SpellRow(row)) != 1);
+        CheckTown[at]->setChecked(spell.InTown != 1);
+    }
+    RecalculateCosts(m_state);
+    for (int row = 0; row < kSlotCount; ++row) {
+        const SpellRecord& spell = m_state.Spells(SpellRow(row));
+        ShowText(*SpellPrice[static_cast<std::size_t>(row)], StandardText(i32{spell.Cost}));
+        for (int column = 0; column < Columns(); ++column) {
+            const i32 amount = spell.Reagents(ReagentOfColumn(column));
+            ShowText(Reagent(column * kSlotCount + row + 1),
+                     amount == 0 ? std::string() : PlainText(amount));
+        }
+    }
+    for (int column = 0; column < kSpellColumns; ++column) {
+        ShowColumn(column);
+    }
+    Line2->setVisible(IsMageryPage());
+    ShowPictures();
+}
+
+void SpellsTab::ShowColumn(int column) {
+    const auto at = static_cast<std::size_t>(column);
+    const bool shown = column < Columns();
+    Label2[at]->setVisible(shown);
+    RegPrice[at]->setVisible(shown);
+    for (int row = 0; row < kSlotCount; ++row) {
+        Reagent(column * kSlotCount + row + 1).setVisible(shown);
+    }
+    if (!shown) {
+        return;
+    }
+    const i32 reagent = ReagentOfColumn(column);
+    Label2[at]->setText(ToQString(m_state.ReagentCode(reagent)));
+    Label2[at]->setToolTip(ToQString(m_state.ReagentName(reagent)));
+    // A reagent price of four digits loses its last digit when the tab is
+    // filled again, 1000 becomes 100; kept because the price is shown with a leading blank and read
+    // from the first four characters.
+    if (ShowText(*RegPrice[at], StandardText(i32{m_state.RegPrice(reagent)}))) {
+        ChangeRegPrice(column);
+    }
+}
+
+void SpellsTab::ShowPictures() {
+    PicRegHolder->setVisible(CheckPics->isChecked());
+    PicRegHolder->SetFirstReagent(ReagentOfColumn(0));
+    for (int column = 0; column < kSpellColumns; ++column) {
+        QWidget& place = PicRegHolder->ImgReg(column);
+        place.setVisible(CheckPics->isChecked() && column < Columns());
+        if (column < Columns()) {
+            place.setToolTip(ToQString(m_state.ReagentName(ReagentOfColumn(column))));
+        }
+    }
+}
+
+void SpellsTab::ReagentLostFocus(int cell) {
+    const int column = (cell - 1) / kSlotCount;
+    const int row = (cell - 1) % kSlotCount;
+    const std::string text = ToText(Reagent(cell).text());
+    const double number = RoundHalfEven(NumericPrefix(FirstCharacters(text, kCellCharacters)));
+    const auto amount = static_cast<unsigned char>(std::clamp(number, 0.0, kMostInCell));
+    if (amount == 0) {
+        ShowText(Reagent(cell), std::string());
+    }
+    m_state.Spells(SpellRow(row)).Reagents(ReagentOfColumn(column)) = amount;
+    // A price and an amount that make a spell cost more than 32767 gold end
+    // the program; kept because no cost of a spell is larger and the data are saved all the same.
+    RecalculateCosts(m_state);
+    RefreshSpellPage();
+}
+
+void SpellsTab::ChangeRegPrice(int column) {
+    const std::string text = ToText(RegPrice[static_cast<std::size_t>(column)]->text());
+    m_state.RegPrice(ReagentOfColumn(column)) = ToI16(FirstFour(text));
+}
+
+void SpellsTab::ClickBook(int row) {
+    m_state.Spellbook(SpellRow(row)) =
+        CheckBook[static_cast<std::size_t>(row)]->isChecked() ? i16{0} : i16{1};
+}
+
+void SpellsTab::ClickTown(int row) {
+    m_state.Spells(SpellRow(row)).InTown =
+        CheckTown[static_cast<std::size_t>(row)]->isChecked() ? 0 : 1;
+}
+
+void SpellsTab::MarkSchool(bool inBook) {
+    const RowRange rows = RowsOfSchool(Page());
+    for (i32 row = rows.first; row <= rows.last; ++row) {
+        m_state.Spellbook(row) = inBook ? i16{0} : i16{1};
+    }
+    for (QCheckBox* box : CheckBook) {
+        box->setChecked(inBook);
+    }
+}
+
+void SpellsTab::ClickFill() {
+    MarkSchool(true);
+}
+
+void SpellsTab::ClickEmpty() {
+    MarkSchool(false);
+}
+
+void SpellsTab::ClickPics() {
+    ShowPictures();
+    m_services.mainWindow.SaveOption(kPicturesKey, CheckPics->isChecked() ? "1" : "0");
+    update();
+}
+
+}  // namespace spellwick

@@ -1,0 +1,78 @@
+// The tab of spells and reagent prices: what the eight spells of a page take and cost, which are in
+// the book and which may be cast in town. Every edit acts at once.
+#pragma once
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <array>
+
+#include "model/spell_record.h"
+#include "settings_dialog/controls.h"
+#include "settings_dialog/reagent_row.h"
+#include "settings_dialog/settings_tab.h"
+#include "widgets/counter_box.h"
+#include "widgets/entry_box.h"
+
+namespace spellwick {
+
+inline constexpr int kSpellColumns = 8;
+
+class SpellsTab : public SettingsTab {
+    Q_OBJECT
+
+  public:
+    SpellsTab(const SettingsServices& services, QWidget* parent);
+
+    void Load() override;
+    void Refresh() override { RefreshSpellPage(); }
+    QWidget* FirstControl() override { return ComboSpellLevel; }
+
+    // Fills the tab for the page of ComboSpellLevel; costs are calculated anew.
+    void RefreshSpellPage();
+
+    void ClickSpellLevel();
+    void ReagentLostFocus(int cell);  // 1 to 64
+    void ChangeRegPrice(int column);  // 0 to 7
+    void ClickBook(int row);          // 0 to 7
+    void ClickTown(int row);
+    void ClickFill();
+    void ClickEmpty();
+    void ClickPics();
+
+    // Cell 1 to 64: column c and row r, both from 0, are cell c * 8 + r + 1.
+    EntryBox& Reagent(int cell) { return *m_reagents[static_cast<std::size_t>(cell - 1)]; }
+
+    ChoiceBox* ComboSpellLevel;
+    std::array<QLabel*, kSlotCount> LabelSpell{};
+    std::array<QLineEdit*, kSlotCount> SpellPrice{};
+    std::array<QCheckBox*, kSlotCount> CheckBook{};
+    std::array<QCheckBox*, kSlotCount> CheckTown{};
+    std::array<CounterBox*, kSpellColumns> RegPrice{};
+    std::array<QLabel*, kSpellColumns> Label2{};
+    ReagentRow* PicRegHolder;
+    QCheckBox* CheckPics;
+    QPushButton* Command2;
+    QPushButton* Command3;
+    QFrame* Line2;
+
+  private:
+    void MakeRow(int row);
+    void MakeColumn(int column);
+    void MakePrices();
+    void PlaceControls();
+    void PlaceRows();
+    int Page() const { return ComboSpellLevel->currentIndex(); }
+    bool IsMageryPage() const;
+    int Columns() const;
+    i32 ReagentOfColumn(int column) const;
+    i32 SpellRow(int row) const;
+    void ShowColumn(int column);
+    void ShowPictures();
+    void MarkSchool(bool inBook);
+
+    std::array<EntryBox*, std::size_t{kSlotCount} * kSpellColumns> m_reagents{};
+};
+
+}  // namespace spellwick

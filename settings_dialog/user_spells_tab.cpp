@@ -1,0 +1,79 @@
+#include "settings_dialog/user_spells_tab.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+
+#include "model/number_forms.h"
+#include "model/spell_lookup.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr int kListsOfPage = kUserLists / 2;
+constexpr i32 kLastMageryCircle = 8;
+constexpr i32 kLastNecromancerCircle = 10;
+
+}  // namespace
+
+std::string UserSpellEntry(i32 row, const std::string& name) {
+    const i32 circle = CircleOf(row);
+    std::string prefix = StandardText(circle);
+    if (circle > kLastMageryCircle) {
+        prefix = "N";
+    }
+    if (circle > kLastNecromancerCircle) {
+        prefix = "P";
+    }
+    return prefix + " - " + name;
+}
+
+UserSpellsTab::UserSpellsTab(const SettingsServices& services, QWidget* parent)
+    : SettingsTab(services, parent) {
+    auto* pages = new QHBoxLayout(this);
+    for (int page = 0; page < 2; ++page) {
+        auto* frame =
+            Named(new QGroupBox(QStringLiteral("User Spells - Tab %1").arg(page + 1), this),
+                  IndexedName("Frame1", page));
+        Frame1[static_cast<std::size_t>(page)] = frame;
+        auto* grid = new QGridLayout(frame);
+        grid->setColumnStretch(1, 1);
+        for (int slot = 0; slot < kListsOfPage; ++slot) {
+            const int list = page * kListsOfPage + slot;
+            auto* combo =
+                Named(new ChoiceBox(frame), IndexedName("ComboUserSpell", list),
+                      QStringLiteral("Spell %1 of user page %2").arg(slot + 1).arg(page + 1));
+            combo->setModel(&m_entries);
+            ComboUserSpell[static_cast<std::size_t>(list)] = combo;
+            auto* number = new QLabel(QString::number(slot + 1), frame);
+            grid->addWidget(number, slot, 0);
+            grid->addWidget(combo, slot, 1);
+            connect(combo, &QComboBox::activated, this, [this, list] {
+                Guarded("choosing a user spell", [&] { ClickUserSpell(list); });
+            });
+        }
+        grid->setRowStretch(kListsOfPage, 1);
+        pages->addWidget(frame);
+    }
+}
+
+void UserSpellsTab::Load() {
+    for (i32 row = 0; row <= kLastRow; ++row) {
+        m_entries.appendRow(
+            new QStandardItem(ToQString(UserSpellEntry(row, m_state.Spells(row).Name))));
+    }
+}
+
+void UserSpellsTab::Refresh() {
+    for (int list = 0; list < kUserLists; ++list) {
+        const int row = m_state.UserSpells(list);
+        ComboUserSpell[static_cast<std::size_t>(list)]->setCurrentIndex(row <= kLastRow ? row : -1);
+    }
+}
+
+void UserSpellsTab::ClickUserSpell(int list) {
+    m_state.UserSpells(list) =
+        ToI16(i32{ComboUserSpell[static_cast<std::size_t>(list)]->currentIndex()});
+}
+
+}  // namespace spellwick
