@@ -1,0 +1,25 @@
+// The values of the character and of an assumed target from which the figures of a spell follow.
+#pragma once
+
+#include "model/shared_state.h"
+
+namespace spellwick {
+
+// Points of skill and of stats, as the user set them.
+struct CasterValues {
+    i16 magery = 0;
+    i16 evalInt = 0;
+    i16 intelligence = 0;
+    i16 spiritSpeak = 0;
+    i16 targetResist = 0;
+};
+
+inline CasterValues CasterOf(const SharedState& state) {
+    return {.magery = state.Magery,
+            .evalInt = state.EvalInt,
+            .intelligence = state.Intelligence,
+            .spiritSpeak = state.SpiritSpeak,
+            .targetResist = state.TargetResist};
+}
+
+}  // namespace spellwick
