@@ -55,8 +55,4 @@ i16 EnteredValue(std::string_view text) {
     return value >= kHighest ? kHighest : ToI16(value);
 }
 
-bool ValueBoxTakes(char32_t character) {
-    return (character >= U'0' && character <= U'9') || character == U'+' || character == U'-';
-}
-
 }  // namespace spellwick

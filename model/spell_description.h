@@ -33,7 +33,4 @@ SpellShortage ShortageFor(const SharedState& state, i32 row);
 // RuntimeFailure (overflow) for a number that does not fit into 16 bits.
 i16 EnteredValue(std::string_view text);
 
-// Whether a box of the info window takes this key's character.
-bool ValueBoxTakes(char32_t character);
-
 }  // namespace spellwick

@@ -126,17 +126,6 @@ TEST(EnteredValue, Negative_Oddity_StandsAndFailsBelow16Bits) {
     EXPECT_EQ(FailureOf([] { EnteredValue("-32769"); }), FailureKind::kOverflow);
 }
 
-TEST(ValueBox, Keys_TakesDigitsAndSigns) {
-    for (const char32_t taken : U"0123456789+-") {
-        if (taken != 0) {
-            EXPECT_TRUE(ValueBoxTakes(taken));
-        }
-    }
-    for (const char32_t dropped : {U'a', U' ', U'.', U',', U'/', U':', U'\u0663', U'e'}) {
-        EXPECT_FALSE(ValueBoxTakes(dropped));
-    }
-}
-
 // Every text of every delivered spell for three characters, against a file worked out apart.
 TEST(SpellDescription, DeliveredSpells_MatchTheGoldenFile) {
     struct Character {
