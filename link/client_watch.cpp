@@ -17,6 +17,8 @@ bool IsRealServer(const std::string& server) {
 }  // namespace
 
 std::optional<TitleNames> ParseTitle(std::string_view title) {
+    // ODDITY(title-prefix-unread): any window of the client's class is taken for the client,
+    // whatever its title begins with; kept because the class tells the client, and titles vary.
     const std::string_view names = SkipCharacters(title, kTitlePrefixLength);
     const std::size_t open = names.find('(');
     if (open == std::string_view::npos) {
@@ -84,11 +86,15 @@ void ClientWatch::FollowTitle() {
         return;
     }
     if (!m_state.CurrentPlayerName.empty()) {
+        // ODDITY(saves-at-login-screen): while the client shows its login screen the last character
+        // is saved once a second; kept because it does no harm and loses nothing.
         m_host.SavePlayer();
     }
     if (!IsRealServer(m_state.ServerName)) {
         return;
     }
+    // ODDITY(bare-title-is-a-player): a client that drops character and server from its title gets
+    // a profile under the bare title; kept because the names of before still stand then.
     m_state.CurrentPlayerName = m_state.ClientTitle;
     m_host.LoadPlayer();
     m_host.UpdatePage();
