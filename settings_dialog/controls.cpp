@@ -1,7 +1,9 @@
 #include "settings_dialog/controls.h"
 
+#include <QFontMetrics>
 #include <QSignalBlocker>
 #include <QWheelEvent>
+#include <algorithm>
 
 namespace spellwick {
 
@@ -25,9 +27,10 @@ QLabel* MakeCaption(QWidget* parent, int index, const QString& text) {
     return caption;
 }
 
-QLabel* MakeHeading(QWidget* parent, int index, const QString& text) {
+QLabel* MakeHeading(QWidget* parent, int index, const QString& text, int width) {
     QLabel* heading = MakeCaption(parent, index, text);
     heading->setWordWrap(true);
+    heading->setFixedWidth(width);
     heading->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
     return heading;
 }
@@ -47,6 +50,15 @@ bool ShowText(QLineEdit& box, const std::string& text) {
     const QSignalBlocker quiet(box);
     box.setText(shown);
     return true;
+}
+
+int WidestSpellName(const QLabel& label, const SpellTable& spells) {
+    const QFontMetrics metrics(label.font());
+    int widest = 0;
+    for (i32 row = 0; row <= std::min(kLastRow, spells.Last()); ++row) {
+        widest = std::max(widest, metrics.horizontalAdvance(ToQString(spells(row).Name)));
+    }
+    return widest;
 }
 
 QStringList PageNames() {

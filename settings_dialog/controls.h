@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <string>
 
+#include "model/spell_record.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -35,8 +36,8 @@ Control* Named(Control* control, const QString& name, const QString& accessibleN
 // A caption "Label1(index)".
 QLabel* MakeCaption(QWidget* parent, int index, const QString& text);
 
-// A heading for a narrow column: its words stand below each other, in the middle.
-QLabel* MakeHeading(QWidget* parent, int index, const QString& text);
+// A heading for a column of this width: what is too wide goes on in the next line.
+QLabel* MakeHeading(QWidget* parent, int index, const QString& text, int width);
 
 // A thin line across.
 QFrame* MakeLine(QWidget* parent, const QString& name);
@@ -45,6 +46,9 @@ QFrame* MakeLine(QWidget* parent, const QString& name);
 // when the text changed; the box sends no signal, so that a change handler can be called in its
 // place and its failures reach the caller.
 bool ShowText(QLineEdit& box, const std::string& text);
+
+// Room for the longest name of a spell, in pixels.
+int WidestSpellName(const QLabel& label, const SpellTable& spells);
 
 // The twelve pages of eight spells as the tabs list them.
 QStringList PageNames();

@@ -75,6 +75,7 @@ void FormSettings::MakeStrip() {
         button->setText(QLatin1String(kTabCaptions[static_cast<std::size_t>(tab)]));
         button->setAccessibleName(
             button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+        button->SetBoldWhenPressed(false);
         button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
         strip->addWidget(button);
         CheckTab[static_cast<std::size_t>(tab)] = button;

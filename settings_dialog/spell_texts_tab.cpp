@@ -78,6 +78,7 @@ void SpellTextsTab::PlaceControls() {
 }
 
 void SpellTextsTab::Load() {
+    LabelSpell(0).setMinimumWidth(WidestSpellName(LabelSpell(0), m_state.Spells));
     ComboSpellText->addItems(PageNames());
     ComboSpellText->setCurrentIndex(0);
     Refresh();

@@ -18,6 +18,9 @@ constexpr int kMageryPages = 8;
 constexpr int kOtherColumns = 6;  // reagents 9 to 13 and the tithes
 constexpr double kMostInCell = 99.0;
 constexpr std::size_t kCellCharacters = 3;
+constexpr int kNameGap = 8;
+constexpr int kHeadingWidth = 52;
+constexpr int kCostWidth = 46;
 
 // Columns of the layout's grid around the eight columns of reagents.
 constexpr int kFirstReagentColumn = 1;
@@ -91,6 +94,7 @@ void SpellsTab::MakeRow(int row) {
     SpellPrice[at] = Named(new QLineEdit(this), IndexedName("SpellPrice", row),
                            QStringLiteral("Cost of spell %1").arg(row + 1));
     SpellPrice[at]->setAlignment(Qt::AlignRight);
+    SpellPrice[at]->setReadOnly(true);
     CheckBook[at] = Named(new QCheckBox(this), IndexedName("CheckBook", row),
                           QStringLiteral("Spell %1 is in the book").arg(row + 1));
     connect(CheckBook[at], &QCheckBox::clicked, this,
@@ -120,7 +124,6 @@ void SpellsTab::MakeColumn(int column) {
 
 void SpellsTab::PlaceControls() {
     constexpr int kGap = 2;
-    constexpr int kCostWidth = 46;
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(0);
     grid->setVerticalSpacing(kGap);
@@ -137,12 +140,15 @@ void SpellsTab::PlaceControls() {
         grid->addWidget(Label2[static_cast<std::size_t>(column)], kHeadingRow,
                         kFirstReagentColumn + column);
     }
-    grid->addWidget(MakeHeading(this, 3, QStringLiteral("Spell costs")), kHeadingRow, kCostColumn);
-    grid->addWidget(MakeHeading(this, 7, QStringLiteral("In book")), kHeadingRow, kBookColumn);
-    grid->addWidget(MakeHeading(this, 40, QStringLiteral("Not in town")), kHeadingRow, kTownColumn);
-    grid->setColumnMinimumWidth(kCostColumn, kCostWidth + 8);
-    grid->setColumnMinimumWidth(kBookColumn, kCostWidth);
-    grid->setColumnMinimumWidth(kTownColumn, kCostWidth);
+    const auto addHeading = [&](int index, const char* text, int column) {
+        grid->addWidget(MakeHeading(this, index, QLatin1String(text), kHeadingWidth), kHeadingRow,
+                        column, Qt::AlignHCenter | Qt::AlignBottom);
+        grid->setColumnMinimumWidth(column, kHeadingWidth + kGap);
+    };
+    addHeading(3, "Spell costs", kCostColumn);
+    addHeading(7, "In book", kBookColumn);
+    addHeading(40, "Not in town", kTownColumn);
+    grid->setColumnMinimumWidth(kCostColumn, kHeadingWidth + kNameGap);
     PlaceRows();
 
     grid->addWidget(MakeCaption(this, 2, QStringLiteral("Price of Reagent")), kPriceRow, 0);
@@ -166,7 +172,7 @@ void SpellsTab::PlaceRows() {
             box.setFixedWidth(kBoxWidth);
             grid->addWidget(&box, line, kFirstReagentColumn + column);
         }
-        SpellPrice[at]->setFixedWidth(46);
+        SpellPrice[at]->setFixedWidth(kCostWidth);
         grid->addWidget(SpellPrice[at], line, kCostColumn, Qt::AlignHCenter);
         grid->addWidget(CheckBook[at], line, kBookColumn, Qt::AlignHCenter);
         grid->addWidget(CheckTown[at], line, kTownColumn, Qt::AlignHCenter);
@@ -199,6 +205,7 @@ i32 SpellsTab::SpellRow(int row) const {
 }
 
 void SpellsTab::Load() {
+    LabelSpell[0]->setMinimumWidth(WidestSpellName(*LabelSpell[0], m_state.Spells) + kNameGap);
     ComboSpellLevel->addItems(PageNames());
     const std::optional<std::string> pictures = m_services.store.Read(kGlobalSection, kPicturesKey);
     IgnoreFailure([&] { CheckPics->setChecked(pictures && ReadI16(*pictures) != 0); });

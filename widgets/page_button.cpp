@@ -9,12 +9,12 @@ PageButton::PageButton(QWidget* parent) : QAbstractButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
 }
 
-// Wide enough for the caption while it is bold.
+// Wide enough for the caption also while it is bold.
 QSize PageButton::sizeHint() const {
     constexpr QSize kLeast(43, 24);
     constexpr int kMargin = 6;
     QFont captionFont = font();
-    captionFont.setBold(true);
+    captionFont.setBold(m_boldWhenPressed);
     const QSize caption = QFontMetrics(captionFont).size(Qt::TextShowMnemonic, text());
     return QSize(caption.width() + 2 * kMargin, caption.height() + kMargin).expandedTo(kLeast);
 }
@@ -47,7 +47,7 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
 
     painter.setPen(colours.color(pressed ? QPalette::HighlightedText : QPalette::ButtonText));
     QFont captionFont = font();
-    captionFont.setBold(pressed);
+    captionFont.setBold(pressed && m_boldWhenPressed);
     painter.setFont(captionFont);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
 }

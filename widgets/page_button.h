@@ -15,6 +15,9 @@ class PageButton : public QAbstractButton {
     // Over a picture the ground is solid and slightly raised.
     void SetOverPicture(bool over) { m_overPicture = over; }
 
+    // Whether the caption is bold while the button is pressed.
+    void SetBoldWhenPressed(bool bold) { m_boldWhenPressed = bold; }
+
     QSize sizeHint() const override;
 
   protected:
@@ -24,6 +27,7 @@ class PageButton : public QAbstractButton {
 
   private:
     bool m_overPicture = false;
+    bool m_boldWhenPressed = true;
 };
 
 }  // namespace spellwick
