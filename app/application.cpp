@@ -92,6 +92,7 @@ void Application::Load() {
                                                         .desktop = *m_system.desktop,
                                                         .boxes = m_boxes,
                                                         .dialogs = m_dialogs,
+                                                        .installation = *m_system.installation,
                                                         .failures = m_runEnd,
                                                         .mainWindow = *m_settingsHost,
                                                         .pictures = m_main->PictureStrips()},

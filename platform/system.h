@@ -8,6 +8,7 @@
 
 #include "platform/client_windows.h"
 #include "platform/desktop.h"
+#include "platform/installation.h"
 #include "platform/keyboard.h"
 #include "platform/settings_store.h"
 
@@ -17,6 +18,7 @@ struct System {
     std::unique_ptr<ClientWindows> clients;
     std::unique_ptr<Keyboard> keyboard;  // null where the program cannot type
     std::unique_ptr<Desktop> desktop;
+    std::unique_ptr<Installation> installation;
     std::unique_ptr<SettingsStore> store;
     // What the user should know at once, a text each: a store that could not be read, a display
     // that takes no keys.

@@ -9,6 +9,7 @@
 #include "model/shared_state.h"
 #include "platform/desktop.h"
 #include "platform/dialogs.h"
+#include "platform/installation.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
 #include "store/setting_changes.h"
@@ -51,6 +52,7 @@ struct SettingsServices {
     Desktop& desktop;
     MessageBoxes& boxes;
     Dialogs& dialogs;
+    Installation& installation;
     FailureSink& failures;
     MainWindowPort& mainWindow;
     Pictures& pictures;

@@ -4,6 +4,7 @@
 
 #include "platform/linux/end_requests.h"
 #include "platform/linux/open_settings_store.h"
+#include "platform/linux/wine_installation.h"
 #include "platform/linux/x11_client_windows.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_desktop.h"
@@ -24,7 +25,8 @@ bool IsSet(const char* name) {
 std::string PrepareProcess() {
     if (!IsSet("DISPLAY")) {
         return IsSet("WAYLAND_DISPLAY")
-                   ? "This Wayland session has no XWayland, without which Spellwick can neither see "
+                   ? "This Wayland session has no XWayland, without which Spellwick can neither "
+                     "see "
                      "the game's window nor type into it."
                    : "There is no X display to show a window on (DISPLAY is not set).";
     }
@@ -49,6 +51,7 @@ System OpenSystem() {
         system.troubles.push_back(trouble);
     }
     system.desktop = std::make_unique<X11Desktop>("");
+    system.installation = std::make_unique<WineInstallation>(WinePrefix());
     OpenedStore opened = OpenSettingsStore(SettingsFolder(), std::chrono::system_clock::now());
     system.store = std::move(opened.store);
     if (!opened.trouble.empty()) {

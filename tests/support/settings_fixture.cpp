@@ -95,6 +95,7 @@ FormSettings& SettingsFixture::Load() {
                                                              .desktop = m_desktop,
                                                              .boxes = m_boxes,
                                                              .dialogs = m_dialogs,
+                                                             .installation = m_installation,
                                                              .failures = *this,
                                                              .mainWindow = m_mainWindow,
                                                              .pictures = m_pictures},

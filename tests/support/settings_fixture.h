@@ -14,6 +14,7 @@
 #include "platform/recording/memory_settings_store.h"
 #include "platform/recording/recording_desktop.h"
 #include "platform/recording/recording_dialogs.h"
+#include "platform/recording/recording_installation.h"
 #include "platform/recording/recording_message_boxes.h"
 #include "settings_dialog/form_settings.h"
 #include "store/settings_io.h"
@@ -122,6 +123,7 @@ class SettingsFixture : public testing::Test, public FailureSink {
     RecordingDesktop m_desktop{&m_log};
     RecordingMessageBoxes m_boxes{&m_log};
     RecordingDialogs m_dialogs;
+    RecordingInstallation m_installation;
     SharedState m_state;
     RecordingMainWindow m_mainWindow{m_state, m_store, m_log};
     Pictures m_pictures{1.0};
