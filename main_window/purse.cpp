@@ -21,25 +21,28 @@ BagList::BagList(QWidget* parent) : QComboBox(parent) {
     setCompleter(nullptr);
     setMaxVisibleItems(kBagCount);
     setMinimumContentsLength(0);
-    lineEdit()->installEventFilter(this);
 }
 
-bool BagList::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && IsEnter(*static_cast<QKeyEvent*>(event))) {
-        // The form's business. The list itself would turn to the bag whose name stands there.
-        event->ignore();
-        return true;
-    }
-    if (event->type() == QEvent::FocusOut &&
-        IsFocusMove(static_cast<QFocusEvent*>(event)->reason())) {
+// The list has the focus for its text; the text only hears of it.
+void BagList::focusOutEvent(QFocusEvent* event) {
+    // Before the list itself, which would turn to the bag whose name stands there.
+    if (IsFocusMove(event->reason())) {
         emit LostFocus();
     }
-    return QComboBox::eventFilter(watched, event);
+    QComboBox::focusOutEvent(event);
+}
+
+void BagList::keyPressEvent(QKeyEvent* event) {
+    if (IsEnter(*event)) {
+        event->ignore();  // the form's business
+        return;
+    }
+    QComboBox::keyPressEvent(event);
 }
 
 // The wheel changes the bag only where the user is at work, not when it passes by.
 void BagList::wheelEvent(QWheelEvent* event) {
-    if (lineEdit()->hasFocus()) {
+    if (hasFocus()) {
         QComboBox::wheelEvent(event);
     } else {
         event->ignore();
@@ -161,7 +164,7 @@ void Purse::CommitPending() {
     if (m_focusedReagent > 0 && !m_reagents(m_focusedReagent)->hasFocus()) {
         ReagentLostFocus(m_focusedReagent);
     }
-    if (m_bagNameChanged && !ComboReagent->lineEdit()->hasFocus()) {
+    if (m_bagNameChanged && !ComboReagent->hasFocus()) {
         BagLostFocus();
     }
 }

@@ -25,7 +25,8 @@ class BagList : public QComboBox {
     void LostFocus();
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };
 

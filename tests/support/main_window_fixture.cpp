@@ -179,6 +179,8 @@ void MainWindowFixture::MoveTo(QWidget& control) {
 }
 
 void MainWindowFixture::MoveTo(QPoint place) {
+    // A move to where the mouse is already would be none.
+    QTest::mouseMove(m_form->windowHandle(), place + QPoint(1, 1));
     QTest::mouseMove(m_form->windowHandle(), place);
 }
 

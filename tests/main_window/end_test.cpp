@@ -1,0 +1,172 @@
+// The end of the program and what it saves.
+#include <QCloseEvent>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/main_window_fixture.h"
+
+namespace spellwick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class EndTest : public MainWindowFixture {};
+
+TEST_F(EndTest, FormUnload_RunsItsStepsInOrder) {
+    StartWithMira();
+    bool wasVisible = false;
+    bool wasSaved = true;
+    m_parts.hooked = "unhook";
+    m_parts.hook = [&] {
+        wasVisible = Form().isVisible();
+        wasSaved = !m_store.Batches().empty();
+    };
+    Form().close();
+    EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+    EXPECT_TRUE(wasVisible);
+    EXPECT_FALSE(wasSaved);
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_THAT(m_store.Batches(), SizeIs(1));
+}
+
+TEST_F(EndTest, FormUnload_PendingEventsRunOnTheHiddenWindowBeforeTheSave) {
+    StartWithMira();
+    bool ran = false;
+    QMetaObject::invokeMethod(
+        &Form(),
+        [&] {
+            ran = true;
+            EXPECT_FALSE(Form().isVisible());
+            EXPECT_THAT(m_store.Batches(), IsEmpty());
+            State().ReagentStock(1, 0) = 33;
+        },
+        Qt::QueuedConnection);
+    Form().Form_Unload();
+    EXPECT_TRUE(ran);
+    EXPECT_EQ(Saved(kMira, "MR 0"), "33");
+}
+
+TEST_F(EndTest, FormUnload_SavesGlobalKeysPlayerAndPlaces) {
+    StartWithMira();
+    Form().move(200, 100);
+    Enter(Reagent(1), "44");
+    Leave();
+    Form().close();
+    EXPECT_EQ(Saved("Settings", "CurrentPlayerName"), kMira);
+    EXPECT_EQ(Saved("Settings", "WindowTop"), "1500");
+    EXPECT_EQ(Saved("Settings", "WindowLeft"), "3000");
+    EXPECT_EQ(Saved("Settings", "TimerTop"), "300");
+    EXPECT_EQ(Saved("Settings", "TimerLeft"), "450");
+    EXPECT_EQ(Saved(kMira, "MR 0"), "44");
+}
+
+TEST_F(EndTest, FormUnload_MinimisedWindow_LeavesItsPlaceAsSaved) {
+    StartWithMira();
+    SetSaved("Settings", "WindowTop", "15");
+    SetSaved("Settings", "WindowLeft", "30");
+    Form().setWindowState(Qt::WindowMinimized);
+    Form().close();
+    EXPECT_EQ(Saved("Settings", "WindowTop"), "15");
+    EXPECT_EQ(Saved("Settings", "WindowLeft"), "30");
+}
+
+TEST_F(EndTest, FormUnload_NoPlayer_SavesTheGlobalKeysAlone) {
+    Make();
+    Start();
+    Form().close();
+    EXPECT_THAT(m_store.Sections(), ElementsAre("Settings"));
+}
+
+TEST_F(EndTest, FormUnload_StartAgain_FindsEverythingAsItWas) {
+    SetSaved("Settings", "DisplayVertical", "True");
+    StartWithMira();
+    ClickSpell(0);
+    Named(QStringLiteral("ComboReagent")).setFocus(Qt::TabFocusReason);
+    Press(Qt::Key_Down);
+    ClickSpell(0);
+    Form().move(200, 100);
+    Form().close();
+    m_form.reset();
+    m_state = SharedState();
+    Make();
+    Start();
+    EXPECT_EQ(Text("Reagent", 3), "19");
+    EXPECT_EQ(State().ReagentStock(3, 0), 49);
+    EXPECT_EQ(State().CurrentReagentBag, 1);
+    EXPECT_EQ(Form().pos(), QPoint(200, 100));
+    EXPECT_EQ(State().CurrentPlayerName, kMira);
+}
+
+TEST_F(EndTest, FormUnload_UnfinishedEntry_IsNotCommitted) {
+    StartWithMira();
+    Enter(Reagent(1), "44");
+    Form().close();
+    EXPECT_EQ(Saved(kMira, "MR 0"), "50");
+}
+
+TEST_F(EndTest, FormUnload_SaveFails_SaysSoAndEndsAllTheSame) {
+    StartWithMira();
+    m_store.FailWith("The disk is full.");
+    Form().close();
+    EXPECT_THAT(TakeBoxes(),
+                ElementsAre(Box{.text = "The disk is full.", .icon = BoxIcon::kExclamation}));
+    EXPECT_THAT(TakeLog(),
+                ElementsAre("unhook", "unload settings", "box The disk is full.", "end 0"));
+    EXPECT_EQ(Saved(kMira, "MR 0"), "50");
+}
+
+TEST_F(EndTest, FormUnload_CalledAgainWhileItRuns_DoesNothingMore) {
+    StartWithMira();
+    m_parts.hooked = "unhook";
+    m_parts.hook = [&] { Form().Form_Unload(); };
+    Form().close();
+    EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+}
+
+TEST_F(EndTest, SaveAfterFailure_SavesPlayerAndGlobalKeysEachOnItsOwn) {
+    StartWithMira();
+    State().ReagentStock(1, 0) = 33;
+    State().MeditateLevel = 44;
+    EXPECT_TRUE(Form().SaveAfterFailure());
+    EXPECT_THAT(m_store.Batches(), SizeIs(2));
+    EXPECT_EQ(Saved(kMira, "MR 0"), "33");
+    EXPECT_EQ(Saved("Settings", "MeditateLevel"), "44");
+    EXPECT_FALSE(Form().isVisible());
+}
+
+TEST_F(EndTest, SaveAfterFailure_AStepFails_TheOthersAreDone) {
+    StartWithMira();
+    State().ReagentStock(1, 0) = 33;
+    State().MeditateLevel = 44;
+    m_parts.failing = "unhook";
+    EXPECT_FALSE(Form().SaveAfterFailure());
+    EXPECT_EQ(Saved(kMira, "MR 0"), "33");
+    EXPECT_EQ(Saved("Settings", "MeditateLevel"), "44");
+}
+
+TEST_F(EndTest, SaveAfterFailure_StoreFails_SaysSo) {
+    StartWithMira();
+    m_store.FailWith("The disk is full.");
+    EXPECT_FALSE(Form().SaveAfterFailure());
+}
+
+TEST_F(EndTest, SaveAfterFailure_WithoutASpellTable_KeepsTheStoreAsItWas) {
+    SavePlayer(kMira);
+    Make();
+    EXPECT_FALSE(Form().SaveAfterFailure());
+    EXPECT_THAT(m_store.Batches(), IsEmpty());
+    EXPECT_EQ(Saved(kMira, "MR 0"), "50");
+}
+
+TEST_F(EndTest, SaveOption_WritesOneKeyAtOnce) {
+    StartWithMira();
+    Form().SaveOption("AlwaysOnTop", "True");
+    EXPECT_THAT(m_store.Batches(),
+                ElementsAre(ElementsAre(SettingChange{"Settings", "AlwaysOnTop", "True"})));
+}
+
+}  // namespace
+}  // namespace spellwick
