@@ -16,14 +16,37 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::EndsWith;
+using testing::IsEmpty;
 using testing::StartsWith;
 
 constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
 
 using StartAndEnd = PlayerDesk;
 
+// The keys whose values differ, with both.
+std::vector<std::string> Differences(const SectionValues& before, const SectionValues& after) {
+    SectionValues all = before;
+    all.insert(after.begin(), after.end());
+    std::vector<std::string> found;
+    for (const auto& [key, value] : all) {
+        const auto was = before.find(key);
+        const auto is = after.find(key);
+        const std::string old = was == before.end() ? "nothing" : '"' + was->second + '"';
+        const std::string now = is == after.end() ? "nothing" : '"' + is->second + '"';
+        if (old != now) {
+            found.push_back(key + ": " + old + " became " + now);
+        }
+    }
+    return found;
+}
+
 TEST_F(StartAndEnd, CloseAndStart_FindsEverythingAsItWas) {
     PrepareMage(kMira, 10);
+    // A macro without a key is written in three characters, and read as one with a blank for its
+    // key; here it has been read before.
+    for (int number = 91; number <= 95; ++number) {
+        Prepare(kGlobal, {{"Macro " + std::to_string(number), "--- "}});
+    }
     StartBoth();
     ClickSpell(kHeal);
     ASSERT_TRUE(WaitTyped({"key Alt+4", "cast Heal", "key Enter"}));
@@ -40,8 +63,8 @@ TEST_F(StartAndEnd, CloseAndStart_FindsEverythingAsItWas) {
     const Picture after = QuietPicture(kHeal);
     EXPECT_TRUE(before == after) << "the window looks different after the start";
     ASSERT_EQ(CloseSpellwick(), 0);
-    EXPECT_EQ(StoredSection(kGlobal), global);
-    EXPECT_EQ(StoredSection(kMira), mira);
+    EXPECT_THAT(Differences(global, StoredSection(kGlobal)), IsEmpty());
+    EXPECT_THAT(Differences(mira, StoredSection(kMira)), IsEmpty());
 }
 
 TEST_F(StartAndEnd, EndSignals_SaveAsARegularEnd) {

@@ -13,14 +13,19 @@ constexpr const char* kAbove = "_NET_WM_STATE_ABOVE";
 
 class WindowState : public PlayerDesk {
   protected:
-    // Flips "Always on Top", the first option of the dialog, and closes the dialog.
+    // Flips "Always on Top", under the list of players on the last tab, and closes the dialog.
     void FlipAlwaysOnTop() {
         m_desk->Click(Window(), Command(2));
         const xcb_window_t dialog = m_desk->WaitWindow("Spellwick - Settings");
         ASSERT_NE(dialog, 0U);
         m_desk->RestingPicture(dialog);
-        m_desk->Tap(XKB_KEY_space);
-        m_desk->Tap(XKB_KEY_Return);
+        m_desk->Click(dialog, {m_desk->AreaOf(dialog).width - 35, 14});
+        m_desk->RestingPicture(dialog);
+        m_desk->Click(dialog, {16, 81});
+        m_desk->RestingPicture(dialog);
+        m_desk->Hold(XKB_KEY_Alt_L, true);
+        m_desk->Tap(XKB_KEY_o);
+        m_desk->Hold(XKB_KEY_Alt_L, false);
         ASSERT_TRUE(m_desk->WaitGone(dialog));
     }
 
