@@ -1,4 +1,5 @@
-// Modal message boxes. The real ones are the toolkit's; a test answers them and reads what they say.
+// Modal message boxes. The real ones are the toolkit's; a test answers them and reads what they
+// say.
 #pragma once
 
 #include <string>
