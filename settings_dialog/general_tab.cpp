@@ -44,13 +44,13 @@ GeneralTab::GeneralTab(const SettingsServices& services, CommonDialog& commonDia
           MakeOption("CheckAlwaysOnTop", "Always on Top", &GeneralTab::ClickAlwaysOnTop)),
       CheckDisplayVertical(MakeOption("CheckDisplayVertical", "Display main window vertically",
                                       &GeneralTab::ClickDisplayVertical)),
+      CheckShowNecroRegs(MakeOption("CheckShowNecroRegs", "Show Necromancer Reagents",
+                                    &GeneralTab::ClickShowNecroRegs)),
       CheckCasting(MakeOption("CheckCasting", "Disable casting if not enough reagents or tithes",
                               &GeneralTab::ClickCasting)),
       CheckMeditation(MakeOption("CheckMeditation", "Start to Meditate when mana drops below",
                                  &GeneralTab::ClickMeditation)),
       TextMana(MakeNumber("TextMana", "Mana below which to meditate", &GeneralTab::ChangeMana)),
-      CheckShowNecroRegs(MakeOption("CheckShowNecroRegs", "Show Necromancer Reagents",
-                                    &GeneralTab::ClickShowNecroRegs)),
       TextYellow(MakeNumber("TextYellow", "Amount at which the indicator changes colour",
                             &GeneralTab::ChangeYellow)),
       LabelColor(Named(new ColourPatch(this), QStringLiteral("LabelColor"),
@@ -137,6 +137,8 @@ void GeneralTab::Load() {
     if (mode >= 0 && mode < static_cast<i32>(optSpellTimer.size())) {
         optSpellTimer[static_cast<std::size_t>(mode)]->setChecked(true);
     }
+    // ODDITY(player-list): a character seen for the first time is not in the list of window names
+    // until the program is started again; kept because the list is read once, with the dialog.
     for (const std::string& player : PlayerNames(m_services.store)) {
         ComboUOwindow->addItem(ToQString(player));
     }
@@ -186,6 +188,9 @@ void GeneralTab::SaveSwitch(std::string_view key, bool on) {
 }
 
 void GeneralTab::ClickAlwaysOnTop() {
+    // ODDITY(dialog-on-top): the settings dialog itself comes to the top, or leaves it, only when
+    // it becomes active the next time; kept because the option is about the main window, which
+    // follows as soon as it has the focus.
     m_state.AlwaysOnTop = CheckAlwaysOnTop->isChecked();
     SaveSwitch("AlwaysOnTop", m_state.AlwaysOnTop);
 }
@@ -218,6 +223,10 @@ void GeneralTab::ClickShowNecroRegs() {
     ClickDisplayVertical();
 }
 
+// ODDITY(limit-digits): of a mana limit or warning limit longer than four characters only the first
+// four count, while the box goes on showing all; kept because all number boxes read that many.
+// ODDITY(limit-exponent): a limit typed with an exponent, such as 9e9, ends the program; kept
+// because it is a number that no limit can hold, and the data are saved all the same.
 void GeneralTab::ChangeMana() {
     m_state.MeditateLevel = ToI16(FirstFour(ToText(TextMana->text())));
 }

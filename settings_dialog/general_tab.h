@@ -63,10 +63,10 @@ class GeneralTab : public SettingsTab {
     ChoiceBox* ComboUOwindow;
     QCheckBox* CheckAlwaysOnTop;
     QCheckBox* CheckDisplayVertical;
+    QCheckBox* CheckShowNecroRegs;
     QCheckBox* CheckCasting;
     QCheckBox* CheckMeditation;
     EntryBox* TextMana;
-    QCheckBox* CheckShowNecroRegs;
     EntryBox* TextYellow;
     ColourPatch* LabelColor;
     QGroupBox* Frame2;

@@ -105,6 +105,9 @@ void SpellTextsTab::ChangeText(int row) {
     QLineEdit& box = *TextSpell[static_cast<std::size_t>(row)];
     const QString text = box.text();
     m_state.Spells(SpellRow(row)).SpellText = ToText(text);
+    // ODDITY(long-text-marked): from the 77th character on a spell text is marked while it is
+    // typed, so that the next key replaces what is marked; kept because it shows what the game
+    // would not say, and a pasted text is kept whole.
     if (text.size() > kLineLength) {
         box.setSelection(kLineLength, static_cast<int>(text.size()) - kLineLength);
     }

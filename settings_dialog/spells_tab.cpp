@@ -257,7 +257,7 @@ void SpellsTab::ShowColumn(int column) {
     const i32 reagent = ReagentOfColumn(column);
     Label2[at]->setText(ToQString(m_state.ReagentCode(reagent)));
     Label2[at]->setToolTip(ToQString(m_state.ReagentName(reagent)));
-    // A reagent price of four digits loses its last digit when the tab is
+    // ODDITY(price-digit): a reagent price of four digits loses its last digit when the tab is
     // filled again, 1000 becomes 100; kept because the price is shown with a leading blank and read
     // from the first four characters.
     if (ShowText(*RegPrice[at], StandardText(i32{m_state.RegPrice(reagent)}))) {
@@ -287,8 +287,9 @@ void SpellsTab::ReagentLostFocus(int cell) {
         ShowText(Reagent(cell), std::string());
     }
     m_state.Spells(SpellRow(row)).Reagents(ReagentOfColumn(column)) = amount;
-    // A price and an amount that make a spell cost more than 32767 gold end
-    // the program; kept because no cost of a spell is larger and the data are saved all the same.
+    // ODDITY(cost-overflow): a price and an amount that make a spell cost more than 32767 gold end
+    // the program; kept because no spell of the game costs as much, and the data are saved all the
+    // same.
     RecalculateCosts(m_state);
     RefreshSpellPage();
 }

@@ -1,22 +1,357 @@
 // The frame of the settings dialog: strip, showing, closing, place.
+#include <QApplication>
+
 #include "tests/support/settings_fixture.h"
 
 namespace spellwick {
 namespace {
 
-class FormSettingsTest : public SettingsFixture {};
-
+using testing::Contains;
+using testing::Each;
 using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
 
-TEST_F(FormSettingsTest, Strip_EightButtonsWithTheirCaptions) {
-    Open();
-    const std::vector<std::string> captions{
-        "Spells && Reagents", "User Spells", "Macros", "Skills",
-        "Reagent Management", "Spell texts", "About",  "Settings"};
-    for (int tab = 0; tab < kTabCount; ++tab) {
-        EXPECT_EQ(Text("CheckTab", tab), captions[static_cast<std::size_t>(tab)]);
+class FormSettingsTest : public SettingsFixture {
+  protected:
+    std::vector<int> TickedTabs() {
+        std::vector<int> ticked;
+        for (int tab = 0; tab < kTabCount; ++tab) {
+            if (Form().CheckTab[static_cast<std::size_t>(tab)]->isChecked()) {
+                ticked.push_back(tab);
+            }
+        }
+        return ticked;
     }
+    std::vector<int> ShownPanels() {
+        std::vector<int> shown;
+        for (int panel = 1; panel <= kTabCount; ++panel) {
+            if (Named("TabFrame", panel).isVisible()) {
+                shown.push_back(panel);
+            }
+        }
+        return shown;
+    }
+    // Another window of the program comes to the front, then the dialog again.
+    void LeaveAndComeBack() {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        other.hide();
+        Form().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
+    }
+};
+
+struct TabRow {
+    const char* name;
+    int tab;
+    const char* caption;
+    const char* focus;  // empty: the button keeps it
+};
+
+class TabTest : public FormSettingsTest, public testing::WithParamInterface<TabRow> {};
+
+TEST_P(TabTest, Click_ShowsItsPanelAloneAndMovesTheFocus) {
+    Open();
+    const TabRow& row = GetParam();
+    ShowTab(row.tab == 0 ? 1 : 0);
+    ShowTab(row.tab);
+    EXPECT_EQ(Text("CheckTab", row.tab), row.caption);
+    EXPECT_THAT(TickedTabs(), ElementsAre(row.tab));
+    EXPECT_THAT(ShownPanels(), ElementsAre(row.tab + 1));
+    const std::string button = "CheckTab(" + std::to_string(row.tab) + ")";
+    EXPECT_EQ(FocusName(), *row.focus == '\0' ? button : row.focus);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, TabTest,
+    testing::Values(TabRow{"Spells", 0, "Spells && Reagents", "ComboSpellLevel"},
+                    TabRow{"UserSpells", 1, "User Spells", "ComboUserSpell(0)"},
+                    TabRow{"SpellTexts", 5, "Spell texts", "ComboSpellText"},
+                    TabRow{"About", 6, "About", ""},
+                    TabRow{"Settings", 7, "Settings", "ComboUOwindow"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(FormSettingsTest, Start_FirstTabIsOpenUnderTheCaption) {
+    Open();
     EXPECT_EQ(Form().windowTitle(), QStringLiteral("Spellwick - Settings"));
+    EXPECT_EQ(Form().objectName(), QStringLiteral("FormSettings"));
+    EXPECT_THAT(TickedTabs(), ElementsAre(0));
+    EXPECT_THAT(ShownPanels(), ElementsAre(1));
+}
+
+TEST_F(FormSettingsTest, CheckTab_PressedWhileOpen_StaysTicked) {
+    Open();
+    ShowTab(5);
+    ShowTab(5);
+    EXPECT_THAT(TickedTabs(), ElementsAre(5));
+    EXPECT_THAT(ShownPanels(), ElementsAre(6));
+}
+
+TEST_F(FormSettingsTest, CheckTab_WhileUpdating_DoesNothing) {
+    Open();
+    m_state.Updating = true;
+    Form().ClickCheckTab(3);
+    EXPECT_THAT(TickedTabs(), ElementsAre(0));
+    EXPECT_THAT(ShownPanels(), ElementsAre(1));
+}
+
+TEST_F(FormSettingsTest, Reopened_TheTabThatWasOpenStaysOpen) {
+    Open();
+    ShowTab(7);
+    Click("Command1");
+    Reopen();
+    EXPECT_THAT(TickedTabs(), ElementsAre(7));
+    EXPECT_THAT(ShownPanels(), ElementsAre(8));
+}
+
+TEST_F(FormSettingsTest, Panels_AllHaveThePlaceOfTheFirst) {
+    Open();
+    const QRect first = Named("TabFrame", 1).geometry();
+    for (int panel = 2; panel <= kTabCount; ++panel) {
+        ShowTab(panel - 1);
+        EXPECT_EQ(Named("TabFrame", panel).geometry(), first) << panel;
+    }
+}
+
+TEST_F(FormSettingsTest, Size_IsAtLeastTheToldOneAndFixed) {
+    Open();
+    EXPECT_GE(Form().width(), 8340 / 15);
+    EXPECT_GE(Form().height(), 5655 / 15);
+    EXPECT_EQ(Form().minimumSize(), Form().maximumSize());
+}
+
+TEST_F(FormSettingsTest, Load_TakesTheSavedPlace) {
+    SetSaved("Settings", "SettingsTop", "1500");
+    SetSaved("Settings", "SettingsLeft", "3007.5");
+    Load();
+    EXPECT_EQ(Form().pos(), QPoint(200, 100));
+}
+
+TEST_F(FormSettingsTest, Load_WithoutOrWithBadPlace_StandsAtTheCorner) {
+    SetSaved("Settings", "SettingsTop", "a lot");
+    Load();
+    EXPECT_EQ(Form().pos(), QPoint(0, 0));
+    Show();
+}
+
+TEST_F(FormSettingsTest, Load_ClearsUpdatingAndShowsNothing) {
+    Load();
+    EXPECT_FALSE(m_state.Updating);
+    EXPECT_FALSE(Form().isVisible());
+}
+
+TEST_F(FormSettingsTest, Load_ReadsEverySwitchWithoutArrangingTheMainWindow) {
+    SetSaved("Settings", "DisplayVertical", "True");
+    SetSaved("Settings", "AlwaysOnTop", "True");
+    SetSaved("Settings", "Meditate", "True");
+    SetSaved("Settings", "DisableCasting", "False");
+    SetSaved("Settings", "ShowNecroRegs", "False");
+    Load();
+    EXPECT_TRUE(Named<QCheckBox>("CheckDisplayVertical").isChecked());
+    EXPECT_TRUE(Named<QCheckBox>("CheckAlwaysOnTop").isChecked());
+    EXPECT_TRUE(Named<QCheckBox>("CheckMeditation").isChecked());
+    EXPECT_FALSE(Named<QCheckBox>("CheckCasting").isChecked());
+    EXPECT_FALSE(Named<QCheckBox>("CheckShowNecroRegs").isChecked());
+    EXPECT_THAT(m_log, Not(Contains("vertical")));
+    EXPECT_THAT(m_log, Not(Contains("horizontal")));
+    EXPECT_THAT(m_log, Each(Not(testing::HasSubstr("option"))));
+}
+
+TEST_F(FormSettingsTest, Shown_FollowsTheTopMostOption) {
+    Load();
+    m_state.AlwaysOnTop = true;
+    Show();
+    ASSERT_THAT(m_desktop.topMostCalls, Not(IsEmpty()));
+    for (const auto& call : m_desktop.topMostCalls) {
+        EXPECT_EQ(call,
+                  (RecordingDesktop::TopMost{static_cast<WindowHandle>(Form().winId()), true}));
+    }
+}
+
+// covers ODDITY(dialog-on-top)
+TEST_F(FormSettingsTest, AlwaysOnTop_Oddity_TheDialogFollowsWhenItBecomesActive) {
+    Open();
+    m_desktop.topMostCalls.clear();
+    ShowTab(7);
+    Click("CheckAlwaysOnTop");
+    EXPECT_TRUE(m_state.AlwaysOnTop);
+    EXPECT_THAT(m_desktop.topMostCalls, IsEmpty());
+    LeaveAndComeBack();
+    ASSERT_THAT(m_desktop.topMostCalls, Not(IsEmpty()));
+    EXPECT_TRUE(m_desktop.topMostCalls.back().topMost);
+}
+
+TEST_F(FormSettingsTest, BecomingActive_RefillsTheTabs) {
+    Open();
+    m_state.Spells(0).SpellText = "ha!";
+    m_state.UserSpells(3) = 12;
+    m_state.Spells(0).Reagents(1) = 7;
+    LeaveAndComeBack();
+    EXPECT_EQ(Text("TextSpell", 0), "ha!");
+    EXPECT_EQ(Named<QComboBox>("ComboUserSpell", 3).currentIndex(), 12);
+    EXPECT_EQ(Text("Reagent", 1), "7");
+}
+
+TEST_F(FormSettingsTest, ComingBackFromAnotherWindow_KeepsAnUnfinishedEntry) {
+    Open();
+    Enter("Reagent", 1, "12");
+    LeaveAndComeBack();
+    EXPECT_EQ(Text("Reagent", 1), "12");
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 0);
+    Leave();
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 12);
+}
+
+TEST_F(FormSettingsTest, Ok_CommitsTheEntrySavesAllAndHides) {
+    Open();
+    Enter("Reagent", 2, "5");
+    Click("Command1");
+    EXPECT_EQ(m_state.Spells(1).Reagents(1), 5);
+    EXPECT_THAT(TakeLog(), ElementsAre("save all"));
+    EXPECT_EQ(Saved("Settings", "SpellRegs 2").substr(0, 2), "50");
+    EXPECT_FALSE(Form().isVisible());
+}
+
+TEST_F(FormSettingsTest, Ok_HasItsLetter) {
+    Open();
+    EXPECT_EQ(Text("Command1"), "&OK");
+    EXPECT_EQ(Form().Command1->shortcut(), QKeySequence(QStringLiteral("Alt+O")));
+}
+
+TEST_F(FormSettingsTest, Enter_CommitsTheEntryAndStaysOpen) {
+    Open();
+    Enter("Reagent", 1, "4");
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 0);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 4);
+    EXPECT_EQ(FocusName(), "CommandDummy");
+    EXPECT_TRUE(Form().isVisible());
+    EXPECT_THAT(TakeLog(), Each(Not(testing::HasSubstr("save"))));
+}
+
+TEST_F(FormSettingsTest, Enter_OnAButtonPressesThatButton) {
+    Open();
+    Named<QPushButton>("Command2").setFocus();
+    Press(Qt::Key_Return);
+    EXPECT_EQ(m_state.Spellbook(0), 0);
+}
+
+TEST_F(FormSettingsTest, CommandDummy_LiesBelowTheVisibleArea) {
+    Open();
+    EXPECT_TRUE(Form().CommandDummy->isDefault());
+    EXPECT_TRUE(Form().CommandDummy->isVisible());
+    EXPECT_GE(Form().CommandDummy->y(), Form().height());
+}
+
+TEST_F(FormSettingsTest, Escape_ChangesNothing) {
+    Open();
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(Form().isVisible());
+    EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(FormSettingsTest, CloseButton_SavesPlaceAndMacrosAndHides) {
+    Open();
+    m_state.MacroKey(5) = "Z";
+    Form().move(40, 30);
+    Form().close();
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_THAT(TakeLog(), ElementsAre("save place and macros"));
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), "450");
+    EXPECT_EQ(Saved("Settings", "SettingsLeft"), "600");
+    EXPECT_EQ(Saved("Settings", "Macro 5").substr(3), "Z");
+    EXPECT_NE(Saved("Settings", "Macro-1"), "(none)");
+    EXPECT_NE(Saved("Settings", "Macro 0"), "(none)");
+    EXPECT_NE(Saved("Settings", "Macro 96"), "(none)");
+}
+
+TEST_F(FormSettingsTest, CloseButton_CommitsTheEntryFirst) {
+    Open();
+    Enter("Reagent", 1, "6");
+    Form().close();
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 6);
+}
+
+TEST_F(FormSettingsTest, CloseButton_TellsOfASaveThatFailed) {
+    Open();
+    m_store.FailWith("The disk is full.");
+    Form().close();
+    EXPECT_THAT(TakeLog(), ElementsAre("save place and macros", "report The disk is full."));
+}
+
+TEST_F(FormSettingsTest, Unload_Minimised_LeavesThePlaceButSavesTheMacros) {
+    SetSaved("Settings", "SettingsTop", "1500");
+    Open();
+    Form().showMinimized();
+    m_state.MacroKey(1) = "B";
+    EXPECT_TRUE(Form().Form_Unload().ok);
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), "1500");
+    EXPECT_EQ(Saved("Settings", "SettingsLeft"), "(none)");
+    EXPECT_EQ(Saved("Settings", "Macro 1").substr(3), "B");
+}
+
+TEST_F(FormSettingsTest, Unload_AfterOk_SavesWhereTheDialogStood) {
+    Open();
+    Form().move(20, 10);
+    Click("Command1");
+    Form().Form_Unload();
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), "150");
+    EXPECT_EQ(Saved("Settings", "SettingsLeft"), "300");
+}
+
+TEST_F(FormSettingsTest, Unload_NeverShown_KeepsTheSavedPlaceToTheFraction) {
+    SetSaved("Settings", "SettingsTop", "1500.5");
+    SetSaved("Settings", "SettingsLeft", "7.25");
+    Load();
+    Form().Form_Unload();
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), "1500.5");
+    EXPECT_EQ(Saved("Settings", "SettingsLeft"), "7.25");
+}
+
+TEST_F(FormSettingsTest, Unload_WritesAll98MacrosInOneTransaction) {
+    Open();
+    Form().Form_Unload();
+    ASSERT_EQ(m_store.Batches().size(), 1U);
+    int macros = 0;
+    for (const SettingChange& change : m_store.Batches()[0]) {
+        macros += change.key.starts_with("Macro") ? 1 : 0;
+    }
+    EXPECT_EQ(macros, 98);
+}
+
+TEST_F(FormSettingsTest, TabKey_GoesThroughTheStripThePanelAndOk) {
+    Open();
+    ShowTab(7);
+    Form().CheckTab[0]->setFocus();
+    std::vector<std::string> order;
+    for (int step = 0; step < 17; ++step) {
+        order.push_back(FocusName());
+        Press(Qt::Key_Tab);
+    }
+    EXPECT_THAT(order, ElementsAre("CheckTab(0)", "CheckTab(1)", "CheckTab(2)", "CheckTab(3)",
+                                   "CheckTab(4)", "CheckTab(5)", "CheckTab(6)", "CheckTab(7)",
+                                   "ComboUOwindow", "CheckAlwaysOnTop", "CheckDisplayVertical",
+                                   "CheckShowNecroRegs", "CheckCasting", "CheckMeditation",
+                                   "TextMana", "TextYellow", "LabelColor"));
+    EXPECT_EQ(FocusName(), "Command1");
+}
+
+TEST_F(FormSettingsTest, EveryControlHasANameAndWordsToReadOut) {
+    Open();
+    for (const QWidget* control : Form().findChildren<QWidget*>()) {
+        const bool isPartOfAList =
+            control->window() != &Form() || control->parentWidget()->inherits("QComboBox");
+        if (control->focusPolicy() == Qt::NoFocus || isPartOfAList) {
+            continue;
+        }
+        EXPECT_FALSE(control->objectName().isEmpty()) << control->metaObject()->className();
+        const bool reads =
+            !control->accessibleName().isEmpty() || !control->property("text").toString().isEmpty();
+        EXPECT_TRUE(reads) << control->objectName().toStdString();
+    }
 }
 
 }  // namespace

@@ -84,22 +84,25 @@ void SettingsFixture::OnUncaughtFailure(const std::exception& failure, std::stri
     m_log.push_back("failure");
 }
 
+SettingsServices SettingsFixture::Services() {
+    return {.state = m_state,
+            .store = m_store,
+            .desktop = m_desktop,
+            .boxes = m_boxes,
+            .dialogs = m_dialogs,
+            .installation = m_installation,
+            .failures = *this,
+            .mainWindow = m_mainWindow,
+            .pictures = m_pictures};
+}
+
 FormSettings& SettingsFixture::Load() {
     InitReagentTables(m_state);
     EXPECT_TRUE(LoadSpellData(m_state, SPELLWICK_SOURCE_FOLDER "/data/SpellData.txt"));
     m_state.Spellbook.Fill(1);
     m_mainWindow.io.LoadGlobalSettings();
     CalculateChances(m_state);
-    m_form = std::make_unique<FormSettings>(SettingsServices{.state = m_state,
-                                                             .store = m_store,
-                                                             .desktop = m_desktop,
-                                                             .boxes = m_boxes,
-                                                             .dialogs = m_dialogs,
-                                                             .installation = m_installation,
-                                                             .failures = *this,
-                                                             .mainWindow = m_mainWindow,
-                                                             .pictures = m_pictures},
-                                            nullptr);
+    m_form = std::make_unique<FormSettings>(Services(), nullptr);
     m_mainWindow.updateChance = [this] { m_form->UpdateChance(); };
     m_form->Form_Load();
     return *m_form;

@@ -68,6 +68,8 @@ class SettingsFixture : public testing::Test, public FailureSink {
 
     void OnUncaughtFailure(const std::exception& failure, std::string_view action) override;
 
+    SettingsServices Services();
+
     // Reads the spell table and the store, makes the dialog and loads it, as the start does.
     FormSettings& Load();
     // The same, and shows it; the log is empty after it.

@@ -1,0 +1,179 @@
+// Nothing in the dialog is clipped, covered or unreadable, at the scale that the run was given.
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <cmath>
+
+#include "tests/support/settings_fixture.h"
+
+namespace spellwick {
+namespace {
+
+QPalette DarkPalette() {
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(45, 45, 48));
+    palette.setColor(QPalette::WindowText, QColor(230, 230, 230));
+    palette.setColor(QPalette::Base, QColor(30, 30, 32));
+    palette.setColor(QPalette::Text, QColor(230, 230, 230));
+    palette.setColor(QPalette::Button, QColor(60, 60, 64));
+    palette.setColor(QPalette::ButtonText, QColor(230, 230, 230));
+    palette.setColor(QPalette::Highlight, QColor(48, 140, 198));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+// Contrast of two colours, 1 to 21.
+double Contrast(const QColor& one, const QColor& other) {
+    const auto luminance = [](const QColor& colour) {
+        const auto part = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+               0.0722 * part(colour.blueF());
+    };
+    const double a = luminance(one) + 0.05;
+    const double b = luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
+}
+
+class SettingsLayoutTest : public SettingsFixture, public testing::WithParamInterface<bool> {
+  protected:
+    void SetUp() override {
+        if (GetParam()) {
+            QApplication::setPalette(DarkPalette());
+        }
+        SetSaved("Settings", "CurrentPlayerName", kMira);
+        SetSaved(kMira, "Magery", "100");
+        SetSaved("Settings", "Pictures", "1");
+        Open();
+    }
+    void TearDown() override {
+        SettingsFixture::TearDown();
+        QApplication::setPalette(QPalette());
+    }
+
+    // The controls that a person sees on the panel, without the parts of composed ones.
+    std::vector<QWidget*> Shown(QWidget& panel) {
+        std::vector<QWidget*> controls;
+        for (QWidget* control : panel.findChildren<QWidget*>()) {
+            const QWidget* parent = control->parentWidget();
+            if (control->isVisible() && !control->inherits("QGroupBox") &&
+                (parent == &panel || parent->inherits("QGroupBox"))) {
+                controls.push_back(control);
+            }
+        }
+        return controls;
+    }
+    static QRect On(QWidget& panel, const QWidget& control) {
+        return {control.mapTo(&panel, QPoint(0, 0)), control.size()};
+    }
+    static bool ShowsText(const QWidget& control) {
+        return control.inherits("QLabel") || control.inherits("QAbstractButton");
+    }
+
+    void ExpectTidy(QWidget& panel) {
+        const std::vector<QWidget*> controls = Shown(panel);
+        for (std::size_t i = 0; i < controls.size(); ++i) {
+            const QWidget& control = *controls[i];
+            const std::string name = control.objectName().toStdString();
+            const QRect place = On(panel, control);
+            EXPECT_TRUE(panel.rect().contains(place)) << name << " leaves the panel";
+            if (ShowsText(control)) {
+                const int height = control.hasHeightForWidth()
+                                       ? control.heightForWidth(control.width())
+                                       : control.sizeHint().height();
+                EXPECT_GE(control.height(), height) << name << " is cut off below";
+                const auto* label = qobject_cast<const QLabel*>(&control);
+                if (label == nullptr || !label->wordWrap()) {
+                    EXPECT_GE(control.width(), control.sizeHint().width()) << name << " is cut off";
+                }
+            }
+            for (std::size_t j = i + 1; j < controls.size(); ++j) {
+                EXPECT_FALSE(place.intersects(On(panel, *controls[j])))
+                    << name << " and " << controls[j]->objectName().toStdString() << " overlap";
+            }
+        }
+    }
+
+    void ExpectReadable(QWidget& panel) {
+        for (const QWidget* control : Shown(panel)) {
+            const QPalette& colours = control->palette();
+            const bool isEntry = control->inherits("QLineEdit");
+            const double contrast =
+                isEntry ? Contrast(colours.color(QPalette::Text), colours.color(QPalette::Base))
+                        : Contrast(colours.color(QPalette::WindowText),
+                                   colours.color(QPalette::Window));
+            EXPECT_GE(contrast, 4.5) << control->objectName().toStdString();
+        }
+    }
+};
+
+TEST_P(SettingsLayoutTest, Strip_FitsTheDialogAndItsCaptions) {
+    int right = 0;
+    for (const PageButton* button : Form().CheckTab) {
+        EXPECT_GE(button->width(), button->sizeHint().width());
+        EXPECT_GE(button->x(), right);
+        right = button->x() + button->width();
+    }
+    EXPECT_LE(right, Form().width());
+    EXPECT_TRUE(Form().rect().contains(Form().Command1->geometry()));
+}
+
+TEST_P(SettingsLayoutTest, EveryTab_NothingIsCutOffOrCovered) {
+    for (int tab = 0; tab < kTabCount; ++tab) {
+        ShowTab(tab);
+        SCOPED_TRACE(tab);
+        ExpectTidy(Form().Tab(tab));
+        ExpectReadable(Form().Tab(tab));
+    }
+}
+
+TEST_P(SettingsLayoutTest, EveryPage_TheNamesFit) {
+    const QSize size = Form().size();
+    for (int page = 0; page < kPageCount; ++page) {
+        SCOPED_TRACE(page);
+        ShowTab(0);
+        Pick(Named<QComboBox>("ComboSpellLevel"), page);
+        ExpectTidy(Form().Tab(0));
+        ShowTab(5);
+        Pick(Named<QComboBox>("ComboSpellText"), page);
+        ExpectTidy(Form().Tab(5));
+    }
+    EXPECT_EQ(Form().size(), size);
+}
+
+TEST_P(SettingsLayoutTest, Spells_TheColumnsStandUnderTheirHeadings) {
+    for (int column = 0; column < 8; ++column) {
+        const QRect box = Named("Reagent", column * 8 + 1).geometry();
+        EXPECT_LE(std::abs(Named("Label2", column).geometry().center().x() - box.center().x()), 2);
+        EXPECT_EQ(Named("RegPrice", column).geometry().left(), box.left());
+        const int picture = Named("imgReg", column).mapTo(&Form().Spells(), QPoint(0, 0)).x();
+        EXPECT_LE(std::abs(picture - box.left()), 6);
+        for (int row = 1; row < 8; ++row) {
+            EXPECT_EQ(Named("Reagent", column * 8 + row + 1).x(), box.x());
+        }
+    }
+    const auto expectCentred = [this](const char* heading, const char* control) {
+        const int middle = Named(heading).geometry().center().x();
+        EXPECT_LE(std::abs(Named(control).geometry().center().x() - middle), 2) << heading;
+    };
+    expectCentred("Label1(3)", "SpellPrice(0)");
+    expectCentred("Label1(7)", "CheckBook(0)");
+    expectCentred("Label1(40)", "CheckTown(0)");
+}
+
+TEST_P(SettingsLayoutTest, UserSpells_TheLongestEntryFits) {
+    ShowTab(1);
+    auto& list = Named<QComboBox>("ComboUserSpell", 0);
+    int widest = 0;
+    for (int row = 0; row < list.count(); ++row) {
+        widest = std::max(widest, list.fontMetrics().horizontalAdvance(list.itemText(row)));
+    }
+    EXPECT_GE(list.width(), widest + 30);
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, SettingsLayoutTest, testing::Values(false, true),
+                         [](const auto& dark) { return dark.param ? "Dark" : "Light"; });
+
+}  // namespace
+}  // namespace spellwick
