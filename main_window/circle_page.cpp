@@ -112,7 +112,10 @@ void CirclePage::MakeLabels(QWidget* form) {
     LabelMana = MakeTextLabel(form, "LabelMana", "Mana of the spell");
     LabelCost = MakeTextLabel(form, "LabelCost", "Cost of the spell");
     LabelCurrentMana = MakeTextLabel(form, "LabelCurrentMana", "Current mana");
-    LabelCurrentMana->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    // On one line with the tithing points, whose ground shows.
+    LabelMana->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    LabelCost->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    LabelCurrentMana->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     LabelName->setWordWrap(true);
     LabelWords->setWordWrap(true);
 }

@@ -66,7 +66,7 @@ void FormMain::Apply(const LayoutPlan& plan) {
         if (plan.reagent[k].height <= kSmallRow) {
             counterFont.setPixelSize(kSmallFontPixels);
         }
-        m_purse.Reagent(reagent).setFont(counterFont);
+        m_purse.Reagent(reagent).SetNumberFont(counterFont);
         Place(m_purse.ImgReg(static_cast<int>(k)), plan.imgReg[k]);
         Place(m_purse.Reagent(reagent), plan.reagent[k]);
         Place(m_purse.Arrows(reagent), plan.upDown[k]);
@@ -97,6 +97,8 @@ void FormMain::Apply(const LayoutPlan& plan) {
     Place(*m_tithes.LabelTithes, plan.labelTithes);
     Place(*m_tithes.TxtTithes, plan.txtTithes);
     Place(*m_tithes.ImageAnkh, plan.imageAnkh);
+    // The foot of the ankh reaches into the line below and takes the click there.
+    m_tithes.ImageAnkh->raise();
     setFixedSize(plan.clientWidth, plan.clientHeight);
     SetTabOrder(m_state.DisplayVertical);
     update();

@@ -1,6 +1,9 @@
 #include "widgets/counter_box.h"
 
+#include <QFontMetrics>
 #include <QKeyEvent>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <algorithm>
 #include <string>
 
@@ -9,6 +12,9 @@
 namespace spellwick {
 
 namespace {
+
+constexpr int kToolkitMargin = 2;  // that the toolkit keeps on either side of the text
+constexpr int kSmallestPixels = 8;
 
 // Whether a key would type something into the box, and not what a counter takes. The toolkit types
 // whatever is no control character and comes without Ctrl alone or Ctrl with Shift, also with Alt.
@@ -28,8 +34,38 @@ bool IsDropped(const QKeyEvent& key) {
 
 CounterBox::CounterBox(QWidget* parent) : EntryBox(parent) {
     setAlignment(Qt::AlignRight);
-    setTextMargins(0, 0, 0, 0);
+    // Takes the toolkit's own margins back: three digits need the room.
+    setTextMargins(-kToolkitMargin, 0, -kToolkitMargin + 1, 0);
     setAttribute(Qt::WA_InputMethodEnabled, false);
+    connect(this, &QLineEdit::textChanged, this, &CounterBox::FitNumber);
+}
+
+void CounterBox::SetNumberFont(const QFont& font) {
+    m_numberFont = font;
+    FitNumber();
+}
+
+void CounterBox::resizeEvent(QResizeEvent* event) {
+    EntryBox::resizeEvent(event);
+    FitNumber();
+}
+
+void CounterBox::FitNumber() {
+    if (!m_numberFont) {
+        return;
+    }
+    QStyleOptionFrame frame;
+    initStyleOption(&frame);
+    const int room = style()->subElementRect(QStyle::SE_LineEditContents, &frame, this).width() -
+                     2 * kToolkitMargin - textMargins().left() - textMargins().right();
+    QFont fitting = *m_numberFont;
+    while (fitting.pixelSize() > kSmallestPixels &&
+           QFontMetrics(fitting).horizontalAdvance(text()) > room) {
+        fitting.setPixelSize(fitting.pixelSize() - 1);
+    }
+    if (fitting != font()) {
+        setFont(fitting);
+    }
 }
 
 void CounterBox::keyPressEvent(QKeyEvent* event) {

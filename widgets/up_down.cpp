@@ -73,7 +73,8 @@ void UpDown::paintEvent(QPaintEvent* /*event*/) {
         const double top = m_heldStep > 0 ? area.top() : middle;
         painter.fillRect(QRectF(area.left(), top, area.width(), area.height() / 2), held);
     }
-    painter.drawLine(QPointF(area.left(), middle), QPointF(area.right(), middle));
+    painter.setPen(QPen(rim, 1.0, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(QPointF(area.left() + 0.5, middle), QPointF(area.right() - 0.5, middle));
 
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().color(QPalette::ButtonText));
