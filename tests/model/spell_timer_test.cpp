@@ -185,12 +185,14 @@ TEST_F(TimerListTest, ZeroSeconds_AreGoneAtOnce) {
     EXPECT_EQ(Keys(), (std::vector<std::string>{"2"}));
 }
 
-TEST_F(TimerListTest, TenThousand_AreCreatedAndSortedWithinSeconds) {
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < 10'000; ++i) {
-        Add(static_cast<i16>(i % 96), static_cast<i16>(2 + i * 7919 % 30'000), 0.0F);
+TEST_F(TimerListTest, TenThousand_AreSortedAtTheNextStartWithinASecond) {
+    for (int i = 0; i < 9'999; ++i) {
+        timers.Create(spells, static_cast<i16>(i % 96), static_cast<i16>(2 + i * 7919 % 30'000),
+                      0.0F);
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    const auto start = std::chrono::steady_clock::now();
+    Add(1, 60, 0.0F);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
     ASSERT_EQ(timers.Count(), 10'000U);
     std::vector<float> left(timers.Count());
     for (SpellTimer& timer : timers.Timers()) {

@@ -202,12 +202,10 @@ TEST_F(SqliteStoreTest, TwoProcesses_WriteTheSameStore) {
         }
         return opened.trouble;
     };
-    std::string there;
-    std::thread second([&] { there = InChild([&] { return work("there"); }); });
-    const std::string here = InChild([&] { return work("here"); });
-    second.join();
-    EXPECT_EQ(here, "");
-    EXPECT_EQ(there, "");
+    const auto there = StartChild([&] { return work("there"); });
+    const auto here = StartChild([&] { return work("here"); });
+    EXPECT_EQ(here(), "");
+    EXPECT_EQ(there(), "");
     SharedState last = StartedState();
     FillPlayer(last, kSaves);
     const auto store = OpenWell(folder.Path());

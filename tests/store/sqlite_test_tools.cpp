@@ -57,10 +57,10 @@ void WriteFile(const std::filesystem::path& file, const std::string& bytes) {
     stream << bytes;
 }
 
-std::string InChild(const std::function<std::string()>& work) {
+std::function<std::string()> StartChild(const std::function<std::string()>& work) {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) {
-        return "no pipe";
+        return [] { return std::string("no pipe"); };
     }
     const pid_t child = fork();
     if (child == 0) {
@@ -70,18 +70,20 @@ std::string InChild(const std::function<std::string()>& work) {
         _exit(told ? 0 : 1);
     }
     close(ends[1]);
-    std::string answer;
-    std::array<char, 4096> piece{};
-    for (ssize_t got = 0; (got = read(ends[0], piece.data(), piece.size())) > 0;) {
-        answer.append(piece.data(), static_cast<std::size_t>(got));
-    }
-    close(ends[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-        answer += " (ended badly, status " + std::to_string(status) + ")";
-    }
-    return answer;
+    return [child, end = ends[0]] {
+        std::string answer;
+        std::array<char, 4096> piece{};
+        for (ssize_t got = 0; (got = read(end, piece.data(), piece.size())) > 0;) {
+            answer.append(piece.data(), static_cast<std::size_t>(got));
+        }
+        close(end);
+        int status = 0;
+        waitpid(child, &status, 0);
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+            answer += " (ended badly, status " + std::to_string(status) + ")";
+        }
+        return answer;
+    };
 }
 
 }  // namespace spellwick

@@ -33,8 +33,14 @@ class RawDatabase {
 std::string ReadFile(const std::filesystem::path& file);
 void WriteFile(const std::filesystem::path& file, const std::string& bytes);
 
-// Runs work in a child process; what it returns, or how it ended. The child must bring its own
-// connections.
-std::string InChild(const std::function<std::string()>& work);
+// Starts work in a child process, which must bring its own connections; the returned function waits
+// for it and gives what it returned, or how it ended. Not to be called while there are other
+// threads: a lock that one of them holds would stay taken in the child for ever.
+std::function<std::string()> StartChild(const std::function<std::string()>& work);
+
+// The same, waited for at once.
+inline std::string InChild(const std::function<std::string()>& work) {
+    return StartChild(work)();
+}
 
 }  // namespace spellwick
