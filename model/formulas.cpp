@@ -12,11 +12,11 @@ namespace {
 // What the figures are worked out from.
 struct Source {
     CasterValues caster;
-    double mageryTier;
-    double damageFactor;
-    double spiritSpeak;
-    double spiritOverResist;  // Spirit Speak less the target's resistance
-    i32 circle;
+    double mageryTier = 0.0;
+    double damageFactor = 0.0;
+    double spiritSpeak = 0.0;
+    double spiritOverResist = 0.0;  // Spirit Speak less the target's resistance
+    i32 circle = 0;
 };
 
 std::string TierTimes(const Source& from, double points) {

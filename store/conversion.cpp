@@ -131,6 +131,7 @@ void Conversion::RemoveOldKeys() {
         keys.push_back(SpellTextKey(row));
     }
     std::vector<SettingChange> changes;
+    changes.reserve(keys.size());
     for (const std::string& key : keys) {
         changes.push_back({std::string(kGlobalSection), key, std::nullopt});
     }
@@ -230,6 +231,7 @@ void Conversion::NameSectionsByTitle() {
 
 void Conversion::LetFileSpeak() {
     std::vector<SettingChange> changes;
+    changes.reserve(kOldRows);
     for (i32 row = 0; row < kOldRows; ++row) {
         changes.push_back({std::string(kGlobalSection), SpellRegsKey(row), std::nullopt});
     }

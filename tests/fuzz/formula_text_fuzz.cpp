@@ -44,13 +44,13 @@ std::string Outcome(Expand expand) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const FormulaTexts figures = BuildFormulaTexts(
+    static const FormulaTexts kFigures = BuildFormulaTexts(
         {.magery = 65, .evalInt = 70, .intelligence = 80, .spiritSpeak = 55, .targetResist = 67},
         3);
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::string fast =
-        Outcome([&] { return std::string(TrimBlanks(ExpandFormulas(text, figures))); });
-    const std::string slow = Outcome([&] { return ExpandSlowly(std::string(text), figures); });
+        Outcome([&] { return std::string(TrimBlanks(ExpandFormulas(text, kFigures))); });
+    const std::string slow = Outcome([&] { return ExpandSlowly(std::string(text), kFigures); });
     if (fast != slow) {
         std::abort();
     }

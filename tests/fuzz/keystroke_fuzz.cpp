@@ -47,12 +47,12 @@ void CheckPlan(const KeyPlan& plan, const Keymap& keymap) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::vector<Keymap> keymaps{hand_made::Us(), hand_made::De(), hand_made::Fr(),
-                                             hand_made::Ru()};
+    static const std::vector<Keymap> kKeymaps{hand_made::Us(), hand_made::De(), hand_made::Fr(),
+                                              hand_made::Ru()};
     if (size < 2) {
         return 0;
     }
-    Keymap keymap = keymaps[data[0] % keymaps.size()];
+    Keymap keymap = kKeymaps[data[0] % kKeymaps.size()];
     keymap.locked = data[1];
     std::string_view text(reinterpret_cast<const char*>(data), size);  // NOLINT
     text.remove_prefix(2);

@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     if (loaded && (state.SpellCount < 88 || state.Spells.Last() != LastRowFor(state.SpellCount))) {
         std::abort();
     }
-    const auto rows = static_cast<std::size_t>(state.Spells.Last() + 1);
+    const auto rows = static_cast<std::size_t>(state.Spells.Last()) + 1;
     if (rows > size / kValuesOfARow + 17) {
         std::abort();
     }

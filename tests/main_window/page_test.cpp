@@ -33,9 +33,9 @@ class PageTest : public MainWindowFixture {
     }
     // The picture of a row in colour, and what a slot shows of it within the rim.
     static QImage Picture(i32 row) {
-        static const QImage strip(
+        static const QImage kStrip(
             QStringLiteral(SPELLWICK_SOURCE_FOLDER "/data/pictures/spells_colour.png"));
-        return strip.copy(row % 8 * 42 + 4, row / 8 * 42 + 4, 34, 34)
+        return kStrip.copy(row % 8 * 42 + 4, row / 8 * 42 + 4, 34, 34)
             .convertToFormat(QImage::Format_RGB32);
     }
     QImage Shown(int slot) {

@@ -101,7 +101,7 @@ TEST(FormulaText, MegabyteOfJoints_TakesLessThanASecond) {
     const auto start = std::chrono::steady_clock::now();
     const std::string expanded = ExpandFormulas(text, figures);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
-    EXPECT_EQ(expanded.size(), std::size_t{50'000 * 7});
+    EXPECT_EQ(expanded.size(), std::size_t{50'000} * 7);
 }
 
 TEST(FormulaText, TrimBlanks_TakesBlanksAlone) {
