@@ -25,16 +25,20 @@ using StartAndEnd = PlayerDesk;
 
 // The keys whose values differ, with both.
 std::vector<std::string> Differences(const SectionValues& before, const SectionValues& after) {
+    const auto text = [](const SectionValues& values, const std::string& key) {
+        const auto found = values.find(key);
+        return found == values.end() ? std::string("nothing")
+                                     : testing::PrintToString(found->second);
+    };
     SectionValues all = before;
     all.insert(after.begin(), after.end());
     std::vector<std::string> found;
-    for (const auto& [key, value] : all) {
-        const auto was = before.find(key);
-        const auto is = after.find(key);
-        const std::string old = was == before.end() ? "nothing" : '"' + was->second + '"';
-        const std::string now = is == after.end() ? "nothing" : '"' + is->second + '"';
-        if (old != now) {
-            found.push_back(key + ": " + old + " became " + now);
+    for (const auto& entry : all) {
+        const std::string& key = entry.first;
+        if (text(before, key) != text(after, key)) {
+            std::ostringstream words;
+            words << key << ": " << text(before, key) << " became " << text(after, key);
+            found.push_back(words.str());
         }
     }
     return found;
