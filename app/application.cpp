@@ -4,6 +4,8 @@
 #include <QSessionManager>
 #include <QSocketNotifier>
 
+#include "store/catalogue.h"
+#include "store/conversion.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -28,7 +30,13 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard) {
 }  // namespace
 
 Application::Application(System system)
-    : m_system(std::move(system)), m_keys(MakeKeySender(m_system.keyboard.get())) {
+    : m_system(std::move(system)),
+      m_keys(MakeKeySender(m_system.keyboard.get())),
+      m_timers({.state = m_state,
+                .clock = *m_system.clock,
+                .desktop = *m_system.desktop,
+                .failures = m_runEnd},
+               [this] { return SavedTimerPlace(); }) {
     m_main = std::make_unique<FormMain>(Services());
     m_boxes.SetOwner(m_main.get());
     m_assist.SetCountButton([this](bool enabled) { m_main->Command(3).setEnabled(enabled); });
@@ -50,7 +58,7 @@ MainWindowServices Application::Services() {
             .oldData = *this,
             .settings = *this,
             .spellInfo = *this,
-            .timers = *this,
+            .timers = m_timers,
             .failures = m_runEnd,
             .process = m_runEnd,
             .folder = ToText(QCoreApplication::applicationDirPath())};
@@ -79,6 +87,31 @@ void Application::WatchForEnd() {
             Guard(m_runEnd, "ending the program", [&] { m_main->Form_Unload(); });
         });
     }
+}
+
+void Application::ConvertOldData() {
+    Conversion({.state = m_state,
+                .store = *m_system.store,
+                .io = m_main->Io(),
+                .boxes = m_boxes,
+                .wait = m_wait})
+        .ConvertOldData();
+}
+
+WindowPlaces::Place Application::SavedTimerPlace() const {
+    return {.top = m_main->Io().ReadPosition(kTimerTopKey),
+            .left = m_main->Io().ReadPosition(kTimerLeftKey)};
+}
+
+void Application::DisplayInfo(i32 row) {
+    if (m_info == nullptr) {
+        m_info = std::make_unique<FormInfo>(
+            InfoServices{.state = m_state, .desktop = *m_system.desktop, .failures = m_runEnd});
+    }
+    m_info->show();
+    m_info->raise();
+    m_info->activateWindow();
+    m_info->DisplayInfo(row);
 }
 
 void Application::Load() {

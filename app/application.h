@@ -7,18 +7,18 @@
 #include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
 #include "app/run_end.h"
+#include "app/running_timers.h"
 #include "app/settings_host.h"
+#include "app/wait_notice.h"
 #include "link/keystroke_sender.h"
 #include "main_window/form_main.h"
 #include "platform/system.h"
 #include "settings_dialog/form_settings.h"
+#include "spell_info/form_info.h"
 
 namespace spellwick {
 
-class Application : private SettingsPort,
-                    private SpellInfoPort,
-                    private OldDataConversion,
-                    private TimersPort {
+class Application : private SettingsPort, private SpellInfoPort, private OldDataConversion {
   public:
     explicit Application(System system);
 
@@ -34,16 +34,13 @@ class Application : private SettingsPort,
     void UpdateChance() override;
     StoreResult Unload() override;
     // SpellInfoPort
-    void DisplayInfo(i32 /*row*/) override {}
+    void DisplayInfo(i32 row) override;
     // OldDataConversion
-    void ConvertOldData() override {}
-    // TimersPort
-    void StartTimer(i32 /*row*/) override {}
-    void Update() override {}
-    WindowPlaces::Place TimerPlace() override { return {}; }
+    void ConvertOldData() override;
 
     MainWindowServices Services();
     void WatchForEnd();
+    WindowPlaces::Place SavedTimerPlace() const;
 
     System m_system;
     SharedState m_state;
@@ -51,10 +48,13 @@ class Application : private SettingsPort,
     RunEnd m_runEnd{m_boxes};
     AbsentAssist m_assist{m_state};
     std::unique_ptr<KeySender> m_keys;
+    RunningTimers m_timers;
+    WaitNotice m_wait;
     std::unique_ptr<FormMain> m_main;
     QtDialogs m_dialogs;
     std::unique_ptr<SettingsHost> m_settingsHost;
     std::unique_ptr<FormSettings> m_settings;
+    std::unique_ptr<FormInfo> m_info;
 };
 
 }  // namespace spellwick

@@ -25,6 +25,10 @@ class Desktop {
     // Keeps a window of this program above all others, or lets it go, without moving, hiding or
     // activating it. False when the desktop has no such state.
     virtual bool SetTopMost(WindowHandle window, bool topMost) = 0;
+
+    // Keeps a window of this program out of the desktop's list of windows, from before it is shown
+    // until it is hidden. False when the desktop has no such state.
+    virtual bool LeaveTaskList(WindowHandle window) = 0;
 };
 
 }  // namespace spellwick

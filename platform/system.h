@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/client_windows.h"
+#include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/installation.h"
 #include "platform/keyboard.h"
@@ -19,6 +20,7 @@ struct System {
     std::unique_ptr<Keyboard> keyboard;  // null where the program cannot type
     std::unique_ptr<Desktop> desktop;
     std::unique_ptr<Installation> installation;
+    std::unique_ptr<Clock> clock;
     std::unique_ptr<SettingsStore> store;
     // What the user should know at once, a text each: a store that could not be read, a display
     // that takes no keys.

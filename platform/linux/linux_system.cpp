@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "platform/linux/end_requests.h"
+#include "platform/linux/local_clock.h"
 #include "platform/linux/open_settings_store.h"
 #include "platform/linux/wine_installation.h"
 #include "platform/linux/x11_client_windows.h"
@@ -52,6 +53,7 @@ System OpenSystem() {
     }
     system.desktop = std::make_unique<X11Desktop>("");
     system.installation = std::make_unique<WineInstallation>(WinePrefix());
+    system.clock = std::make_unique<LocalClock>();
     OpenedStore opened = OpenSettingsStore(SettingsFolder(), std::chrono::system_clock::now());
     system.store = std::move(opened.store);
     if (!opened.trouble.empty()) {

@@ -92,4 +92,18 @@ bool X11Desktop::SetTopMost(WindowHandle window, bool topMost) {
     return m_connection.Works();
 }
 
+bool X11Desktop::LeaveTaskList(WindowHandle window) {
+    if (!m_connection.Works() || window == 0) {
+        return false;
+    }
+    // Before the window is shown its states are its own to write; the window manager reads them as
+    // it takes the window over, and clears them when the window is hidden.
+    const std::array<xcb_atom_t, 2> states{m_connection.Atom("_NET_WM_STATE_SKIP_TASKBAR"),
+                                           m_connection.Atom("_NET_WM_STATE_SKIP_PAGER")};
+    xcb_change_property(m_connection.Get(), XCB_PROP_MODE_REPLACE, window,
+                        m_connection.Atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(states.size()), states.data());
+    return m_connection.RoundTrip();
+}
+
 }  // namespace spellwick

@@ -17,6 +17,7 @@ class X11Desktop : public Desktop {
     bool OpenDocument(const std::filesystem::path& file) override;
     bool OpenWebPage(const std::string& address) override;
     bool SetTopMost(WindowHandle window, bool topMost) override;
+    bool LeaveTaskList(WindowHandle window) override;
 
   private:
     X11Connection m_connection;

@@ -40,11 +40,17 @@ class RecordingDesktop : public Desktop {
         Log(topMost ? "top-most on" : "top-most off");
         return true;
     }
+    bool LeaveTaskList(WindowHandle window) override {
+        outOfTaskList.push_back(window);
+        Log("leave task list");
+        return true;
+    }
 
     int beeps = 0;
     std::vector<std::filesystem::path> opened;
     std::vector<std::string> browsed;
     std::vector<TopMost> topMostCalls;
+    std::vector<WindowHandle> outOfTaskList;
     // What the next openings answer.
     bool opens = true;
 

@@ -133,12 +133,15 @@ void Desk::MoveMouse(xcb_window_t window, Place inWindow) const {
     MoveMouse({area.x + inWindow.x, area.y + inWindow.y});
 }
 
-void Desk::PressButton() const {
-    for (const auto type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE}) {
-        xcb_test_fake_input(m_session->Connection(), static_cast<std::uint8_t>(type), 1,
-                            XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    }
+void Desk::Button(int button, bool down) const {
+    xcb_test_fake_input(m_session->Connection(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE,
+                        static_cast<std::uint8_t>(button), XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     m_session->Sync();
+}
+
+void Desk::PressButton(int button) const {
+    Button(button, true);
+    Button(button, false);
 }
 
 void Desk::Click(xcb_window_t window, Place inWindow) const {

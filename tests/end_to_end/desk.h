@@ -48,8 +48,9 @@ class Desk {
 
     void MoveMouse(Place onScreen) const;
     void MoveMouse(xcb_window_t window, Place inWindow) const;
-    // Button 1 goes down and up where the mouse is.
-    void PressButton() const;
+    // A button (1 left, 3 right) goes down or up where the mouse is.
+    void Button(int button, bool down) const;
+    void PressButton(int button = 1) const;
     void Click(xcb_window_t window, Place inWindow) const;
     // One key down and up, by key symbol.
     void Tap(std::uint32_t keysym) const;

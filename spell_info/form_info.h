@@ -1,0 +1,62 @@
+// The spell info window: all that is known about one spell, for the values of the character, which
+// can be changed here to see what would be.
+#pragma once
+
+#include <QLabel>
+#include <QWidget>
+#include <array>
+
+#include "model/failure_guard.h"
+#include "model/shared_state.h"
+#include "platform/desktop.h"
+#include "widgets/counter_box.h"
+#include "widgets/pictures.h"
+
+class QGridLayout;
+
+namespace spellwick {
+
+// All references outlive the window.
+struct InfoServices {
+    SharedState& state;
+    Desktop& desktop;
+    FailureSink& failures;
+};
+
+class FormInfo : public QWidget {
+    Q_OBJECT
+
+  public:
+    static constexpr int kBoxCount = 8;
+
+    explicit FormInfo(const InfoServices& services);
+
+    // Shows a row. RuntimeFailure: subscript for a row outside the table or a text that asks for a
+    // figure that does not exist, overflow for a value that does not fit its figure.
+    void DisplayInfo(i32 row);
+
+    CounterBox& TextBox(int index) { return *m_boxes[static_cast<std::size_t>(index)]; }
+
+  protected:
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void MakeLines(QGridLayout& grid);
+    void MakeBoxes(QGridLayout& grid);
+    void ShowValue(int index);
+    void ShowText(int line, const std::string& text);
+    void ShowPicture(i32 row);
+    void ChangeBox(int index);
+    void LeaveBox(int index);
+    void LeaveFocusedBox();
+
+    InfoServices m_services;
+    SharedState& m_state;
+    IconClip m_icons;
+    QLabel* m_picture = nullptr;
+    std::array<QLabel*, 8> m_lines{};
+    std::array<CounterBox*, kBoxCount> m_boxes{};
+};
+
+}  // namespace spellwick

@@ -1,0 +1,439 @@
+// The window of the running timers, with a clock that the test sets.
+#include "timers/form_timer.h"
+
+#include <QElapsedTimer>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QImage>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "model/timer_display.h"
+#include "platform/recording/recording_desktop.h"
+#include "platform/recording/set_clock.h"
+#include "tests/support/failures.h"
+
+namespace spellwick {
+namespace {
+
+class FormTimerTest : public testing::Test, public FailureSink {
+  protected:
+    FormTimerTest() {
+        m_state.Spells.GrowTo(104);
+        for (i32 row = 0; row <= kLastRow; ++row) {
+            m_state.Spells(row).Name = "Spell " + std::to_string(row);
+        }
+        m_state.SpellTimerMode = kTimersAsIcons;
+        m_clock.now = 1000.0F;
+    }
+    void TearDown() override { EXPECT_EQ(m_failures, 0); }
+    void OnUncaughtFailure(const std::exception& /*failure*/,
+                           std::string_view /*action*/) override {
+        ++m_failures;
+    }
+
+    FormTimer& Make(QPoint place = {40, 50}) {
+        m_form = std::make_unique<FormTimer>(
+            TimerServices{
+                .state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this},
+            place);
+        return *m_form;
+    }
+    template <typename Part>
+    Part& Named(const char* name, int index) {
+        auto* part =
+            m_form->findChild<Part*>(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index));
+        if (part == nullptr) {
+            throw std::logic_error(name);
+        }
+        return *part;
+    }
+    TimerLabel& Name(int slot) { return Named<TimerLabel>("lblSpellName", slot); }
+    TimerLabel& Seconds(int slot) { return Named<TimerLabel>("lblTimeRemaining", slot); }
+    TimerPicture& Picture(int slot) { return Named<TimerPicture>("imgSpell", slot); }
+    TimerBar& Bar(int slot) { return Named<TimerBar>("picProg", slot); }
+    TimerControl& Control(int index) { return Named<TimerControl>("lblControls", index); }
+
+    std::vector<std::string> ShownNames() {
+        std::vector<std::string> names;
+        for (int slot = 0; slot < kTimerSlots; ++slot) {
+            if (Name(slot).isVisible()) {
+                names.push_back(Name(slot).text().toStdString());
+            }
+        }
+        return names;
+    }
+    void TickAt(float now) {
+        m_clock.now = now;
+        m_form->Update();
+    }
+
+    SharedState m_state;
+    SetClock m_clock;
+    RecordingDesktop m_desktop;
+    std::unique_ptr<FormTimer> m_form;
+    int m_failures = 0;
+};
+
+TEST_F(FormTimerTest, NoTimers_NoWindow) {
+    Make();
+    m_form->Update();
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_FALSE(m_form->SpellsActive());
+    EXPECT_EQ(m_form->pos(), QPoint(40, 50));
+    EXPECT_EQ(m_form->windowTitle(), "SpellTimer");
+}
+
+TEST_F(FormTimerTest, Window_NeverTakesTheKeyboardAndStaysOutOfTheTaskList) {
+    Make().CreateNewSpellTimer(3, 60);
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(m_form->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(m_form->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_TRUE(m_form->testAttribute(Qt::WA_ShowWithoutActivating));
+    EXPECT_EQ(m_desktop.outOfTaskList,
+              (std::vector<WindowHandle>{static_cast<WindowHandle>(m_form->winId())}));
+    // Each time that it is shown.
+    m_form->SetMode(kTimersOff);
+    m_form->SetMode(kTimersAsText);
+    EXPECT_EQ(m_desktop.outOfTaskList.size(), 2U);
+}
+
+TEST_F(FormTimerTest, FiveTimers_FourAreShownAndTheFifthMovesUp) {
+    m_state.SpellTimerMode = kTimersAsText;
+    Make();
+    for (const i16 seconds : std::initializer_list<i16>{50, 20, 40, 60, 30}) {
+        m_form->CreateNewSpellTimer(seconds, seconds);
+    }
+    EXPECT_EQ(ShownNames(),
+              (std::vector<std::string>{"Spell 20", "Spell 30", "Spell 40", "Spell 50"}));
+    TickAt(1019.5F);
+    EXPECT_EQ(ShownNames().front(), "Spell 20");
+    TickAt(1020.0F);
+    EXPECT_EQ(ShownNames(),
+              (std::vector<std::string>{"Spell 30", "Spell 40", "Spell 50", "Spell 60"}));
+    TickAt(1030.0F);
+    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 40", "Spell 50", "Spell 60"}));
+}
+
+TEST_F(FormTimerTest, FiveTimersAsIcons_ShowTheColouredCellsOfTheirRows) {
+    Make();
+    for (const i16 row : std::initializer_list<i16>{8, 9, 10, 11, 12}) {
+        m_form->CreateNewSpellTimer(row, static_cast<i16>(10 * row));
+    }
+    IconClip icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio());
+    for (int slot = 0; slot < kTimerSlots; ++slot) {
+        EXPECT_TRUE(Picture(slot).isVisible());
+        EXPECT_EQ(Picture(slot).Cell(), icons.StripOf(8 + slot).Cell(slot));
+        EXPECT_TRUE(Bar(slot).isVisible());
+        EXPECT_FALSE(Name(slot).isVisible());
+    }
+}
+
+TEST_F(FormTimerTest, NewTimerWithLessTime_TakesSlot0) {
+    m_state.SpellTimerMode = kTimersAsText;
+    Make().CreateNewSpellTimer(1, 60);
+    m_form->CreateNewSpellTimer(2, 30);
+    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 2", "Spell 1"}));
+}
+
+TEST_F(FormTimerTest, LastSecond_StaysThroughUpdateAndGoesWithTheNextSort) {
+    m_state.SpellTimerMode = kTimersAsText;
+    Make().CreateNewSpellTimer(1, 20);
+    m_clock.now = 1000.5F;
+    m_form->CreateNewSpellTimer(2, 60);
+    TickAt(1019.125F);
+    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 1", "Spell 2"}));
+    m_form->CreateNewSpellTimer(3, 90);
+    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 2", "Spell 3"}));
+}
+
+TEST_F(FormTimerTest, ZeroSeconds_LeaveNoTrace) {
+    Make().CreateNewSpellTimer(1, 0);
+    EXPECT_FALSE(m_form->SpellsActive());
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, UnknownRow_FailsAsSubscript) {
+    Make();
+    EXPECT_EQ(FailureOf([&] { m_form->CreateNewSpellTimer(105, 10); }), FailureKind::kSubscript);
+}
+
+TEST_F(FormTimerTest, RowBehindThePages_HasABarWithoutAnIcon) {
+    Make().CreateNewSpellTimer(96, 20);
+    TickAt(1010.0F);
+    EXPECT_EQ(Bar(0).Percent(), 50);
+    EXPECT_EQ(Picture(0).Cell(), QRect());
+}
+
+TEST_F(FormTimerTest, HiddenByUser_StaysAwayUntilTheNextTimer) {
+    Make().CreateNewSpellTimer(1, 60);
+    QTest::mouseClick(&Picture(0), Qt::RightButton);
+    EXPECT_FALSE(m_form->isVisible());
+    TickAt(1001.0F);
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_TRUE(m_form->SpellsActive());
+    EXPECT_FALSE(m_form->isVisible());
+    m_form->SetMode(kTimersAsText);
+    EXPECT_FALSE(m_form->isVisible());
+    m_form->CreateNewSpellTimer(2, 30);
+    EXPECT_TRUE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, ModeOff_TimersRunAndTheWindowStaysAway) {
+    m_state.SpellTimerMode = kTimersOff;
+    Make().CreateNewSpellTimer(1, 60);
+    EXPECT_TRUE(m_form->SpellsActive());
+    EXPECT_FALSE(m_form->isVisible());
+    TickAt(1010.0F);
+    EXPECT_FALSE(m_form->isVisible());
+    // Shown in spite of that, it hides itself.
+    m_form->show();
+    m_form->BecomeActive();
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, LastTimerEnds_HidesTheWindowAndUpdateStops) {
+    Make().CreateNewSpellTimer(1, 20);
+    TickAt(1020.0F);
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_FALSE(m_form->SpellsActive());
+    TickAt(1021.0F);
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, SetMode_StoresTheModeAndArranges) {
+    Make().CreateNewSpellTimer(1, 60);
+    EXPECT_TRUE(Bar(0).isVisible());
+    m_form->SetMode(kTimersAsText);
+    EXPECT_EQ(m_state.SpellTimerMode, kTimersAsText);
+    EXPECT_TRUE(Name(0).isVisible());
+    EXPECT_FALSE(Bar(0).isVisible());
+    EXPECT_FALSE(Control(0).isVisible());
+    m_form->SetMode(kTimersOff);
+    EXPECT_FALSE(m_form->isVisible());
+    m_form->SetMode(kTimersAsIcons);
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(Bar(0).isVisible());
+}
+
+TEST_F(FormTimerTest, ModeChangedElsewhere_IsNoticedByTheNextUpdate) {
+    Make().CreateNewSpellTimer(1, 60);
+    m_state.SpellTimerMode = kTimersAsText;
+    m_form->Update();
+    EXPECT_TRUE(Name(0).isVisible());
+    m_state.SpellTimerMode = kTimersOff;
+    m_form->Update();
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, Texts_ShowSecondsInTheColourOfThePercentage) {
+    m_state.SpellTimerMode = kTimersAsText;
+    Make().CreateNewSpellTimer(1, 100);
+    struct Row {
+        float at;
+        const char* seconds;
+        Colour colour;
+    };
+    constexpr Row kRows[] = {
+        {0.0F, "100", kButtonFace}, {60.0F, "40", kButtonFace}, {61.0F, "39", kYellow},
+        {80.0F, "20", kYellow},     {81.0F, "19", kRed},        {97.5F, "2", kRed},
+        {99.5F, "0", kRed},
+    };
+    for (const Row& row : kRows) {
+        TickAt(1000.0F + row.at);
+        EXPECT_EQ(Seconds(0).text(), row.seconds) << row.at;
+        EXPECT_EQ(Seconds(0).TextColour(), row.colour) << row.at;
+        EXPECT_EQ(Name(0).TextColour(), kButtonFace);
+    }
+}
+
+TEST_F(FormTimerTest, Bar_IsBlueForTheTimeLeftAndColouredForTheRest) {
+    Make().CreateNewSpellTimer(1, 100);
+    struct Row {
+        float at;
+        int blue;
+        QRgb rest;
+    };
+    const QRgb calm = OnBlack(kButtonFace, QGuiApplication::palette()).rgb();
+    const Row rows[] = {
+        {50.0F, 21, calm},
+        {80.0F, 8, calm},
+        {81.0F, 7, qRgb(255, 255, 0)},
+        {90.0F, 4, qRgb(255, 255, 0)},
+        {91.0F, 3, qRgb(255, 0, 0)},
+        {99.0F, 0, qRgb(255, 0, 0)},
+    };
+    for (const Row& row : rows) {
+        TickAt(1000.0F + row.at);
+        const QImage image = Bar(0).grab().toImage().scaled(42, 5);
+        for (int x = 0; x < 42; ++x) {
+            ASSERT_EQ(image.pixel(x, 2), x < row.blue ? qRgb(0, 0, 255) : row.rest)
+                << row.at << " at " << x;
+        }
+    }
+}
+
+TEST_F(FormTimerTest, Texts_TakeTheWidthOfTheirMeasure) {
+    m_state.SpellTimerMode = kTimersAsText;
+    Make().CreateNewSpellTimer(1, 100);
+    EXPECT_EQ(Name(0).width(),
+              QFontMetrics(m_form->font()).horizontalAdvance(QStringLiteral("Summon Daemon ")));
+    EXPECT_EQ(m_form->width(), Seconds(0).x() + Seconds(0).width() + 4);
+    EXPECT_EQ(m_form->height(), Seconds(3).y() + Seconds(3).height() + 4);
+}
+
+// covers ODDITY(timer-name-width)
+TEST_F(FormTimerTest, Texts_Oddity_LongNamesAreCutShort) {
+    m_state.SpellTimerMode = kTimersAsText;
+    m_state.Spells(1).Name = "Summon Daemon";
+    m_state.Spells(2).Name = "Summon Water Elemental";
+    Make().CreateNewSpellTimer(1, 50);
+    m_form->CreateNewSpellTimer(2, 100);
+    const QFontMetrics metrics(m_form->font());
+    EXPECT_LE(metrics.horizontalAdvance(Name(0).text()), Name(0).width());
+    EXPECT_GT(metrics.horizontalAdvance(Name(1).text()), Name(1).width());
+}
+
+TEST_F(FormTimerTest, Controls_HideAndToggle) {
+    Make().CreateNewSpellTimer(1, 60);
+    EXPECT_EQ(Control(0).text(), "X");
+    EXPECT_EQ(Control(0).toolTip(), "Hide");
+    EXPECT_EQ(Control(1).text(), "H");
+    EXPECT_EQ(Control(1).toolTip(), "Switch to Horizontal display");
+    EXPECT_EQ(m_form->width(), 46);
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_EQ(Control(1).text(), "V");
+    EXPECT_EQ(Control(1).toolTip(), "Switch to Vertical display");
+    EXPECT_EQ(m_form->height(), 49);
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_EQ(Control(1).text(), "H");
+    QTest::mouseClick(&Control(0), Qt::LeftButton);
+    EXPECT_FALSE(m_form->isVisible());
+    TickAt(1001.0F);
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, Controls_FitIntoTheWindow) {
+    Make().CreateNewSpellTimer(1, 60);
+    EXPECT_GE(Control(1).x(), 0);
+    EXPECT_TRUE(m_form->rect().contains(Control(0).geometry()));
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_TRUE(m_form->rect().contains(Control(1).geometry()));
+    EXPECT_FALSE(Control(1).geometry().intersects(Picture(0).geometry()));
+}
+
+TEST_F(FormTimerTest, Drag_MovesTheWindowFromEachPart) {
+    for (const char* part : {"", "imgSpell", "picProg", "lblSpellName", "lblTimeRemaining"}) {
+        SCOPED_TRACE(part);
+        m_state.SpellTimerMode =
+            std::string_view(part).starts_with("lbl") ? kTimersAsText : kTimersAsIcons;
+        Make().CreateNewSpellTimer(1, 60);
+        QWidget& from = *part == 0 ? static_cast<QWidget&>(*m_form) : Named<QWidget>(part, 0);
+        QTest::mousePress(&from, Qt::LeftButton, {}, {3, 3});
+        QMouseEvent move(QEvent::MouseMove, QPointF(23, 8), from.mapToGlobal(QPoint(23, 8)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&from, &move);
+        EXPECT_EQ(m_form->pos(), QPoint(60, 55));
+        QTest::mouseRelease(&from, Qt::LeftButton, {}, {3, 3});
+        EXPECT_TRUE(m_form->isVisible());
+        QMouseEvent after(QEvent::MouseMove, QPointF(99, 99), from.mapToGlobal(QPoint(99, 99)),
+                          Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&from, &after);
+        EXPECT_EQ(m_form->pos(), QPoint(60, 55));
+    }
+}
+
+TEST_F(FormTimerTest, Drag_EndsWhenTheButtonIsFoundUp) {
+    Make().CreateNewSpellTimer(1, 60);
+    const auto moveTo = [&](QPoint place, Qt::MouseButtons buttons) {
+        QMouseEvent move(QEvent::MouseMove, place, m_form->mapToGlobal(place), Qt::NoButton,
+                         buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_form.get(), &move);
+    };
+    QTest::mousePress(m_form.get(), Qt::LeftButton, {}, {3, 3});
+    moveTo({13, 3}, Qt::NoButton);
+    moveTo({23, 3}, Qt::LeftButton);
+    EXPECT_EQ(m_form->pos(), QPoint(40, 50));
+}
+
+TEST_F(FormTimerTest, OtherButtons_DoNotDragAndHideWhenTheyGoUp) {
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        Make().CreateNewSpellTimer(1, 60);
+        QTest::mousePress(m_form.get(), button, {}, {3, 3});
+        EXPECT_TRUE(m_form->isVisible());
+        QMouseEvent move(QEvent::MouseMove, QPointF(23, 8), m_form->mapToGlobal(QPoint(23, 8)),
+                         Qt::NoButton, button, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_form.get(), &move);
+        EXPECT_EQ(m_form->pos(), QPoint(40, 50));
+        QTest::mouseRelease(m_form.get(), button, {}, {3, 3});
+        EXPECT_FALSE(m_form->isVisible());
+    }
+}
+
+TEST_F(FormTimerTest, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
+    Make().CreateNewSpellTimer(1, 60);
+    QTest::qWait(20);
+    EXPECT_TRUE(m_desktop.topMostCalls.empty());
+    m_state.AlwaysOnTop = true;
+    m_form->SetMode(kTimersOff);
+    m_form->SetMode(kTimersAsIcons);
+    QTest::qWait(20);
+    ASSERT_EQ(m_desktop.topMostCalls.size(), 1U);
+    EXPECT_TRUE(m_desktop.topMostCalls[0].topMost);
+}
+
+TEST_F(FormTimerTest, Midnight_CountsOn) {
+    m_state.SpellTimerMode = kTimersAsText;
+    m_clock.now = 86390.0F;
+    Make().CreateNewSpellTimer(1, 30);
+    TickAt(86395.0F);
+    EXPECT_EQ(Seconds(0).text(), "25");
+    TickAt(5.0F);
+    EXPECT_EQ(Seconds(0).text(), "15");
+    TickAt(20.0F);
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, ClockSetBackAndForward_StaysWithinBounds) {
+    Make().CreateNewSpellTimer(1, 100);
+    TickAt(500.0F);
+    EXPECT_EQ(Bar(0).Percent(), 100);
+    TickAt(90.0F);
+    EXPECT_EQ(Bar(0).Percent(), 100);
+    TickAt(1050.0F);
+    EXPECT_EQ(Bar(0).Percent(), 50);
+    TickAt(50000.0F);
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, TenThousandTimers_AreTakenAndShown) {
+    Make();
+    QElapsedTimer taken;
+    taken.start();
+    for (int i = 0; i < 10'000; ++i) {
+        m_form->CreateNewSpellTimer(static_cast<i16>(i % 96),
+                                    static_cast<i16>(10 + i * 7919 % 30'000));
+    }
+    m_form->Update();
+    EXPECT_LT(taken.elapsed(), 20'000);
+    EXPECT_TRUE(Bar(3).isVisible());
+    taken.start();
+    TickAt(40'000.0F);
+    EXPECT_LT(taken.elapsed(), 1'000);
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, DarkDesktop_TextStaysReadableOnBlack) {
+    QPalette dark;
+    dark.setColor(QPalette::Button, QColor(49, 54, 59));
+    dark.setColor(QPalette::ButtonText, QColor(252, 252, 252));
+    EXPECT_EQ(OnBlack(kButtonFace, dark), QColor(252, 252, 252));
+    QPalette light;
+    light.setColor(QPalette::Button, QColor(239, 239, 239));
+    EXPECT_EQ(OnBlack(kButtonFace, light), QColor(239, 239, 239));
+    EXPECT_EQ(OnBlack(kYellow, dark), QColor(255, 255, 0));
+}
+
+}  // namespace
+}  // namespace spellwick

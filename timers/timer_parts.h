@@ -1,0 +1,93 @@
+// The small parts of the window of the timers. The mouse goes through all but TimerControl to the
+// window.
+#pragma once
+
+#include <QLabel>
+#include <QPixmap>
+#include <QRect>
+
+#include "model/colours.h"
+
+namespace spellwick {
+
+// The desktop's own colour on the black ground of the window: the face of its buttons, or the text
+// on them where that face is a dark one.
+QColor OnBlack(Colour colour, const QPalette& desktop);
+
+// A text in one line, shortened where it does not fit.
+class TimerLabel : public QLabel {
+    Q_OBJECT
+
+  public:
+    TimerLabel(QWidget* parent, Qt::Alignment alignment);
+
+    void SetColour(Colour colour);
+    Colour TextColour() const { return m_colour; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    Colour m_colour = kButtonFace;
+};
+
+// The bar of one timer.
+class TimerBar : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit TimerBar(QWidget* parent);
+
+    // 0 to 100.
+    void SetPercent(i32 percent);
+    i32 Percent() const { return m_percent; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    i32 m_percent = 0;
+};
+
+// The icon of one timer.
+class TimerPicture : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit TimerPicture(QWidget* parent);
+
+    // `cell` is a part of a strip at the density of the screen.
+    void SetPicture(const QPixmap& strip, const QRect& cell);
+    const QRect& Cell() const { return m_cell; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QPixmap m_strip;
+    QRect m_cell;  // in pixels of the strip
+};
+
+// One of the two small buttons; never takes the focus.
+class TimerControl : public QLabel {
+    Q_OBJECT
+
+  public:
+    explicit TimerControl(QWidget* parent);
+
+  signals:
+    void Clicked();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    bool m_pressed = false;
+};
+
+}  // namespace spellwick
