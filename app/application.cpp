@@ -118,7 +118,7 @@ void Application::Load() {
     if (m_settings != nullptr) {
         return;
     }
-    m_settingsHost = std::make_unique<SettingsHost>(*m_main);
+    m_settingsHost = std::make_unique<SettingsHost>(*m_main, m_timers);
     m_settings =
         std::make_unique<FormSettings>(SettingsServices{.state = m_state,
                                                         .store = *m_system.store,

@@ -1,6 +1,7 @@
 // The main window as the settings dialog sees it.
 #pragma once
 
+#include "app/running_timers.h"
 #include "main_window/form_main.h"
 #include "settings_dialog/services.h"
 
@@ -8,7 +9,8 @@ namespace spellwick {
 
 class SettingsHost : public MainWindowPort {
   public:
-    explicit SettingsHost(FormMain& mainWindow) : m_main(mainWindow) {}
+    SettingsHost(FormMain& mainWindow, RunningTimers& timers)
+        : m_main(mainWindow), m_timers(timers) {}
 
     void LayoutVertical() override { m_main.LayoutVertical(); }
     void LayoutHorizontal() override { m_main.LayoutHorizontal(); }
@@ -16,6 +18,7 @@ class SettingsHost : public MainWindowPort {
     void UpdateAmounts() override { m_main.Page().UpdateAmounts(); }
     void UpdateChances() override { m_main.Page().UpdateChances(); }
     void ParseClientTitle() override { m_main.Watch().ParseClientTitle(); }
+    void SetTimerMode(i32 mode) override { m_timers.SetMode(mode); }
     void SavePlayer() override { m_main.SavePlayer(); }
     void LoadPlayer() override { m_main.LoadPlayer(); }
     void SaveAll() override { m_main.SaveAll(); }
@@ -29,6 +32,7 @@ class SettingsHost : public MainWindowPort {
 
   private:
     FormMain& m_main;
+    RunningTimers& m_timers;
 };
 
 }  // namespace spellwick

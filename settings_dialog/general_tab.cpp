@@ -247,7 +247,7 @@ void GeneralTab::ClickColor() {
 void GeneralTab::ClickSpellTimer() {
     for (std::size_t mode = 0; mode < optSpellTimer.size(); ++mode) {
         if (optSpellTimer[mode]->isChecked()) {
-            m_state.SpellTimerMode = static_cast<i32>(mode);
+            m_services.mainWindow.SetTimerMode(static_cast<i32>(mode));
         }
     }
     m_services.mainWindow.SaveOption(kTimerModeKey.key, PlainText(m_state.SpellTimerMode));

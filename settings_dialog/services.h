@@ -30,6 +30,8 @@ class MainWindowPort {
     virtual void UpdateChances() = 0;
     // Character and server from ClientTitle, with the caption.
     virtual void ParseClientTitle() = 0;
+    // Stores how running timers are shown, and shows them so.
+    virtual void SetTimerMode(i32 mode) = 0;
 
     // The data of CurrentPlayerName.
     virtual void SavePlayer() = 0;

@@ -20,7 +20,7 @@ constexpr Colour kTooLow = 0xC0C0FF;  // light red
 constexpr const char* kRedToolTip = "Red background indicates a too low value for this spell.";
 
 // Pixels.
-constexpr int kTextWidth = 340;
+constexpr int kTextWidth = 390;
 constexpr int kTextMargin = 4;
 constexpr int kBoxWidth = 48;
 constexpr int kIconSize = 42;

@@ -36,7 +36,8 @@ class TimerEndToEnd : public PlayerDesk {
     int BlueColumns(xcb_window_t window, int slot) const {
         const Area area = m_desk->AreaOf(window);
         const Picture picture = m_desk->PictureOf(window);
-        const int row = area.height - 46 - 144 + 48 * slot + 42 + 1;
+        // Four slots of 48 pixels, and 44 from the top of the last one to the end.
+        const int row = area.height - 3 * 48 - 44 + 48 * slot + 42 + 1;
         int blue = 0;
         for (int x = 2; x < 44; ++x) {
             const auto at = static_cast<std::size_t>((row * area.width + x) * 4);
@@ -74,7 +75,7 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
     EXPECT_TRUE(WaitUntil([&] { return m_desk->AreaOf(timer).x == 1030; }));
     EXPECT_EQ(m_desk->AreaOf(timer).y, 250);
     EXPECT_TRUE(GameHasKeyboard());
-    m_desk->Tap(XKB_KEY_b);
+    m_desk->Tap(XKB_KEY_F5);
     EXPECT_TRUE(WaitUntil([&] { return Typed().size() == 4; }));
 
     // The right button hides it, the next cast brings it back.
@@ -87,7 +88,7 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
     ClickSpell(kWeaken);
     EXPECT_NE(m_desk->WaitWindow("SpellTimer"), 0U);
     EXPECT_TRUE(WaitUntil([&] { return GameHasKeyboard(); }));
-    m_desk->Tap(XKB_KEY_b);
+    m_desk->Tap(XKB_KEY_F5);
     EXPECT_TRUE(WaitUntil([&] { return Typed().size() == 8; })) << testing::PrintToString(Typed());
 
     EXPECT_EQ(CloseSpellwick(), 0);

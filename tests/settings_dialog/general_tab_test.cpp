@@ -210,7 +210,8 @@ TEST_F(GeneralTabTest, SpellTimer_OptionShowsTheModeAndItsClickSavesIt) {
     for (int mode : {0, 2, 1}) {
         options[static_cast<std::size_t>(mode)]->click();
         EXPECT_EQ(m_state.SpellTimerMode, mode);
-        EXPECT_THAT(TakeLog(), ElementsAre("option SpellTimerMode " + std::to_string(mode)));
+        EXPECT_THAT(TakeLog(), ElementsAre("timer mode " + std::to_string(mode),
+                                           "option SpellTimerMode " + std::to_string(mode)));
     }
 }
 

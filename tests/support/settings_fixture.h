@@ -34,6 +34,10 @@ class RecordingMainWindow : public MainWindowPort, private PlayerView {
     void UpdateAmounts() override { Note("update amounts"); }
     void UpdateChances() override;
     void ParseClientTitle() override { Note("parse title"); }
+    void SetTimerMode(i32 mode) override {
+        m_state.SpellTimerMode = mode;
+        Note("timer mode " + std::to_string(mode));
+    }
     void SavePlayer() override;
     void LoadPlayer() override;
     void SaveAll() override;
