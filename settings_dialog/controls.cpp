@@ -38,7 +38,8 @@ QLabel* MakeHeading(QWidget* parent, int index, const QString& text, int width) 
 QFrame* MakeLine(QWidget* parent, const QString& name) {
     auto* line = Named(new QFrame(parent), name);
     line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Sunken);
+    line->setFrameShadow(QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
     return line;
 }
 

@@ -8,17 +8,17 @@ namespace spellwick {
 
 namespace {
 
-constexpr int kPictureHeight = 20;
+constexpr QSize kPicture(28, 20);
 
 }  // namespace
 
 ReagentRow::ReagentRow(const PictureStrip& strip, QWidget* parent)
     : QWidget(parent), m_strip(strip) {
-    setFixedSize(kColumns * kColumnWidth, kPictureHeight);
+    setFixedSize((kColumns - 1) * kColumnWidth + kPicture.width(), kPicture.height());
     for (int column = 0; column < kColumns; ++column) {
         auto* place = new QWidget(this);
         place->setObjectName(IndexedName("imgReg", column));
-        place->setGeometry(column * kColumnWidth, 0, kColumnWidth, kPictureHeight);
+        place->setGeometry(QRect(QPoint(column * kColumnWidth, 0), kPicture));
         m_places[static_cast<std::size_t>(column)] = place;
     }
 }

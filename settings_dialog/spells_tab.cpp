@@ -19,11 +19,13 @@ constexpr int kOtherColumns = 6;  // reagents 9 to 13 and the tithes
 constexpr double kMostInCell = 99.0;
 constexpr std::size_t kCellCharacters = 3;
 constexpr int kNameGap = 8;
+constexpr int kPictureInset = 5;  // puts a picture above the middle of its box
 constexpr int kHeadingWidth = 52;
 constexpr int kCostWidth = 46;
 
 // Columns of the layout's grid around the eight columns of reagents.
-constexpr int kFirstReagentColumn = 1;
+constexpr int kGapColumn = 1;
+constexpr int kFirstReagentColumn = kGapColumn + 1;
 constexpr int kCostColumn = kFirstReagentColumn + kSpellColumns;
 constexpr int kBookColumn = kCostColumn + 1;
 constexpr int kTownColumn = kBookColumn + 1;
@@ -128,12 +130,15 @@ void SpellsTab::PlaceControls() {
     grid->setHorizontalSpacing(0);
     grid->setVerticalSpacing(kGap);
     grid->setColumnStretch(0, 1);
+    grid->setColumnMinimumWidth(kGapColumn, kNameGap);
     for (int column = 0; column < kSpellColumns; ++column) {
         grid->setColumnMinimumWidth(kFirstReagentColumn + column, ReagentRow::kColumnWidth);
     }
     grid->addWidget(ComboSpellLevel, kPageRow, 0);
-    grid->addWidget(PicRegHolder, kPageRow, kFirstReagentColumn, 1, kSpellColumns,
-                    Qt::AlignLeft | Qt::AlignBottom);
+    auto* pictures = new QHBoxLayout;
+    pictures->setContentsMargins(kPictureInset, 0, 0, 0);
+    pictures->addWidget(PicRegHolder, 0, Qt::AlignLeft | Qt::AlignBottom);
+    grid->addLayout(pictures, kPageRow, kFirstReagentColumn, 1, kSpellColumns);
     grid->addWidget(CheckPics, kPageRow, kCostColumn, 1, 3, Qt::AlignRight | Qt::AlignVCenter);
 
     for (int column = 0; column < kSpellColumns; ++column) {
@@ -205,7 +210,7 @@ i32 SpellsTab::SpellRow(int row) const {
 }
 
 void SpellsTab::Load() {
-    LabelSpell[0]->setMinimumWidth(WidestSpellName(*LabelSpell[0], m_state.Spells) + kNameGap);
+    LabelSpell[0]->setMinimumWidth(WidestSpellName(*LabelSpell[0], m_state.Spells));
     ComboSpellLevel->addItems(PageNames());
     const std::optional<std::string> pictures = m_services.store.Read(kGlobalSection, kPicturesKey);
     IgnoreFailure([&] { CheckPics->setChecked(pictures && ReadI16(*pictures) != 0); });
