@@ -76,6 +76,9 @@ SpellsTab::SpellsTab(const SettingsServices& services, QWidget* parent)
     connect(Command3, &QPushButton::clicked, this,
             [this] { Guarded("emptying the book", [&] { ClickEmpty(); }); });
     PlaceControls();
+    // By the keyboard the buttons come last, as they stand.
+    setTabOrder(RegPrice.back(), Command2);
+    setTabOrder(Command2, Command3);
 }
 
 void SpellsTab::MakeRow(int row) {
@@ -97,6 +100,7 @@ void SpellsTab::MakeRow(int row) {
                            QStringLiteral("Cost of spell %1").arg(row + 1));
     SpellPrice[at]->setAlignment(Qt::AlignRight);
     SpellPrice[at]->setReadOnly(true);
+    SpellPrice[at]->setFocusPolicy(Qt::ClickFocus);
     CheckBook[at] = Named(new QCheckBox(this), IndexedName("CheckBook", row),
                           QStringLiteral("Spell %1 is in the book").arg(row + 1));
     connect(CheckBook[at], &QCheckBox::clicked, this,

@@ -398,6 +398,25 @@ TEST_F(SpellsTabTest, Pictures_AreThoseOfThePagesReagents) {
     }
 }
 
+TEST_F(SpellsTabTest, TabKey_GoesRowByRowThenToPricesAndButtons) {
+    Open();
+    Level().setFocus();
+    std::vector<std::string> order;
+    for (int step = 0; step < 13; ++step) {
+        order.push_back(FocusName());
+        Press(Qt::Key_Tab);
+    }
+    EXPECT_THAT(order, ElementsAre("ComboSpellLevel", "CheckPics", "Reagent(1)", "Reagent(9)",
+                                   "Reagent(17)", "Reagent(25)", "Reagent(33)", "Reagent(41)",
+                                   "Reagent(49)", "Reagent(57)", "CheckBook(0)", "CheckTown(0)",
+                                   "Reagent(2)"));
+    Named("RegPrice", 7).setFocus();
+    for (const char* next : {"Command2", "Command3", "Command1", "CheckTab(0)"}) {
+        Press(Qt::Key_Tab);
+        EXPECT_EQ(FocusName(), next);
+    }
+}
+
 TEST_F(SpellsTabTest, SpellPrice_TypingHasNoEffect) {
     Open();
     const i16 cost = m_state.Spells(0).Cost;
