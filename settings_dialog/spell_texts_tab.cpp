@@ -48,6 +48,13 @@ SpellTextsTab::SpellTextsTab(const SettingsServices& services, QWidget* parent)
                 [this, row] { Guarded("changing the text of a spell", [&] { ChangeText(row); }); });
     }
     PlaceControls();
+    // By the keyboard as they stand: the page, its texts, then the switches.
+    QWidget* before = ComboSpellText;
+    for (QLineEdit* box : TextSpell) {
+        setTabOrder(before, box);
+        before = box;
+    }
+    setTabOrder(before, CheckSpellText);
 }
 
 void SpellTextsTab::PlaceControls() {

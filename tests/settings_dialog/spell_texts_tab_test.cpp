@@ -132,6 +132,21 @@ TEST_F(SpellTextsTabTest, OddEntries_AreStoredAsTyped) {
     }
 }
 
+TEST_F(SpellTextsTabTest, TabKey_GoesThroughThePageThenTheSwitchesAndTheSuffix) {
+    OpenTab();
+    Page().setFocus();
+    std::vector<std::string> order;
+    for (int step = 0; step < 13; ++step) {
+        order.push_back(FocusName());
+        Press(Qt::Key_Tab);
+    }
+    EXPECT_THAT(order,
+                testing::ElementsAre("ComboSpellText", "TextSpell(0)", "TextSpell(1)",
+                                     "TextSpell(2)", "TextSpell(3)", "TextSpell(4)", "TextSpell(5)",
+                                     "TextSpell(6)", "TextSpell(7)", "CheckSpellText",
+                                     "CheckSendSuffix", "SpellSuffix", "Command1"));
+}
+
 TEST_F(SpellTextsTabTest, Switches_StoreOneAndZero) {
     OpenTab();
     m_state.SendSpellText = 0;
