@@ -36,9 +36,9 @@ class QtMessageBoxesTest : public testing::Test {
 
 TEST_F(QtMessageBoxesTest, Show_SaysWhatTheBoxSays) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         Box box;
-        QMessageBox::Icon icon;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
     };
     for (const Row& row :
          {Row{"plain", {.text = "You do not have that amount of reagents"}, QMessageBox::NoIcon},
@@ -73,10 +73,10 @@ TEST_F(QtMessageBoxesTest, Show_DefaultTitleIsTheProgramsName) {
 
 TEST_F(QtMessageBoxesTest, Show_Answers) {
     struct Row {
-        const char* name;
-        BoxButtons buttons;
+        const char* name = nullptr;
+        BoxButtons buttons = BoxButtons::kOk;
         std::function<void(QMessageBox&)> act;
-        BoxAnswer answer;
+        BoxAnswer answer = BoxAnswer::kOk;
     };
     const auto press = [](QMessageBox::StandardButton button) {
         return [button](QMessageBox& box) { box.button(button)->click(); };

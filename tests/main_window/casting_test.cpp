@@ -42,6 +42,7 @@ class CastingTest : public MainWindowFixture {
     }
     std::vector<int> Counters() {
         std::vector<int> numbers;
+        numbers.reserve(13);
         for (int reagent = 1; reagent <= 13; ++reagent) {
             numbers.push_back(Reagent(reagent).text().toInt());
         }
@@ -49,6 +50,7 @@ class CastingTest : public MainWindowFixture {
     }
     std::vector<int> Stock(int bag) {
         std::vector<int> numbers;
+        numbers.reserve(13);
         for (int reagent = 1; reagent <= 13; ++reagent) {
             numbers.push_back(State().ReagentStock(reagent, bag));
         }
@@ -184,9 +186,9 @@ TEST_F(CastingTest, CastSpell_CtrlClick_CreditsWithoutClient) {
 
 TEST_F(CastingTest, CastSpell_OtherModifiers_Cast) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         Qt::KeyboardModifiers modifiers;
-        i16 mask;
+        i16 mask = 0;
     };
     StartWithMira();
     Show(0);

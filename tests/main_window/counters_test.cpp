@@ -167,7 +167,7 @@ TEST_F(CountersTest, Keys_EveryPrintableKey_PassesOrIsDroppedWithABeep) {
 
 TEST_F(CountersTest, Keys_TypedWithOtherModifiersOrBeyondAscii_AreDropped) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         Qt::KeyboardModifiers modifiers;
         QString text;
     };

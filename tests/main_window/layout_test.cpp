@@ -221,17 +221,20 @@ TEST_F(LayoutTest, TabOrder_FollowsTheEye) {
         SCOPED_TRACE(arrangement.name);
         StartIn(arrangement);
         std::vector<std::string> order;
+        order.reserve(33);
         for (int reagent = 1; reagent <= (arrangement.necro ? 13 : 8); ++reagent) {
             order.push_back("Reagent(" + std::to_string(reagent) + ")");
         }
         order.emplace_back("ComboReagent");
         std::vector<std::string> pages;
+        pages.reserve(14);
         for (const int button : arrangement.vertical
                                     ? std::vector{2, 3, 4, 5, 6, 7, 8, 9, 0, 1, 10, 11, 12, 13}
                                     : std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}) {
             pages.push_back("CheckCircle(" + std::to_string(button) + ")");
         }
         std::vector<std::string> commands;
+        commands.reserve(5);
         for (int index = 0; index < 5; ++index) {
             commands.push_back("Command(" + std::to_string(index) + ")");
         }
@@ -241,6 +244,7 @@ TEST_F(LayoutTest, TabOrder_FollowsTheEye) {
         }
         Reagent(1).setFocus(Qt::TabFocusReason);
         std::vector<std::string> walked;
+        walked.reserve(order.size());
         for (std::size_t step = 0; step < order.size(); ++step) {
             walked.push_back(FocusName());
             Press(Qt::Key_Tab);

@@ -26,6 +26,7 @@ class PageTest : public MainWindowFixture {
     }
     std::vector<i32> Rows() {
         std::vector<i32> rows;
+        rows.reserve(8);
         for (int slot = 0; slot < 8; ++slot) {
             rows.push_back(Form().Page().SpellAtSlot(slot));
         }
@@ -75,7 +76,7 @@ class PageTest : public MainWindowFixture {
 
 TEST_F(PageTest, CheckCircle_CaptionsAndPages) {
     struct Row {
-        const char* caption;
+        const char* caption = nullptr;
         std::vector<i32> rows;
     };
     StartWithMira();

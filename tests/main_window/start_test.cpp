@@ -245,9 +245,9 @@ TEST_F(StartTest, Timer2_WithAnotherTag_DoesNothing) {
 
 TEST_F(StartTest, FormActivate_PlacesTheWindow) {
     struct Row {
-        const char* name;
-        const char* top;
-        const char* left;
+        const char* name = nullptr;
+        const char* top = nullptr;
+        const char* left = nullptr;
         QPoint place;  // pixels
     };
     for (const Row& row : {Row{"nothing saved", nullptr, nullptr, {0, 0}},

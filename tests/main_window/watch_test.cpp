@@ -28,9 +28,9 @@ class WatchTest : public MainWindowFixture {
 
 TEST_F(WatchTest, Tick_SearchesBothClassesInOrder) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         std::vector<RecordingClientWindows::Window> windows;
-        WindowHandle found;
+        WindowHandle found = 0;
         std::vector<std::string> log;
     };
     StartWithMira();
@@ -190,7 +190,7 @@ TEST_F(WatchTest, Tick_FirstSixteenCharactersAreSkippedUnread) {
 
 TEST_F(WatchTest, Tick_Titles_AreTakenApart) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         std::string title;
         std::string character;
         std::string server;
