@@ -1,0 +1,89 @@
+#include "platform/linux/assist_peer.h"
+
+#include <array>
+#include <cerrno>
+
+#include <sys/socket.h>
+
+namespace spellwick {
+
+namespace {
+
+constexpr std::size_t kReadAtOnce = 4096;
+// Answers to a million and a half reports that a peer has not read yet.
+constexpr std::size_t kMostUnwritten = std::size_t{16} << 20U;
+
+}  // namespace
+
+void AssistPeer::Read() {
+    if (Ended() || m_lines.HasLine()) {
+        return;
+    }
+    std::array<char, kReadAtOnce> bytes{};
+    const ssize_t count = recv(Descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (count > 0) {
+        m_lines.Append({bytes.data(), static_cast<std::size_t>(count)});
+    } else if (count == 0 || (errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR)) {
+        End();
+    }
+    if (m_lines.Broken()) {
+        End();
+    }
+}
+
+std::optional<AssistLine> AssistPeer::TakeLine() {
+    if (m_brokeForm) {
+        return std::nullopt;
+    }
+    const auto text = m_lines.TakeLine();
+    if (m_lines.Broken()) {
+        End();
+    }
+    if (!text) {
+        return std::nullopt;
+    }
+    auto line = ParseAssistLine(*text);
+    // The title comes first and once.
+    if (!line || std::holds_alternative<TitleLine>(*line) == m_greeted) {
+        m_brokeForm = true;
+        End();
+        return std::nullopt;
+    }
+    if (const auto* greeting = std::get_if<TitleLine>(&*line)) {
+        m_title = greeting->title;
+        m_greeted = true;
+    }
+    m_hangs = false;
+    return line;
+}
+
+void AssistPeer::Write(std::string_view text) {
+    if (Ended()) {
+        return;
+    }
+    if (m_unwritten.size() + text.size() > kMostUnwritten) {
+        End();
+        return;
+    }
+    m_unwritten.append(text);
+    Flush();
+}
+
+void AssistPeer::Flush() {
+    while (!Ended() && !m_unwritten.empty()) {
+        const ssize_t count =
+            send(Descriptor(), m_unwritten.data(), m_unwritten.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            if (errno != EAGAIN && errno != EWOULDBLOCK) {
+                End();
+            }
+            return;
+        }
+        m_unwritten.erase(0, static_cast<std::size_t>(count));
+    }
+}
+
+}  // namespace spellwick

@@ -1,0 +1,63 @@
+// The connection with one assist tool: lines in, lines out, never waiting.
+#pragma once
+
+#include <string>
+
+#include "platform/linux/assist_line.h"
+#include "platform/linux/file_descriptor.h"
+
+namespace spellwick {
+
+class AssistPeer {
+  public:
+    AssistPeer(std::string name, WindowHandle window, FileDescriptor connection)
+        : m_name(std::move(name)), m_window(window), m_connection(std::move(connection)) {}
+
+    // Of the socket.
+    const std::string& Name() const { return m_name; }
+    WindowHandle Window() const { return m_window; }
+    int Descriptor() const { return m_connection.Number(); }
+
+    // Takes in what has come, a few thousand bytes at most, unless there is a line to be taken.
+    void Read();
+
+    // The next line; nothing if there is none yet. A line that breaks the form ends the peer, the
+    // lines before it are still to be taken.
+    std::optional<AssistLine> TakeLine();
+    bool HasLine() const { return !m_brokeForm && m_lines.HasLine(); }
+
+    // Writes as much as the peer takes now and keeps the rest. A peer that leaves too much unread
+    // is ended.
+    void Write(std::string_view text);
+    void Flush();
+    bool WantsToWrite() const { return !m_unwritten.empty(); }
+
+    // Greeted and still there: it stands for a window.
+    bool IsWindow() const { return m_greeted && !Ended(); }
+    const std::string& Title() const { return m_title; }
+
+    void End() { m_connection.Close(); }
+    bool Ended() const { return !m_connection; }
+
+    // It owes an answer that nobody waits for any more. Cleared by its next line.
+    bool Hangs() const { return m_hangs; }
+    void SetHangs() { m_hangs = true; }
+
+    // The event loop watches it.
+    bool IsWatched() const { return m_watched; }
+    void SetWatched(bool watched) { m_watched = watched; }
+
+  private:
+    std::string m_name;
+    WindowHandle m_window;
+    FileDescriptor m_connection;
+    AssistLineReader m_lines;
+    std::string m_unwritten;
+    std::string m_title;
+    bool m_greeted = false;
+    bool m_hangs = false;
+    bool m_brokeForm = false;
+    bool m_watched = false;
+};
+
+}  // namespace spellwick

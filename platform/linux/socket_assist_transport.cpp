@@ -1,0 +1,258 @@
+#include "platform/linux/socket_assist_transport.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#include <poll.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+
+#include "platform/linux/assist_folder.h"
+
+namespace spellwick {
+
+namespace {
+
+using std::chrono::duration_cast;
+using std::chrono::milliseconds;
+
+// Handling a report lets events run, and with them further reports: a burst must not pile them up
+// on the stack without end.
+constexpr int kDeepest = 8;
+constexpr std::size_t kMostPeers = 16;
+
+// The low 32 bits of an address: what a message has room for.
+i32 AddressWord(const i32& word) {
+    return static_cast<i32>(static_cast<std::uint32_t>(std::bit_cast<std::uintptr_t>(&word)));
+}
+
+bool IsLive(const std::unique_ptr<AssistPeer>& peer) {
+    return !peer->Ended();
+}
+
+}  // namespace
+
+SocketAssistTransport::SocketAssistTransport(std::filesystem::path folder)
+    : SocketAssistTransport(std::move(folder), Patience()) {}
+
+SocketAssistTransport::SocketAssistTransport(std::filesystem::path folder, Patience patience)
+    : m_folder(std::move(folder)),
+      m_patience(patience),
+      m_events(epoll_create1(EPOLL_CLOEXEC)),
+      m_leftOver(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
+    epoll_event event{};
+    event.events = EPOLLIN;
+    epoll_ctl(m_events.Number(), EPOLL_CTL_ADD, m_leftOver.Number(), &event);
+}
+
+void SocketAssistTransport::EnumWindows(const WindowVisitor& visit) {
+    // A tool that has closed since the last search is to be noticed in this one.
+    ReadAll();
+    DropEnded();
+    const std::size_t firstNew = m_peers.size();
+    ConnectToNewSockets();
+    AwaitGreetings(firstNew);
+    std::vector<const AssistPeer*> windows;
+    for (const auto& peer : m_peers) {
+        if (peer->IsWindow()) {
+            windows.push_back(peer.get());
+        }
+    }
+    std::ranges::sort(windows, {}, &AssistPeer::Name);
+    for (const AssistPeer* window : windows) {
+        visit(window->Window(), window->Title());
+    }
+    Arm();
+}
+
+void SocketAssistTransport::ConnectToNewSockets() {
+    const FileDescriptor folder = OpenAssistFolder(m_folder);
+    if (!folder) {
+        return;
+    }
+    for (const std::string& name : SocketNames(folder)) {
+        const bool known = std::ranges::any_of(
+            m_peers, [&name](const auto& peer) { return IsLive(peer) && peer->Name() == name; });
+        if (known || std::ranges::count_if(m_peers, IsLive) >= std::ptrdiff_t{kMostPeers}) {
+            continue;
+        }
+        FileDescriptor connection = ConnectToSocket(folder, name);
+        if (connection) {
+            m_peers.push_back(
+                std::make_unique<AssistPeer>(name, ++m_lastWindow, std::move(connection)));
+        }
+    }
+}
+
+void SocketAssistTransport::AwaitGreetings(std::size_t firstNew) {
+    const auto deadline = Clock::now() + m_patience.greeting;
+    const auto greet = [&] {
+        bool all = true;
+        for (std::size_t i = firstNew; i < m_peers.size(); ++i) {
+            AssistPeer& peer = *m_peers[i];
+            if (!peer.Ended() && !peer.IsWindow()) {
+                peer.Read();
+                peer.TakeLine();
+                all = all && (peer.Ended() || peer.IsWindow());
+            }
+        }
+        return all;
+    };
+    while (!greet() && Clock::now() < deadline) {
+        AwaitInput(firstNew, deadline);
+    }
+    // Tools of earlier searches that have greeted since.
+    for (std::size_t i = 0; i < firstNew; ++i) {
+        if (!m_peers[i]->Ended() && !m_peers[i]->IsWindow()) {
+            m_peers[i]->Read();
+            m_peers[i]->TakeLine();
+        }
+    }
+}
+
+AssistPeer* SocketAssistTransport::Find(WindowHandle window) const {
+    const auto found = std::ranges::find(m_peers, window, &AssistPeer::Window);
+    return found == m_peers.end() ? nullptr : found->get();
+}
+
+i32 SocketAssistTransport::SendToWindow(WindowHandle window, std::uint32_t number,
+                                        std::uint32_t wParam, const i32& word) {
+    AssistPeer* peer = Find(window);
+    if (peer == nullptr || !peer->IsWindow() || peer->Hangs()) {
+        return 0;
+    }
+    Waiting waiting{.window = window, .answer = {}};
+    m_waiting.push_back(&waiting);
+    ++m_sending;
+    peer->Write(WrittenSend({number, static_cast<i32>(wParam), AddressWord(word)}));
+    const auto deadline = Clock::now() + m_patience.answer;
+    ReadAll();
+    while (!waiting.answer) {
+        const bool served = ServeOne();
+        if (!served && peer->Ended()) {
+            break;
+        }
+        if (!waiting.answer && Clock::now() >= deadline) {
+            peer->SetHangs();
+            break;
+        }
+        if (!served) {
+            AwaitInput(0, deadline);
+            ReadAll();
+        }
+    }
+    --m_sending;
+    std::erase(m_waiting, &waiting);
+    Arm();
+    return waiting.answer.value_or(0);
+}
+
+void SocketAssistTransport::AwaitInput(std::size_t first, Clock::time_point deadline) {
+    std::vector<pollfd> descriptors;
+    for (std::size_t i = first; i < m_peers.size(); ++i) {
+        const AssistPeer& peer = *m_peers[i];
+        if (!peer.Ended()) {
+            const short wanted = peer.WantsToWrite() ? POLLIN | POLLOUT : POLLIN;
+            descriptors.push_back({peer.Descriptor(), wanted, 0});
+        }
+    }
+    const auto left = duration_cast<milliseconds>(deadline - Clock::now()) + milliseconds(1);
+    poll(descriptors.data(), descriptors.size(),
+         static_cast<int>(std::max(left, milliseconds(0)).count()));
+}
+
+void SocketAssistTransport::ReadAll() {
+    for (const auto& peer : m_peers) {
+        peer->Flush();
+        peer->Read();
+    }
+}
+
+void SocketAssistTransport::Service() {
+    std::uint64_t count = 0;
+    static_cast<void>(read(m_leftOver.Number(), &count, sizeof count));
+    if (m_depth < kDeepest) {
+        const auto deadline = Clock::now() + m_patience.service;
+        ReadAll();
+        while (Clock::now() < deadline && ServeOne()) {
+            continue;
+        }
+        DropEnded();
+    }
+    Arm();
+}
+
+bool SocketAssistTransport::ServeOne() {
+    for (std::size_t tried = 0; tried < m_peers.size(); ++tried) {
+        m_turn = (m_turn + 1) % m_peers.size();
+        AssistPeer& peer = *m_peers[m_turn];
+        if (peer.HasLine()) {
+            if (const auto line = peer.TakeLine()) {
+                Serve(peer, *line);
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+void SocketAssistTransport::Serve(AssistPeer& peer, const AssistLine& line) {
+    if (const auto* send = std::get_if<SendLine>(&line)) {
+        Answer(peer, send->message);
+        return;
+    }
+    if (const auto* result = std::get_if<ResultLine>(&line)) {
+        // The innermost of our messages to this window is answered first. An answer that nobody
+        // waits for any more is dropped.
+        const auto waiting = std::find_if(m_waiting.rbegin(), m_waiting.rend(), [&](Waiting* own) {
+            return own->window == peer.Window() && !own->answer;
+        });
+        if (waiting != m_waiting.rend()) {
+            (*waiting)->answer = result->number;
+        }
+    }
+}
+
+void SocketAssistTransport::Answer(AssistPeer& peer, const WindowMessage& message) {
+    ++m_depth;
+    const std::optional<i32> answer =
+        m_receiver == nullptr ? std::nullopt : m_receiver->OnMessage(message);
+    --m_depth;
+    peer.Write(WrittenResult(answer.value_or(0)));
+}
+
+bool SocketAssistTransport::HasLines() const {
+    return std::ranges::any_of(m_peers, [](const auto& peer) { return peer->HasLine(); });
+}
+
+void SocketAssistTransport::Arm() {
+    const bool takesMore = m_depth < kDeepest;
+    for (const auto& peer : m_peers) {
+        if (IsLive(peer)) {
+            epoll_event event{};
+            event.events = EPOLLIN | (peer->WantsToWrite() ? std::uint32_t{EPOLLOUT} : 0U);
+            // Taken out for a while, and not only quieted: the end of a peer cannot be quieted.
+            const int change = !takesMore          ? EPOLL_CTL_DEL
+                               : peer->IsWatched() ? EPOLL_CTL_MOD
+                                                   : EPOLL_CTL_ADD;
+            if (takesMore || peer->IsWatched()) {
+                epoll_ctl(m_events.Number(), change, peer->Descriptor(), &event);
+            }
+            peer->SetWatched(takesMore);
+        }
+    }
+    if (takesMore && HasLines()) {
+        const std::uint64_t one = 1;
+        static_cast<void>(write(m_leftOver.Number(), &one, sizeof one));
+    }
+}
+
+// Only while nothing is under way that refers to a peer.
+void SocketAssistTransport::DropEnded() {
+    if (m_depth == 0 && m_sending == 0) {
+        std::erase_if(m_peers, [](const auto& peer) { return peer->Ended() && !peer->HasLine(); });
+    }
+}
+
+}  // namespace spellwick
