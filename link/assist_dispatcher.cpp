@@ -1,0 +1,193 @@
+#include "link/assist_dispatcher.h"
+
+#include <algorithm>
+#include <array>
+
+#include "link/assist_messages.h"
+#include "model/number_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr i32 kTithingReport = 200;
+constexpr i32 kLastOneBasedNumber = 100;
+constexpr i32 kFirstIgnoredNumber = 250;
+constexpr i32 kTenthsPerPoint = 10;
+
+struct NumberPair {
+    i32 tool;
+    i32 ours;
+};
+
+constexpr std::array<NumberPair, 13> kReagents{{
+    {1, 3},
+    {2, 6},
+    {3, 5},
+    {4, 8},
+    {5, 1},
+    {6, 7},
+    {7, 2},
+    {8, 4},
+    {100, 9},
+    {101, 11},
+    {102, 10},
+    {103, 12},
+    {104, 13},
+}};
+
+constexpr std::array<NumberPair, 27> kSpells{{
+    {101, 72}, {102, 68}, {103, 66}, {104, 64}, {105, 67}, {106, 71}, {107, 77},
+    {108, 70}, {109, 65}, {110, 73}, {111, 74}, {112, 75}, {113, 79}, {114, 78},
+    {115, 76}, {116, 69}, {117, 95}, {201, 80}, {202, 81}, {203, 83}, {204, 86},
+    {205, 85}, {206, 87}, {207, 88}, {208, 89}, {209, 82}, {210, 84},
+}};
+
+struct SkillCell {
+    i32 skill;
+    i16 SharedState::*cell;
+};
+
+constexpr std::array<SkillCell, 4> kSkills{{
+    {0x10, &SharedState::EvalInt},
+    {0x20, &SharedState::SpiritSpeak},
+    {0x31, &SharedState::Necro},
+    {0x33, &SharedState::Chivalry},
+}};
+
+template <std::size_t Size>
+std::optional<i32> OursFor(const std::array<NumberPair, Size>& table, i32 tool) {
+    const auto* const found = std::ranges::find(table, tool, &NumberPair::tool);
+    return found == table.end() ? std::nullopt : std::optional(found->ours);
+}
+
+}  // namespace
+
+std::optional<i32> MapSpellNumber(i32 number) {
+    return OursFor(kSpells, number);
+}
+
+std::optional<i32> AssistDispatcher::OnMessage(const WindowMessage& message) {
+    bool ours = true;
+    Guard(m_failures, "handling a report of the assist tool",
+          [&] { ours = Dispatch(message).has_value(); });
+    return ours ? std::optional<i32>(0) : std::nullopt;
+}
+
+std::optional<i32> AssistDispatcher::Dispatch(const WindowMessage& message) {
+    switch (message.number) {
+        case kAssistStock:
+            Stock(message.wParam, message.lParam);
+            return 0;
+        case kAssistCast:
+            Cast(message.wParam);
+            return 0;
+        case kAssistThere:
+            FindUnlessLinked();
+            return 0;
+        case kAssistMagery:
+            Magery(message.wParam);
+            return 0;
+        case kAssistStats:
+            Stats(message.wParam, message.lParam);
+            return 0;
+        case kAssistSkill:
+            Skill(message.wParam, message.lParam);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+void AssistDispatcher::Stock(i32 counted, i32 count) {
+    bool changed = false;
+    if (const auto reagent = OursFor(kReagents, counted)) {
+        changed = StoreStock(*reagent, count);
+    } else if (counted == kTithingReport) {
+        // ODDITY(tithes-report): the casts of Paladin abilities stay as they were when the tool
+        // reports other tithing points; kept because the next refresh shows them, and such reports
+        // come with each count.
+        m_state.CurrentTithing = count;
+        m_view.ShowTithes(PlainText(count));
+    }
+    if (changed) {
+        m_view.UpdateAmounts();
+        m_view.YieldEvents();
+    }
+    FindUnlessLinked();
+    m_view.CaptionCount("Count");
+    m_view.EnableCount(true);
+}
+
+// ODDITY(report-bag): a report of stock fills the bag that is selected, whichever the tool looked
+// into; kept because a report does not say where it counted.
+bool AssistDispatcher::StoreStock(i32 reagent, i32 count) {
+    i16& cell = m_state.ReagentStock(reagent, m_state.CurrentReagentBag);
+    if (i32{cell} == count) {
+        return false;
+    }
+    cell = ToI16(count);
+    m_view.ShowCounter(reagent, PlainText(count));
+    return true;
+}
+
+void AssistDispatcher::Cast(i32 number) {
+    if (number < kFirstIgnoredNumber) {
+        i32 spell = number;
+        if (number > kLastOneBasedNumber) {
+            const auto mapped = MapSpellNumber(number);
+            if (!mapped) {
+                // ODDITY(unknown-spell-number): a box names the number, and then the run ends with
+                // an error report; kept because there is no spell whose cost could be taken.
+                m_view.ShowBox("Unsupported Necromancer or Paladin spell number " +
+                               PlainText(number) + " has been cast.");
+            }
+            spell = mapped.value_or(0);
+        }
+        // ODDITY(reported-spell-before): a Necromancer spell or Paladin ability that the tool
+        // reports takes the cost of the spell before it in the table; kept because the numbers of
+        // both kinds lose one here, and users have set their costs by what is taken.
+        const i16 row = ToI16(static_cast<double>(spell) - 1.0);
+        // ODDITY(debit-twice): a cast clicked while the tool was not linked is paid at the click
+        // and again at the report; kept because a report never says which click it belongs to.
+        m_view.DebitSpell(row);
+    }
+    FindUnlessLinked();
+}
+
+void AssistDispatcher::Magery(i32 points) {
+    m_state.Magery = ToI16(points);
+    m_view.ShowMinimumSkill(PlainText(points));
+    m_view.UpdateChances();
+}
+
+void AssistDispatcher::Stats(i32 intelligence, i32 mana) {
+    m_state.Intelligence = ToI16(intelligence);
+    m_state.CurrentMana = ToI16(mana);
+    const bool low = m_state.CurrentMana < m_state.MeditateLevel;
+    const bool falling = m_state.CurrentMana < m_state.LastMana;
+    if (m_state.Meditate && low && falling) {
+        m_view.ArmMeditation();
+    }
+    m_view.ShowMinimumInt(PlainText(i32{m_state.Intelligence}));
+    m_view.ShowCurrentMana();
+    m_view.UpdateChances();
+    m_state.LastMana = m_state.CurrentMana;
+}
+
+void AssistDispatcher::Skill(i32 skill, i32 tenths) {
+    const auto* const found = std::ranges::find(kSkills, skill, &SkillCell::skill);
+    if (found != kSkills.end()) {
+        // ODDITY(skill-report): the chances stay as they were when the tool reports a skill other
+        // than Magery; kept because a list of skills comes at once and the next refresh shows them.
+        m_state.*found->cell = ToI16(TruncatingDivide(tenths, kTenthsPerPoint));
+    }
+}
+
+void AssistDispatcher::FindUnlessLinked() {
+    if (!m_state.AssistLinked) {
+        m_link.FindAssist();
+    }
+}
+
+}  // namespace spellwick

@@ -1,0 +1,44 @@
+// What each report of the assist tool does: from (message, wParam, lParam) to changes of the state
+// and calls on the view.
+#pragma once
+
+#include "link/assist_link.h"
+#include "link/assist_view.h"
+#include "model/failure_guard.h"
+#include "model/shared_state.h"
+#include "platform/assist_transport.h"
+
+namespace spellwick {
+
+// The program's spell number for the tool's 101 to 117 and 201 to 210; nothing for any other.
+std::optional<i32> MapSpellNumber(i32 number);
+
+class AssistDispatcher : public MessageReceiver {
+  public:
+    // All outlive it.
+    AssistDispatcher(SharedState& state, AssistView& view, AssistLink& link, FailureSink& failures)
+        : m_state(state), m_view(view), m_link(link), m_failures(failures) {}
+
+    // 0 for the tool's six messages, nothing for any other. A failure goes to the sink.
+    std::optional<i32> OnMessage(const WindowMessage& message) override;
+
+    // The same with failures left to the caller: RuntimeFailure (overflow, subscript) for a value
+    // that does not fit.
+    std::optional<i32> Dispatch(const WindowMessage& message);
+
+  private:
+    void Stock(i32 counted, i32 count);
+    bool StoreStock(i32 reagent, i32 count);
+    void Cast(i32 number);
+    void Magery(i32 points);
+    void Stats(i32 intelligence, i32 mana);
+    void Skill(i32 skill, i32 tenths);
+    void FindUnlessLinked();
+
+    SharedState& m_state;
+    AssistView& m_view;
+    AssistLink& m_link;
+    FailureSink& m_failures;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,60 @@
+#include "link/assist_search.h"
+
+#include "link/assist_messages.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr std::string_view kTitleStart = "UOAssist";
+
+}  // namespace
+
+void AssistSearch::FindAssist() {
+    m_state.AssistWindow = 0;
+    m_transport.EnumWindows([this](WindowHandle window, std::string_view title) {
+        if (title.starts_with(kTitleStart)) {
+            m_state.AssistWindow = window;
+        }
+    });
+    if (m_state.AssistWindow == 0) {
+        // ODDITY(wait-stays): when the tool closes during a count the button stays at "Wait.." and
+        // off until a report sets it back; kept because a search leaves the caption alone.
+        m_enable(false);
+        m_state.AssistLinked = false;
+        m_state.AssistRegistered = false;
+        return;
+    }
+    m_enable(true);
+    m_state.AssistLinked = true;
+    // ODDITY(quick-restart): a tool that restarts within a second is not registered again and
+    // stays silent; kept because only a search that finds nothing ends a registration.
+    if (!m_state.AssistRegistered) {
+        // A window that the tool still knows from before is taken out by the first send and put in
+        // by the second.
+        m_state.AssistRegistered = Register() || Register();
+    }
+}
+
+bool AssistSearch::Register() {
+    const i32 zero = 0;
+    return m_transport.SendToWindow(m_state.AssistWindow, kAssistRegister, m_state.MainWindowHandle,
+                                    zero) == kAccepted;
+}
+
+void AssistSearch::HookWindow() {
+    m_transport.Attach(*m_receiver);
+}
+
+// ODDITY(no-unregister): after the program has ended the tool still lists its window; kept because
+// the tool has no message for leaving, and a second registration would be one too many.
+void AssistSearch::UnhookWindow() {
+    m_transport.Detach();
+}
+
+void AssistSearch::RequestCount() {
+    const i32 zero = 0;
+    m_transport.SendToWindow(m_state.AssistWindow, kAssistCount, 0, zero);
+}
+
+}  // namespace spellwick

@@ -1,0 +1,435 @@
+#include "link/assist_dispatcher.h"
+
+#include <limits>
+#include <map>
+#include <random>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/failures.h"
+#include "tests/support/recording_assist_view.h"
+
+namespace spellwick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class SinkThatCounts : public FailureSink {
+  public:
+    void OnUncaughtFailure(const std::exception& /*failure*/, std::string_view action) override {
+        actions.emplace_back(action);
+    }
+    std::vector<std::string> actions;
+};
+
+class AssistDispatch : public testing::Test {
+  protected:
+    AssistDispatch() { m_state.AssistLinked = true; }
+
+    std::vector<std::string> Report(std::uint32_t number, i32 wParam, i32 lParam) {
+        EXPECT_EQ(m_dispatcher.Dispatch({number, wParam, lParam}), std::optional<i32>(0));
+        return m_view.TakeLog();
+    }
+
+    std::optional<FailureKind> FailureOfReport(std::uint32_t number, i32 wParam, i32 lParam) {
+        return FailureOf([&] { m_dispatcher.Dispatch({number, wParam, lParam}); });
+    }
+
+    SharedState m_state;
+    RecordingAssistView m_view;
+    SinkThatCounts m_sink;
+    AssistDispatcher m_dispatcher{m_state, m_view, m_view, m_sink};
+};
+
+struct ReagentRow {
+    i32 wParam;
+    i32 reagent;
+    const char* name;
+};
+
+constexpr ReagentRow kReagentRows[] = {
+    {1, 3, "Bloodmoss"},       {2, 6, "Black Pearl"},   {3, 5, "Garlic"},
+    {4, 8, "Ginseng"},         {5, 1, "Mandrake Root"}, {6, 7, "Nightshade"},
+    {7, 2, "Sulphurous Ash"},  {8, 4, "Spider Silk"},   {100, 9, "Bat Wing"},
+    {101, 11, "Daemon Blood"}, {102, 10, "Grave Dust"}, {103, 12, "Nox Crystal"},
+    {104, 13, "Pig Iron"},
+};
+
+TEST_F(AssistDispatch, StockReport_EveryReagent_GoesToItsCounterAndCell) {
+    m_state.CurrentReagentBag = 4;
+    i32 count = 20;
+    for (const ReagentRow& row : kReagentRows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(FactsOfReagent(row.reagent).name, row.name);
+        StockTable expected = m_state.ReagentStock;
+        expected(row.reagent, 4) = static_cast<i16>(++count);
+        EXPECT_THAT(
+            Report(0x52D, row.wParam, count),
+            ElementsAre("counter " + std::to_string(row.reagent) + ' ' + std::to_string(count),
+                        "amounts", "yield", "caption Count", "enable"));
+        EXPECT_EQ(m_state.ReagentStock, expected);
+    }
+}
+
+TEST_F(AssistDispatch, StockReport_EveryOtherNumber_ChangesNothingAndReturnsTheButton) {
+    std::map<i32, i32> known{{200, 14}};
+    for (const ReagentRow& row : kReagentRows) {
+        known[row.wParam] = row.reagent;
+    }
+    const SharedState before = m_state;
+    for (i32 number = -300; number <= 400; ++number) {
+        if (!known.contains(number)) {
+            SCOPED_TRACE(number);
+            EXPECT_THAT(Report(0x52D, number, 77), ElementsAre("caption Count", "enable"));
+        }
+    }
+    for (const i32 number :
+         {std::numeric_limits<i32>::min(), std::numeric_limits<i32>::max(), 9, 99, 105, 201}) {
+        EXPECT_THAT(Report(0x52D, number, 1 << 20), ElementsAre("caption Count", "enable"));
+    }
+    EXPECT_EQ(m_state.ReagentStock, before.ReagentStock);
+    EXPECT_EQ(m_state.CurrentTithing, 0);
+}
+
+TEST_F(AssistDispatch, StockReport_OfTheValueInTheCell_ChangesNoTextAndReturnsTheButton) {
+    m_state.ReagentStock(3, 0) = 55;
+    EXPECT_THAT(Report(0x52D, 1, 55), ElementsAre("caption Count", "enable"));
+    EXPECT_EQ(m_state.ReagentStock(3, 0), 55);
+}
+
+TEST_F(AssistDispatch, StockReport_WhileNotLinked_SearchesAfterTheYieldAndBeforeTheButton) {
+    m_state.AssistLinked = false;
+    EXPECT_THAT(Report(0x52D, 1, 5), ElementsAre("counter 3 5", "amounts", "yield", "search",
+                                                 "caption Count", "enable"));
+    EXPECT_THAT(Report(0x52D, 9, 5), ElementsAre("search", "caption Count", "enable"));
+}
+
+TEST_F(AssistDispatch, StockReport_LargestAndSmallestThatFit_AreStored) {
+    for (const i32 count : {32767, -32768, 0}) {
+        Report(0x52D, 8, count);
+        EXPECT_EQ(m_state.ReagentStock(4, 0), count);
+    }
+}
+
+TEST_F(AssistDispatch, StockReport_ThatDoesNotFit_FailsAndShowsNothing) {
+    for (const i32 count :
+         {32768, -32769, std::numeric_limits<i32>::max(), std::numeric_limits<i32>::min()}) {
+        EXPECT_EQ(FailureOfReport(0x52D, 1, count), FailureKind::kOverflow);
+        EXPECT_EQ(m_state.ReagentStock(3, 0), 0);
+        EXPECT_THAT(m_view.log, IsEmpty());
+    }
+}
+
+TEST_F(AssistDispatch, StockReport_BagOutsideTheTable_FailsForReagentsOnly) {
+    for (const i16 bag : {i16{-1}, i16{10}}) {
+        m_state.CurrentReagentBag = bag;
+        EXPECT_EQ(FailureOfReport(0x52D, 1, 5), FailureKind::kSubscript);
+        EXPECT_EQ(FailureOfReport(0x52D, 200, 5), std::nullopt);
+        EXPECT_EQ(FailureOfReport(0x52D, 9, 5), std::nullopt);
+    }
+}
+
+// covers ODDITY(report-bag)
+TEST_F(AssistDispatch, StockReport_Oddity_GoesToWhicheverBagIsSelected) {
+    m_state.CurrentReagentBag = 2;
+    Report(0x52D, 5, 40);
+    m_state.CurrentReagentBag = 7;
+    Report(0x52D, 5, 41);
+    EXPECT_EQ(m_state.ReagentStock(1, 2), 40);
+    EXPECT_EQ(m_state.ReagentStock(1, 7), 41);
+}
+
+TEST_F(AssistDispatch, StockReport_BagChangedDuringTheYield_EachReportIsWholeInItsBag) {
+    m_view.duringYield = [this] {
+        if (m_state.CurrentReagentBag == 0) {
+            m_state.CurrentReagentBag = 1;
+            m_dispatcher.Dispatch({0x52D, 2, 9});
+        }
+    };
+    Report(0x52D, 1, 8);
+    EXPECT_EQ(m_state.ReagentStock(3, 0), 8);
+    EXPECT_EQ(m_state.ReagentStock(6, 1), 9);
+}
+
+// covers ODDITY(tithes-report)
+TEST_F(AssistDispatch, TithesReport_Oddity_ShowsThePointsAndLeavesTheAmounts) {
+    EXPECT_THAT(Report(0x52D, 200, 500), ElementsAre("tithes 500", "caption Count", "enable"));
+    EXPECT_THAT(Report(0x52D, 200, 500), ElementsAre("tithes 500", "caption Count", "enable"));
+    EXPECT_EQ(m_state.CurrentTithing, 500);
+}
+
+TEST_F(AssistDispatch, TithesReport_TakesAllThirtyTwoBits) {
+    for (const i32 points : {32767, 32768, 40000, 100000, std::numeric_limits<i32>::max(), -1,
+                             std::numeric_limits<i32>::min()}) {
+        EXPECT_THAT(Report(0x52D, 200, points),
+                    ElementsAre("tithes " + std::to_string(points), "caption Count", "enable"));
+        EXPECT_EQ(m_state.CurrentTithing, points);
+    }
+}
+
+struct SpellRow {
+    i32 tool;
+    i32 ours;
+};
+
+constexpr SpellRow kSpellRows[] = {
+    {101, 72}, {102, 68}, {103, 66}, {104, 64}, {105, 67}, {106, 71}, {107, 77},
+    {108, 70}, {109, 65}, {110, 73}, {111, 74}, {112, 75}, {113, 79}, {114, 78},
+    {115, 76}, {116, 69}, {117, 95}, {201, 80}, {202, 81}, {203, 83}, {204, 86},
+    {205, 85}, {206, 87}, {207, 88}, {208, 89}, {209, 82}, {210, 84},
+};
+
+TEST(MapSpellNumber, EveryNumber_IsItsRowOrUnknown) {
+    std::map<i32, i32> table;
+    for (const SpellRow& row : kSpellRows) {
+        table[row.tool] = row.ours;
+    }
+    for (i32 number = -300; number <= 600; ++number) {
+        const auto found = table.find(number);
+        const auto expected = found == table.end() ? std::nullopt : std::optional(found->second);
+        EXPECT_EQ(MapSpellNumber(number), expected) << number;
+    }
+}
+
+TEST_F(AssistDispatch, CastReport_UpToOneHundred_DebitsTheSpellOneLess) {
+    for (i32 number = 1; number <= 97; ++number) {
+        EXPECT_THAT(Report(0x52E, number, 12345),
+                    ElementsAre("debit " + std::to_string(number - 1)));
+    }
+    EXPECT_THAT(Report(0x52E, 1, 0), ElementsAre("debit 0"));
+    EXPECT_THAT(Report(0x52E, 64, 0), ElementsAre("debit 63"));
+}
+
+TEST_F(AssistDispatch, CastReport_BeyondTheLastSpell_Fails) {
+    for (const i32 number : {98, 99, 100}) {
+        EXPECT_EQ(FailureOfReport(0x52E, number, 0), FailureKind::kSubscript);
+        EXPECT_THAT(m_view.TakeLog(), ElementsAre("debit " + std::to_string(number - 1)));
+    }
+}
+
+// covers ODDITY(reported-spell-before)
+TEST_F(AssistDispatch, CastReport_Oddity_AboveOneHundredDebitsTheSpellBefore) {
+    for (const SpellRow& row : kSpellRows) {
+        EXPECT_THAT(Report(0x52E, row.tool, 0),
+                    ElementsAre("debit " + std::to_string(row.ours - 1)))
+            << row.tool;
+    }
+    EXPECT_THAT(Report(0x52E, 104, 0), ElementsAre("debit 63"));
+    EXPECT_THAT(Report(0x52E, 201, 0), ElementsAre("debit 79"));
+}
+
+// covers ODDITY(unknown-spell-number)
+TEST_F(AssistDispatch, CastReport_Oddity_UnknownNumberShowsABoxAndFails) {
+    for (i32 number = 118; number < 250; ++number) {
+        if (number > 200 && number <= 210) {
+            continue;
+        }
+        SCOPED_TRACE(number);
+        EXPECT_EQ(FailureOfReport(0x52E, number, 0), FailureKind::kSubscript);
+        EXPECT_THAT(m_view.TakeLog(),
+                    ElementsAre("box Unsupported Necromancer or Paladin spell number " +
+                                    std::to_string(number) + " has been cast.",
+                                "debit -1"));
+    }
+}
+
+TEST_F(AssistDispatch, CastReport_ZeroOrNegative_FailsWithoutABox) {
+    for (const i32 number : {0, -1, -5, -32767}) {
+        EXPECT_EQ(FailureOfReport(0x52E, number, 0), FailureKind::kSubscript) << number;
+        EXPECT_THAT(m_view.TakeLog(), ElementsAre("debit " + std::to_string(number - 1)));
+    }
+    for (const i32 number : {-32768, -100000, std::numeric_limits<i32>::min()}) {
+        EXPECT_EQ(FailureOfReport(0x52E, number, 0), FailureKind::kOverflow) << number;
+        EXPECT_THAT(m_view.TakeLog(), IsEmpty());
+    }
+}
+
+TEST_F(AssistDispatch, CastReport_FromTwoHundredAndFifty_OnlySearchesIfNotLinked) {
+    for (const i32 number : {250, 251, 401, 1000, std::numeric_limits<i32>::max()}) {
+        m_state.AssistLinked = true;
+        EXPECT_THAT(Report(0x52E, number, 0), IsEmpty());
+        m_state.AssistLinked = false;
+        EXPECT_THAT(Report(0x52E, number, 0), ElementsAre("search"));
+    }
+}
+
+// covers ODDITY(debit-twice)
+TEST_F(AssistDispatch, CastReport_Oddity_DebitsAlsoWhileNotLinkedThenSearches) {
+    m_state.AssistLinked = false;
+    EXPECT_THAT(Report(0x52E, 5, 0), ElementsAre("debit 4", "search"));
+}
+
+TEST_F(AssistDispatch, Announcement_SearchesOnlyIfNotLinked) {
+    EXPECT_THAT(Report(0x52F, 0x3FFFFFFF, -1), IsEmpty());
+    m_state.AssistLinked = false;
+    EXPECT_THAT(Report(0x52F, 0, 0), ElementsAre("search"));
+}
+
+TEST_F(AssistDispatch, MageryReport_IsNotScaled) {
+    for (const i32 points : {0, 98, 120, 32767, -32768}) {
+        EXPECT_THAT(Report(0x530, points, 7),
+                    ElementsAre("skill " + std::to_string(points), "chances"));
+        EXPECT_EQ(m_state.Magery, points);
+    }
+}
+
+TEST_F(AssistDispatch, MageryReport_ThatDoesNotFit_FailsAndKeepsTheSkill) {
+    m_state.Magery = 90;
+    for (const i32 points : {32768, -32769}) {
+        EXPECT_EQ(FailureOfReport(0x530, points, 0), FailureKind::kOverflow);
+        EXPECT_EQ(m_state.Magery, 90);
+        EXPECT_THAT(m_view.log, IsEmpty());
+    }
+}
+
+TEST_F(AssistDispatch, StatsReport_StoresBothAndShowsThem) {
+    EXPECT_THAT(Report(0x531, 95, 60), ElementsAre("int 95", "mana", "chances"));
+    EXPECT_EQ(m_state.Intelligence, 95);
+    EXPECT_EQ(m_state.CurrentMana, 60);
+    EXPECT_EQ(m_state.LastMana, 60);
+}
+
+TEST_F(AssistDispatch, StatsReport_ThatDoesNotFit_Fails) {
+    for (const i32 value : {32768, -32769}) {
+        EXPECT_EQ(FailureOfReport(0x531, value, 0), FailureKind::kOverflow);
+        EXPECT_EQ(FailureOfReport(0x531, 0, value), FailureKind::kOverflow);
+        EXPECT_EQ(m_state.LastMana, 0);
+        EXPECT_THAT(m_view.log, IsEmpty());
+    }
+    EXPECT_EQ(FailureOfReport(0x531, 32767, -32768), std::nullopt);
+}
+
+struct MeditationRow {
+    const char* name;
+    bool on;
+    i16 level;
+    i16 last;
+    i32 mana;
+    bool armed;
+};
+
+constexpr MeditationRow kMeditationRows[] = {
+    {"below and falling", true, 25, 30, 20, true},
+    {"switched off", false, 25, 30, 20, false},
+    {"standing", true, 25, 20, 20, false},
+    {"rising", true, 25, 19, 20, false},
+    {"at the level", true, 20, 30, 20, false},
+    {"one below the level", true, 21, 30, 20, true},
+    {"falling by one", true, 25, 21, 20, true},
+    {"above the level", true, 10, 30, 20, false},
+    {"first report", true, 25, 0, 20, false},
+    {"first report without mana", true, 25, 0, 0, false},
+    {"first report, mana negative", true, 25, 0, -1, true},
+    {"all negative", true, -1, -2, -3, true},
+};
+
+TEST_F(AssistDispatch, StatsReport_Meditation_IsArmedBelowTheLevelAndFallingOnly) {
+    for (const MeditationRow& row : kMeditationRows) {
+        SCOPED_TRACE(row.name);
+        m_state.Meditate = row.on;
+        m_state.MeditateLevel = row.level;
+        m_state.LastMana = row.last;
+        const auto log = Report(0x531, 100, row.mana);
+        if (row.armed) {
+            EXPECT_THAT(log, ElementsAre("meditate", "int 100", "mana", "chances"));
+        } else {
+            EXPECT_THAT(log, ElementsAre("int 100", "mana", "chances"));
+        }
+        EXPECT_EQ(m_state.LastMana, row.mana);
+    }
+}
+
+TEST_F(AssistDispatch, StatsReport_SameManaAgain_DoesNotArmASecondTime) {
+    m_state.Meditate = true;
+    m_state.MeditateLevel = 25;
+    m_state.LastMana = 30;
+    EXPECT_THAT(Report(0x531, 100, 20), testing::Contains("meditate"));
+    EXPECT_THAT(Report(0x531, 100, 20), testing::Not(testing::Contains("meditate")));
+}
+
+struct SkillRow {
+    i32 number;
+    i16 SharedState::*cell;
+    const char* name;
+};
+
+constexpr SkillRow kSkillRows[] = {
+    {16, &SharedState::EvalInt, "EvalInt"},
+    {32, &SharedState::SpiritSpeak, "SpiritSpeak"},
+    {49, &SharedState::Necro, "Necro"},
+    {51, &SharedState::Chivalry, "Chivalry"},
+};
+
+std::array<i16, 5> Skills(const SharedState& state) {
+    return {state.EvalInt, state.SpiritSpeak, state.Necro, state.Chivalry, state.Magery};
+}
+
+// covers ODDITY(skill-report)
+TEST_F(AssistDispatch, SkillReport_Oddity_FillsItsCellAndShowsNothing) {
+    i16 points = 40;
+    for (const SkillRow& row : kSkillRows) {
+        SCOPED_TRACE(row.name);
+        SharedState expected = m_state;
+        expected.*row.cell = ++points;
+        EXPECT_THAT(Report(0x532, row.number, points * 10), IsEmpty());
+        EXPECT_EQ(Skills(m_state), Skills(expected));
+    }
+}
+
+TEST_F(AssistDispatch, SkillReport_EveryOtherSkill_StoresNothingWhateverItsValue) {
+    for (i32 skill = -10; skill < 300; ++skill) {
+        if (skill != 16 && skill != 32 && skill != 49 && skill != 51) {
+            EXPECT_THAT(Report(0x532, skill, std::numeric_limits<i32>::max()), IsEmpty());
+        }
+    }
+    EXPECT_EQ(Skills(m_state), (std::array<i16, 5>{}));
+}
+
+TEST_F(AssistDispatch, SkillReport_TenthsAreCutOffTowardZero) {
+    const std::pair<i32, i16> rows[] = {{999, 99}, {1000, 100}, {1009, 100},     {9, 0},
+                                        {-9, 0},   {-19, -1},   {327679, 32767}, {-327689, -32768}};
+    for (const auto& [tenths, points] : rows) {
+        Report(0x532, 51, tenths);
+        EXPECT_EQ(m_state.Chivalry, points) << tenths;
+    }
+    for (const i32 tenths :
+         {327680, -327690, std::numeric_limits<i32>::max(), std::numeric_limits<i32>::min()}) {
+        EXPECT_EQ(FailureOfReport(0x532, 51, tenths), FailureKind::kOverflow) << tenths;
+    }
+}
+
+TEST_F(AssistDispatch, EveryOtherMessage_IsLeftToTheOrdinaryHandling) {
+    for (std::uint32_t number = 0; number < 0x1000; ++number) {
+        if (number < 0x52D || number > 0x532) {
+            EXPECT_EQ(m_dispatcher.Dispatch({number, 1, 1}), std::nullopt) << number;
+        }
+    }
+    EXPECT_EQ(m_dispatcher.OnMessage({0x535, 100, 100}), std::nullopt);
+    EXPECT_EQ(m_dispatcher.OnMessage({0xFFFFFFFFU, 0, 0}), std::nullopt);
+    EXPECT_THAT(m_view.log, IsEmpty());
+}
+
+TEST_F(AssistDispatch, Failure_GoesToTheSinkAndIsAnsweredWithZero) {
+    EXPECT_EQ(m_dispatcher.OnMessage({0x530, 40000, 0}), std::optional<i32>(0));
+    EXPECT_THAT(m_sink.actions, ElementsAre("handling a report of the assist tool"));
+}
+
+TEST_F(AssistDispatch, ManyMixedReports_EachIsTakenOnce) {
+    std::mt19937 random(7);
+    std::array<i16, 14> expected{};
+    for (int i = 0; i < 20000; ++i) {
+        const ReagentRow& row = kReagentRows[random() % std::size(kReagentRows)];
+        const i16 count = static_cast<i16>(random() % 300);
+        expected[static_cast<std::size_t>(row.reagent)] = count;
+        Report(0x52D, row.wParam, count);
+    }
+    for (const ReagentRow& row : kReagentRows) {
+        EXPECT_EQ(m_state.ReagentStock(row.reagent, 0),
+                  expected[static_cast<std::size_t>(row.reagent)]);
+    }
+}
+
+}  // namespace
+}  // namespace spellwick

@@ -1,0 +1,54 @@
+// A view that writes down what the reports of the assist tool ask of it, one line a call.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "link/assist_link.h"
+#include "link/assist_view.h"
+#include "model/cast_rules.h"
+
+namespace spellwick {
+
+class RecordingAssistView : public AssistView, public AssistLink {
+  public:
+    void ShowCounter(i32 reagent, const std::string& text) override {
+        Log("counter " + std::to_string(reagent) + ' ' + text);
+    }
+    void ShowTithes(const std::string& text) override { Log("tithes " + text); }
+    void ShowCurrentMana() override { Log("mana"); }
+    void UpdateAmounts() override { Log("amounts"); }
+    void UpdateChances() override { Log("chances"); }
+    void DebitSpell(i32 row) override {
+        Log("debit " + std::to_string(row));
+        RequireSpellRow(row);
+    }
+    void EnableCount(bool enabled) override { Log(enabled ? "enable" : "disable"); }
+    void CaptionCount(const std::string& caption) override { Log("caption " + caption); }
+    void ArmMeditation() override { Log("meditate"); }
+    void ShowMinimumSkill(const std::string& text) override { Log("skill " + text); }
+    void ShowMinimumInt(const std::string& text) override { Log("int " + text); }
+    void ShowBox(const std::string& text) override { Log("box " + text); }
+    void YieldEvents() override {
+        Log("yield");
+        if (duringYield) {
+            duringYield();
+        }
+    }
+
+    void FindAssist() override { Log("search"); }
+    void HookWindow() override { Log("hook"); }
+    void UnhookWindow() override { Log("unhook"); }
+    void RequestCount() override { Log("count"); }
+
+    std::vector<std::string> TakeLog() { return std::exchange(log, {}); }
+
+    std::vector<std::string> log;
+    std::function<void()> duringYield;
+
+  private:
+    void Log(std::string line) { log.push_back(std::move(line)); }
+};
+
+}  // namespace spellwick
