@@ -73,11 +73,11 @@ class FormTimer : public QWidget {
     SharedState& m_state;
     IconClip m_icons;
     TimerList m_timers;
-    std::array<TimerLabel*, kTimerSlots> m_names;       // lblSpellName
-    std::array<TimerLabel*, kTimerSlots> m_seconds;     // lblTimeRemaining
-    std::array<TimerPicture*, kTimerSlots> m_pictures;  // imgSpell
-    std::array<TimerBar*, kTimerSlots> m_bars;          // picProg
-    std::array<TimerControl*, 2> m_controls;            // lblControls
+    std::array<TimerLabel*, kTimerSlots> m_names{};       // lblSpellName
+    std::array<TimerLabel*, kTimerSlots> m_seconds{};     // lblTimeRemaining
+    std::array<TimerPicture*, kTimerSlots> m_pictures{};  // imgSpell
+    std::array<TimerBar*, kTimerSlots> m_bars{};          // picProg
+    std::array<TimerControl*, 2> m_controls{};            // lblControls
     bool m_needsResort = false;
     int m_nameWidth = 0;  // pixels
     bool m_dragging = false;

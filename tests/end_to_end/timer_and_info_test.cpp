@@ -40,7 +40,7 @@ class TimerEndToEnd : public PlayerDesk {
         const int row = area.height - 3 * 48 - 44 + 48 * slot + 42 + 1;
         int blue = 0;
         for (int x = 2; x < 44; ++x) {
-            const auto at = static_cast<std::size_t>((row * area.width + x) * 4);
+            const auto at = static_cast<std::size_t>(row * area.width + x) * 4;
             if (at + 2 < picture.size() && picture[at] == 255 && picture[at + 1] == 0 &&
                 picture[at + 2] == 0) {
                 ++blue;

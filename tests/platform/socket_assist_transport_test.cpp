@@ -56,12 +56,13 @@ std::filesystem::path NewFolder() {
 }
 
 class SocketAssist : public testing::Test {
+  public:
+    SocketAssist(const SocketAssist&) = delete;
+    SocketAssist& operator=(const SocketAssist&) = delete;
+
   protected:
     SocketAssist() { MakeAssistFolder(m_folder); }
     ~SocketAssist() override { std::filesystem::remove_all(m_top); }
-
-    SocketAssist(const SocketAssist&) = delete;
-    SocketAssist& operator=(const SocketAssist&) = delete;
 
     std::vector<std::string> Titles() {
         std::vector<std::string> titles;
