@@ -1,0 +1,71 @@
+#include "model/skill_entries.h"
+
+#include <algorithm>
+
+#include "model/chances.h"
+#include "model/number_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr double kMostSkill = 125.0;
+constexpr i32 kFirstPaladinGroup = 3;
+
+// The circle that has the number of a line of the tab.
+void SetCircle(SharedState& state, i32 line, i16 SpellRecord::*cell, i16 value) {
+    for (i32 slot = 0; slot < kSlotCount; ++slot) {
+        state.Spells(line * kSlotCount + slot).*cell = value;
+    }
+}
+
+// The cell of the character's value of a group.
+i16 SharedState::*SkillCell(i32 group) {
+    if (group == 0) {
+        return &SharedState::Magery;
+    }
+    return group < kFirstPaladinGroup ? &SharedState::Necro : &SharedState::Chivalry;
+}
+
+}  // namespace
+
+i16 ReadSkillEntry(std::string_view text) {
+    // ODDITY(skill-limit): more than 125 counts as 125, of 12345 the first four digits count, and
+    // the box of a skill goes on showing what was typed; kept because the limit belongs to the value
+    // and the box to the user.
+    return ToI16(std::min(RoundHalfEven(FirstFour(text)), kMostSkill));
+}
+
+i16 SkillOfGroup(const SharedState& state, i32 group) {
+    return state.*SkillCell(group);
+}
+
+void SetSkillOfGroup(SharedState& state, i32 group, i16 value) {
+    state.*SkillCell(group) = value;
+}
+
+void SetRequiredIntelligence(SharedState& state, i32 group, i32 line, i16 value) {
+    if (group == 0) {
+        SetCircle(state, line, &SpellRecord::Mana, value);
+        return;
+    }
+    // ODDITY(first-line-intelligence): on a page of Necromancer or Paladin the required
+    // intelligence typed into any line goes to the spell of the first line; kept because only that
+    // cell of such a page was ever open to the user.
+    state.Spells(SkillTabRow(group, 0)).Mana = value;
+}
+
+void SetRequiredSkill(SharedState& state, i32 line, i16 value) {
+    // ODDITY(circle-skill): on a page of Necromancer or Paladin the required skill typed into a
+    // line changes the Magery circle of that number and not the spell beside it; kept because the
+    // bands of those spells come from the spell file alone.
+    SetCircle(state, line, &SpellRecord::MinimumSkill, value);
+}
+
+void SetSafeSkill(SharedState& state, i32 group, i32 line, i16 value) {
+    if (group == 0) {
+        SetCircle(state, line, &SpellRecord::MaximumSkill, value);
+    }
+}
+
+}  // namespace spellwick
