@@ -32,6 +32,8 @@ constexpr std::array<PageMacros, kPageCount> kDefaultMacros{{
 
 constexpr std::size_t kFlagCount = 3;
 
+constexpr i32 kLastDialogDefault = 90;
+
 }  // namespace
 
 std::string MacroCode(const Macro& macro) {
@@ -65,6 +67,14 @@ Macro SavedOrDefaultMacro(i32 number, std::string_view code) {
     }
     const std::string fallback = DefaultMacroCode(number);
     return fallback.empty() ? Macro{} : ReadMacroCode(fallback);
+}
+
+Macro MacroOfDialog(i32 number, std::string_view code) {
+    // ODDITY(last-macros): the places without a spell on the last page, and Exorcism, have the key
+    // AA until the user sets another; kept because it marks macros that were never set, and their
+    // saved codes say so.
+    const bool hasDefault = number <= kLastDialogDefault;
+    return hasDefault ? SavedOrDefaultMacro(number, code) : ReadMacroCode(code);
 }
 
 Macro MacroOf(const SharedState& state, i32 number) {

@@ -37,6 +37,10 @@ std::string DefaultMacroCode(i32 number);
 // the default.
 Macro SavedOrDefaultMacro(i32 number, std::string_view code);
 
+// The same as the settings dialog reads it: the last six macros, which have no default there, keep
+// the key of kUnsavedMacro.
+Macro MacroOfDialog(i32 number, std::string_view code);
+
 // The macro in the tables of the state, macro number -1 to 96.
 Macro MacroOf(const SharedState& state, i32 number);
 void SetMacro(SharedState& state, i32 number, const Macro& macro);

@@ -107,5 +107,24 @@ TEST(MacroCode, EveryMacro_ComesBackFromItsCode) {
     }
 }
 
+// covers ODDITY(last-macros)
+TEST(MacroCode, Oddity_DialogsDefaults_TheLastSixHaveTheKeyAA) {
+    for (i32 number = 1; number <= 96; ++number) {
+        const Macro macro = MacroOfDialog(number, kUnsavedMacro);
+        const std::string code =
+            number <= 90 ? kDefaults[static_cast<std::size_t>(number - 1)] : "---AA";
+        EXPECT_EQ(MacroCode(macro), code) << "macro " << number;
+    }
+}
+
+TEST(MacroCode, DialogsSavedCodes_AreReadAsEver) {
+    for (const i32 number : {1, 90, 91, 96}) {
+        EXPECT_EQ(MacroOfDialog(number, "AC-x"), (Macro{.alt = true, .ctrl = true, .key = "x"}));
+        EXPECT_EQ(MacroOfDialog(number, "AB"), (Macro{.key = " "}));
+        EXPECT_EQ(MacroOfDialog(number, ""), (Macro{.key = " "}));
+        EXPECT_EQ(MacroOfDialog(number, "--S{F7}"), (Macro{.shift = true, .key = "{F7}"}));
+    }
+}
+
 }  // namespace
 }  // namespace spellwick

@@ -1,0 +1,198 @@
+#include "store/macro_file.h"
+
+#include <algorithm>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <system_error>
+#include <vector>
+
+#include "platform/windows_1252.h"
+#include "store/macro_code.h"
+
+namespace spellwick {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kEndOfBlock = "########";
+constexpr std::string_view kCastSpell = "CastSpell";
+constexpr std::string_view kLineEnd = "\r\n";
+
+// Takes a line off the text, and its end: CR, LF or both.
+std::string_view TakeLine(std::string_view& text) {
+    const std::size_t end = std::min(text.find_first_of(kLineEnd), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end);
+    text.remove_prefix(text.starts_with(kLineEnd) ? 2 : std::min<std::size_t>(1, text.size()));
+    return line;
+}
+
+std::string_view From(std::string_view text, std::size_t position) {
+    return text.substr(std::min(position, text.size()));
+}
+
+// What the line at the head of a block says.
+struct KeyLine {
+    std::string_view name;
+    std::string_view flags;
+};
+
+// The first characters of the line when they are the name of a function key and a blank.
+std::size_t LengthOfFunctionKey(std::string_view line) {
+    if (line.size() >= 3 && line[0] == 'F' && line[1] >= '1' && line[1] <= '9' && line[2] == ' ') {
+        return 2;
+    }
+    if (line.starts_with("F10 ") || line.starts_with("F11 ") || line.starts_with("F12 ")) {
+        return 3;
+    }
+    return 0;
+}
+
+KeyLine ReadKeyLine(std::string_view line) {
+    // ODDITY(macro-key-name): a key with a name of several letters comes in as its first letter
+    // with modifiers from the wrong places, Alt+Tab as Shift+T, and a small f1 as the letter f;
+    // kept because the table holds single characters and F1 to F12, and keys of the client have no
+    // other place in it.
+    const std::size_t length =
+        std::max(LengthOfFunctionKey(line), std::min<std::size_t>(1, line.size()));
+    return {line.substr(0, length), From(line, length + 1)};
+}
+
+bool IsHeld(const KeyLine& key, std::size_t position) {
+    return position < key.flags.size() && key.flags[position] == '1';
+}
+
+Macro MacroOfKeyLine(const KeyLine& key) {
+    std::string name = Utf8FromWindows1252(key.name);
+    return {.alt = IsHeld(key, 2),
+            .ctrl = IsHeld(key, 0),
+            .shift = IsHeld(key, 4),
+            .key = key.name.size() < 2 ? name : "{" + name + "}"};
+}
+
+// Rows of the spell table by their names.
+using RowsByName = std::map<std::string, std::vector<i32>, std::less<>>;
+
+RowsByName FindRows(const SpellTable& spells) {
+    RowsByName rows;
+    for (i32 row = 0; row <= std::min(kLastRow, spells.Last()); ++row) {
+        rows[spells(row).Name].push_back(row);
+    }
+    return rows;
+}
+
+void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& spell,
+               const KeyLine& key) {
+    // ODDITY(macro-exact-name): a spell whose name in the file differs by a letter, by the case of
+    // one or by a blank at its end keeps its key; kept because the file and the spell table name
+    // the same spells, and a guess could set the key of another one.
+    const auto found = rows.find(spell);
+    if (found != rows.end()) {
+        const Macro macro = MacroOfKeyLine(key);
+        // ODDITY(macro-nameless-spell): a line CastSpell without a name gives its key to all rows
+        // without a spell and ends the load there; kept because the last of these rows has no
+        // macro, and what was loaded before stays.
+        for (const i32 row : found->second) {
+            SetMacro(state, row + 1, macro);
+        }
+    }
+    if (state.Spells.Last() < kLastRow) {
+        throw RuntimeFailure(
+            FailureKind::kSubscript,
+            "The spell table ends at row " + std::to_string(state.Spells.Last()) + ".");
+    }
+}
+
+std::string ReadWhole(const fs::path& file) {
+    std::error_code trouble;
+    std::ifstream input;
+    if (fs::is_regular_file(file, trouble)) {
+        input.open(file, std::ios::binary);
+    }
+    std::string bytes;
+    if (input.is_open()) {
+        bytes.resize(fs::file_size(file, trouble));
+        input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        bytes.resize(static_cast<std::size_t>(input.gcount()));
+    }
+    if (!input.is_open() || input.bad()) {
+        throw RuntimeFailure(FailureKind::kFile,
+                             "The file \"" + file.string() + "\" cannot be read.");
+    }
+    return bytes;
+}
+
+}  // namespace
+
+void MergeMacroText(std::string_view text, SharedState& state) {
+    const RowsByName rows = FindRows(state.Spells);
+    std::string_view previous = kEndOfBlock;
+    KeyLine key;
+    while (!text.empty()) {
+        const std::string_view line = TakeLine(text);
+        if (previous == kEndOfBlock) {
+            key = ReadKeyLine(line);
+        }
+        // ODDITY(macro-block-without-key): a block that opens with its CastSpell line binds the
+        // spell to C, and one that opens with an empty line leaves the spell without a key; kept
+        // because the first line of a block is its key line, whatever stands there.
+        if (line.starts_with(kCastSpell)) {
+            TakeMacro(state, rows, Utf8FromWindows1252(From(line, kCastSpell.size() + 1)), key);
+        }
+        previous = line;
+    }
+}
+
+void MergeMacroFile(const fs::path& file, SharedState& state) {
+    MergeMacroText(ReadWhole(file), state);
+}
+
+std::string MacroBlock(const SharedState& state, i32 row) {
+    const Macro macro = MacroOf(state, row + 1);
+    std::string key = Windows1252FromUtf8(macro.key);
+    if (key.starts_with('{')) {
+        // ODDITY(macro-brace): a spell on the key { is written without a key and comes back with a
+        // blank as its key; kept because braces only mark the names of function keys here.
+        key = key.size() > 2 ? key.substr(1, key.size() - 2) : std::string();
+    }
+    // ODDITY(macro-capitals): a key of a small letter is written as its capital and comes back as
+    // one; kept because the client's own file has capitals, and a spell's key is typed small.
+    std::ranges::transform(key, key.begin(), [](char letter) {
+        return static_cast<char>(UpperCaseWindows1252(static_cast<unsigned char>(letter)));
+    });
+    for (const bool held : {macro.ctrl, macro.alt, macro.shift}) {
+        key += held ? " 1" : " 0";
+    }
+    std::string block = key;
+    block.append(kLineEnd).append(kCastSpell).append(" ");
+    block.append(Windows1252FromUtf8(state.Spells(row).Name)).append(kLineEnd);
+    return block.append(kEndOfBlock).append(kLineEnd);
+}
+
+void WriteMacroFile(const fs::path& file, const SharedState& state) {
+    std::error_code trouble;
+    std::ofstream output;
+    if (!fs::exists(file, trouble) || fs::is_regular_file(file, trouble)) {
+        output.open(file, std::ios::binary | std::ios::trunc);
+    }
+    if (output.is_open()) {
+        for (i32 row = 0; row < kLastRow; ++row) {
+            output << MacroBlock(state, row);
+        }
+        output.close();
+    }
+    if (!output) {
+        throw RuntimeFailure(FailureKind::kFile,
+                             "The file \"" + file.string() + "\" cannot be written.");
+    }
+    // ODDITY(macro-save-ends): saving the macros to a file ends the program with an error report;
+    // kept because the loop over the spells has always gone one row beyond the macro tables, and
+    // the file is complete and all data are saved by then.
+    throw RuntimeFailure(FailureKind::kSubscript,
+                         "There is no macro for row 96. The file \"" + file.string() +
+                             "\" is complete: it holds the macros of all 96 spells.");
+}
+
+}  // namespace spellwick
