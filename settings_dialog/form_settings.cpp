@@ -96,6 +96,7 @@ void FormSettings::MakeTabs() {
     m_about = new AboutTab(m_services, this);
     m_general = new GeneralTab(m_services, m_commonDialog, this);
     m_general->OnPlayerChanged = [this] { RefreshDialog(); };
+    m_skills->OnFocusGivenAway = [this] { Command1->setFocus(Qt::OtherFocusReason); };
     m_tabs = {m_spells,   m_userSpells, m_macros, m_skills,
               m_reagents, m_spellTexts, m_about,  m_general};
     m_panels = new QStackedLayout;

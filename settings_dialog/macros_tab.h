@@ -1,8 +1,16 @@
-// The tab of the keys of the client's macros.
+// The tab of the keys of the client's macros: one page of eight spells and the Meditation skill,
+// with load and save of the client's macro file. Every accepted edit acts at once.
 #pragma once
 
+#include <QCheckBox>
+#include <QPushButton>
+#include <array>
+
 #include "settings_dialog/common_dialog.h"
+#include "settings_dialog/controls.h"
 #include "settings_dialog/settings_tab.h"
+#include "settings_dialog/spell_picture.h"
+#include "widgets/entry_box.h"
 
 namespace spellwick {
 
@@ -11,6 +19,54 @@ class MacrosTab : public SettingsTab {
 
   public:
     MacrosTab(const SettingsServices& services, CommonDialog& commonDialog, QWidget* parent);
+
+    // Reads the macros of the spells once more from the store, and shows the first page.
+    void Load() override;
+    QWidget* FirstControl() override { return ComboMacro; }
+
+    // Shows the page of ComboMacro, and the Meditation skill.
+    void RefreshMacroPage();
+
+    // Lines are 0 to 7 and 9, the Meditation skill.
+    void KeyLostFocus(int line);
+    void ClickAlt(int line);
+    void ClickCtrl(int line);
+    void ClickShift(int line);
+    void ClickRead();
+    void ClickWrite();
+
+    EntryBox& TextMacro(int line) { return *m_lines[Place(line)].key; }
+    QCheckBox& CheckAlt(int line) { return *m_lines[Place(line)].alt; }
+    QCheckBox& CheckCtrl(int line) { return *m_lines[Place(line)].ctrl; }
+    QCheckBox& CheckShift(int line) { return *m_lines[Place(line)].shift; }
+
+    ChoiceBox* ComboMacro;
+    std::array<SpellPicture*, kSlotCount> Image{};
+    QPushButton* CommandMacroWrite;
+    QPushButton* CommandMacroRead;
+
+  private:
+    struct Line {
+        EntryBox* key = nullptr;
+        QCheckBox* alt = nullptr;
+        QCheckBox* ctrl = nullptr;
+        QCheckBox* shift = nullptr;
+    };
+
+    static std::size_t Place(int line);
+    void MakeLine(int line);
+    QCheckBox* MakeMark(const char* name, const char* caption, int line,
+                        void (MacrosTab::*clicked)(int));
+    void PlaceControls();
+    void PlaceLine(int line, int gridRow, int firstColumn);
+    void NameLine(int line, const QString& of);
+    i32 MacroOf(int line) const;
+    void ShowLine(int line);
+    FileQuestion QuestionForFile(const char* title) const;
+    void Complain(int line, std::string_view text);
+
+    CommonDialog& m_commonDialog;
+    std::array<Line, kSlotCount + 1> m_lines{};
 };
 
 }  // namespace spellwick

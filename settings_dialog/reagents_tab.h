@@ -1,7 +1,18 @@
-// The tab of the stock of ten bags.
+// The tab of the stock of ten bags: two of them side by side, moves between them, totals. Every
+// edit acts at once.
 #pragma once
 
+#include <QLabel>
+#include <QToolButton>
+#include <array>
+
+#include "model/bag_transfer.h"
+#include "settings_dialog/controls.h"
+#include "settings_dialog/reagent_column.h"
 #include "settings_dialog/settings_tab.h"
+#include "settings_dialog/transfer_arrows.h"
+#include "widgets/counter_box.h"
+#include "widgets/up_down.h"
 
 namespace spellwick {
 
@@ -10,6 +21,62 @@ class ReagentsTab : public SettingsTab {
 
   public:
     ReagentsTab(const SettingsServices& services, QWidget* parent);
+
+    void Load() override { ShowReagentType(); }
+    void Refresh() override;
+    QWidget* FirstControl() override { return ComboTransfer[0]; }
+
+    void UpdateReagentTotals();
+    void ShowReagentType();
+
+    // A bag was chosen in list 0 or 1.
+    void ClickTransfer(int list);
+    // Reagents are 1 to 13.
+    void ClickArrow(i32 reagent, BagSide to);
+    void CountLostFocus(BagSide side, i32 reagent);
+    void ArrowsChangedCount(BagSide side, i32 reagent);
+
+    CounterBox& ReagentLeft(i32 reagent) { return *m_lines(reagent).left.count; }
+    CounterBox& ReagentRight(i32 reagent) { return *m_lines(reagent).right.count; }
+    UpDown& UpDownLeft(i32 reagent) { return *m_lines(reagent).left.upDown; }
+    UpDown& UpDownRight(i32 reagent) { return *m_lines(reagent).right.upDown; }
+    TransferArrows& UpDown1(i32 reagent) { return *m_lines(reagent).arrows; }
+    QLabel& LabelTotal(i32 reagent) { return *m_lines(reagent).total; }
+    QLabel& LblRegMan1(i32 reagent) { return *m_lines(reagent).left.name; }
+    QLabel& LblRegMan2(i32 reagent) { return *m_lines(reagent).right.name; }
+
+    std::array<ChoiceBox*, 2> ComboTransfer{};
+    std::array<QToolButton*, 2> RegType{};
+    ReagentColumn* PicRegsL;
+    ReagentColumn* PicRegsR;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    struct Side {
+        QLabel* name = nullptr;
+        UpDown* upDown = nullptr;
+        CounterBox* count = nullptr;
+    };
+    struct Line {
+        Side left;
+        TransferArrows* arrows = nullptr;
+        Side right;
+        QLabel* total = nullptr;
+    };
+
+    void MakeTypes();
+    void MakeLine(i32 reagent);
+    Side MakeSide(BagSide side, i32 reagent);
+    void PlaceControls();
+    void PlaceLine(i32 reagent);
+    BagPair Bags() const;
+    CounterBox& Count(BagSide side, i32 reagent);
+    void ShowCount(BagSide side, i32 reagent);
+
+    FixedTable<Line, 1, kReagentCount> m_lines;
+    QLabel* m_totalHeading;
 };
 
 }  // namespace spellwick
