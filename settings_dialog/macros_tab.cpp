@@ -208,7 +208,7 @@ void MacrosTab::ClickShift(int line) {
 
 void MacrosTab::KeyLostFocus(int line) {
     const i32 macro = MacroOf(line);
-    // ODDITY(blank-key-two-boxes): a cleared key of a spell is refused with two boxes, one after
+    // a cleared key of a spell is refused with two boxes, one after
     // the other, and that of Meditation with the second alone; kept because the first names the
     // slip and the second is the answer to whatever is no key.
     if (TextMacro(line).text().isEmpty() && line < kSlotCount) {
@@ -240,7 +240,7 @@ FileQuestion MacrosTab::QuestionForFile(const char* title) const {
 void MacrosTab::ClickRead() {
     const FileQuestion question = QuestionForFile("Load Macro File");
     m_services.boxes.Show({.text = kReadNotice, .icon = BoxIcon::kExclamation});
-    // ODDITY(cancelled-load): a load that is cancelled loads the file of the last load once more;
+    // a load that is cancelled loads the file of the last load once more;
     // kept because the dialog holds its name, and the same file changes nothing.
     IgnoreFailure([&] {
         m_commonDialog.ShowOpen(question);
@@ -254,7 +254,7 @@ void MacrosTab::ClickWrite() {
     question.defaultExtension = ".txt";
     m_services.boxes.Show({.text = kWriteNotice, .icon = BoxIcon::kExclamation});
     m_commonDialog.FileName = kUnsetFileName;
-    // ODDITY(cancelled-save): once a colour has been chosen in this run, cancelling the save of the
+    // once a colour has been chosen in this run, cancelling the save of the
     // macros ends the program, with all data saved; kept because the colour dialog and the file
     // dialogs are one, and a cancel counts as a failure from then on.
     m_commonDialog.ShowSave(question);

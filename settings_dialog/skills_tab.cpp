@@ -19,7 +19,7 @@ struct SkillGroup {
     Colour colour;
 };
 
-// ODDITY(paladin-caption): the third of the five buttons says "Paladin Skills" and opens the second
+// the third of the five buttons says "Paladin Skills" and opens the second
 // page of Necromancer spells; kept because players know the buttons by their places and pictures.
 constexpr std::array<SkillGroup, kSkillGroups> kGroups{{
     {"Magery Skills", "Magery", 0x0000C0},
@@ -40,8 +40,8 @@ constexpr i32 kMostSkillSpun = 120;
 constexpr int kSpinWidth = 14;
 constexpr int kBoxWidth = 52;
 constexpr int kBoxColumns = 4;
-constexpr int kIconSide = 32;
-constexpr int kIconMargin = 16;
+constexpr int kIconSide = 20;
+constexpr int kIconMargin = 4;
 enum GridRow { kGroupRow, kHeadingRow, kFirstLineRow, kLinkRow = kFirstLineRow + kSlotCount + 1 };
 
 constexpr int BoxColumn(int box) {
@@ -83,14 +83,14 @@ void SkillsTab::MakeGroups() {
         auto* option = Named(new QToolButton(this), IndexedName("SkillType", group));
         option->setText(QLatin1String(kGroups[at].caption));
         option->setAccessibleName(option->text());
-        option->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        option->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         // The icon comes later and must find its room.
         option->setIconSize({kIconSide, kIconSide});
-        option->setMinimumHeight(kIconSide + option->fontMetrics().height() + kIconMargin);
+        option->setMinimumHeight(kIconSide + kIconMargin);
         option->setCheckable(true);
         option->setAutoExclusive(true);
         option->setFocusPolicy(Qt::StrongFocus);
-        option->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        option->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
         connect(option, &QToolButton::clicked, this, [this, group] {
             Guarded("choosing a group of skills", [&] { ClickSkillType(group); });
         });
@@ -174,7 +174,7 @@ void SkillsTab::PlaceControls() {
     constexpr int kAllColumns = 1 + kBoxColumns * 3;
 
     auto* groups = new QHBoxLayout;
-    groups->setSpacing(4);
+    groups->setSpacing(2);
     for (QToolButton* option : SkillType) {
         groups->addWidget(option);
     }
@@ -252,7 +252,7 @@ void SkillsTab::Load() {
         ShowText(*MinimumInt[at], PlainText(i32{first.Mana}));
         ShowText(*MinimumSkill[at], PlainText(i32{first.MinimumSkill}));
         ShowText(*MaximumSkill[at], PlainText(i32{first.MaximumSkill}));
-        // ODDITY(equal-circles): the first spell of a circle gives its intelligence and skills to
+        // the first spell of a circle gives its intelligence and skills to
         // the whole circle at each start; kept because all spells of a circle are equally hard.
         ChangeMinimumInt(line);
         ChangeMinimumSkill(line);
@@ -371,7 +371,7 @@ void SkillsTab::MinimumSkillLostFocus() {
 }
 
 void SkillsTab::MaximumSkillLostFocus(int line) {
-    // ODDITY(safe-skill-of-circle): on a page of Necromancer or Paladin the skill for 95% success
+    // on a page of Necromancer or Paladin the skill for 95% success
     // turns into that of the Magery circle of the line's number when its box is left; kept because
     // only the circles take an entry there, and the page is right again when it is opened anew.
     if (ShowText(*MaximumSkill[static_cast<std::size_t>(line)],

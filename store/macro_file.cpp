@@ -177,13 +177,15 @@ void WriteMacroFile(const fs::path& file, const SharedState& state) {
     if (!fs::exists(file, trouble) || fs::is_regular_file(file, trouble)) {
         output.open(file, std::ios::binary | std::ios::trunc);
     }
-    if (output.is_open()) {
+    bool isWritten = output.is_open();
+    if (isWritten) {
         for (i32 row = 0; row < kLastRow; ++row) {
             output << MacroBlock(state, row);
         }
         output.close();
+        isWritten = output.good();
     }
-    if (!output) {
+    if (!isWritten) {
         throw RuntimeFailure(FailureKind::kFile,
                              "The file \"" + file.string() + "\" cannot be written.");
     }

@@ -68,7 +68,7 @@ TEST(MacroFileRead, KeyLineTable_KeysAndFlags) {
         {"one flag", "q 1", {.ctrl = true, .key = "q"}},
         {"flags that are no digits", "q x y z", {.key = "q"}},
         {"flag of two", "q 2 1 0", {.alt = true, .key = "q"}},
-        {"flags without blanks", "q 101", {.ctrl = true, .shift = false, .key = "q"}},
+        {"flags without blanks", "q 101", {.alt = true, .ctrl = true, .key = "q"}},
         {"function key alone", "F1", {.key = "F"}},
         {"F0", "F0 0 1 0", {.key = "F"}},
         {"F13", "F13 0 0 0", {.key = "F"}},
