@@ -31,8 +31,8 @@ i16 SharedState::*SkillCell(i32 group) {
 
 i16 ReadSkillEntry(std::string_view text) {
     // ODDITY(skill-limit): more than 125 counts as 125, of 12345 the first four digits count, and
-    // the box of a skill goes on showing what was typed; kept because the limit belongs to the value
-    // and the box to the user.
+    // the box of a skill goes on showing what was typed; kept because the limit belongs to the
+    // value and the box to the user.
     return ToI16(std::min(RoundHalfEven(FirstFour(text)), kMostSkill));
 }
 
