@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QTimer>
+#include <chrono>
 
 #include "store/catalogue.h"
 #include "store/conversion.h"
@@ -11,6 +13,8 @@
 namespace spellwick {
 
 namespace {
+
+constexpr std::chrono::milliseconds kAfterFirstPaint{150};
 
 // Where the display takes no keys; the user was told at the start.
 class NoKeySender : public KeySender {
@@ -114,7 +118,15 @@ void Application::DisplayInfo(i32 row) {
     m_info->DisplayInfo(row);
 }
 
+// The dialog takes as long to make as the page: it is made when the page has been painted, before
+// anybody can ask for it.
 void Application::Load() {
+    QTimer::singleShot(kAfterFirstPaint, m_main.get(), [this] {
+        Guard(m_runEnd, "making the settings dialog", [&] { MakeSettings(); });
+    });
+}
+
+void Application::MakeSettings() {
     if (m_settings != nullptr) {
         return;
     }
@@ -135,13 +147,15 @@ void Application::Load() {
 }
 
 void Application::ShowModal() {
-    Load();
+    MakeSettings();
     m_settings->exec();
 }
 
 void Application::UpdateChance() {
-    Load();
-    m_settings->UpdateChance();
+    // A dialog that is still to come fills itself.
+    if (m_settings != nullptr) {
+        m_settings->UpdateChance();
+    }
 }
 
 StoreResult Application::Unload() {

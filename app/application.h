@@ -39,6 +39,7 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     void ConvertOldData() override;
 
     MainWindowServices Services();
+    void MakeSettings();
     void WatchForEnd();
     WindowPlaces::Place SavedTimerPlace() const;
 
