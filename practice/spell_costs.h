@@ -1,0 +1,25 @@
+// What each spell of the game costs, by the name that the practice game gives it and by the number
+// under which an assist tool reports it.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace spellwick::practice {
+
+struct SpellCost {
+    int number;  // 1 to 64, 101 to 117, 201 to 210
+    std::string_view name;
+    int mana;
+    // Codes of the reagents, one of each, with blanks between them.
+    std::string_view reagents;
+    int tithing;
+};
+
+// Null if there is no such spell.
+const SpellCost* FindSpell(std::string_view name);
+const SpellCost* FindSpell(int number);
+
+std::span<const SpellCost> AllSpells();
+
+}  // namespace spellwick::practice

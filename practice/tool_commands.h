@@ -1,0 +1,53 @@
+// The commands that the practice assist tool takes on its standard input, one a line.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "practice/tool_faults.h"
+#include "practice/tool_lines.h"
+
+namespace spellwick::practice {
+
+struct ToolCommand {
+    enum class Kind {
+        kGain,
+        kLose,
+        kMana,
+        kSkill,
+        kCast,
+        kFizzle,
+        kSend,
+        kFault,
+        kMend,
+        kClose,
+        kOpen,
+        kLogout,
+        kIdle,
+        kState,
+        kWait,
+        kQuit
+    };
+    Kind kind;
+    // For kGain and kLose the place in kStockItems, for kSkill the number of the skill, for kIdle
+    // 0 or 1.
+    int which = 0;
+    // An amount, points of mana, tenths of a skill.
+    int amount = 0;
+    // For kCast: the name of the spell.
+    std::string name = {};
+    // For kSend.
+    ToolMessage message = {};
+    Fault fault = Fault::kAnswersTwoThenOne;
+
+    bool operator==(const ToolCommand&) const = default;
+};
+
+// What the tool says of its commands at --help.
+extern const char* const kToolCommandHelp;
+
+// Nothing for a line that is no command.
+std::optional<ToolCommand> ParseToolCommand(std::string_view line);
+
+}  // namespace spellwick::practice

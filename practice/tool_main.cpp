@@ -1,0 +1,174 @@
+// spellwick-practice-tool: a stand-in for an assist tool, to try Spellwick on and to test it with.
+// It answers and reports by a script, casts what the practice game has seen, and plays faults.
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QSocketNotifier>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+#include <unistd.h>
+
+#include "practice/journal_watch.h"
+#include "practice/practice_tool.h"
+#include "practice/tool_window.h"
+
+namespace {
+
+using spellwick::practice::JournalWatch;
+using spellwick::practice::PracticeTool;
+using spellwick::practice::ToolCommand;
+using spellwick::practice::ToolEvent;
+using spellwick::practice::ToolTime;
+
+void WriteLine(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stdout);
+    std::fflush(stdout);
+}
+
+void WriteEvent(const ToolEvent& event) {
+    std::string line = event.second ? "2 " : "";
+    if (event.way != ToolEvent::Way::kNote) {
+        line += event.way == ToolEvent::Way::kIn ? "in " : "out ";
+    }
+    WriteLine(line + event.text.toStdString());
+}
+
+std::string State(const PracticeTool& tool) {
+    return "state open " + std::to_string(static_cast<int>(tool.IsOpen())) + " connected " +
+           std::to_string(tool.Connections()) + " registered " +
+           std::to_string(tool.Script().Registered().size()) + " mana " +
+           std::to_string(tool.Script().Mana());
+}
+
+// Takes the commands of standard input.
+class Console {
+  public:
+    explicit Console(PracticeTool& tool) : m_tool(tool) {
+        QObject::connect(&tool, &PracticeTool::Changed, &tool, [this] { WriteQuiet(); });
+    }
+
+    // What has come in; false at its end.
+    bool Read() {
+        std::array<char, 4096> buffer{};
+        const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (count <= 0) {
+            return count < 0 && errno == EINTR;
+        }
+        m_pending.append(buffer.data(), static_cast<std::size_t>(count));
+        for (std::size_t end = m_pending.find('\n'); end != std::string::npos;
+             end = m_pending.find('\n')) {
+            const std::string line = m_pending.substr(0, end);
+            m_pending.erase(0, end + 1);
+            Obey(line);
+        }
+        return true;
+    }
+
+  private:
+    void Obey(const std::string& line) {
+        const auto command = spellwick::practice::ParseToolCommand(line);
+        if (!command) {
+            WriteLine("unknown " + line);
+            return;
+        }
+        if (command->kind == ToolCommand::Kind::kQuit) {
+            QCoreApplication::quit();
+        } else if (command->kind == ToolCommand::Kind::kState) {
+            WriteLine(State(m_tool));
+        } else {
+            m_waits = m_waits || command->kind == ToolCommand::Kind::kWait;
+            m_tool.Obey(*command);
+        }
+        WriteLine("done " + line);
+        WriteQuiet();
+    }
+
+    void WriteQuiet() {
+        if (m_waits && m_tool.Quiet()) {
+            m_waits = false;
+            WriteLine("quiet");
+        }
+    }
+
+    PracticeTool& m_tool;
+    std::string m_pending;
+    bool m_waits = false;
+};
+
+QString Help() {
+    QString help = QObject::tr("A practice assist tool for Spellwick.") + QStringLiteral("\n\n") +
+                   QString::fromLatin1(spellwick::practice::kToolCommandHelp);
+    for (const auto& row : spellwick::practice::AllFaults()) {
+        help += QStringLiteral("\n  %1 %2")
+                    .arg(QString::fromLatin1(row.name.data()), -17)
+                    .arg(QString::fromLatin1(row.caption.data()));
+    }
+    return help;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QCoreApplication::setApplicationName(QStringLiteral("spellwick-practice-tool"));
+    const QApplication application(argc, argv);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(Help());
+    const QCommandLineOption nameOption(
+        QStringLiteral("name"), QObject::tr("Listen on <name>.sock, \"practice\" by default."),
+        QStringLiteral("name"), QStringLiteral("practice"));
+    const QCommandLineOption gameOption(
+        QStringLiteral("game"),
+        QObject::tr("Follow the journal that the practice game writes to "
+                    "<file>, and report the casts in it."),
+        QStringLiteral("file"));
+    parser.addOptions({nameOption, gameOption});
+    parser.addHelpOption();
+    parser.process(application);
+
+    QElapsedTimer clock;
+    clock.start();
+    PracticeTool tool({
+        .folder = spellwick::practice::ToolFolder(),
+        .name = parser.value(nameOption),
+        .clock = [&clock] { return ToolTime(clock.elapsed()); },
+        .random =
+            [](int lowest, int highest) {
+                return QRandomGenerator::global()->bounded(lowest, highest + 1);
+            },
+    });
+    QObject::connect(&tool, &PracticeTool::Happened, &tool, WriteEvent);
+    spellwick::practice::ToolWindow window(tool);
+
+    JournalWatch journal;
+    if (parser.isSet(gameOption)) {
+        QObject::connect(&journal, &JournalWatch::Line, &tool, [&tool](const QString& line) {
+            const QString cast = QStringLiteral("cast ");
+            if (line.startsWith(cast)) {
+                tool.Cast(line.mid(cast.size()));
+            }
+        });
+        if (!journal.Follow(parser.value(gameOption))) {
+            std::fputs("spellwick-practice-tool: cannot read the journal file\n", stderr);
+            return 2;
+        }
+    }
+    if (!tool.Open()) {
+        return 2;
+    }
+    window.show();
+
+    Console console(tool);
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &window, [&] {
+        if (!console.Read()) {
+            input.setEnabled(false);
+        }
+    });
+    return QApplication::exec();
+}

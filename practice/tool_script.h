@@ -1,0 +1,121 @@
+// How the practice assist tool behaves: what it answers, and what it reports when. The time is a
+// parameter, so that a test can let it pass.
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "practice/spell_costs.h"
+#include "practice/tool_lines.h"
+#include "practice/tool_numbers.h"
+
+namespace spellwick::practice {
+
+// Since any moment that stays the same.
+using ToolTime = std::chrono::milliseconds;
+
+class ToolScript {
+  public:
+    // A whole number from `lowest` to `highest`.
+    using Random = std::function<int(int lowest, int highest)>;
+    enum class Answers { kScript, kTwoThenOne, kZero, kTwo };
+    enum class CastOutcome { kCast, kFizzled, kNoMana, kNoReagents, kLoggedOut };
+    enum class Fizzle { kNone, kBeforeTheReport, kAfterTheReport };
+
+    explicit ToolScript(Random random);
+    ToolScript(const ToolScript&) = delete;
+    ToolScript& operator=(const ToolScript&) = delete;
+
+    // The answer to a message from a program; 0 for a message that the tool does not know.
+    int Answer(const ToolMessage& message, ToolTime now);
+
+    CastOutcome Cast(const SpellCost& spell, ToolTime now);
+    // Adds to the stock, or takes away; at least 0 is left. `item` is a place in kStockItems.
+    void Change(std::size_t item, int amount, ToolTime now);
+    void SetMana(int mana, ToolTime now);
+    // In tenths of a point.
+    void SetSkill(int skill, int tenths, ToolTime now);
+    void Logout(ToolTime now);
+    // The program of the tool starts again: it has forgotten who was registered. The character is
+    // the game's and stays as it is.
+    void Restart();
+
+    // Stock, skills and mana as the other tool of this character knows them.
+    void CopyCharacter(const ToolScript& other);
+
+    // Reports that come unasked: mana that comes back, skills that rise.
+    void SetIdle(bool on) { m_idle = on; }
+    void SetAnswers(Answers answers) { m_answers = answers; }
+    void SetSilentCount(bool silent) { m_silentCount = silent; }
+    // The stock is reported before the request for it has been answered.
+    void SetEarlyCount(bool early) { m_earlyCount = early; }
+    // Of the next cast.
+    void SetFizzle(Fizzle fizzle) { m_fizzle = fizzle; }
+
+    // The moment of the next report; nothing while none is to come.
+    std::optional<ToolTime> NextDue(ToolTime now);
+    // The reports that are due by now, in their order, for every registered window.
+    std::vector<ToolMessage> TakeDue(ToolTime now);
+    // Reports that are to come, those that come unasked not counted.
+    std::size_t Scheduled() const { return m_due.size(); }
+
+    int Stock(std::size_t item) const { return m_stock.at(item); }
+    // In tenths of a point.
+    int Skill(int skill) const { return m_skills.at(static_cast<std::size_t>(skill)); }
+    int Intelligence() const { return m_intelligence; }
+    int Mana() const { return m_mana; }
+    bool LoggedIn() const { return m_loggedIn; }
+    Fizzle NextFizzle() const { return m_fizzle; }
+    const std::vector<int>& Registered() const { return m_registered; }
+
+  private:
+    struct Due {
+        ToolTime at;
+        // What there is to report then.
+        std::function<ToolMessage()> report;
+        bool logsIn = false;
+    };
+
+    int Register(int window, ToolTime now);
+    void Remember(int window, ToolTime now);
+    void Count(ToolTime now);
+    void ScheduleLogin(ToolTime now);
+    void Schedule(ToolTime at, const ToolMessage& message, bool logsIn = false);
+    void ScheduleStock(ToolTime at, std::size_t item);
+    void ScheduleMana(ToolTime at);
+    void ScheduleSkill(ToolTime at, int skill);
+    void PlanIdle(ToolTime now);
+    void GainMana(std::vector<ToolMessage>& reports);
+    void GainSkill(std::vector<ToolMessage>& reports);
+    ToolMessage StockReport(std::size_t item) const;
+    ToolMessage ManaReport() const;
+    ToolMessage SkillReport(int skill) const;
+    ToolMessage MageryReport() const;
+
+    Random m_random;
+    std::vector<Due> m_due;  // in the order of time
+    std::optional<ToolTime> m_manaAt;
+    std::optional<ToolTime> m_skillAt;
+
+    std::array<int, kStockItems.size()> m_stock{};
+    std::array<int, kSkillCount> m_skills{};
+    int m_intelligence = 100;
+    int m_mana = 100;
+
+    std::vector<int> m_registered;
+    bool m_loginTold = false;
+    bool m_loggedIn = false;
+    bool m_loggedOut = false;
+
+    bool m_idle = true;
+    bool m_silentCount = false;
+    bool m_earlyCount = false;
+    Answers m_answers = Answers::kScript;
+    bool m_secondAnswer = false;  // of kTwoThenOne
+    Fizzle m_fizzle = Fizzle::kNone;
+};
+
+}  // namespace spellwick::practice
