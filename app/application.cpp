@@ -43,7 +43,7 @@ Application::Application(System system)
                [this] { return SavedTimerPlace(); }) {
     m_main = std::make_unique<FormMain>(Services());
     m_boxes.SetOwner(m_main.get());
-    m_assist.SetCountButton([this](bool enabled) { m_main->Command(3).setEnabled(enabled); });
+    ConnectAssist();
     m_runEnd.SetSaving([this] { return m_main->SaveAfterFailure(); });
     m_runEnd.SetCleanUp([this] {
         m_keys.reset();
@@ -79,6 +79,20 @@ std::optional<int> Application::Start() {
     Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
     WatchForEnd();
     return std::nullopt;
+}
+
+void Application::ConnectAssist() {
+    SettingsPort& settings = *this;
+    m_reports = std::make_unique<AssistReports>(*m_main, m_boxes, settings, m_timers);
+    m_dispatcher = std::make_unique<AssistDispatcher>(m_state, *m_reports, m_assist, m_runEnd);
+    m_assist.SetCountButton([this](bool enabled) { m_reports->EnableCount(enabled); });
+    m_assist.SetReceiver(*m_dispatcher);
+    if (m_system.assist->Descriptor() >= 0) {
+        auto* reports =
+            new QSocketNotifier(m_system.assist->Descriptor(), QSocketNotifier::Read, m_main.get());
+        QObject::connect(reports, &QSocketNotifier::activated, m_main.get(),
+                         [this] { m_system.assist->Service(); });
+    }
 }
 
 void Application::WatchForEnd() {
@@ -156,6 +170,16 @@ void Application::UpdateChance() {
     if (m_settings != nullptr) {
         m_settings->UpdateChance();
     }
+}
+
+void Application::ShowMinimumSkill(const std::string& text) {
+    MakeSettings();
+    m_settings->Skills().ShowReportedSkill(text);
+}
+
+void Application::ShowMinimumInt(const std::string& text) {
+    MakeSettings();
+    m_settings->Skills().ShowReportedInt(text);
 }
 
 StoreResult Application::Unload() {

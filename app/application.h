@@ -3,14 +3,16 @@
 
 #include <memory>
 
-#include "app/absent_assist.h"
 #include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
 #include "app/run_end.h"
 #include "app/running_timers.h"
 #include "app/settings_host.h"
 #include "app/wait_notice.h"
+#include "link/assist_dispatcher.h"
+#include "link/assist_search.h"
 #include "link/keystroke_sender.h"
+#include "main_window/assist_reports.h"
 #include "main_window/form_main.h"
 #include "platform/system.h"
 #include "settings_dialog/form_settings.h"
@@ -32,6 +34,8 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     void Load() override;
     void ShowModal() override;
     void UpdateChance() override;
+    void ShowMinimumSkill(const std::string& text) override;
+    void ShowMinimumInt(const std::string& text) override;
     StoreResult Unload() override;
     // SpellInfoPort
     void DisplayInfo(i32 row) override;
@@ -40,6 +44,7 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
 
     MainWindowServices Services();
     void MakeSettings();
+    void ConnectAssist();
     void WatchForEnd();
     WindowPlaces::Place SavedTimerPlace() const;
 
@@ -47,13 +52,15 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     SharedState m_state;
     QtMessageBoxes m_boxes;
     RunEnd m_runEnd{m_boxes};
-    AbsentAssist m_assist{m_state};
+    AssistSearch m_assist{m_state, *m_system.assist};
     std::unique_ptr<KeySender> m_keys;
     RunningTimers m_timers;
     WaitNotice m_wait;
     std::unique_ptr<FormMain> m_main;
     QtDialogs m_dialogs;
     std::unique_ptr<SettingsHost> m_settingsHost;
+    std::unique_ptr<AssistReports> m_reports;
+    std::unique_ptr<AssistDispatcher> m_dispatcher;
     std::unique_ptr<FormSettings> m_settings;
     std::unique_ptr<FormInfo> m_info;
 };

@@ -151,12 +151,19 @@ void AssistDispatcher::Cast(i32 number) {
         // ODDITY(debit-twice): a cast clicked while the tool was not linked is paid at the click
         // and again at the report; kept because a report never says which click it belongs to.
         m_view.DebitSpell(row);
+        // While the tool is not linked the click has started the countdown.
+        if (m_state.AssistLinked) {
+            m_view.StartTimer(number > kLastOneBasedNumber ? spell : i32{row});
+        }
     }
     FindUnlessLinked();
 }
 
 void AssistDispatcher::Magery(i32 points) {
     m_state.Magery = ToI16(points);
+    // ODDITY(magery-report-group): while the skills tab is on Necromancy or Chivalry, a report of
+    // Magery gives that skill the same value; kept because the box of the character's skill takes a
+    // report as it takes an entry, and the tool's next list of skills sets it right.
     m_view.ShowMinimumSkill(PlainText(points));
     m_view.UpdateChances();
 }
@@ -169,6 +176,8 @@ void AssistDispatcher::Stats(i32 intelligence, i32 mana) {
     if (m_state.Meditate && low && falling) {
         m_view.ArmMeditation();
     }
+    // ODDITY(report-ceiling): Intelligence above 125 is cut down to 125 when the tool reports it,
+    // as Magery is; kept because the box that shows it takes a report as it takes an entry.
     m_view.ShowMinimumInt(PlainText(i32{m_state.Intelligence}));
     m_view.ShowCurrentMana();
     m_view.UpdateChances();

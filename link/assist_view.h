@@ -21,6 +21,8 @@ class AssistView {
     virtual void UpdateChances() = 0;
     // Takes the cost of one cast; RuntimeFailure (subscript) for a row that is not 0 to 96.
     virtual void DebitSpell(i32 row) = 0;
+    // Starts the countdown of a spell that lasts; row 0 to 96.
+    virtual void StartTimer(i32 row) = 0;
 
     virtual void EnableCount(bool enabled) = 0;
     // The Count button's caption.
@@ -28,7 +30,8 @@ class AssistView {
     // Starts the timer that presses the meditation button.
     virtual void ArmMeditation() = 0;
 
-    // Texts of the settings dialog, which is made if it does not exist yet.
+    // Texts of the character's line in the settings dialog, which is made if it does not exist yet.
+    // What such an entry stores it stores here too.
     virtual void ShowMinimumSkill(const std::string& text) = 0;
     virtual void ShowMinimumInt(const std::string& text) = 0;
 

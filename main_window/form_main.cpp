@@ -118,6 +118,13 @@ QTimer& FormMain::Timer1(int index) {
     return index == 1 ? m_watchTimer : m_meditationTimer;
 }
 
+void FormMain::ArmMeditation() {
+    MeditationTag = kMeditateTag;
+    if (!m_meditationTimer.isActive()) {
+        m_meditationTimer.start();
+    }
+}
+
 void FormMain::MeditationTick() {
     if (MeditationTag != kMeditateTag) {
         return;

@@ -60,6 +60,11 @@ class FormMain : public QWidget, private PlayerView, private PurseView, private 
     QTimer& Timer1(int index);
     QPushButton& Command(int index) { return *m_command[static_cast<std::size_t>(index)]; }
 
+    QPushButton& CountButton() { return Command(3); }
+
+    // Starts Timer1(2), at whose tick the meditation button is pressed.
+    void ArmMeditation();
+
     // Tag of Timer1(2): "Meditate" while the button is about to be pressed.
     std::string MeditationTag;
 

@@ -27,6 +27,10 @@ class SettingsPort {
     virtual void ShowModal() = 0;
     // Refreshes the chances of its skills tab; makes the dialog if need be.
     virtual void UpdateChance() = 0;
+    // Puts a reported value into the character's line of its skills tab, as an entry would; makes
+    // the dialog if need be.
+    virtual void ShowMinimumSkill(const std::string& text) = 0;
+    virtual void ShowMinimumInt(const std::string& text) = 0;
     // The end of the dialog, ahead of the main window's own saving: saves its place and the macro
     // codes.
     virtual StoreResult Unload() = 0;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/assist_transport.h"
 #include "platform/client_windows.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
@@ -22,6 +23,7 @@ struct System {
     std::unique_ptr<Installation> installation;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<SettingsStore> store;
+    std::unique_ptr<AssistTransport> assist;
     // What the user should know at once, a text each: a store that could not be read, a display
     // that takes no keys.
     std::vector<std::string> troubles;

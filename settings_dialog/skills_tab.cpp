@@ -381,6 +381,16 @@ void SkillsTab::MaximumSkillLostFocus(int line) {
     UpdateChance();
 }
 
+void SkillsTab::ShowReportedSkill(const std::string& text) {
+    ShowText(*MinimumSkill[kCharacterLine], text);
+    ChangeMinimumSkill(kCharacterLine);
+}
+
+void SkillsTab::ShowReportedInt(const std::string& text) {
+    ShowText(*MinimumInt[kCharacterLine], text);
+    ChangeMinimumInt(kCharacterLine);
+}
+
 void SkillsTab::ClickLHWS() {
     OpenGuildPage(m_services);
 }

@@ -32,6 +32,10 @@ class SkillsTab : public SettingsTab {
     // Shows the chances of the group in their colours.
     void UpdateChance();
 
+    // Put a value that was reported into the character's line, as an entry there.
+    void ShowReportedSkill(const std::string& text);
+    void ShowReportedInt(const std::string& text);
+
     // The group of the option that is on, and the character's value of it.
     int SelectedSkillGroup() const;
     i16 SelectedSkillValue() const;

@@ -2,9 +2,11 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "platform/linux/assist_folder.h"
 #include "platform/linux/end_requests.h"
 #include "platform/linux/local_clock.h"
 #include "platform/linux/open_settings_store.h"
+#include "platform/linux/socket_assist_transport.h"
 #include "platform/linux/wine_installation.h"
 #include "platform/linux/x11_client_windows.h"
 #include "platform/linux/x11_connection.h"
@@ -59,6 +61,7 @@ System OpenSystem() {
     if (!opened.trouble.empty()) {
         system.troubles.push_back(opened.trouble);
     }
+    system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
     system.endRequests = WatchEndRequests();
     return system;
 }

@@ -196,10 +196,11 @@ TEST(MapSpellNumber, EveryNumber_IsItsRowOrUnknown) {
 TEST_F(AssistDispatch, CastReport_UpToOneHundred_DebitsTheSpellOneLess) {
     for (i32 number = 1; number <= 97; ++number) {
         EXPECT_THAT(Report(0x52E, number, 12345),
-                    ElementsAre("debit " + std::to_string(number - 1)));
+                    ElementsAre("debit " + std::to_string(number - 1),
+                                "timer " + std::to_string(number - 1)));
     }
-    EXPECT_THAT(Report(0x52E, 1, 0), ElementsAre("debit 0"));
-    EXPECT_THAT(Report(0x52E, 64, 0), ElementsAre("debit 63"));
+    EXPECT_THAT(Report(0x52E, 1, 0), ElementsAre("debit 0", "timer 0"));
+    EXPECT_THAT(Report(0x52E, 64, 0), ElementsAre("debit 63", "timer 63"));
 }
 
 TEST_F(AssistDispatch, CastReport_BeyondTheLastSpell_Fails) {
@@ -213,11 +214,12 @@ TEST_F(AssistDispatch, CastReport_BeyondTheLastSpell_Fails) {
 TEST_F(AssistDispatch, CastReport_Oddity_AboveOneHundredDebitsTheSpellBefore) {
     for (const SpellRow& row : kSpellRows) {
         EXPECT_THAT(Report(0x52E, row.tool, 0),
-                    ElementsAre("debit " + std::to_string(row.ours - 1)))
+                    ElementsAre("debit " + std::to_string(row.ours - 1),
+                                "timer " + std::to_string(row.ours)))
             << row.tool;
     }
-    EXPECT_THAT(Report(0x52E, 104, 0), ElementsAre("debit 63"));
-    EXPECT_THAT(Report(0x52E, 201, 0), ElementsAre("debit 79"));
+    EXPECT_THAT(Report(0x52E, 104, 0), ElementsAre("debit 63", "timer 64"));
+    EXPECT_THAT(Report(0x52E, 201, 0), ElementsAre("debit 79", "timer 80"));
 }
 
 // covers ODDITY(unknown-spell-number)

@@ -118,7 +118,7 @@ FormMain& MainWindowFixture::Make() {
                                                       .keys = m_keys,
                                                       .desktop = m_desktop,
                                                       .boxes = m_boxes,
-                                                      .assist = m_parts,
+                                                      .assist = *m_assist,
                                                       .oldData = m_parts,
                                                       .settings = m_parts,
                                                       .spellInfo = m_parts,

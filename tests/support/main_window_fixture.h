@@ -43,6 +43,8 @@ class RecordingParts : public AssistLink,
     void Load() override { Note("load settings"); }
     void ShowModal() override { Note("show settings"); }
     void UpdateChance() override { Note("update chance"); }
+    void ShowMinimumSkill(const std::string& text) override { Note("skill " + text); }
+    void ShowMinimumInt(const std::string& text) override { Note("int " + text); }
     StoreResult Unload() override {
         Note("unload settings");
         return {};
@@ -157,6 +159,7 @@ class MainWindowFixture : public testing::Test, public FailureSink {
     RecordingDesktop m_desktop{&m_log};
     RecordingMessageBoxes m_boxes{&m_log};
     RecordingParts m_parts{m_log};
+    AssistLink* m_assist = &m_parts;  // set before Make
     SharedState m_state;
     std::unique_ptr<FormMain> m_form;
     std::vector<UncaughtFailure> m_failures;

@@ -24,6 +24,7 @@ class RecordingAssistView : public AssistView, public AssistLink {
         Log("debit " + std::to_string(row));
         RequireSpellRow(row);
     }
+    void StartTimer(i32 row) override { Log("timer " + std::to_string(row)); }
     void EnableCount(bool enabled) override { Log(enabled ? "enable" : "disable"); }
     void CaptionCount(const std::string& caption) override { Log("caption " + caption); }
     void ArmMeditation() override { Log("meditate"); }
