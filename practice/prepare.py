@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Makes the settings that the practice starts with, if there are none yet: Mira Talon is a skilled
-mage with full bags, Bran Oakley a beginner, Ysolde has never been seen before.
+mage with full bags, Bran Oakley a beginner, Ysolde has never been seen before. Below 40 mana
+Spellwick presses F12, the key of the Meditation skill.
 
 Usage: prepare.py DATA_HOME
 """
@@ -24,7 +25,8 @@ def player(skills, book, stock, tithing):
 
 
 SECTIONS = {
-    "Settings": {"WindowLeft": str(30 * TWIPS), "WindowTop": str(30 * TWIPS)},
+    "Settings": {"WindowLeft": str(30 * TWIPS), "WindowTop": str(30 * TWIPS),
+                 "Meditate": "True", "MeditateLevel": "40", "Macro-1": "---{F12}"},
     "Ultima Online - Mira Talon (Atlantic)": player(
         {"Magery": 86, "EvalInt": 80, "Necro": 62, "SpiritSpeak": 60, "Chivalry": 40,
          "Intelligence": 95, "TargetResist": 50},

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Plays a short session of Spellwick beside the practice game in a virtual display of its own.
+"""Plays a short session of Spellwick beside the practice game and the practice assist tool in a
+virtual display of its own.
 
 Usage: session.py FOLDER_OF_THE_PROGRAMS OUTPUT_FOLDER
 
@@ -11,6 +12,7 @@ import os
 import pathlib
 import shutil
 import signal
+import sqlite3
 import subprocess
 import sys
 import time
@@ -25,7 +27,14 @@ WIDTH_FROM_FIRST_SPELL = 539
 SPELL_PITCH, SPELL_CENTRE = 44, (22, 40)
 CIRCLE_PITCH, CIRCLE_TOP, FIRST_CIRCLE = 35.2, 92, 2
 COUNTER_LEFTS, COUNTER_ROWS, COUNTER_PITCH, COUNTER_CENTRE = (30, 111, 189), 5, 15, (12, 9)
-UNDO = (248, 10)
+UNDO, COUNT = (248, 10), (248, 46)
+MEDITATION = ("key F12", "key Enter")
+
+GAME_PLACE, TOOL_PLACE = "+30+190", "+570+190"
+SCREEN = "1460x720x24"
+
+# What the tool says that Mira's pack holds, less what the session casts after the count.
+STOCK_AT_THE_END = {"MR 0": "148", "SA 0": "86", "SS 0": "73", "BM 0": "80", "CurrentTithing": " 15000"}
 
 
 class Trouble(Exception):
@@ -48,6 +57,7 @@ class Session:
         self.output = output
         self.children = []
         self.pictures = 0
+        self.mouse = None
         self.environment = dict(os.environ, LC_ALL="C.UTF-8",
                                 XDG_DATA_HOME=str(output / "session" / "data"),
                                 XDG_CONFIG_HOME=str(output / "session" / "config"),
@@ -75,7 +85,7 @@ class Session:
 
     def open_display(self):
         reader, writer = os.pipe()
-        self.start("display", ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1100x720x24",
+        self.start("display", ["Xvfb", "-displayfd", str(writer), "-screen", "0", SCREEN,
                                "-nolisten", "tcp"], pass_fds=(writer,))
         os.close(writer)
         with os.fdopen(reader) as numbers:
@@ -110,7 +120,7 @@ class Session:
         self.journal = self.output / "typed.txt"
         self.journal.unlink(missing_ok=True)
         self.game = self.start("game", [self.programs / "spellwick-practice-game", "--journal",
-                                        self.journal, "-qwindowgeometry", "+280+190"],
+                                        self.journal, "-qwindowgeometry", GAME_PLACE],
                                stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         wait_for("the game's window", lambda: self.window("^Ultima Online"))
 
@@ -124,6 +134,31 @@ class Session:
     def wait_typed(self, *lines):
         """These lines stand one after the other at the end of the journal."""
         wait_for(f"the game sees {lines}", lambda: self.typed()[-len(lines):] == list(lines))
+
+    # The assist tool
+
+    def start_tool(self):
+        self.told = self.output / "session" / "tool.txt"
+        with open(self.told, "wb") as told:
+            self.tool = self.start("tool", [self.programs / "spellwick-practice-tool", "--game",
+                                            self.journal, "-qwindowgeometry", TOOL_PLACE],
+                                   stdin=subprocess.PIPE, stdout=told)
+        wait_for("the tool's window", lambda: self.window("^UOAssist"))
+
+    def tell_tool(self, command):
+        self.tool.stdin.write(f"{command}\n".encode())
+        self.tool.stdin.flush()
+
+    def wait_told(self, start, times=1):
+        """The tool has said a line that starts so, for the time told."""
+        wait_for(f"the tool says {start!r}", lambda: sum(
+            line.startswith(start) for line in self.told.read_text().splitlines()) >= times)
+
+    def wait_quiet(self):
+        """All that the tool has to report is reported and answered."""
+        quiet = self.told.read_text().splitlines().count("quiet")
+        self.tell_tool("wait")
+        self.wait_told("quiet", quiet + 1)
 
     # Spellwick
 
@@ -140,7 +175,10 @@ class Session:
                  lambda: f"Character: {name}" in self.xdotool("getwindowname", self.main))
 
     def move(self, place):
-        self.xdotool("mousemove", "--sync", "--window", self.main, *map(round, place))
+        """Waits until the mouse is there; to wait where it is already would be in vain."""
+        sync = [] if place == self.mouse else ["--sync"]
+        self.mouse = place
+        self.xdotool("mousemove", *sync, "--window", self.main, *map(round, place))
 
     def click(self, place):
         self.move(place)
@@ -176,9 +214,7 @@ class Session:
         self.move(self.spell(5))
         self.picture("hover", "the mouse over Lightning: its needs, mana, price and words")
 
-        self.click(self.spell(5))
-        self.wait_typed("key Alt+Shift+6", "cast Lightning", "key Enter",
-                        "say ... Alakazam ...")
+        self.cast(5, "Alt+Shift+6", "Lightning")
         self.picture("cast", "Lightning is cast; its reagents are taken off the counters")
 
         self.click(UNDO)
@@ -201,10 +237,79 @@ class Session:
         self.wait_typed("key Alt+6", "cast Night Sight", "key Enter")
         self.picture("learned", "now it is, and it is cast")
 
+        self.play_with_tool()
+        self.end_spellwick()
+
+    def cast(self, slot, key, spell, *after):
+        """A cast of Mira's, to the end of its keys."""
+        lines = [f"key {key}", f"cast {spell}", "key Enter", "say ... Alakazam ...", *after]
+        before = len(self.typed())
+        self.click(self.spell(slot))
+        wait_for(f"the game sees {lines}", lambda: self.typed()[before:] == lines)
+
+    def play_with_tool(self):
+        self.tell_game("login 1")
+        self.wait_character("Mira Talon")
+        self.start_tool()
+        self.wait_told("in send 1224")
+        self.wait_quiet()
+        self.tell_tool("idle off")  # mana stays as the casts leave it
+        self.picture("linked", "the assist tool is there: skills and mana come from it")
+
+        self.click(COUNT)
+        self.wait_told("in send 1125")
+        self.wait_quiet()
+        self.picture("count", "Count: the stock of the pack, and the tithing points")
+
+        self.click(self.circle(4))
+        self.cast(5, "Alt+Shift+6", "Lightning")
+        self.wait_told("cast Lightning")
+        self.wait_quiet()
+        self.picture("reported", "Lightning is paid when the tool reports it, with its mana")
+
+        self.tell_tool("fizzle")
+        self.wait_told("done fizzle")
+        self.cast(5, "Alt+Shift+6", "Lightning")
+        self.wait_told("fizzled Lightning")
+        self.wait_quiet()
+        self.picture("fizzle", "a Lightning that fizzles costs nothing")
+
+        self.click(self.circle(7))
+        self.cast(2, "Ctrl+Alt+Shift+E", "Flamestrike")
+        self.wait_quiet()
+        if MEDITATION[0] in self.typed():
+            raise Trouble("meditation with mana above the level")
+        self.cast(2, "Ctrl+Alt+Shift+E", "Flamestrike", *MEDITATION)
+        self.wait_quiet()
+        self.picture("meditation", "mana falls below 40: the key of Meditation (F12) is pressed")
+
+        self.tell_tool("close")
+        self.wait_told("closed")
+        time.sleep(1.5)  # the watch looks once a second
+        self.click(self.circle(4))
+        self.tell_tool("mana 100")
+        self.cast(5, "Alt+Shift+6", "Lightning")
+        self.wait_told("cast Lightning", 2)
+        self.picture("closed", "the tool has closed: no count, and a cast is paid at the click")
+
+        self.tell_tool("open")
+        self.wait_told("in send 1224", 2)
+        self.wait_quiet()
+        self.picture("back", "the tool is back and Spellwick has registered again")
+
+    def end_spellwick(self):
         self.spellwick.send_signal(signal.SIGTERM)
         code = self.spellwick.wait(PATIENCE)
         if code != 0:
             raise Trouble(f"Spellwick ended with exit code {code}")
+        path = pathlib.Path(self.environment["XDG_DATA_HOME"], "spellwick", "settings.db")
+        store = sqlite3.connect(path)
+        saved = dict(store.execute("SELECT key, value FROM setting WHERE section = ?",
+                                   ("Ultima Online - Mira Talon (Atlantic)",)))
+        store.close()
+        stock = {key: saved.get(key) for key in STOCK_AT_THE_END}
+        if stock != STOCK_AT_THE_END:
+            raise Trouble(f"the saved stock is {stock} and not {STOCK_AT_THE_END}")
 
 
 def main():
