@@ -1,0 +1,136 @@
+// From a cast spell to its countdown on the screen.
+#include "app/running_timers.h"
+
+#include <QApplication>
+#include <QLabel>
+
+#include <gtest/gtest.h>
+
+#include "model/timer_display.h"
+#include "platform/recording/recording_desktop.h"
+#include "platform/recording/set_clock.h"
+#include "tests/support/failures.h"
+
+namespace spellwick {
+namespace {
+
+constexpr i16 kMagery120 = 1;  // rules
+constexpr i16 kPlusSpirit = 16;
+
+class RunningTimersTest : public testing::Test, public FailureSink {
+  protected:
+    RunningTimersTest() {
+        m_state.Spells.GrowTo(104);
+        for (i32 row = 0; row <= kLastRow; ++row) {
+            m_state.Spells(row).Name = "Spell " + std::to_string(row);
+        }
+        m_state.SpellTimerMode = kTimersAsText;
+        m_clock.now = 1000.0F;
+    }
+    void OnUncaughtFailure(const std::exception& failure, std::string_view action) override {
+        FAIL() << action << ": " << failure.what();
+    }
+
+    FormTimer* Window() {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* timers = qobject_cast<FormTimer*>(window)) {
+                return timers;
+            }
+        }
+        return nullptr;
+    }
+    bool IsShown() { return Window() != nullptr && Window()->isVisible(); }
+    std::string Shown(const char* label, int slot) {
+        const auto* found = Window()->findChild<QLabel*>(
+            QStringLiteral("%1(%2)").arg(QLatin1String(label)).arg(slot));
+        return found != nullptr && found->isVisible() ? found->text().toStdString() : "";
+    }
+
+    SharedState m_state;
+    SetClock m_clock;
+    RecordingDesktop m_desktop;
+    WindowPlaces::Place m_saved{.top = 3000.0F, .left = 615.0F};
+    int m_placesRead = 0;
+    RunningTimers m_timers{
+        {.state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this}, [this] {
+            ++m_placesRead;
+            return m_saved;
+        }};
+};
+
+TEST_F(RunningTimersTest, Cast_LastsByItsRuleAndTheValuesOfThatMoment) {
+    m_state.Spells(7).File5 = kMagery120;
+    m_state.Magery = 50;
+    m_timers.StartTimer(7);
+    m_state.Magery = 100;
+    m_timers.StartTimer(7);
+    EXPECT_EQ(Shown("lblSpellName", 0), "Spell 7");
+    EXPECT_EQ(Shown("lblTimeRemaining", 0), "60");
+    EXPECT_EQ(Shown("lblTimeRemaining", 1), "120");
+    m_clock.now = 1010.0F;
+    m_timers.Update();
+    EXPECT_EQ(Shown("lblTimeRemaining", 0), "50");
+}
+
+TEST_F(RunningTimersTest, SpellThatDoesNotLast_MakesNoWindow) {
+    m_state.Magery = 0;
+    m_state.Spells(7).File5 = kMagery120;
+    for (const i16 rule : std::initializer_list<i16>{0, kMagery120, 25, -1}) {
+        m_state.Spells(7).File5 = rule;
+        m_timers.StartTimer(7);
+    }
+    EXPECT_EQ(Window(), nullptr);
+    m_timers.Update();
+    EXPECT_EQ(Window(), nullptr);
+    EXPECT_EQ(m_placesRead, 0);
+}
+
+TEST_F(RunningTimersTest, OneSecond_CountsAndLessDoesNot) {
+    m_state.Spells(64).File5 = kPlusSpirit;
+    m_state.SpiritSpeak = -1;  // 0.7 seconds
+    m_timers.StartTimer(64);
+    EXPECT_EQ(Window(), nullptr);
+    m_state.SpiritSpeak = 0;
+    m_timers.StartTimer(64);
+    EXPECT_EQ(Shown("lblTimeRemaining", 0), "1");
+}
+
+TEST_F(RunningTimersTest, ValuesBeyond16Bits_AreAnOverflow) {
+    constexpr i16 kSummons = 5;
+    m_state.Spells(39).File5 = kSummons;
+    m_state.Magery = 10000;
+    m_state.Intelligence = 6384;
+    EXPECT_EQ(FailureOf([&] { m_timers.StartTimer(39); }), FailureKind::kOverflow);
+    m_state.Intelligence = 6383;
+    m_timers.StartTimer(39);
+    EXPECT_EQ(Shown("lblTimeRemaining", 0), "32766");
+    EXPECT_EQ(FailureOf([&] { m_timers.StartTimer(105); }), FailureKind::kSubscript);
+}
+
+TEST_F(RunningTimersTest, Place_IsReadOnceInTwipsAndGivenBackInTwips) {
+    const WindowPlaces::Place place = m_timers.TimerPlace();
+    EXPECT_EQ(Window()->pos(), QPoint(41, 200));
+    EXPECT_EQ(place.top, 3000.0F);
+    EXPECT_EQ(place.left, 615.0F);
+    Window()->move(-10, 7);
+    EXPECT_EQ(m_timers.TimerPlace().left, -150.0F);
+    EXPECT_EQ(m_timers.TimerPlace().top, 105.0F);
+    EXPECT_EQ(m_placesRead, 1);
+    EXPECT_FALSE(IsShown());
+}
+
+TEST_F(RunningTimersTest, SetMode_StoresTheModeAndShowsIt) {
+    m_state.Spells(7).File5 = kMagery120;
+    m_state.Magery = 50;
+    m_timers.StartTimer(7);
+    EXPECT_TRUE(IsShown());
+    m_timers.SetMode(kTimersOff);
+    EXPECT_EQ(m_state.SpellTimerMode, kTimersOff);
+    EXPECT_FALSE(IsShown());
+    m_timers.SetMode(kTimersAsIcons);
+    EXPECT_TRUE(IsShown());
+    EXPECT_EQ(Shown("lblSpellName", 0), "");
+}
+
+}  // namespace
+}  // namespace spellwick
