@@ -200,6 +200,8 @@ void FormTimer::ShowTimer(SpellTimer& timer, float now) {
         if (row <= kLastPagedRow) {
             const PictureStrip& strip = m_icons.StripOf(row);
             m_pictures[slot]->SetPicture(strip.Strip(), strip.Cell(row % kSlotCount));
+        } else {
+            m_pictures[slot]->SetPicture({}, {});
         }
         DrawBar(timer.ControlIndex, timer.PercentRemaining(now));
     }

@@ -164,6 +164,56 @@ TEST_F(FormTimerTest, RowBehindThePages_HasABarWithoutAnIcon) {
     TickAt(1010.0F);
     EXPECT_EQ(Bar(0).Percent(), 50);
     EXPECT_EQ(Picture(0).Cell(), QRect());
+    // Nor the icon of the timer that stood in the slot before.
+    m_form->CreateNewSpellTimer(95, 5);
+    EXPECT_NE(Picture(0).Cell(), QRect());
+    TickAt(1015.0F);
+    EXPECT_EQ(Bar(0).Percent(), 25);
+    EXPECT_EQ(Picture(0).Cell(), QRect());
+}
+
+TEST_F(FormTimerTest, Icons_AreColouredAlsoForSpellsThatCannotBeCast) {
+    m_state.Spells(10).MinimumSkill = 100;
+    Make().CreateNewSpellTimer(10, 60);
+    const auto colourOf = [](const QPixmap& picture) {
+        const QImage image = picture.toImage();
+        int sum = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                sum += QColor(image.pixel(x, y)).hsvSaturation();
+            }
+        }
+        return sum / (image.width() * image.height());
+    };
+    IconClip icons(QStringLiteral("grey"), qGuiApp->devicePixelRatio());
+    const PictureStrip& strip = icons.StripOf(10);
+    EXPECT_GT(colourOf(Picture(0).grab()), 2 * colourOf(strip.Strip().copy(strip.Cell(2))) + 20);
+}
+
+TEST_F(FormTimerTest, Ground_IsBlackInEachArrangement) {
+    Make().CreateNewSpellTimer(1, 60);
+    const auto corner = [this] { return m_form->grab().toImage().pixel(0, m_form->height() - 1); };
+    EXPECT_EQ(corner(), qRgb(0, 0, 0));
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_EQ(corner(), qRgb(0, 0, 0));
+    m_form->SetMode(kTimersAsText);
+    EXPECT_EQ(corner(), qRgb(0, 0, 0));
+}
+
+TEST_F(FormTimerTest, SlotsWithoutATimer_ShowNothing) {
+    Make().CreateNewSpellTimer(1, 60);
+    m_form->CreateNewSpellTimer(2, 70);
+    for (const i32 mode : {kTimersAsIcons, kTimersAsText}) {
+        m_form->SetMode(mode);
+        const bool icons = mode == kTimersAsIcons;
+        for (int slot = 0; slot < kTimerSlots; ++slot) {
+            SCOPED_TRACE(slot);
+            EXPECT_EQ(Picture(slot).isVisible(), icons && slot < 2);
+            EXPECT_EQ(Bar(slot).isVisible(), icons && slot < 2);
+            EXPECT_EQ(Name(slot).isVisible(), !icons && slot < 2);
+            EXPECT_EQ(Seconds(slot).isVisible(), !icons && slot < 2);
+        }
+    }
 }
 
 TEST_F(FormTimerTest, HiddenByUser_StaysAwayUntilTheNextTimer) {
