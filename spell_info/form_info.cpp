@@ -250,6 +250,12 @@ void FormInfo::changeEvent(QEvent* event) {
     });
 }
 
+// It comes back where it stood; the desktop would place it anew.
+void FormInfo::closeEvent(QCloseEvent* event) {
+    move(pos());
+    QWidget::closeEvent(event);
+}
+
 // What a box leaves over of its keys, such as Enter.
 void FormInfo::keyPressEvent(QKeyEvent* event) {
     if (!event->text().isEmpty()) {

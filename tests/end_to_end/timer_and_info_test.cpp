@@ -61,8 +61,11 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
                 IsSupersetOf({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}));
     ASSERT_TRUE(WaitTyped({"key Alt+1", "cast Clumsy", "key Enter"}));
     EXPECT_TRUE(GameHasKeyboard());
-    const int full = BlueColumns(timer, 0);
-    EXPECT_GE(full, 40);
+    int full = 0;
+    EXPECT_TRUE(WaitUntil([&] {
+        full = BlueColumns(timer, 0);
+        return full >= 40;
+    }));
     EXPECT_TRUE(WaitUntil([&] { return BlueColumns(timer, 0) < full; }));
     EXPECT_TRUE(GameHasKeyboard());
 
@@ -130,8 +133,19 @@ TEST_F(InfoEndToEnd, RightClick_ShowsTheSpellAndAnEntryIsKept) {
     m_desk->Tap(XKB_KEY_Tab);
     EXPECT_NE(m_desk->RestingPicture(info), before);
     EXPECT_TRUE(Typed().empty());
+    const Area area = m_desk->AreaOf(info);
     m_desk->AskToClose(info);
     EXPECT_TRUE(WaitUntil([&] { return m_desk->FindWindow("Spellwick - Spell Info") == 0; }));
+
+    // It comes back for another spell, in its old place.
+    m_desk->MoveMouse(Window(), Spell(kHeal));
+    m_desk->PressButton(kRight);
+    const xcb_window_t again = m_desk->WaitWindow("Spellwick - Spell Info");
+    ASSERT_NE(again, 0U);
+    EXPECT_NE(m_desk->RestingPicture(again), before);
+    EXPECT_EQ(m_desk->AreaOf(again).x, area.x);
+    EXPECT_EQ(m_desk->AreaOf(again).y, area.y);
+    EXPECT_TRUE(Typed().empty());
     EXPECT_EQ(CloseSpellwick(), 0);
     EXPECT_EQ(Stored(kMira, "Magery"), "55");
 }

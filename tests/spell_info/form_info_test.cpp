@@ -87,6 +87,73 @@ TEST_F(FormInfoTest, Display_FillsBoxesAndLabels) {
     EXPECT_FALSE(m_state.Updating);
 }
 
+TEST_F(FormInfoTest, Lines_StandInTheirOrderBehindTheirCaptions) {
+    Show(17);
+    struct Row {
+        const char* caption;
+        int label;
+    };
+    constexpr Row kRows[] = {
+        {"Name", 11},      {"Incantation", 12}, {"Cost", 13},     {"Damage", 14},
+        {"Resisting", 21}, {"Duration", 15},    {"Reagents", 16}, {"Extra Info", 17},
+    };
+    int above = -1;
+    for (const Row& row : kRows) {
+        const QLabel& line = Label(row.label);
+        EXPECT_GT(line.y(), above) << row.caption;
+        above = line.y();
+        const auto captions = m_form->findChildren<QLabel*>();
+        const auto caption = std::find_if(captions.begin(), captions.end(), [&](const QLabel* one) {
+            return one != &line && one->y() == line.y() && one->x() < line.x() && !one->buddy();
+        });
+        ASSERT_NE(caption, captions.end()) << row.caption;
+        EXPECT_EQ((*caption)->text(), row.caption);
+        EXPECT_EQ(line.accessibleName(), row.caption);
+    }
+}
+
+TEST_F(FormInfoTest, Boxes_StandBehindTheirCaptions) {
+    Show(17);
+    const char* captions[] = {
+        "Magery:",        "Dexterity:",      "Intelligence.:", "Evaluate Int.:",
+        "Target Resist:", "Target Intell.:", "Spirit Speak:",  "Necromancy:"};
+    int labels = 0;
+    for (const QLabel* label : m_form->findChildren<QLabel*>()) {
+        for (int i = 0; i < FormInfo::kBoxCount; ++i) {
+            if (label->buddy() == &Box(i)) {
+                ++labels;
+                EXPECT_EQ(label->text(), captions[i]);
+                EXPECT_LT(label->geometry().right(), Box(i).x());
+                EXPECT_LT(label->y(), Box(i).geometry().bottom());
+                EXPECT_GT(label->geometry().bottom(), Box(i).y());
+            }
+        }
+    }
+    EXPECT_EQ(labels, FormInfo::kBoxCount);
+}
+
+TEST_F(FormInfoTest, SavedValueAbove100_IsShownAndKeptUntilItIsEdited) {
+    m_state.Magery = 120;
+    m_state.SpiritSpeak = -20;
+    Show(17);
+    EXPECT_EQ(Box(0).text(), " 120");
+    LeaveTo(0);
+    LeaveTo(6);
+    LeaveTo(1);
+    EXPECT_EQ(m_state.Magery, 120);
+    EXPECT_EQ(m_state.SpiritSpeak, -20);
+    Enter(0, "119");
+    EXPECT_EQ(m_state.Magery, 100);
+}
+
+TEST_F(FormInfoTest, BadMarkerInATextOfTheFile_FailsAsSubscript) {
+    m_state.Spells(17).DurationText = "#Formula41; seconds";
+    EXPECT_EQ(FailureOf([&] { m_form->DisplayInfo(17); }), FailureKind::kSubscript);
+    m_state.Spells(17).DurationText = "#Formula40; seconds";
+    m_form->DisplayInfo(17);
+    EXPECT_EQ(Text(15), "seconds");
+}
+
 TEST_F(FormInfoTest, Tithes_StandAlone) {
     Show(83);
     EXPECT_EQ(Text(16), "10 Tithes");
@@ -268,7 +335,7 @@ TEST_F(FormInfoTest, DeliveredSpells_AreShownWholeInAWindowOfOneSize) {
     Show(0);
     QTest::qWait(20);
     const QSize size = m_form->size();
-    for (const i16 skill : std::initializer_list<i16>{0, 55, 100}) {
+    for (const i16 skill : std::initializer_list<i16>{0, 1, 37, 55, 71, 100}) {
         m_state.Magery = m_state.EvalInt = m_state.SpiritSpeak = skill;
         m_state.TargetResist = static_cast<i16>(67 - skill / 2);
         for (i32 row = 0; row <= kLastPagedRow; ++row) {
@@ -278,6 +345,7 @@ TEST_F(FormInfoTest, DeliveredSpells_AreShownWholeInAWindowOfOneSize) {
                 const QLabel& label = Label(number);
                 EXPECT_GE(label.height(), label.heightForWidth(label.width()))
                     << "row " << row << " label " << number;
+                EXPECT_TRUE(m_form->rect().contains(label.geometry()));
                 const QFontMetrics metrics(label.font());
                 for (const QString& word : label.text().split(QLatin1Char(' '))) {
                     EXPECT_LE(metrics.horizontalAdvance(word), label.width());
