@@ -173,13 +173,19 @@ void Application::UpdateChance() {
 }
 
 void Application::ShowMinimumSkill(const std::string& text) {
-    MakeSettings();
-    m_settings->Skills().ShowReportedSkill(text);
+    WithSettings([&] { m_settings->Skills().ShowReportedSkill(text); });
 }
 
 void Application::ShowMinimumInt(const std::string& text) {
-    MakeSettings();
-    m_settings->Skills().ShowReportedInt(text);
+    WithSettings([&] { m_settings->Skills().ShowReportedInt(text); });
+}
+
+// The dialog shows the spell table: before that is read there is none, and it fills itself later.
+void Application::WithSettings(const std::function<void()>& show) {
+    if (m_state.Spells.Last() >= 0) {
+        MakeSettings();
+        show();
+    }
 }
 
 StoreResult Application::Unload() {

@@ -44,6 +44,7 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
 
     MainWindowServices Services();
     void MakeSettings();
+    void WithSettings(const std::function<void()>& show);
     void ConnectAssist();
     void WatchForEnd();
     WindowPlaces::Place SavedTimerPlace() const;

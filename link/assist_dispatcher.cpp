@@ -69,8 +69,13 @@ std::optional<i32> MapSpellNumber(i32 number) {
 
 std::optional<i32> AssistDispatcher::OnMessage(const WindowMessage& message) {
     bool ours = true;
-    Guard(m_failures, "handling a report of the assist tool",
-          [&] { ours = Dispatch(message).has_value(); });
+    const auto take = [&] { ours = Dispatch(message).has_value(); };
+    if (m_state.Spells.Last() < 0) {
+        // A box of the start stands, and the spell table is still to be read.
+        IgnoreFailure(take);
+    } else {
+        Guard(m_failures, "handling a report of the assist tool", take);
+    }
     return ours ? std::optional<i32>(0) : std::nullopt;
 }
 

@@ -19,7 +19,8 @@ class AssistDispatcher : public MessageReceiver {
     AssistDispatcher(SharedState& state, AssistView& view, AssistLink& link, FailureSink& failures)
         : m_state(state), m_view(view), m_link(link), m_failures(failures) {}
 
-    // 0 for the tool's six messages, nothing for any other. A failure goes to the sink.
+    // 0 for the tool's six messages, nothing for any other. A failure goes to the sink; before the
+    // spell table is read it is ignored, as failures of the start are.
     std::optional<i32> OnMessage(const WindowMessage& message) override;
 
     // The same with failures left to the caller: RuntimeFailure (overflow, subscript) for a value

@@ -213,9 +213,8 @@ TEST_F(AssistDispatch, CastReport_BeyondTheLastSpell_Fails) {
 // covers ODDITY(reported-spell-before)
 TEST_F(AssistDispatch, CastReport_Oddity_AboveOneHundredDebitsTheSpellBefore) {
     for (const SpellRow& row : kSpellRows) {
-        EXPECT_THAT(Report(0x52E, row.tool, 0),
-                    ElementsAre("debit " + std::to_string(row.ours - 1),
-                                "timer " + std::to_string(row.ours)))
+        EXPECT_THAT(Report(0x52E, row.tool, 0), ElementsAre("debit " + std::to_string(row.ours - 1),
+                                                            "timer " + std::to_string(row.ours)))
             << row.tool;
     }
     EXPECT_THAT(Report(0x52E, 104, 0), ElementsAre("debit 63", "timer 64"));
@@ -414,8 +413,15 @@ TEST_F(AssistDispatch, EveryOtherMessage_IsLeftToTheOrdinaryHandling) {
 }
 
 TEST_F(AssistDispatch, Failure_GoesToTheSinkAndIsAnsweredWithZero) {
+    m_state.Spells.GrowTo(kLastRow);
     EXPECT_EQ(m_dispatcher.OnMessage({0x530, 40000, 0}), std::optional<i32>(0));
     EXPECT_THAT(m_sink.actions, ElementsAre("handling a report of the assist tool"));
+}
+
+TEST_F(AssistDispatch, Failure_BeforeTheSpellTableIsRead_IsIgnored) {
+    EXPECT_EQ(m_dispatcher.OnMessage({0x530, 40000, 0}), std::optional<i32>(0));
+    EXPECT_EQ(m_dispatcher.OnMessage({0x52E, 0, 0}), std::optional<i32>(0));
+    EXPECT_THAT(m_sink.actions, IsEmpty());
 }
 
 TEST_F(AssistDispatch, ManyMixedReports_EachIsTakenOnce) {

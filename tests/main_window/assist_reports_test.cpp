@@ -30,8 +30,8 @@ class AssistReportsTest : public MainWindowFixture {
   protected:
     AssistReportsTest() { m_assist = &m_search; }
 
-    // As StartWithMira, with a tool that is there from the start or not.
-    FormMain& StartBeside(bool tool) {
+    // Makes the window and joins the tool to it, without loading.
+    void MakeBeside(bool tool) {
         SavePlayer(kMira);
         OpenClient(kMira);
         ShowTool(tool);
@@ -41,6 +41,11 @@ class AssistReportsTest : public MainWindowFixture {
             std::make_unique<AssistDispatcher>(m_state, *m_reports, m_search, failureSink);
         m_search.SetReceiver(*m_dispatcher);
         m_search.SetCountButton([this](bool enabled) { m_reports->EnableCount(enabled); });
+    }
+
+    // As StartWithMira, with a tool that is there from the start or not.
+    FormMain& StartBeside(bool tool) {
+        MakeBeside(tool);
         Start();
         Tick(1);
         TakeLog();
@@ -119,6 +124,25 @@ TEST_F(AssistReportsTest, Start_RegistersBeforeTheReceiverIsThere) {
     EXPECT_THAT(m_transport.sent, ElementsAre(RecordingAssistTransport::Sent{
                                       kTool, kAssistRegister, m_state.MainWindowHandle, 0}));
     EXPECT_TRUE(CountEnabled());
+}
+
+TEST_F(AssistReportsTest, ReportsBeforeTheSpellTableIsRead_AreTakenAsFarAsTheyCan) {
+    MakeBeside(true);
+    m_parts.hooked = "convert";
+    m_parts.hook = [&] {
+        ReportMana(30);
+        Report(kAssistMagery, 90);
+        Report(kAssistStock, 1, 7);
+        Report(kAssistCast, 1);
+    };
+    Start();
+    EXPECT_THAT(TakeFailures(), IsEmpty());
+    Tick(1);
+    // What is kept of the player is what was saved.
+    EXPECT_EQ(m_state.Magery, 100);
+    EXPECT_EQ(Text("Reagent", 3), "50");
+    Report(kAssistStock, 1, 7);
+    EXPECT_EQ(Text("Reagent", 3), "7");
 }
 
 TEST_F(AssistReportsTest, End_DetachesTheReceiverAndSaysNothingToTheTool) {
