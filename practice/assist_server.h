@@ -26,6 +26,8 @@ class AssistServer : public QObject {
 
     // Listens nowhere yet. `name` is that of the socket, without its ending.
     AssistServer(QString folder, const QString& name, Answerer answerer);
+    AssistServer(const AssistServer&) = delete;
+    AssistServer& operator=(const AssistServer&) = delete;
     ~AssistServer() override;
 
     // Greets each program with this title from now on.

@@ -28,6 +28,7 @@ class ToolScript {
     explicit ToolScript(Random random);
     ToolScript(const ToolScript&) = delete;
     ToolScript& operator=(const ToolScript&) = delete;
+    ~ToolScript() = default;
 
     // The answer to a message from a program; 0 for a message that the tool does not know.
     int Answer(const ToolMessage& message, ToolTime now);

@@ -1,0 +1,372 @@
+// What a player sees of an assist tool that behaves, and of one that does not.
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include "tests/end_to_end/tool_desk.h"
+
+namespace spellwick::testing_support {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsSupersetOf;
+
+constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
+constexpr int kCount = 3;
+
+using Values = std::vector<std::pair<const std::string, std::string>>;
+
+// What the tool says that the pack holds. The store keeps Grave Dust under "DB" and Daemon Blood
+// under "GD".
+const Values kPack{{"BM 0", "80"},  {"BP 0", "120"},
+                   {"GA 0", "60"},  {"GI 0", "60"},
+                   {"MR 0", "150"}, {"NI 0", "40"},
+                   {"SA 0", "90"},  {"SS 0", "75"},
+                   {"BW 0", "30"},  {"DB 0", "40"},
+                   {"GD 0", "20"},  {"NC 0", "15"},
+                   {"PI 0", "25"},  {"CurrentTithing", " 15000"}};
+
+class AssistTool : public ToolDesk {
+  protected:
+    void ClickCount() { m_desk->Click(Window(), Command(kCount)); }
+    // Counts, and waits for the last report.
+    void Count() {
+        const std::size_t before = CountTold("in send 1125");
+        ClickCount();
+        ASSERT_TRUE(WaitTold("in send 1125", before + 1));
+        ASSERT_TRUE(WaitQuiet());
+    }
+    // Casts Heal, to the end of its keys.
+    void TypeHeal() {
+        std::vector<std::string> expected = Typed();
+        expected.insert(expected.end(), {"key Alt+4", "cast Heal", "key Enter"});
+        ClickSpell(kHeal);
+        ASSERT_TRUE(WaitTyped(expected)) << testing::PrintToString(Typed());
+    }
+    // The same with all that the tool has to report of it.
+    void CastHeal() {
+        TypeHeal();
+        ASSERT_TRUE(WaitQuiet());
+    }
+    // Ends Spellwick as a user does, and has a look at what it has saved.
+    void ExpectSaved(const Values& values) {
+        ASSERT_EQ(CloseSpellwick(), 0) << "it still answers";
+        EXPECT_THAT(StoredSection(kMira), IsSupersetOf(values));
+    }
+    void AnswerBox(std::uint32_t key) {
+        const xcb_window_t box = m_desk->Session().WaitForWindow("Spellwick");
+        ASSERT_NE(box, 0U);
+        m_desk->RestingPicture(box);
+        m_desk->Tap(key);
+        ASSERT_TRUE(m_desk->WaitGone(box));
+    }
+};
+
+TEST_F(AssistTool, Count_TakesThePackOverAndTheButtonRests) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    m_desk->MoveMouse({1200, 1000});
+    m_desk->RestingPicture(Window());
+    const Picture rest = CountButton();
+    Count();
+    m_desk->MoveMouse({1200, 1000});
+    EXPECT_TRUE(WaitCountButton(rest));
+    ExpectSaved(kPack);
+}
+
+TEST_F(AssistTool, Cast_IsPaidByTheReportAndAFizzleIsFree) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    Count();
+    TellTool("fizzle");
+    CastHeal();
+    EXPECT_EQ(CountTold("fizzled Heal"), 1U);
+    CastHeal();
+    EXPECT_EQ(CountTold("out send 1326 4 0"), 1U);
+    ExpectSaved({{"SS 0", "74"}, {"GA 0", "59"}, {"GI 0", "59"}, {"MR 0", "150"}});
+}
+
+TEST_F(AssistTool, AnswersTwoThenOne_LinkAtTheSecondSend) {
+    PrepareMage(kMira, 10);
+    StartGame();
+    TellGame("login 1");
+    StartTool();
+    TellTool("fault answers-2-1");
+    StartSpellwickLinked();
+    EXPECT_EQ(CountTold("in send 1224"), 2U) << "and no send more, which would switch it off";
+    Count();
+    EXPECT_EQ(CountTold("in send 1224"), 2U);
+    ExpectSaved(kPack);
+}
+
+TEST_F(AssistTool, RefusedRegistration_IsAskedForTwiceASecondUntilItIsTaken) {
+    StartGame();
+    TellGame("login 1");
+    StartTool();
+    for (const auto& [fault, answer] : {std::pair{"fault answers-0", "out result 0"},
+                                        std::pair{"fault answers-2", "out result 2"}}) {
+        SCOPED_TRACE(fault);
+        PrepareMage(kMira, 10);
+        const std::size_t refused = CountTold(answer);
+        const std::size_t accepted = CountTold("out result 1");
+        TellTool(fault);
+        StartSpellwick();
+        ASSERT_TRUE(WaitCharacter("Mira Talon"));
+        EXPECT_TRUE(WaitTold(answer, refused + 6));
+        EXPECT_EQ(CountTold("out result 1"), accepted);
+        // With a tool there a click costs nothing, and this one never reports.
+        CastHeal();
+        TellTool("mend");
+        ASSERT_TRUE(WaitTold("out result 1", accepted + 1));
+        ASSERT_TRUE(WaitQuiet());
+        EXPECT_EQ(CountTold("out result 1"), accepted + 1);
+        ExpectSaved({{"SS 0", "10"}, {"GA 0", "10"}, {"GI 0", "10"}});
+    }
+}
+
+TEST_F(AssistTool, ToolThatIsGoneForThreeSeconds_IsMissedAndRegisteredAnew) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    m_desk->MoveMouse({1200, 1000});
+    m_desk->RestingPicture(Window());
+    const Picture there = CountButton();
+    TellTool("fault gone-3000");
+    EXPECT_TRUE(WaitOtherCountButton(there)) << "the button goes off";
+    TypeHeal();  // paid at the click
+    ASSERT_EQ(CountTold("open"), 1U) << "the cast was to be while the tool was away";
+    ASSERT_TRUE(WaitTold("out result 1", 2));
+    m_desk->MoveMouse({1200, 1000});
+    EXPECT_TRUE(WaitCountButton(there));
+    ASSERT_TRUE(WaitQuiet());
+    ExpectSaved({{"SS 0", "9"}, {"GA 0", "9"}, {"GI 0", "9"}});
+}
+
+TEST_F(AssistTool, ToolThatIsBackBeforeTheNextSearch_StaysSilent) {
+    PrepareMage(kMira, 10);
+    StartGame();
+    TellGame("login 1");
+    StartTool();
+    TellTool("fault answers-0");
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    ASSERT_TRUE(WaitTold("in send 1224", 2));
+    TellTool("mend");
+    // The registration shows when the search of the second is; the next one finds the tool back.
+    ASSERT_TRUE(WaitTold("out result 1"));
+    TellTool("fault gone-500");
+    ASSERT_TRUE(WaitTold("open", 2));
+    ASSERT_TRUE(WaitTold("connected", 2));
+    const std::size_t sends = CountTold("in send 1224");
+    Count();
+    CastHeal();
+    EXPECT_EQ(CountTold("in send 1224"), sends) << "it is not registered again";
+    ExpectSaved({{"SS 0", "10"}, {"GA 0", "10"}, {"GI 0", "10"}, {"MR 0", "10"}});
+}
+
+TEST_F(AssistTool, TwoTools_TheLaterIsTalkedTo) {
+    PrepareMage(kMira, 10);
+    StartGame();
+    TellGame("login 1");
+    StartTool();
+    TellTool("fault second-tool");
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    ASSERT_TRUE(WaitTold("2 out result 1"));
+    ASSERT_TRUE(WaitQuiet());
+    ClickCount();
+    ASSERT_TRUE(WaitTold("2 in send 1125"));
+    ASSERT_TRUE(WaitQuiet());
+    EXPECT_EQ(CountTold("in send"), 0U);
+    EXPECT_EQ(CountTold("connected"), 1U);
+    ExpectSaved(kPack);
+}
+
+TEST_F(AssistTool, TitleInLowerCase_IsNoTool) {
+    PrepareMage(kMira, 10);
+    StartGame();
+    TellGame("login 1");
+    StartTool();
+    TellTool("fault lower-case-title");
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    ASSERT_TRUE(WaitTold("connected"));
+    CastHeal();
+    EXPECT_EQ(CountTold("in send"), 0U);
+    TellTool("mend");
+    ASSERT_TRUE(WaitTold("out result 1"));
+    ASSERT_TRUE(WaitQuiet());
+    // Paid at the click, since there was no tool then.
+    ExpectSaved({{"SS 0", "9"}, {"GA 0", "9"}, {"GI 0", "9"}});
+}
+
+TEST_F(AssistTool, SilenceAfterACount_LeavesTheButtonWaitingUntilAReport) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    m_desk->MoveMouse({1200, 1000});
+    m_desk->RestingPicture(Window());
+    const Picture rest = CountButton();
+    // The second row's report changes nothing, and lets the button rest all the same.
+    for (const char* fault : {"fault unknown-items", "fault same-twice"}) {
+        TellTool("fault silent-count");
+        Count();
+        m_desk->MoveMouse({1200, 1000});
+        m_desk->RestingPicture(Window());
+        EXPECT_NE(CountButton(), rest) << "still the other words";
+        TellTool("mend");
+        TellTool(fault);
+        ASSERT_TRUE(WaitQuiet());
+        EXPECT_TRUE(WaitCountButton(rest)) << fault;
+    }
+    ExpectSaved({{"BM 0", "80"}, {"BP 0", "10"}, {"GA 0", "10"}, {"PI 0", "10"}});
+}
+
+TEST_F(AssistTool, CountBeforeTheAnswer_IsTakenThenAndThere) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    m_desk->MoveMouse({1200, 1000});
+    m_desk->RestingPicture(Window());
+    const Picture rest = CountButton();
+    TellTool("fault early-count");
+    Count();
+    m_desk->MoveMouse({1200, 1000});
+    EXPECT_TRUE(WaitCountButton(rest));
+    ExpectSaved(kPack);
+}
+
+TEST_F(AssistTool, MuchTithing_IsTakenWhole) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    TellTool("fault tithing-40000");
+    ASSERT_TRUE(WaitQuiet());
+    ExpectSaved({{"CurrentTithing", " 40000"}, {"BM 0", "10"}});
+}
+
+TEST_F(AssistTool, TwoHundredReportsAtOnce_AreAllTakenInTheirOrder) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    const std::size_t before = CountTold("in result");
+    TellTool("fault burst");
+    ASSERT_TRUE(WaitQuiet());
+    EXPECT_EQ(CountTold("in result"), before + 200);
+    ExpectSaved(kPack);
+}
+
+TEST_F(AssistTool, ReportsInTheMiddleOfACast_LeaveItsKeysAlone) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    TellTool("fault stream");
+    CastHeal();
+    const std::vector<std::string> told = Told();
+    EXPECT_LT(std::ranges::find(told, "cast Heal"), std::ranges::find(told, "streamed"))
+        << "the cast was to be while the reports came";
+    EXPECT_EQ(CountTold("streamed"), 1U);
+    EXPECT_EQ(Typed().size(), 3U);
+    ExpectSaved({{"SS 0", "74"}, {"GA 0", "59"}, {"GI 0", "59"}, {"BM 0", "80"}});
+}
+
+TEST_F(AssistTool, ReportsWhileABoxStands_AreTaken) {
+    PrepareMage(kMira, 10);
+    Prepare(kMira, {{"Spellbook 3", "1"}});
+    StartAll();
+    ClickSpell(kHeal);
+    const xcb_window_t box = m_desk->Session().WaitForWindow("Spellwick");
+    ASSERT_NE(box, 0U);
+    TellTool("cast Clumsy");
+    TellTool("gain 104 75");
+    ASSERT_TRUE(WaitQuiet());
+    EXPECT_NE(m_desk->FindWindow("Spellwick"), 0U);
+    AnswerBox(XKB_KEY_Escape);
+    EXPECT_TRUE(Typed().empty());
+    ExpectSaved({{"BM 0", "79"}, {"NI 0", "39"}, {"PI 0", "100"}, {"SS 0", "10"}});
+}
+
+TEST_F(AssistTool, FizzleThatIsReported_IsPaidUntilTheNextCount) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    Count();
+    TellTool("fault fizzle-reported");
+    CastHeal();
+    EXPECT_EQ(CountTold("fizzled Heal"), 1U);
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kMira, "SS 0"), "74");
+    StartSpellwickLinked();
+    Count();
+    ExpectSaved(kPack);
+}
+
+TEST_F(AssistTool, CastOf250_IsPassedOver) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    Count();
+    TellTool("fault cast-250");
+    ASSERT_TRUE(WaitQuiet());
+    CastHeal();
+    ExpectSaved({{"SS 0", "74"}, {"GA 0", "59"}, {"GI 0", "59"}, {"MR 0", "150"}});
+}
+
+// Each is the last thing that a run hears; the next run starts with what was counted.
+class AssistToolEndsTheRun : public AssistTool {
+  protected:
+    struct Row {
+        const char* fault;
+        const char* failure;
+        bool hasBoxBefore = false;
+    };
+
+    void Expect(const Row& row) {
+        SCOPED_TRACE(row.fault);
+        StartSpellwickLinked();
+        TellTool("gain 104 1");
+        ASSERT_TRUE(WaitQuiet());
+        ++m_ironGained;
+        TellTool(row.fault);
+        if (row.hasBoxBefore) {
+            AnswerBox(XKB_KEY_Return);
+        }
+        AnswerBox(XKB_KEY_Return);
+        EXPECT_EQ(Spellwick().WaitForEnd(std::chrono::seconds(10)), 1);
+        EXPECT_THAT(Spellwick().Output(), HasSubstr(row.failure));
+        EXPECT_THAT(Spellwick().Output(), HasSubstr("handling a report of the assist tool"));
+        EXPECT_EQ(Stored(kMira, "PI 0"), std::to_string(25 + m_ironGained));
+        EXPECT_EQ(Stored(kMira, "BM 0"), "10");
+        EXPECT_EQ(Stored(kGlobal, "CurrentPlayerName"), kMira);
+    }
+
+    void StartOthers() {
+        PrepareMage(kMira, 10);
+        StartGame();
+        TellGame("login 1");
+        StartTool();
+    }
+
+    int m_ironGained = 0;
+};
+
+TEST_F(AssistToolEndsTheRun, ValuesThatDoNotFit) {
+    StartOthers();
+    for (const Row& row : {
+             Row{"fault big-stock", "Overflow"},
+             Row{"fault big-magery", "Overflow"},
+             Row{"fault big-intelligence", "Overflow"},
+             Row{"fault big-mana", "Overflow"},
+             Row{"fault big-skill", "Overflow"},
+         }) {
+        Expect(row);
+    }
+}
+
+TEST_F(AssistToolEndsTheRun, NumbersThatAreNoSpells) {
+    StartOthers();
+    for (const Row& row : {
+             Row{"fault cast-0", "Subscript"},
+             Row{"fault cast-118", "Subscript", true},
+             Row{"fault cast-211", "Subscript", true},
+         }) {
+        Expect(row);
+    }
+}
+
+}  // namespace
+}  // namespace spellwick::testing_support
