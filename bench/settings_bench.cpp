@@ -1,0 +1,171 @@
+// How long the settings dialog takes to load, to open, and to change its page.
+#include <QApplication>
+#include <QComboBox>
+
+#include <benchmark/benchmark.h>
+
+#include "model/chances.h"
+#include "model/spell_data.h"
+#include "platform/recording/memory_settings_store.h"
+#include "platform/recording/recording_desktop.h"
+#include "platform/recording/recording_dialogs.h"
+#include "platform/recording/recording_installation.h"
+#include "platform/recording/recording_message_boxes.h"
+#include "settings_dialog/form_settings.h"
+#include "store/settings_io.h"
+
+namespace spellwick {
+namespace {
+
+class QuietMainWindow : public MainWindowPort {
+  public:
+    explicit QuietMainWindow(SharedState& state) : m_state(state) {}
+
+    void LayoutVertical() override {}
+    void LayoutHorizontal() override {}
+    void UpdatePage() override {}
+    void UpdateAmounts() override {}
+    void UpdateChances() override { CalculateChances(m_state); }
+    void ParseClientTitle() override {}
+    void SetTimerMode(i32 /*mode*/) override {}
+    void SavePlayer() override {}
+    void LoadPlayer() override {}
+    void SaveAll() override {}
+    void SaveOption(std::string_view /*key*/, const std::string& /*value*/) override {}
+    StoreResult SaveMacros(const std::optional<WindowPlaces::Place>& /*dialog*/) override {
+        return {};
+    }
+    void ReportSave(const StoreResult& /*result*/) override {}
+
+  private:
+    SharedState& m_state;
+};
+
+class NoView : public PlayerView {
+  public:
+    void ShowBagNames() override {}
+    void SelectBag() override {}
+    void ShowStock() override {}
+    void ShowTithes() override {}
+};
+
+// A failure in a bench ends it.
+class Abort : public FailureSink {
+  public:
+    void OnUncaughtFailure(const std::exception& /*failure*/,
+                           std::string_view /*action*/) override {
+        std::abort();
+    }
+};
+
+class Dialog {
+  public:
+    Dialog() {
+        InitReagentTables(m_state);
+        if (!LoadSpellData(m_state, SPELLWICK_SPELL_DATA)) {
+            std::abort();
+        }
+        NoView view;
+        SettingsIo(m_state, m_store, view).LoadGlobalSettings();
+    }
+
+    void Make() {
+        m_form = std::make_unique<FormSettings>(SettingsServices{.state = m_state,
+                                                                 .store = m_store,
+                                                                 .desktop = m_desktop,
+                                                                 .boxes = m_boxes,
+                                                                 .dialogs = m_dialogs,
+                                                                 .installation = m_installation,
+                                                                 .failures = m_failures,
+                                                                 .mainWindow = m_mainWindow,
+                                                                 .pictures = m_pictures},
+                                                nullptr);
+        m_form->Form_Load();
+    }
+
+    void Open() {
+        m_form->show();
+        QCoreApplication::processEvents();
+        // What stands on the screen is painted, whatever the platform puts off.
+        benchmark::DoNotOptimize(m_form->grab());
+    }
+
+    FormSettings& Form() { return *m_form; }
+
+  private:
+    SharedState m_state;
+    MemorySettingsStore m_store;
+    RecordingDesktop m_desktop;
+    RecordingMessageBoxes m_boxes;
+    RecordingDialogs m_dialogs;
+    RecordingInstallation m_installation;
+    Abort m_failures;
+    QuietMainWindow m_mainWindow{m_state};
+    Pictures m_pictures{1.0};
+    std::unique_ptr<FormSettings> m_form;
+};
+
+// The part of the program's start that the hidden dialog takes.
+void Load(benchmark::State& state) {
+    Dialog dialog;
+    for (auto _ : state) {
+        dialog.Make();
+    }
+}
+BENCHMARK(Load)->Unit(benchmark::kMillisecond);
+
+// Bound: 150 ms.
+void FirstOpening(benchmark::State& state) {
+    Dialog dialog;
+    for (auto _ : state) {
+        state.PauseTiming();
+        dialog.Make();
+        state.ResumeTiming();
+        dialog.Open();
+    }
+}
+BENCHMARK(FirstOpening)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+// Bound: 30 ms.
+void LaterOpening(benchmark::State& state) {
+    Dialog dialog;
+    dialog.Make();
+    dialog.Open();
+    for (auto _ : state) {
+        state.PauseTiming();
+        dialog.Form().hide();
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        dialog.Open();
+    }
+}
+BENCHMARK(LaterOpening)->Unit(benchmark::kMillisecond)->Iterations(50);
+
+// Bound: 5 ms.
+void SpellPage(benchmark::State& state) {
+    Dialog dialog;
+    dialog.Make();
+    dialog.Open();
+    int page = 0;
+    for (auto _ : state) {
+        page = (page + 1) % kPageCount;
+        dialog.Form().Spells().ComboSpellLevel->setCurrentIndex(page);
+        dialog.Form().Spells().ClickSpellLevel();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(SpellPage)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace spellwick
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    const QApplication toolkit(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
