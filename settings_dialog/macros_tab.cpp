@@ -207,8 +207,11 @@ void MacrosTab::ClickShift(int line) {
 }
 
 void MacrosTab::KeyLostFocus(int line) {
+    if (m_givesFocusBack) {
+        return;
+    }
     const i32 macro = MacroOf(line);
-    // a cleared key of a spell is refused with two boxes, one after
+    // ODDITY(blank-key-two-boxes): a cleared key of a spell is refused with two boxes, one after
     // the other, and that of Meditation with the second alone; kept because the first names the
     // slip and the second is the answer to whatever is no key.
     if (TextMacro(line).text().isEmpty() && line < kSlotCount) {
@@ -225,7 +228,11 @@ void MacrosTab::KeyLostFocus(int line) {
 
 void MacrosTab::Complain(int line, std::string_view text) {
     m_services.boxes.Show({.text = std::string(text), .icon = BoxIcon::kCritical});
+    // The box that the focus was on its way to was not edited: a check of it could refuse it as
+    // well, and the two would ask for the focus in turn without an end.
+    m_givesFocusBack = true;
     TextMacro(line).setFocus(Qt::OtherFocusReason);
+    m_givesFocusBack = false;
 }
 
 FileQuestion MacrosTab::QuestionForFile(const char* title) const {
@@ -240,8 +247,8 @@ FileQuestion MacrosTab::QuestionForFile(const char* title) const {
 void MacrosTab::ClickRead() {
     const FileQuestion question = QuestionForFile("Load Macro File");
     m_services.boxes.Show({.text = kReadNotice, .icon = BoxIcon::kExclamation});
-    // a load that is cancelled loads the file of the last load once more;
-    // kept because the dialog holds its name, and the same file changes nothing.
+    // ODDITY(cancelled-load): a load that is cancelled loads the last file once more; kept because
+    // the dialog holds its name, and the same file changes nothing.
     IgnoreFailure([&] {
         m_commonDialog.ShowOpen(question);
         MergeMacroFile(m_commonDialog.FileName, m_state);
@@ -254,7 +261,7 @@ void MacrosTab::ClickWrite() {
     question.defaultExtension = ".txt";
     m_services.boxes.Show({.text = kWriteNotice, .icon = BoxIcon::kExclamation});
     m_commonDialog.FileName = kUnsetFileName;
-    // once a colour has been chosen in this run, cancelling the save of the
+    // ODDITY(cancelled-save): once a colour has been chosen in this run, cancelling the save of the
     // macros ends the program, with all data saved; kept because the colour dialog and the file
     // dialogs are one, and a cancel counts as a failure from then on.
     m_commonDialog.ShowSave(question);

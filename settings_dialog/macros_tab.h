@@ -67,6 +67,7 @@ class MacrosTab : public SettingsTab {
 
     CommonDialog& m_commonDialog;
     std::array<Line, kSlotCount + 1> m_lines{};
+    bool m_givesFocusBack = false;
 };
 
 }  // namespace spellwick

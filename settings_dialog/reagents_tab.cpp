@@ -253,7 +253,7 @@ void ReagentsTab::ClickArrow(i32 reagent, BagSide to) {
     if (LacksTwoBags(Bags())) {
         m_services.boxes.Show({.text = std::string(kSelectTwoBags), .icon = BoxIcon::kExclamation});
     }
-    // an arrow at a reagent of which the other bag has none does nothing and
+    // ODDITY(silent-arrow): an arrow at a reagent of which the other bag has none does nothing and
     // says nothing; kept because the count of 0 beside it tells all.
     if (MoveOne(m_state.ReagentStock, reagent, Bags(), to)) {
         ShowCount(BagSide::kLeft, reagent);

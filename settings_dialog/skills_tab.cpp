@@ -19,7 +19,7 @@ struct SkillGroup {
     Colour colour;
 };
 
-// the third of the five buttons says "Paladin Skills" and opens the second
+// ODDITY(paladin-caption): the third of the five buttons says "Paladin Skills" and opens the second
 // page of Necromancer spells; kept because players know the buttons by their places and pictures.
 constexpr std::array<SkillGroup, kSkillGroups> kGroups{{
     {"Magery Skills", "Magery", 0x0000C0},
@@ -252,12 +252,14 @@ void SkillsTab::Load() {
         ShowText(*MinimumInt[at], PlainText(i32{first.Mana}));
         ShowText(*MinimumSkill[at], PlainText(i32{first.MinimumSkill}));
         ShowText(*MaximumSkill[at], PlainText(i32{first.MaximumSkill}));
-        // the first spell of a circle gives its intelligence and skills to
+        // ODDITY(equal-circles): the first spell of a circle gives its intelligence and skills to
         // the whole circle at each start; kept because all spells of a circle are equally hard.
-        ChangeMinimumInt(line);
-        ChangeMinimumSkill(line);
+        TakeMinimumInt(line);
+        TakeMinimumSkill(line);
         ChangeMaximumSkill(line);
     }
+    m_services.mainWindow.UpdateChances();
+    UpdateChance();
 }
 
 void SkillsTab::Refresh() {
@@ -324,28 +326,36 @@ void SkillsTab::ChangeMinimumInt(int line) {
     if (m_state.Updating) {
         return;
     }
+    TakeMinimumInt(line);
+    m_services.mainWindow.UpdateChances();
+    UpdateChance();
+}
+
+void SkillsTab::TakeMinimumInt(int line) {
     const i16 value = ReadSkillEntry(ToText(MinimumInt[static_cast<std::size_t>(line)]->text()));
     if (line == kCharacterLine) {
         m_state.Intelligence = value;
     } else {
         SetRequiredIntelligence(m_state, SelectedSkillGroup(), line, value);
     }
-    m_services.mainWindow.UpdateChances();
-    UpdateChance();
 }
 
 void SkillsTab::ChangeMinimumSkill(int line) {
     if (m_state.Updating) {
         return;
     }
+    TakeMinimumSkill(line);
+    m_services.mainWindow.UpdateChances();
+    UpdateChance();
+}
+
+void SkillsTab::TakeMinimumSkill(int line) {
     const i16 value = ReadSkillEntry(ToText(MinimumSkill[static_cast<std::size_t>(line)]->text()));
     if (line == kCharacterLine) {
         SetSkillOfGroup(m_state, SelectedSkillGroup(), value);
     } else {
         SetRequiredSkill(m_state, line, value);
     }
-    m_services.mainWindow.UpdateChances();
-    UpdateChance();
 }
 
 void SkillsTab::ChangeMaximumSkill(int line) {
@@ -371,7 +381,7 @@ void SkillsTab::MinimumSkillLostFocus() {
 }
 
 void SkillsTab::MaximumSkillLostFocus(int line) {
-    // on a page of Necromancer or Paladin the skill for 95% success
+    // ODDITY(safe-skill-of-circle): on a page of Necromancer or Paladin the skill for 95% success
     // turns into that of the Magery circle of the line's number when its box is left; kept because
     // only the circles take an entry there, and the page is right again when it is opened anew.
     if (ShowText(*MaximumSkill[static_cast<std::size_t>(line)],

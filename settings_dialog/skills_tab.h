@@ -77,6 +77,9 @@ class SkillsTab : public SettingsTab {
     void PlaceControls();
     void PlaceLine(int line, int gridRow);
     void ShowLine(int group, int line);
+    // Store what a box says, without new chances.
+    void TakeMinimumInt(int line);
+    void TakeMinimumSkill(int line);
 
     std::array<QLabel*, kSlotCount> m_titles{};
     QLabel* m_intHeading = nullptr;
