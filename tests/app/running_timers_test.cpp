@@ -41,6 +41,9 @@ class RunningTimersTest : public testing::Test, public FailureSink {
     }
     bool IsShown() { return Window() != nullptr && Window()->isVisible(); }
     std::string Shown(const char* label, int slot) {
+        if (Window() == nullptr) {
+            return "no window";
+        }
         const auto* found = Window()->findChild<QLabel*>(
             QStringLiteral("%1(%2)").arg(QLatin1String(label)).arg(slot));
         return found != nullptr && found->isVisible() ? found->text().toStdString() : "";

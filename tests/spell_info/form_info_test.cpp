@@ -202,6 +202,8 @@ TEST_F(FormInfoTest, Focus_SelectsTheWholeText) {
     EXPECT_EQ(Box(3).selectedText(), " 80");
     QTest::mouseClick(&Box(5), Qt::LeftButton);
     EXPECT_EQ(Box(5).selectedText(), " 60");
+    Box(6).setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(Box(6).selectedText(), " 50");
 }
 
 TEST_F(FormInfoTest, Keys_DigitsAndSignsPassAndOthersBeep) {
