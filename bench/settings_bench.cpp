@@ -1,6 +1,9 @@
-// How long the settings dialog takes to load, to open, and to change its page.
+// How long the settings dialog takes to load, to open, to change its page, and to take over a large
+// macro file.
 #include <QApplication>
 #include <QComboBox>
+#include <QTemporaryDir>
+#include <fstream>
 
 #include <benchmark/benchmark.h>
 
@@ -12,6 +15,7 @@
 #include "platform/recording/recording_installation.h"
 #include "platform/recording/recording_message_boxes.h"
 #include "settings_dialog/form_settings.h"
+#include "store/macro_file.h"
 #include "store/settings_io.h"
 
 namespace spellwick {
@@ -155,6 +159,30 @@ void SpellPage(benchmark::State& state) {
     }
 }
 BENCHMARK(SpellPage)->Unit(benchmark::kMillisecond);
+
+// Ten megabytes of nothing but blocks that cast a spell of the table. Bound: 1 s.
+void MergeMacros(benchmark::State& state) {
+    constexpr std::size_t kFileSize = 10'000'000;
+    SharedState tables;
+    if (!LoadSpellData(tables, SPELLWICK_SPELL_DATA)) {
+        std::abort();
+    }
+    const QTemporaryDir folder;
+    const std::filesystem::path file = folder.filePath(QStringLiteral("macros.txt")).toStdString();
+    std::ofstream output(file, std::ios::binary);
+    for (std::size_t block = 0, size = 0; size < kFileSize; ++block) {
+        const std::string lines = "F1 0 1 0\r\nCastSpell " +
+                                  tables.Spells(static_cast<i32>(block % 64)).Name +
+                                  "\r\n########\r\n";
+        output << lines;
+        size += lines.size();
+    }
+    output.close();
+    for (auto _ : state) {
+        MergeMacroFile(file, tables);
+    }
+}
+BENCHMARK(MergeMacros)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace spellwick
