@@ -1,7 +1,9 @@
 #include "app/qt_message_boxes.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QTimer>
 
 #include "widgets/texts.h"
 
@@ -25,6 +27,23 @@ QMessageBox::Icon ToQtIcon(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+// A press of the mouse that takes the focus from an entry can bring up a box, which then gets the
+// release; the press itself arrives behind the box and would leave a button down or a list open.
+void LetGo() {
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    if (QWidget* list = QApplication::activePopupWidget()) {
+        list->close();
+    }
+    for (QWidget* widget : QApplication::allWidgets()) {
+        auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (button != nullptr && button->isDown()) {
+            button->setDown(false);
+        }
+    }
+}
+
 }  // namespace
 
 BoxAnswer QtMessageBoxes::Show(const Box& box) {
@@ -41,6 +60,7 @@ BoxAnswer QtMessageBoxes::Show(const Box& box) {
     dialog.setDefaultButton(asks ? QMessageBox::Yes : QMessageBox::Ok);
     dialog.setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
     const int answer = dialog.exec();
+    QTimer::singleShot(0, qApp, LetGo);
     if (!asks) {
         return BoxAnswer::kOk;
     }

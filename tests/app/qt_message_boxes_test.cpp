@@ -2,10 +2,15 @@
 #include "app/qt_message_boxes.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <array>
 #include <functional>
 
 #include <gtest/gtest.h>
@@ -142,6 +147,70 @@ TEST_F(QtMessageBoxesTest, Show_OwnerGone_StandsAlone) {
         EXPECT_EQ(box.parentWidget(), nullptr);
         box.reject();
     });
+}
+
+// A window with an entry that shows a box when it is left, and controls to press.
+class RefusingWindow : public QWidget {
+  public:
+    explicit RefusingWindow(std::function<void()> refuse) : m_refuse(std::move(refuse)) {
+        auto* row = new QHBoxLayout(this);
+        for (QWidget* control :
+             std::initializer_list<QWidget*>{&m_entry, &m_button, &m_tick, &m_list}) {
+            control->setFocusPolicy(Qt::StrongFocus);
+            row->addWidget(control);
+        }
+        m_list.addItems({QStringLiteral("one"), QStringLiteral("two")});
+        m_entry.installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::FocusOut && !m_refuses && isActiveWindow()) {
+            m_refuses = true;
+            m_refuse();
+            m_entry.setFocus();
+        }
+        return QWidget::eventFilter(watched, event);
+    }
+
+    QLineEdit m_entry;
+    QPushButton m_button;
+    QCheckBox m_tick;
+    QComboBox m_list;
+
+  private:
+    std::function<void()> m_refuse;
+    bool m_refuses = false;
+};
+
+TEST_F(QtMessageBoxesTest, PressThatBringsABoxUp_LeavesNothingPressed) {
+    for (const int control : {0, 1, 2}) {
+        int boxes = 0;
+        RefusingWindow window([&] {
+            Show({.text = "refused"}, [&](QMessageBox& box) {
+                ++boxes;
+                // The finger is lifted over the box.
+                QTest::mouseRelease(box.windowHandle(), Qt::LeftButton);
+                box.button(QMessageBox::Ok)->click();
+            });
+        });
+        int clicks = 0;
+        QObject::connect(&window.m_button, &QPushButton::clicked, [&] { ++clicks; });
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        window.m_entry.setFocus();
+        QWidget* const pressed = std::array<QWidget*, 3>{
+            &window.m_button, &window.m_tick, &window.m_list}[static_cast<std::size_t>(control)];
+        QTest::mousePress(window.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          pressed->mapTo(&window, QPoint(8, pressed->height() / 2)));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(boxes, 1) << control;
+        EXPECT_FALSE(window.m_button.isDown());
+        EXPECT_FALSE(window.m_tick.isDown());
+        EXPECT_FALSE(window.m_tick.isChecked());
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        EXPECT_EQ(clicks, 0);
+        EXPECT_EQ(window.focusWidget(), &window.m_entry);
+        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton);
+    }
 }
 
 }  // namespace
