@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "practice/roster.h"
+
 namespace spellwick::practice {
 namespace {
 
@@ -134,6 +136,23 @@ void PracticeTool::Obey(const ToolCommand& command) {
             break;
     }
     SendDue();
+}
+
+void PracticeTool::Watch(const QString& line) {
+    const QString cast = QStringLiteral("cast ");
+    const QString title = QStringLiteral("title ");
+    const QString login = QString::fromLatin1(kLoginTitle.data());
+    if (line.startsWith(cast)) {
+        Cast(line.mid(cast.size()));
+    } else if (line == title + login) {
+        m_script.LeaveGame(Now());
+    } else if (line.startsWith(title + login + QStringLiteral(" - "))) {
+        m_script.EnterGame(Now());
+    }
+    SendDue();
+    if (m_second && !line.startsWith(cast)) {
+        m_second->Watch(line);
+    }
 }
 
 void PracticeTool::Cast(const QString& spell) {

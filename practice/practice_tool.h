@@ -49,7 +49,10 @@ class PracticeTool : public QObject {
 
     // Does everything but kState, kWait and kQuit, which are for the owner of the program.
     void Obey(const ToolCommand& command);
-    // A cast that the game has seen; a name that is no spell's is passed over.
+    // A line of the game's journal: a cast, or a title that tells who is in the game. Any other
+    // line is passed over.
+    void Watch(const QString& line);
+    // A name that is no spell's is passed over.
     void Cast(const QString& spell);
     void Play(Fault fault);
     // Ends a fault that lasts.

@@ -125,7 +125,7 @@ int main(int argc, char* argv[]) {
     const QCommandLineOption gameOption(
         QStringLiteral("game"),
         QObject::tr("Follow the journal that the practice game writes to "
-                    "<file>, and report the casts in it."),
+                    "<file>, and report what happens in it."),
         QStringLiteral("file"));
     parser.addOptions({nameOption, gameOption});
     parser.addHelpOption();
@@ -147,12 +147,7 @@ int main(int argc, char* argv[]) {
 
     JournalWatch journal;
     if (parser.isSet(gameOption)) {
-        QObject::connect(&journal, &JournalWatch::Line, &tool, [&tool](const QString& line) {
-            const QString cast = QStringLiteral("cast ");
-            if (line.startsWith(cast)) {
-                tool.Cast(line.mid(cast.size()));
-            }
-        });
+        QObject::connect(&journal, &JournalWatch::Line, &tool, &PracticeTool::Watch);
         if (!journal.Follow(parser.value(gameOption))) {
             std::fputs("spellwick-practice-tool: cannot read the journal file\n", stderr);
             return 2;

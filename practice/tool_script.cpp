@@ -85,7 +85,7 @@ int ToolScript::Register(int window, ToolTime now) {
 
 void ToolScript::Remember(int window, ToolTime now) {
     m_registered.push_back(window);
-    if (!m_loginTold) {
+    if (!m_loginTold && !m_loggedOut) {
         m_loginTold = true;
         ScheduleLogin(now);
     }
@@ -164,13 +164,26 @@ void ToolScript::SetSkill(int skill, int tenths, ToolTime now) {
 }
 
 void ToolScript::Logout(ToolTime now) {
+    LeaveGame(now);
+    Schedule(now + kLogoutToLogin, {kLoginMessage, kSerial, 0}, true);
+}
+
+void ToolScript::LeaveGame(ToolTime now) {
     m_due.clear();
     Schedule(now, {kLogoutMessage, 0, 0});
-    Schedule(now + kLogoutToLogin, {kLoginMessage, kSerial, 0}, true);
     m_loggedIn = false;
     m_loggedOut = true;
     m_manaAt.reset();
     m_skillAt.reset();
+}
+
+void ToolScript::EnterGame(ToolTime now) {
+    m_due.clear();
+    m_loggedOut = false;
+    m_loginTold = !m_registered.empty();
+    if (m_loginTold) {
+        ScheduleLogin(now);
+    }
 }
 
 void ToolScript::Restart() {

@@ -39,7 +39,12 @@ class ToolScript {
     void SetMana(int mana, ToolTime now);
     // In tenths of a point.
     void SetSkill(int skill, int tenths, ToolTime now);
+    // Out of the game, and in again after five seconds.
     void Logout(ToolTime now);
+    // The game shows its login screen, for as long as it likes.
+    void LeaveGame(ToolTime now);
+    // A character enters the game; all about it is told to the programs that are registered.
+    void EnterGame(ToolTime now);
     // The program of the tool starts again: it has forgotten who was registered. The character is
     // the game's and stays as it is.
     void Restart();

@@ -136,6 +136,19 @@ TEST_F(PracticeToolTest, NameThatIsNoSpell_IsPassedOver) {
     EXPECT_THAT(m_notes, IsEmpty());
 }
 
+TEST_F(PracticeToolTest, JournalOfTheGame_IsCastsAndWhoIsInTheGame) {
+    const auto client = Registered();
+    for (const char* line : {"key Alt+4", "say cast Heal", "title ()", "cast", "key F12"}) {
+        m_tool.Watch(QLatin1String(line));
+    }
+    m_tool.Watch(QStringLiteral("cast Heal"));
+    EXPECT_THAT(Next(*client, 1), ElementsAre("send 1326 4 0"));
+    m_tool.Watch(QStringLiteral("title Ultima Online"));
+    EXPECT_THAT(Next(*client, 1), ElementsAre("send 1332 0 0"));
+    m_tool.Watch(QStringLiteral("title Ultima Online - Bran Oakley (Atlantic)"));
+    EXPECT_THAT(Next(*client, 1), ElementsAre("send 1327 107187 0"));
+}
+
 TEST_F(PracticeToolTest, Quiet_IsReachedWhenAllIsSentAndAnswered) {
     const auto client = Registered();
     for (int answer = 0; answer < 4 + 58 + 1; ++answer) {

@@ -312,6 +312,36 @@ TEST_F(ToolScriptTest, Logout_IsSilenceForFiveSeconds) {
     EXPECT_EQ(Cast("Heal"), Outcome::kCast);
 }
 
+TEST_F(ToolScriptTest, LoginScreen_IsSilenceUntilACharacterEnters) {
+    LogIn();
+    Cast("Fireball");
+    m_script.LeaveGame(m_now);
+    EXPECT_THAT(PassSinceLogin(1h), ElementsAre(Timed{0, {0x534, 0, 0}}));
+    EXPECT_EQ(Cast("Heal"), Outcome::kLoggedOut);
+    m_script.SetIdle(false);
+    m_script.EnterGame(m_now);
+    EXPECT_THAT(Pass(1min), SizeIs(4 + 58 + 1)) << "the character is told anew";
+    EXPECT_EQ(Cast("Heal"), Outcome::kCast);
+}
+
+TEST_F(ToolScriptTest, RegistrationAtTheLoginScreen_IsToldWhenTheCharacterEnters) {
+    m_script.LeaveGame(m_now);
+    Pass(1s);
+    EXPECT_EQ(m_script.Answer(kRegister, m_now), 1);
+    EXPECT_THAT(Pass(1min), IsEmpty());
+    m_script.EnterGame(m_now);
+    EXPECT_THAT(Pass(10s), SizeIs(4 + 58 + 1));
+    EXPECT_EQ(m_script.Answer({0x4C8, 2, 0}, m_now), 1);
+    EXPECT_THAT(Pass(10s), IsEmpty()) << "told already";
+}
+
+TEST_F(ToolScriptTest, CharacterThatEntersWithNobodyRegistered_IsToldToTheFirst) {
+    m_script.EnterGame(m_now);
+    EXPECT_THAT(Pass(10s), IsEmpty());
+    EXPECT_EQ(m_script.Answer(kRegister, m_now), 1);
+    EXPECT_THAT(Pass(10s), SizeIs(4 + 58 + 1));
+}
+
 TEST_F(ToolScriptTest, AnswersTwoThenOne_AreForOneRegistration) {
     m_script.SetAnswers(ToolScript::Answers::kTwoThenOne);
     EXPECT_EQ(m_script.Answer(kRegister, m_now), 2);
