@@ -82,7 +82,7 @@ void ReportsOverTheSocket(benchmark::State& run) {
         ToolSocket tool(folder, "bench.sock");
         Joined joined;
         SocketAssistTransport transport(folder);
-        transport.Attach(joined.dispatcher);
+        transport.Attach(0, joined.dispatcher);
         std::thread greeter([&] { tool.AcceptAndGreet("UOAssist"); });
         transport.EnumWindows([](WindowHandle, std::string_view) {});
         greeter.join();

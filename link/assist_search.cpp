@@ -43,7 +43,7 @@ bool AssistSearch::Register() {
 }
 
 void AssistSearch::HookWindow() {
-    m_transport.Attach(*m_receiver);
+    m_transport.Attach(m_state.MainWindowHandle, *m_receiver);
 }
 
 // ODDITY(no-unregister): after the program has ended the tool still lists its window; kept because

@@ -45,9 +45,10 @@ class AssistTransport {
     virtual i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                              const i32& word) = 0;
 
-    // From Attach to Detach the receiver, which outlives that time, sees every message first.
-    // Otherwise the ordinary handling has them all: they are answered with 0 and lost.
-    virtual void Attach(MessageReceiver& receiver) = 0;
+    // From Attach to Detach the receiver, which outlives that time, sees every message to our main
+    // window `own` first. Otherwise the ordinary handling has them all: they are answered with 0
+    // and lost.
+    virtual void Attach(WindowHandle own, MessageReceiver& receiver) = 0;
     virtual void Detach() = 0;
 
     // A descriptor that is readable when Service has something to do; -1 where messages come by

@@ -27,8 +27,14 @@ class RecordingAssistTransport : public AssistTransport {
     void EnumWindows(const WindowVisitor& visit) override;
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
-    void Attach(MessageReceiver& receiver) override { m_receiver = &receiver; }
-    void Detach() override { m_receiver = nullptr; }
+    void Attach(WindowHandle own, MessageReceiver& receiver) override {
+        attachedTo = own;
+        m_receiver = &receiver;
+    }
+    void Detach() override {
+        attachedTo = 0;
+        m_receiver = nullptr;
+    }
 
     bool IsAttached() const { return m_receiver != nullptr; }
 
@@ -39,6 +45,7 @@ class RecordingAssistTransport : public AssistTransport {
     std::vector<Window> windows;
     std::vector<Sent> sent;
     int searches = 0;
+    WindowHandle attachedTo = 0;
     // What the tool answers; called inside SendToWindow.
     std::function<i32(const Sent&)> onSend = [](const Sent&) { return 1; };
 

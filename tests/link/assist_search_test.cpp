@@ -191,6 +191,7 @@ TEST_F(SearchForAssist, ReportBeforeTheHook_IsLost) {
     m_link.FindAssist();
     EXPECT_EQ(m_state.CurrentMana, 0);
     m_link.HookWindow();
+    EXPECT_EQ(m_transport.attachedTo, kOurWindow);
     EXPECT_EQ(m_transport.Deliver({0x531, 90, 80}), std::optional<i32>(0));
     EXPECT_EQ(m_state.CurrentMana, 80);
     m_link.UnhookWindow();

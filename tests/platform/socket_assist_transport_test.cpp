@@ -27,6 +27,8 @@ using testing::IsEmpty;
 using testing_support::MakeAssistFolder;
 using testing_support::ToolSocket;
 
+constexpr WindowHandle kOwnWindow = 0x1200004;
+
 class WritingReceiver : public MessageReceiver {
   public:
     std::optional<i32> OnMessage(const WindowMessage& message) override {
@@ -284,7 +286,7 @@ TEST_F(SocketAssist, Send_ToAWindowThatIsGone_IsZero) {
 TEST_F(SocketAssist, Send_ReportsBeforeTheAnswerAreHandledThenAndThere) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     std::thread answering([&] {
         tool.ReadLine();
         tool.Write("send 1325 1 80\n");
@@ -305,7 +307,7 @@ TEST_F(SocketAssist, Send_ServesOtherToolsMeanwhile) {
     Greet(other);
     ToolSocket tool(m_folder, "b.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     std::thread answering([&] {
         tool.ReadLine();
         other.Write("send 1330 16 1000\n");
@@ -320,7 +322,7 @@ TEST_F(SocketAssist, Send_ServesOtherToolsMeanwhile) {
 TEST_F(SocketAssist, SendInsideAReportInsideASend_InnermostIsAnsweredFirst) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     i32 inner = 0;
     m_receiver.during = [&](const WindowMessage&) { inner = Send(0x4C8); };
     std::thread answering([&] {
@@ -390,7 +392,7 @@ TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilTheToolStirs) {
 TEST_F(SocketAssist, Send_ReportsWithoutEndAndNoAnswer_GivesUpInTime) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     std::atomic<bool> over = false;
     std::thread flooding([&] {
         while (!over && tool.Write("send 1329 100 50\nsend 1329 100 51\n")) {
@@ -414,7 +416,7 @@ TEST_F(SocketAssist, Report_WithoutAReceiver_IsAnsweredWithZeroAndLost) {
     tool.Write("send 1325 1 80\n");
     EXPECT_FALSE(ServeUntil([] { return false; }, 50ms));
     EXPECT_EQ(tool.ReadLine(), "result 0");
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     tool.Write("send 1325 1 81\nsend 2000 1 2\n");
     EXPECT_TRUE(ServeUntil([&] { return m_receiver.messages.size() == 2; }));
     EXPECT_EQ(tool.ReadLine(), "result 7");
@@ -437,7 +439,7 @@ TEST_F(SocketAssist, BadLine_DropsTheToolAfterTheReportsBeforeIt) {
                                        "send 1 2 99999999999\n",
                                        std::string(600, '1'),
                                        "\xff\n"};
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     for (const std::string& line : bad) {
         SCOPED_TRACE(line);
         m_receiver.messages.clear();
@@ -471,7 +473,7 @@ TEST_F(SocketAssist, ToolThatStopsHalfWayThroughALine_HoldsUpNothing) {
     Greet(stalled);
     ToolSocket tool(m_folder, "b.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     stalled.Write("send 1325 1");
     EXPECT_FALSE(ServeUntil([] { return false; }, 30ms));
     EXPECT_FALSE(IsReadable(5ms));
@@ -485,7 +487,7 @@ TEST_F(SocketAssist, ToolThatStopsHalfWayThroughALine_HoldsUpNothing) {
 TEST_F(SocketAssist, ReportsOfAToolThatHasGone_AreStillTaken) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     tool.Write("send 1325 1 80\nsend 1325 2 81\nsend 1325 3");
     tool.CloseConnection();
     EXPECT_TRUE(ServeUntil([&] { return m_receiver.messages.size() == 2; }));
@@ -496,7 +498,7 @@ TEST_F(SocketAssist, ReportsOfAToolThatHasGone_AreStillTaken) {
 TEST_F(SocketAssist, MillionReports_EachIsTakenOnceInOrderAndNoServiceIsLong) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     constexpr std::size_t kCount = 1000000;
     m_receiver.messages.reserve(kCount);
     // Writes without reading an answer, as posted messages are.
@@ -534,7 +536,7 @@ TEST_F(SocketAssist, TwoTools_AFloodDoesNotKeepTheOtherWaiting) {
     Greet(flood);
     ToolSocket tool(m_folder, "b.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     m_receiver.during = [](const WindowMessage&) { std::this_thread::sleep_for(100us); };
     std::string burst;
     for (int i = 0; i < 5000; ++i) {
@@ -557,7 +559,7 @@ TEST_F(SocketAssist, TwoTools_AFloodDoesNotKeepTheOtherWaiting) {
 TEST_F(SocketAssist, HandlersThatServeEvents_DoNotPileUpAndLoseNothing) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     m_receiver.during = [&](const WindowMessage&) {
         if (IsReadable(0ms)) {
             m_transport.Service();
@@ -581,7 +583,7 @@ TEST_F(SocketAssist, HandlersThatServeEvents_DoNotPileUpAndLoseNothing) {
 TEST_F(SocketAssist, HandlerAtTheDeepestPlace_LeavesTheDescriptorQuiet) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     int quietAt = 0;
     m_receiver.during = [&](const WindowMessage&) {
         if (m_receiver.depth == 8) {
@@ -604,7 +606,7 @@ TEST_F(SocketAssist, HandlerAtTheDeepestPlace_LeavesTheDescriptorQuiet) {
 TEST_F(SocketAssist, ToolThatIsDroppedInsideItsOwnReport_IsNoTrouble) {
     auto tool = std::make_unique<ToolSocket>(m_folder, "a.sock");
     Greet(*tool);
-    m_transport.Attach(m_receiver);
+    m_transport.Attach(kOwnWindow, m_receiver);
     m_receiver.during = [&](const WindowMessage&) {
         tool.reset();
         EXPECT_THAT(Titles(), testing::SizeIs(testing::Le(1U)));
