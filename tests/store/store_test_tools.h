@@ -1,4 +1,4 @@
-// What the tests of the store share: a folder of their own, a view that records, states to compare.
+// What the tests of the store share: a view that records, states to compare.
 #pragma once
 
 #include <chrono>
@@ -13,31 +13,9 @@
 #include "platform/settings_store.h"
 #include "store/macro_code.h"
 #include "store/player_view.h"
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
-
-// A new folder under the temporary one, gone with the object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "spellwick-store-XXXXXX").string();
-        m_path = mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    TemporaryFolder(TemporaryFolder&&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
-
-    const std::filesystem::path& Path() const { return m_path; }
-
-  private:
-    std::filesystem::path m_path;
-};
 
 // Keeps the names of the calls, and runs something at each.
 class RecordingView final : public PlayerView {
