@@ -13,6 +13,12 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         ${CCACHE_PROGRAM})
 endif()
 
+if(WIN32)
+    # The compiler's own libraries go into each program, which then needs none beside it.
+    add_link_options(-static)
+    add_compile_definitions(UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0A00)
+endif()
+
 add_library(spellwick_options INTERFACE)
 target_include_directories(spellwick_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(spellwick_options INTERFACE

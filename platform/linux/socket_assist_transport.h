@@ -35,7 +35,9 @@ class SocketAssistTransport : public AssistTransport {
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
 
-    void Attach(WindowHandle /*own*/, MessageReceiver& receiver) override { m_receiver = &receiver; }
+    void Attach(WindowHandle /*own*/, MessageReceiver& receiver) override {
+        m_receiver = &receiver;
+    }
     void Detach() override { m_receiver = nullptr; }
 
     int Descriptor() const override { return m_events.Number(); }

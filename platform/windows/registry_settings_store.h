@@ -1,0 +1,54 @@
+// The settings store in the user's part of the registry: one key for each section, one text value
+// for each key. Names of values do not differ by the case of their letters; names of sections do.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/settings_store.h"
+#include "platform/windows/registry_key.h"
+
+namespace spellwick {
+
+inline constexpr const wchar_t* kSettingsKey = L"Software\\Spellwick";
+
+class RegistrySettingsStore final : public SettingsStore {
+  public:
+    // A store under this key of HKEY_CURRENT_USER, which need not exist. Every call looks at the
+    // registry as it is then.
+    explicit RegistrySettingsStore(std::wstring root = kSettingsKey) : m_root(std::move(root)) {}
+
+    std::optional<std::string> Read(std::string_view section, std::string_view key) const override;
+    SectionValues ReadSection(std::string_view section) const override;
+    // What a failure finds written already is set back; a process that is killed meanwhile leaves
+    // each value either old or new.
+    StoreResult Apply(const std::vector<SettingChange>& changes) override;
+    StoreResult RemoveSection(std::string_view section) override;
+    std::vector<std::string> Sections() const override;
+
+  private:
+    // One open section of a batch, and what its values were before.
+    struct Opened {
+        std::wstring keyName;
+        bool isNew = false;
+        RegistryKey key;
+        std::vector<std::pair<std::wstring, std::optional<std::wstring>>> before;
+    };
+    using Batch = std::map<std::string, Opened, std::less<>>;
+
+    RegistryKey Root(REGSAM access) const;
+    std::optional<std::wstring> FindKeyName(const RegistryKey& root,
+                                            const std::wstring& section) const;
+    RegistryKey OpenSection(std::string_view section) const;
+    static LONG OpenToWrite(const RegistryKey& root, const std::wstring& section,
+                            const std::optional<std::wstring>& keyName, Opened& opened);
+    static LONG Change(Opened& opened, const SettingChange& change);
+    static void TakeBack(const RegistryKey& root, Batch& batch);
+    static void DropEmpty(const RegistryKey& root, Batch& batch);
+
+    std::wstring m_root;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,182 @@
+#include "platform/windows/window_assist_transport.h"
+
+#include <bit>
+
+#include "platform/windows/wide_text.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr const wchar_t* kProperty = L"SpellwickAssist";
+
+// Handling a report lets events run, and with them further reports: a burst must not pile them up
+// on the stack without end.
+constexpr int kDeepest = 8;
+
+// Messages from here on have names that programs agree on.
+constexpr UINT kFirstRegistered = 0xc000;
+
+// What a window that has hung is given to show that it does not hang any more.
+constexpr UINT kStirMilliseconds = 20;
+
+// Tools are programs of 32 bits. Some fail over an address that these do not hold.
+i32* AllocateLowWord() {
+    constexpr std::uintptr_t kFirst = 0x10000000;
+    constexpr std::uintptr_t kLast = 0x70000000;
+    constexpr std::uintptr_t kStep = 0x100000;
+    void* place = nullptr;
+    for (std::uintptr_t address = kFirst; place == nullptr && address < kLast; address += kStep) {
+        place = VirtualAlloc(std::bit_cast<void*>(address), sizeof(i32), MEM_RESERVE | MEM_COMMIT,
+                             PAGE_READWRITE);
+    }
+    return static_cast<i32*>(place);
+}
+
+// The sender waits in SendMessage until this message is answered.
+bool SenderWaits() {
+    return (InSendMessageEx(nullptr) & (ISMEX_SEND | ISMEX_REPLIED)) == ISMEX_SEND;
+}
+
+struct Visit {
+    const AssistTransport::WindowVisitor& visitor;
+};
+
+BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
+    const auto* visit = std::bit_cast<const Visit*>(parameter);
+    visit->visitor(HandleOf(window), Utf8FromWide(WideTitle(window)));
+    return TRUE;
+}
+
+}  // namespace
+
+WindowMessage WindowAssistTransport::MessageOf(const Deferred& message) {
+    return {message.number, static_cast<i32>(message.wParam), static_cast<i32>(message.lParam)};
+}
+
+WindowAssistTransport::WindowAssistTransport(std::chrono::milliseconds patience)
+    : m_patience(patience), m_word(AllocateLowWord()) {}
+
+WindowAssistTransport::~WindowAssistTransport() {
+    Detach();
+    if (m_word != nullptr) {
+        VirtualFree(m_word, 0, MEM_RELEASE);
+    }
+}
+
+void WindowAssistTransport::EnumWindows(const WindowVisitor& visit) {
+    const Visit parameter{visit};
+    ::EnumWindows(&VisitWindow, std::bit_cast<LPARAM>(&parameter));
+}
+
+bool WindowAssistTransport::Stirs(HWND window) {
+    DWORD_PTR ignored = 0;
+    if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kStirMilliseconds, &ignored) == 0) {
+        return false;
+    }
+    m_hanging.erase(window);
+    return true;
+}
+
+i32 WindowAssistTransport::SendToWindow(WindowHandle window, std::uint32_t number,
+                                        std::uint32_t wParam, const i32& word) {
+    HWND target = HwndOf(window);
+    if (window == 0 || IsWindow(target) == FALSE) {
+        m_hanging.erase(target);
+        return 0;
+    }
+    if (m_hanging.contains(target) && !Stirs(target)) {
+        return 0;
+    }
+    if (m_word != nullptr) {
+        *m_word = word;
+    }
+    DWORD_PTR answer = 0;
+    const LRESULT answered =
+        SendMessageTimeoutW(target, number, wParam, std::bit_cast<LPARAM>(m_word), SMTO_NORMAL,
+                            static_cast<UINT>(m_patience.count()), &answer);
+    if (answered != 0) {
+        return static_cast<i32>(answer);
+    }
+    if (IsWindow(target) != FALSE) {
+        m_hanging.insert(target);
+    }
+    return 0;
+}
+
+void WindowAssistTransport::Attach(WindowHandle own, MessageReceiver& receiver) {
+    Detach();
+    HWND window = HwndOf(own);
+    if (own == 0 || SetPropW(window, kProperty, this) == FALSE) {
+        return;
+    }
+    m_own = window;
+    m_receiver = &receiver;
+    m_replaced = std::bit_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, std::bit_cast<LONG_PTR>(&WindowProcedure)));
+}
+
+void WindowAssistTransport::Detach() {
+    if (m_own == nullptr) {
+        return;
+    }
+    // If somebody has replaced the procedure once more, theirs still calls ours, which stays and
+    // does nothing.
+    if (GetWindowLongPtrW(m_own, GWLP_WNDPROC) == std::bit_cast<LONG_PTR>(&WindowProcedure)) {
+        SetWindowLongPtrW(m_own, GWLP_WNDPROC, std::bit_cast<LONG_PTR>(m_replaced));
+        RemovePropW(m_own, kProperty);
+        m_own = nullptr;
+    }
+    m_receiver = nullptr;
+    m_deferred.clear();
+}
+
+std::optional<i32> WindowAssistTransport::Receive(const WindowMessage& message) {
+    if (m_receiver == nullptr) {
+        return std::nullopt;
+    }
+    ++m_depth;
+    const std::optional<i32> answer = m_receiver->OnMessage(message);
+    --m_depth;
+    return answer;
+}
+
+void WindowAssistTransport::ReceiveDeferred() {
+    while (m_depth == 0 && !m_deferred.empty()) {
+        const Deferred deferred = m_deferred.front();
+        m_deferred.pop_front();
+        if (!Receive(MessageOf(deferred))) {
+            CallWindowProcW(m_replaced, deferred.window, deferred.number, deferred.wParam,
+                            deferred.lParam);
+        }
+    }
+}
+
+LRESULT CALLBACK WindowAssistTransport::WindowProcedure(HWND window, UINT number, WPARAM wParam,
+                                                        LPARAM lParam) {
+    auto* transport = static_cast<WindowAssistTransport*>(GetPropW(window, kProperty));
+    if (transport == nullptr) {
+        return DefWindowProcW(window, number, wParam, lParam);
+    }
+    const WNDPROC replaced = transport->m_replaced;
+    if (number == WM_NCDESTROY) {
+        transport->Detach();
+        return CallWindowProcW(replaced, window, number, wParam, lParam);
+    }
+    if (number >= WM_USER && number < kFirstRegistered) {
+        const Deferred message{window, number, wParam, lParam};
+        const bool mustWait = transport->m_depth >= kDeepest || !transport->m_deferred.empty();
+        if (mustWait && transport->m_depth > 0 && !SenderWaits()) {
+            transport->m_deferred.push_back(message);
+            return 0;
+        }
+        const std::optional<i32> answer = transport->Receive(MessageOf(message));
+        transport->ReceiveDeferred();
+        if (answer) {
+            return *answer;
+        }
+    }
+    return CallWindowProcW(replaced, window, number, wParam, lParam);
+}
+
+}  // namespace spellwick

@@ -1,0 +1,58 @@
+// Assist tools on Windows: their real windows, and real window messages.
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <set>
+
+#include <windows.h>
+
+#include "platform/assist_transport.h"
+
+namespace spellwick {
+
+class WindowAssistTransport : public AssistTransport {
+  public:
+    explicit WindowAssistTransport(
+        std::chrono::milliseconds patience = std::chrono::milliseconds(5000));
+    WindowAssistTransport(const WindowAssistTransport&) = delete;
+    WindowAssistTransport& operator=(const WindowAssistTransport&) = delete;
+    ~WindowAssistTransport() override;
+
+    void EnumWindows(const WindowVisitor& visit) override;
+
+    // A window that has left one message without an answer gets no other until it stirs.
+    i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
+                     const i32& word) override;
+
+    // The window belongs to the calling thread.
+    void Attach(WindowHandle own, MessageReceiver& receiver) override;
+    void Detach() override;
+
+  private:
+    // A posted message that has to wait for those before it.
+    struct Deferred {
+        HWND window;
+        UINT number;
+        WPARAM wParam;
+        LPARAM lParam;
+    };
+
+    static WindowMessage MessageOf(const Deferred& message);
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
+    bool Stirs(HWND window);
+    std::optional<i32> Receive(const WindowMessage& message);
+    void ReceiveDeferred();
+
+    std::chrono::milliseconds m_patience;
+    i32* m_word;  // at an address below 2 GiB; null where none is to be had
+    std::set<HWND> m_hanging;
+
+    HWND m_own = nullptr;
+    WNDPROC m_replaced = nullptr;
+    MessageReceiver* m_receiver = nullptr;
+    int m_depth = 0;  // messages being handled inside each other
+    std::deque<Deferred> m_deferred;
+};
+
+}  // namespace spellwick

@@ -1,0 +1,64 @@
+#include "platform/windows/windows_desktop.h"
+
+#include <system_error>
+
+#include "platform/windows/wide_text.h"
+
+namespace spellwick {
+
+namespace {
+
+// The shell's own scale: all above this is success.
+constexpr INT_PTR kLastShellError = 32;
+
+bool Open(const std::wstring& what) {
+    // Errors come back as a number in the form of a handle.
+    const HINSTANCE result =
+        ShellExecuteW(nullptr, L"open", what.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<INT_PTR>(result) > kLastShellError;
+}
+
+// Installations without a program for rich text still have one for plain text.
+bool OpenAsText(const std::wstring& file) {
+    const std::wstring argument = L"\"" + file + L"\"";
+    const HINSTANCE result =
+        ShellExecuteW(nullptr, L"open", L"notepad.exe", argument.c_str(), nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<INT_PTR>(result) > kLastShellError;
+}
+
+}  // namespace
+
+void WindowsDesktop::Beep() {
+    MessageBeep(MB_OK);
+}
+
+bool WindowsDesktop::OpenDocument(const std::filesystem::path& file) {
+    std::error_code trouble;
+    if (!std::filesystem::is_regular_file(file, trouble)) {
+        return false;
+    }
+    return Open(file.wstring()) || OpenAsText(file.wstring());
+}
+
+bool WindowsDesktop::OpenWebPage(const std::string& address) {
+    return Open(WideFromUtf8(address));
+}
+
+bool WindowsDesktop::SetTopMost(WindowHandle window, bool topMost) {
+    return window != 0 &&
+           SetWindowPos(HwndOf(window), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                        SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER) != FALSE;
+}
+
+bool WindowsDesktop::LeaveTaskList(WindowHandle window) {
+    HWND own = HwndOf(window);
+    if (window == 0 || IsWindow(own) == FALSE) {
+        return false;
+    }
+    // The task bar looks at these when the window is shown.
+    const LONG_PTR style = GetWindowLongPtrW(own, GWL_EXSTYLE);
+    SetWindowLongPtrW(own, GWL_EXSTYLE, (style | WS_EX_TOOLWINDOW) & ~LONG_PTR{WS_EX_APPWINDOW});
+    return (GetWindowLongPtrW(own, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) != 0;
+}
+
+}  // namespace spellwick

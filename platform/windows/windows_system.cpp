@@ -1,0 +1,27 @@
+#include "platform/system.h"
+#include "platform/windows/registry_installation.h"
+#include "platform/windows/registry_settings_store.h"
+#include "platform/windows/window_assist_transport.h"
+#include "platform/windows/windows_client_windows.h"
+#include "platform/windows/windows_clock.h"
+#include "platform/windows/windows_desktop.h"
+#include "platform/windows/windows_keyboard.h"
+
+namespace spellwick {
+
+std::string PrepareProcess() {
+    return {};
+}
+
+System OpenSystem() {
+    System system;
+    system.clients = std::make_unique<WindowsClientWindows>();
+    system.keyboard = std::make_unique<WindowsKeyboard>();
+    system.desktop = std::make_unique<WindowsDesktop>();
+    system.installation = std::make_unique<RegistryInstallation>();
+    system.clock = std::make_unique<WindowsClock>();
+    system.store = std::make_unique<RegistrySettingsStore>();
+    return system;
+}
+
+}  // namespace spellwick
