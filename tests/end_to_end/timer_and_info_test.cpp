@@ -78,6 +78,13 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
     EXPECT_TRUE(WaitUntil([&] { return m_desk->AreaOf(timer).x == 1030; }));
     EXPECT_EQ(m_desk->AreaOf(timer).y, 250);
     EXPECT_TRUE(GameHasKeyboard());
+    const int height = m_desk->AreaOf(timer).height;
+    m_desk->Click(timer, {24, 7});
+    EXPECT_TRUE(WaitUntil([&] { return m_desk->AreaOf(timer).height == 49; }));
+    EXPECT_TRUE(GameHasKeyboard());
+    m_desk->Click(timer, {8, 20});
+    EXPECT_TRUE(WaitUntil([&] { return m_desk->AreaOf(timer).height == height; }));
+    EXPECT_TRUE(GameHasKeyboard());
     m_desk->Tap(XKB_KEY_F5);
     EXPECT_TRUE(WaitUntil([&] { return Typed().size() == 4; }));
 

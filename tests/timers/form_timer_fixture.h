@@ -1,0 +1,78 @@
+// The window of the running timers on recording parts, with a clock that the test sets.
+#pragma once
+
+#include <QGuiApplication>
+#include <QTest>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "model/timer_display.h"
+#include "platform/recording/recording_desktop.h"
+#include "platform/recording/set_clock.h"
+#include "timers/form_timer.h"
+
+namespace spellwick {
+
+class FormTimerTest : public testing::Test, public FailureSink {
+  protected:
+    FormTimerTest() {
+        m_state.Spells.GrowTo(104);
+        for (i32 row = 0; row <= kLastRow; ++row) {
+            m_state.Spells(row).Name = "Spell " + std::to_string(row);
+        }
+        m_state.SpellTimerMode = kTimersAsIcons;
+        m_clock.now = 1000.0F;
+    }
+    void TearDown() override { EXPECT_EQ(m_failures, 0); }
+    void OnUncaughtFailure(const std::exception& /*failure*/,
+                           std::string_view /*action*/) override {
+        ++m_failures;
+    }
+
+    FormTimer& Make(QPoint place = {40, 50}) {
+        m_form = std::make_unique<FormTimer>(
+            TimerServices{
+                .state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this},
+            place);
+        return *m_form;
+    }
+    template <typename Part>
+    Part& Named(const char* name, int index) {
+        auto* part =
+            m_form->findChild<Part*>(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index));
+        if (part == nullptr) {
+            throw std::logic_error(name);
+        }
+        return *part;
+    }
+    TimerLabel& Name(int slot) { return Named<TimerLabel>("lblSpellName", slot); }
+    TimerLabel& Seconds(int slot) { return Named<TimerLabel>("lblTimeRemaining", slot); }
+    TimerPicture& Picture(int slot) { return Named<TimerPicture>("imgSpell", slot); }
+    TimerBar& Bar(int slot) { return Named<TimerBar>("picProg", slot); }
+    TimerControl& Control(int index) { return Named<TimerControl>("lblControls", index); }
+
+    std::vector<std::string> ShownNames() {
+        std::vector<std::string> names;
+        for (int slot = 0; slot < kTimerSlots; ++slot) {
+            if (Name(slot).isVisible()) {
+                names.push_back(Name(slot).text().toStdString());
+            }
+        }
+        return names;
+    }
+    void TickAt(float now) {
+        m_clock.now = now;
+        m_form->Update();
+    }
+
+    SharedState m_state;
+    SetClock m_clock;
+    RecordingDesktop m_desktop;
+    std::unique_ptr<FormTimer> m_form;
+    int m_failures = 0;
+};
+
+}  // namespace spellwick

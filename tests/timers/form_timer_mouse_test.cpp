@@ -1,0 +1,158 @@
+// The window of the running timers under the mouse and among the other windows.
+#include <QMouseEvent>
+
+#include "tests/timers/form_timer_fixture.h"
+
+namespace spellwick {
+namespace {
+
+TEST_F(FormTimerTest, Window_NeverTakesTheKeyboardAndStaysOutOfTheTaskList) {
+    Make().CreateNewSpellTimer(3, 60);
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(m_form->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(m_form->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_TRUE(m_form->testAttribute(Qt::WA_ShowWithoutActivating));
+    EXPECT_EQ(m_desktop.outOfTaskList,
+              (std::vector<WindowHandle>{static_cast<WindowHandle>(m_form->winId())}));
+    // Each time that it is shown.
+    m_form->SetMode(kTimersOff);
+    m_form->SetMode(kTimersAsText);
+    EXPECT_EQ(m_desktop.outOfTaskList.size(), 2U);
+}
+
+TEST_F(FormTimerTest, HiddenByUser_StaysAwayUntilTheNextTimer) {
+    Make().CreateNewSpellTimer(1, 60);
+    QTest::mouseClick(&Picture(0), Qt::RightButton);
+    EXPECT_FALSE(m_form->isVisible());
+    TickAt(1001.0F);
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_TRUE(m_form->SpellsActive());
+    EXPECT_FALSE(m_form->isVisible());
+    m_form->SetMode(kTimersAsText);
+    EXPECT_FALSE(m_form->isVisible());
+    m_form->CreateNewSpellTimer(2, 30);
+    EXPECT_TRUE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, Controls_HideAndToggle) {
+    Make().CreateNewSpellTimer(1, 60);
+    EXPECT_EQ(Control(0).text(), "X");
+    EXPECT_EQ(Control(0).toolTip(), "Hide");
+    EXPECT_EQ(Control(1).text(), "H");
+    EXPECT_EQ(Control(1).toolTip(), "Switch to Horizontal display");
+    EXPECT_EQ(m_form->width(), 46);
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_EQ(Control(1).text(), "V");
+    EXPECT_EQ(Control(1).toolTip(), "Switch to Vertical display");
+    EXPECT_EQ(m_form->height(), 49);
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_EQ(Control(1).text(), "H");
+    QTest::mouseClick(&Control(0), Qt::LeftButton);
+    EXPECT_FALSE(m_form->isVisible());
+    TickAt(1001.0F);
+    EXPECT_FALSE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, Controls_FitIntoTheWindow) {
+    Make().CreateNewSpellTimer(1, 60);
+    EXPECT_GE(Control(1).x(), 0);
+    EXPECT_TRUE(m_form->rect().contains(Control(0).geometry()));
+    QTest::mouseClick(&Control(1), Qt::LeftButton);
+    EXPECT_TRUE(m_form->rect().contains(Control(1).geometry()));
+    EXPECT_FALSE(Control(1).geometry().intersects(Picture(0).geometry()));
+}
+
+TEST_F(FormTimerTest, Drag_MovesTheWindowFromEachPart) {
+    for (const char* part : {"", "imgSpell", "picProg", "lblSpellName", "lblTimeRemaining"}) {
+        SCOPED_TRACE(part);
+        m_state.SpellTimerMode =
+            std::string_view(part).starts_with("lbl") ? kTimersAsText : kTimersAsIcons;
+        Make().CreateNewSpellTimer(1, 60);
+        QWidget& from = *part == 0 ? static_cast<QWidget&>(*m_form) : Named<QWidget>(part, 0);
+        QTest::mousePress(&from, Qt::LeftButton, {}, {3, 3});
+        QMouseEvent move(QEvent::MouseMove, QPointF(23, 8), from.mapToGlobal(QPoint(23, 8)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&from, &move);
+        EXPECT_EQ(m_form->pos(), QPoint(60, 55));
+        QTest::mouseRelease(&from, Qt::LeftButton, {}, {3, 3});
+        EXPECT_TRUE(m_form->isVisible());
+        QMouseEvent after(QEvent::MouseMove, QPointF(99, 99), from.mapToGlobal(QPoint(99, 99)),
+                          Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&from, &after);
+        EXPECT_EQ(m_form->pos(), QPoint(60, 55));
+    }
+}
+
+TEST_F(FormTimerTest, Drag_EndsWhenTheButtonIsFoundUp) {
+    Make().CreateNewSpellTimer(1, 60);
+    const auto moveTo = [&](QPoint place, Qt::MouseButtons buttons) {
+        QMouseEvent move(QEvent::MouseMove, place, m_form->mapToGlobal(place), Qt::NoButton,
+                         buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_form.get(), &move);
+    };
+    QTest::mousePress(m_form.get(), Qt::LeftButton, {}, {3, 3});
+    moveTo({13, 3}, Qt::NoButton);
+    moveTo({23, 3}, Qt::LeftButton);
+    EXPECT_EQ(m_form->pos(), QPoint(40, 50));
+}
+
+TEST_F(FormTimerTest, OtherButtons_DoNotDragAndHideWhenTheyGoUp) {
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        Make().CreateNewSpellTimer(1, 60);
+        QTest::mousePress(m_form.get(), button, {}, {3, 3});
+        EXPECT_TRUE(m_form->isVisible());
+        QMouseEvent move(QEvent::MouseMove, QPointF(23, 8), m_form->mapToGlobal(QPoint(23, 8)),
+                         Qt::NoButton, button, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_form.get(), &move);
+        EXPECT_EQ(m_form->pos(), QPoint(40, 50));
+        QTest::mouseRelease(m_form.get(), button, {}, {3, 3});
+        EXPECT_FALSE(m_form->isVisible());
+    }
+}
+
+TEST_F(FormTimerTest, RightButton_HidesFromEachPart) {
+    for (const char* part : {"imgSpell", "picProg", "lblSpellName", "lblTimeRemaining"}) {
+        SCOPED_TRACE(part);
+        m_state.SpellTimerMode =
+            std::string_view(part).starts_with("lbl") ? kTimersAsText : kTimersAsIcons;
+        Make().CreateNewSpellTimer(1, 60);
+        auto& from = Named<QWidget>(part, 0);
+        ASSERT_TRUE(from.isVisible());
+        QTest::mouseClick(&from, Qt::RightButton);
+        EXPECT_FALSE(m_form->isVisible());
+    }
+}
+
+TEST_F(FormTimerTest, ClosedByTheDesktop_IsHiddenUntilTheNextTimer) {
+    Make().CreateNewSpellTimer(1, 60);
+    m_form->close();
+    EXPECT_FALSE(m_form->isVisible());
+    TickAt(1001.0F);
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_TRUE(m_form->SpellsActive());
+    m_form->CreateNewSpellTimer(2, 60);
+    EXPECT_TRUE(m_form->isVisible());
+}
+
+TEST_F(FormTimerTest, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
+    Make().CreateNewSpellTimer(1, 60);
+    QTest::qWait(20);
+    EXPECT_TRUE(m_desktop.topMostCalls.empty());
+    m_state.AlwaysOnTop = true;
+    m_form->SetMode(kTimersOff);
+    m_form->SetMode(kTimersAsIcons);
+    QTest::qWait(20);
+    ASSERT_EQ(m_desktop.topMostCalls.size(), 1U);
+    EXPECT_TRUE(m_desktop.topMostCalls[0].topMost);
+    EXPECT_EQ(m_desktop.topMostCalls[0].window, m_form->winId());
+    TickAt(1010.0F);
+    QTest::qWait(20);
+    EXPECT_EQ(m_desktop.topMostCalls.size(), 1U);
+    QTest::mouseClick(m_form.get(), Qt::RightButton);
+    m_form->CreateNewSpellTimer(2, 60);
+    QTest::qWait(20);
+    EXPECT_EQ(m_desktop.topMostCalls.size(), 2U);
+}
+
+}  // namespace
+}  // namespace spellwick
