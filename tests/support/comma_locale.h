@@ -1,34 +1,33 @@
-// A locale that writes numbers with a comma, made for the test and in force for its life, for C and
-// for C++ alike.
+// A locale that writes numbers with a comma, in force for the life of the object, for C and for C++
+// alike.
 #pragma once
 
 #include <clocale>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <locale>
 #include <stdexcept>
 #include <string>
+
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 
 class CommaLocale {
   public:
     CommaLocale() {
-        Make();
-        setenv("LOCPATH", m_folder.c_str(), 1);
-        if (std::setlocale(LC_NUMERIC, "comma") == nullptr) {
+        m_streams = std::locale::global(std::locale(std::locale::classic(), new Comma));
+        if (!SetForC()) {
+            std::locale::global(m_streams);
             throw std::runtime_error("no locale with a comma");
         }
-        m_streams = std::locale::global(std::locale(std::locale::classic(), new Comma));
-        std::setlocale(LC_NUMERIC, "comma");
     }
     ~CommaLocale() {
         std::locale::global(m_streams);
         std::setlocale(LC_NUMERIC, "C");
+#ifndef _WIN32
         unsetenv("LOCPATH");
-        std::error_code ignored;
-        std::filesystem::remove_all(m_folder, ignored);
+#endif
     }
     CommaLocale(const CommaLocale&) = delete;
     CommaLocale& operator=(const CommaLocale&) = delete;
@@ -42,28 +41,30 @@ class CommaLocale {
         std::string do_grouping() const override { return "\3"; }
     };
 
-    // The C library reads compiled locales alone. The compiler complains of the categories that are
-    // missing, and writes this one all the same.
-    void Make() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "spellwick-locale-XXXXXX").string();
-        m_folder = mkdtemp(pattern.data());
-        std::ofstream(m_folder / "source") << "LC_NUMERIC\n"
-                                              "decimal_point \"<U002C>\"\n"
-                                              "thousands_sep \"<U002E>\"\n"
-                                              "grouping 3;3\n"
-                                              "END LC_NUMERIC\n";
-        const std::string command = "localedef -c -i " + (m_folder / "source").string() +
-                                    " -f ANSI_X3.4-1968 " + (m_folder / "comma").string() + " 2>" +
-                                    (m_folder / "complaints").string();
-        // Complaints alone give 1.
-        if (const int status = std::system(command.c_str());
-            !std::filesystem::exists(m_folder / "comma" / "LC_NUMERIC")) {
-            throw std::runtime_error("localedef ended with " + std::to_string(status));
-        }
+#ifdef _WIN32
+    static bool SetForC() {
+        return std::setlocale(LC_NUMERIC, "German_Germany.1252") != nullptr;
+    }
+#else
+    // The C library reads compiled locales alone, and a system need not have one with a comma. The
+    // compiler complains of the categories that are missing, and writes this one all the same.
+    bool SetForC() {
+        const std::filesystem::path source = m_folder.Path() / "source";
+        std::ofstream(source) << "LC_NUMERIC\n"
+                                 "decimal_point \"<U002C>\"\n"
+                                 "thousands_sep \"<U002E>\"\n"
+                                 "grouping 3;3\n"
+                                 "END LC_NUMERIC\n";
+        const std::string command = "localedef -c -f ANSI_X3.4-1968 -i " + source.string() + " " +
+                                    (m_folder.Path() / "comma").string() + " 2>" +
+                                    (m_folder.Path() / "complaints").string();
+        const int status = std::system(command.c_str());
+        setenv("LOCPATH", m_folder.Path().c_str(), 1);
+        return status != -1 && std::setlocale(LC_NUMERIC, "comma") != nullptr;
     }
 
-    std::filesystem::path m_folder;
+    TemporaryFolder m_folder;
+#endif
     std::locale m_streams;
 };
 
