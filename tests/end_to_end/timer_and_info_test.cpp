@@ -171,7 +171,12 @@ TEST_F(ConversionEndToEnd, Start_MovesTheMarkAheadOfTheSpellTable) {
 }
 
 TEST_F(ConversionEndToEnd, OldData_AskAndLeaveTheWindowThatAsksForPatience) {
-    Prepare(kGlobal, {{"Conversion", "Done 1.0"}, {"CurrentReagentBag", "0"}});
+    PrepareMage(kMira, 10);
+    Prepare(kMira, {{"Magery", "50"}});
+    Prepare(kGlobal, {{"Conversion", "Done 1.0"},
+                      {"CurrentReagentBag", "0"},
+                      {"CurrentPlayerName", kMira},
+                      {"Magery", "77"}});
     auto spellwick = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
     ASSERT_TRUE(spellwick);
     const xcb_window_t question = m_desk->WaitWindow("Spellwick");
@@ -185,6 +190,10 @@ TEST_F(ConversionEndToEnd, OldData_AskAndLeaveTheWindowThatAsksForPatience) {
     EXPECT_EQ(Stored(kGlobal, "Conversion"), "Done 1.0");
     m_desk->AskToClose(main);
     EXPECT_TRUE(spellwick->WaitForEnd(10s));
+    // Until the conversion is done the old data stand for every player, and are saved as his.
+    EXPECT_EQ(Stored(kMira, "Magery"), "77");
+    EXPECT_EQ(Stored(kGlobal, "Magery"), "77");
+    EXPECT_EQ(Stored(kGlobal, "Conversion"), "Done 1.0");
 }
 
 }  // namespace
