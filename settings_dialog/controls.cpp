@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QSignalBlocker>
+#include <QStyleOptionToolButton>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -18,6 +19,24 @@ void ChoiceBox::wheelEvent(QWheelEvent* event) {
         QComboBox::wheelEvent(event);
     } else {
         event->ignore();
+    }
+}
+
+PictureOption::PictureOption(const QString& caption, QWidget* parent) : QToolButton(parent) {
+    setText(caption);
+    setAccessibleName(caption);
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    setCheckable(true);
+    setAutoExclusive(true);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void PictureOption::initStyleOption(QStyleOptionToolButton* option) const {
+    QToolButton::initStyleOption(option);
+    if (isChecked()) {
+        QPalette& colours = option->palette;
+        colours.setBrush(QPalette::Button, colours.brush(QPalette::Highlight));
+        colours.setBrush(QPalette::ButtonText, colours.brush(QPalette::HighlightedText));
     }
 }
 

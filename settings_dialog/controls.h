@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QStringList>
+#include <QToolButton>
 #include <string>
 
 #include "model/spell_record.h"
@@ -23,6 +24,17 @@ class ChoiceBox : public QComboBox {
 
   protected:
     void wheelEvent(QWheelEvent* event) override;
+};
+
+// One of several captions with a picture; the one that is on stands out in every theme.
+class PictureOption : public QToolButton {
+    Q_OBJECT
+
+  public:
+    PictureOption(const QString& caption, QWidget* parent);
+
+  protected:
+    void initStyleOption(QStyleOptionToolButton* option) const override;
 };
 
 // Gives a control its name and the words that a person would want read out.

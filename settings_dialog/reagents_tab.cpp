@@ -61,15 +61,10 @@ void ReagentsTab::MakeTypes() {
     const PictureStrip& strip = m_services.pictures.reagents;
     for (int type = 0; type < 2; ++type) {
         const auto at = static_cast<std::size_t>(type);
-        auto* option = Named(new QToolButton(this), IndexedName("RegType", type));
-        option->setText(QLatin1String(kCaptions[at]));
-        option->setAccessibleName(option->text());
+        auto* option = new PictureOption(QLatin1String(kCaptions[at]), this);
+        option->setObjectName(IndexedName("RegType", type));
         option->setIcon(strip.Strip().copy(strip.Cell(type == 0 ? 0 : kMageryReagents)));
         option->setIconSize(strip.CellSize());
-        option->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        option->setCheckable(true);
-        option->setAutoExclusive(true);
-        option->setFocusPolicy(Qt::StrongFocus);
         connect(option, &QToolButton::clicked, this,
                 [this] { Guarded("choosing reagents", [&] { ShowReagentType(); }); });
         RegType[at] = option;

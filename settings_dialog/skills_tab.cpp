@@ -80,16 +80,11 @@ SkillsTab::SkillsTab(const SettingsServices& services, QWidget* parent)
 void SkillsTab::MakeGroups() {
     for (int group = 0; group < kSkillGroups; ++group) {
         const auto at = static_cast<std::size_t>(group);
-        auto* option = Named(new QToolButton(this), IndexedName("SkillType", group));
-        option->setText(QLatin1String(kGroups[at].caption));
-        option->setAccessibleName(option->text());
-        option->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        auto* option = new PictureOption(QLatin1String(kGroups[at].caption), this);
+        option->setObjectName(IndexedName("SkillType", group));
         // The icon comes later and must find its room.
         option->setIconSize({kIconSide, kIconSide});
         option->setMinimumHeight(kIconSide + kIconMargin);
-        option->setCheckable(true);
-        option->setAutoExclusive(true);
-        option->setFocusPolicy(Qt::StrongFocus);
         option->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
         connect(option, &QToolButton::clicked, this, [this, group] {
             Guarded("choosing a group of skills", [&] { ClickSkillType(group); });

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <cmath>
+#include <tuple>
 
 #include "tests/support/settings_fixture.h"
 
@@ -135,9 +136,21 @@ TEST_P(SettingsLayoutTest, EveryPage_TheNamesFit) {
         ShowTab(0);
         Pick(Named<QComboBox>("ComboSpellLevel"), page);
         ExpectTidy(Form().Tab(0));
+        ShowTab(2);
+        Pick(Named<QComboBox>("ComboMacro"), page);
+        ExpectTidy(Form().Tab(2));
         ShowTab(5);
         Pick(Named<QComboBox>("ComboSpellText"), page);
         ExpectTidy(Form().Tab(5));
+    }
+    for (const auto& [tab, name, count] :
+         {std::tuple(3, "SkillType", 5), std::tuple(4, "RegType", 2)}) {
+        ShowTab(tab);
+        for (int index = 0; index < count; ++index) {
+            SCOPED_TRACE(name + std::to_string(index));
+            Click(name, index);
+            ExpectTidy(Form().Tab(tab));
+        }
     }
     EXPECT_EQ(Form().size(), size);
 }
@@ -160,6 +173,22 @@ TEST_P(SettingsLayoutTest, Spells_TheColumnsStandUnderTheirHeadings) {
     expectCentred("Label1(3)", "SpellPrice(0)");
     expectCentred("Label1(7)", "CheckBook(0)");
     expectCentred("Label1(40)", "CheckTown(0)");
+}
+
+TEST_P(SettingsLayoutTest, Options_TheOneThatIsOnStandsOut) {
+    for (const auto& [tab, name] : {std::pair(3, "SkillType"), std::pair(4, "RegType")}) {
+        ShowTab(tab);
+        Click(name, 1);
+        Leave();
+        const auto ground = [&](int index) {
+            const QImage option = Named(name, index).grab().toImage();
+            return option.pixelColor(option.width() - 6, option.height() - 6);
+        };
+        EXPECT_GE(Contrast(ground(1), ground(0)), 1.5) << name;
+        Click(name, 0);
+        Leave();
+        EXPECT_GE(Contrast(ground(1), ground(0)), 1.5) << name;
+    }
 }
 
 TEST_P(SettingsLayoutTest, UserSpells_TheLongestEntryFits) {
