@@ -4,55 +4,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "tests/end_to_end/player_desk.h"
+#include "tests/end_to_end/settings_desk.h"
 
 namespace spellwick::testing_support {
 namespace {
-
-constexpr int kSettingsButton = 2;
-
-enum Tab { kSpells = 0, kUserSpells = 1, kSpellTexts = 5, kOptions = 7 };
-
-class SettingsInTheProgram : public PlayerDesk {
-  protected:
-    // Opens the dialog; the focus stands on the first button of the strip at the first opening.
-    void OpenDialog() {
-        m_desk->Click(Window(), Command(kSettingsButton));
-        m_dialog = m_desk->WaitWindow("Spellwick - Settings");
-        ASSERT_NE(m_dialog, 0U);
-        ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_dialog; }));
-        m_desk->RestingPicture(m_dialog);
-    }
-    void Tabs(int count) {
-        for (int step = 0; step < count; ++step) {
-            m_desk->Tap(XKB_KEY_Tab);
-        }
-    }
-    // Opens the dialog anew and the tab by the keyboard; the focus stands on its first control.
-    void OpenTab(int tab) {
-        OpenDialog();
-        Tabs(tab);
-        m_desk->Tap(XKB_KEY_space);
-        m_desk->RestingPicture(m_dialog);
-    }
-    void PressOk() {
-        m_desk->Hold(XKB_KEY_Alt_L, true);
-        m_desk->Tap(XKB_KEY_o);
-        m_desk->Hold(XKB_KEY_Alt_L, false);
-        ASSERT_TRUE(m_desk->WaitGone(m_dialog));
-    }
-    void CloseDialog() {
-        m_desk->AskToClose(m_dialog);
-        ASSERT_TRUE(m_desk->WaitGone(m_dialog));
-    }
-    bool WaitStored(const std::string& section, const std::string& key, const std::string& value) {
-        return WaitUntil([&] { return Stored(section, key) == value; });
-    }
-
-    xcb_window_t m_dialog = 0;
-};
 
 TEST_F(SettingsInTheProgram, Options_AreStoredWhenTheyAreClicked) {
     PrepareMage(kMira, 10);

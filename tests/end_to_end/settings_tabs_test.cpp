@@ -1,0 +1,175 @@
+// Macros, skills and stocks edited in the real program, and found again after the next start; keys
+// that are refused; the client's macro file.
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/end_to_end/settings_desk.h"
+
+namespace spellwick::testing_support {
+namespace {
+
+using testing::Contains;
+
+// Bytes of a part of a window's picture, which has four for each pixel.
+Picture Cut(const Picture& whole, const Area& window, const Area& part) {
+    Picture cut;
+    for (int y = part.y; y < part.y + part.height; ++y) {
+        const auto from =
+            whole.begin() + 4 * (static_cast<std::ptrdiff_t>(y) * window.width + part.x);
+        cut.insert(cut.end(), from, from + 4 * static_cast<std::ptrdiff_t>(part.width));
+    }
+    return cut;
+}
+
+class TabsInTheProgram : public SettingsInTheProgram {
+  protected:
+    // The button "OK" at the lower right corner.
+    Place Ok() {
+        const Area dialog = m_desk->AreaOf(m_dialog);
+        return {dialog.width - 45, dialog.height - 18};
+    }
+    Picture PictureOfOk() {
+        const Area dialog = m_desk->AreaOf(m_dialog);
+        m_desk->MoveMouse({1200, 900});
+        const Picture whole = m_desk->RestingPicture(m_dialog);
+        constexpr int kWidth = 95;
+        constexpr int kHeight = 34;
+        return Cut(whole, dialog,
+                   {dialog.width - kWidth, dialog.height - kHeight, kWidth, kHeight});
+    }
+};
+
+TEST_F(TabsInTheProgram, MacroEdits_AreTypedAfterTheNextStart) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    OpenTab(kMacros);
+    Tabs(1);
+    m_desk->Type("f9");
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_space);
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_space);
+    CloseDialog();
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "-C-{F9}");
+    ASSERT_EQ(CloseSpellwick(), 0);
+
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    m_desk->RestingPicture(Window());
+    ClickSpell(0);
+    EXPECT_TRUE(WaitUntil([&] { return !Typed().empty(); }));
+    EXPECT_THAT(Typed(), Contains("key Ctrl+F9"));
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "-C-{F9}");
+    EXPECT_EQ(Stored(kGlobal, "Macro 2"), "A--2");
+    EXPECT_EQ(Stored(kGlobal, "Macro-1"), "--- ");
+}
+
+TEST_F(TabsInTheProgram, SkillEdits_AreThereAfterTheNextStart) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    OpenTab(kSkills);
+    m_desk->Type("77");
+    PressOk();
+    EXPECT_TRUE(WaitStored(kMira, "Magery", "77"));
+    ASSERT_EQ(CloseSpellwick(), 0);
+
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    OpenTab(kSkills);
+    m_desk->Tap(XKB_KEY_Up);
+    PressOk();
+    EXPECT_TRUE(WaitStored(kMira, "Magery", "78"));
+    EXPECT_EQ(CloseSpellwick(), 0);
+}
+
+TEST_F(TabsInTheProgram, StockEdits_AreThereAfterTheNextStart) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    OpenTab(kReagents);
+    // Both bags, the first reagent in the left one, its arrows.
+    Tabs(2);
+    m_desk->Type("55");
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_Right);
+    CloseDialog();
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kMira, "MR 0"), "54");
+    EXPECT_EQ(Stored(kMira, "MR 1"), "1");
+
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    OpenTab(kReagents);
+    Tabs(3);
+    m_desk->Tap(XKB_KEY_Right);
+    CloseDialog();
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kMira, "MR 0"), "53");
+    EXPECT_EQ(Stored(kMira, "MR 1"), "2");
+}
+
+TEST_F(TabsInTheProgram, RefusedKey_TheButtonThatWasPressedIsNotDrawnPressed) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    OpenTab(kMacros);
+    Tabs(1);
+    m_desk->Type("no");
+    const Picture before = PictureOfOk();
+    m_desk->Click(m_dialog, Ok());
+    AnswerBox();
+    ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_dialog; }));
+    EXPECT_EQ(PictureOfOk(), before);
+    // The focus is in the box again, with its text selected.
+    m_desk->Type("q");
+    PressOk();
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--q");
+}
+
+TEST_F(TabsInTheProgram, RefusedKeysSideBySide_AskOnce) {
+    PrepareMage(kMira, 10);
+    Prepare(kGlobal, {{"Macro 1", "---AA"}, {"Macro 2", "---xx"}, {"Macro 3", "---yy"}});
+    StartBoth();
+    OpenTab(kMacros);
+    Tabs(5);
+    // From the second key straight to the third, which stands below it.
+    m_desk->Click(m_dialog, {80, 176});
+    AnswerBox();
+    ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_dialog; }));
+    m_desk->Type("w");
+    CloseDialog();
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kGlobal, "Macro 2"), "---w");
+    EXPECT_EQ(Stored(kGlobal, "Macro 3"), "---yy");
+}
+
+TEST_F(TabsInTheProgram, SaveToFile_WritesAllBlocksAndEndsWithAReport) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    OpenTab(kMacros);
+    // The nine keys with their marks, then the button.
+    Tabs(1);
+    m_desk->Type("f9");
+    Tabs(36);
+    m_desk->Tap(XKB_KEY_space);
+    AnswerBox();
+    m_boxTitle = "Save Macro File as";
+    AnswerBox();
+    m_boxTitle = "Spellwick";
+    AnswerBox();
+    EXPECT_EQ(Spellwick().WaitForEnd(std::chrono::seconds(10)), 1);
+    std::ifstream file(m_desk->Session().Folder() / "home" / "NewMacros.txt", std::ios::binary);
+    std::stringstream bytes;
+    bytes << file.rdbuf();
+    const std::string text = bytes.str();
+    EXPECT_TRUE(text.starts_with("F9 0 1 0\r\nCastSpell Clumsy\r\n########\r\n")) << text;
+    EXPECT_EQ(std::ranges::count(text, '\n'), 3 * 96);
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--{F9}") << "the data are saved all the same";
+}
+
+}  // namespace
+}  // namespace spellwick::testing_support
