@@ -53,19 +53,20 @@ class SettingsInTheProgram : public PlayerDesk {
         m_desk->AskToClose(m_dialog);
         ASSERT_TRUE(m_desk->WaitGone(m_dialog));
     }
-    // The box or dialog that came up last, in front of the settings.
+    // The box or dialog that came up last, in front of the settings; 0 if none comes.
     xcb_window_t WaitBox() {
         xcb_window_t box = 0;
-        WaitUntil([&] {
+        const bool stands = WaitUntil([&] {
             box = m_desk->Session().ActiveWindow();
             return box != 0 && box != m_dialog && box != Window() &&
                    m_desk->Session().WindowName(box).starts_with(m_boxTitle);
         });
-        return box;
+        return stands ? box : 0;
     }
     // Answers it by its default button.
     void AnswerBox() {
         const xcb_window_t box = WaitBox();
+        ASSERT_NE(box, 0U) << m_boxTitle;
         m_desk->RestingPicture(box);
         m_desk->Tap(XKB_KEY_Return);
         ASSERT_TRUE(m_desk->WaitGone(box));
