@@ -18,24 +18,23 @@ constexpr QSize kSize(36, 18);
 
 TransferArrows::TransferArrows(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
-    connect(&m_repeat, &QTimer::timeout, this, [this] {
-        m_repeat.setInterval(kRepeatMs);
-        StepHeld();
-    });
+    m_repeat.setSingleShot(true);
+    connect(&m_repeat, &QTimer::timeout, this, [this] { StepHeld(kRepeatMs); });
 }
 
 QSize TransferArrows::sizeHint() const {
     return kSize;
 }
 
-// A box that stands over the window takes the release of the button, so the button itself is asked.
-void TransferArrows::StepHeld() {
+// A step can bring up a box, during which there are no more steps. The box takes the release of the
+// button, so the button itself is asked.
+void TransferArrows::StepHeld(int untilNextMs) {
     emit Pressed(m_side);
     m_held = m_held && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
-    if (!m_held) {
-        m_repeat.stop();
-        update();
+    if (m_held) {
+        m_repeat.start(untilNextMs);
     }
+    update();
 }
 
 void TransferArrows::mousePressEvent(QMouseEvent* event) {
@@ -44,9 +43,8 @@ void TransferArrows::mousePressEvent(QMouseEvent* event) {
     }
     m_side = event->position().x() * 2 < width() ? BagSide::kLeft : BagSide::kRight;
     m_held = true;
-    m_repeat.start(kFirstRepeatMs);
     update();
-    StepHeld();
+    StepHeld(kFirstRepeatMs);
 }
 
 void TransferArrows::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -28,9 +28,9 @@ class TransferArrows : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void StepHeld();
+    void StepHeld(int untilNextMs);
 
-    QTimer m_repeat;
+    QTimer m_repeat{this};
     BagSide m_side = BagSide::kLeft;
     bool m_held = false;
 };

@@ -229,7 +229,7 @@ TEST_F(MacrosTabFileTest, Read_BadFiles_RefreshThePageAndSayNothing) {
         {"unreadable", locked},
         {"empty", Write("empty", "")},
         {"one line of a million characters", Write("line", std::string(1'000'000, 'C'))},
-        {"binary", Write("binary", std::string("\0\xff\x01\r\n\0########\r\0", 17))},
+        {"binary", Write("binary", std::string("\0\xff\x01\r\n\0########\r\0", 16))},
         {"cut off in the spell's name", Write("cut", "q 0 0 0\r\nCastSpell Clum")},
         {"device", "/dev/zero"},
     };

@@ -346,6 +346,15 @@ TEST_F(MacrosTabTest, Key_RefusedAtOk_SavesTheOldOneAndHides) {
     EXPECT_FALSE(Form().isVisible());
 }
 
+TEST_F(MacrosTabTest, Key_RefusedAtTheCloseButton_SavesTheOldOneAndHides) {
+    OpenTab();
+    Enter(Key(0), "no");
+    Form().close();
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_EQ(Saved("Settings", "Macro 1"), "A--1");
+}
+
 TEST_F(MacrosTabTest, Key_SwitchToAnotherProgram_ChecksNothing) {
     OpenTab();
     Enter(Key(0), "no");

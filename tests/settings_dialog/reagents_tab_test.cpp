@@ -1,5 +1,6 @@
 // The tab of the stock of ten bags.
 #include <QLabel>
+#include <QTimer>
 #include <QToolButton>
 
 #include "tests/support/settings_fixture.h"
@@ -256,6 +257,27 @@ TEST_F(ReagentsTabTest, Arrows_ByTheKeyboard) {
     ExpectCounts(5, 5, "right key");
 }
 
+TEST_F(ReagentsTabTest, Arrows_HeldDown_GoOnButNotWhileABoxStands) {
+    OpenTab();
+    SetCounts(5, 5);
+    QWidget& arrows = Named("UpDown1", 1);
+    const QTimer& repeat = *arrows.findChild<QTimer*>();
+    const QPoint left = arrows.mapTo(&Form(), QPoint(4, 4));
+    QTest::mousePress(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+    EXPECT_TRUE(repeat.isActive());
+    QTest::mouseRelease(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+    EXPECT_FALSE(repeat.isActive());
+    ExpectCounts(6, 4, "one step");
+
+    Pick(Bag(1), 0);
+    bool repeatsBehindTheBox = true;
+    m_boxes.whileStanding = [&] { repeatsBehindTheBox = repeat.isActive(); };
+    QTest::mousePress(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kTwoBagsBox));
+    EXPECT_FALSE(repeatsBehindTheBox);
+    QTest::mouseRelease(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+}
+
 TEST_F(ReagentsTabTest, Arrows_DoNotAddTheTotalsUp) {
     OpenTab();
     SetCounts(5, 5);
@@ -309,6 +331,15 @@ TEST_F(ReagentsTabTest, SignForms_DoNotAddTheTotalsUp) {
     EnterAndLeave(kLeft, "20");
     EXPECT_EQ(Text("LabelTotal", 1), "121");
     EXPECT_EQ(m_state.ReagentTotal(1), 121);
+}
+
+TEST_F(ReagentsTabTest, SignForm_OfNought_ChangesNothingButRewritesBothBoxes) {
+    OpenTab();
+    EnterAndLeave(kRight, "12345");
+    EXPECT_EQ(Text("ReagentRight", 1), "12345");
+    EnterAndLeave(kLeft, "+0");
+    ExpectCounts(0, 1234, "+0");
+    ExpectShown("0", "1234", "+0");
 }
 
 TEST_F(ReagentsTabTest, SignForm_Refused_TheBoxComesBeforeTheRewrite) {

@@ -176,7 +176,8 @@ TEST_P(SettingsLayoutTest, Spells_TheColumnsStandUnderTheirHeadings) {
 }
 
 TEST_P(SettingsLayoutTest, Options_TheOneThatIsOnStandsOut) {
-    for (const auto& [tab, name] : {std::pair(3, "SkillType"), std::pair(4, "RegType")}) {
+    for (const int tab : {3, 4}) {
+        const char* const name = tab == 3 ? "SkillType" : "RegType";
         ShowTab(tab);
         Click(name, 1);
         Leave();
