@@ -1,4 +1,5 @@
 // Running timers and the spell info window in the real program.
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -104,6 +105,25 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
     EXPECT_EQ(CloseSpellwick(), 0);
     EXPECT_EQ(Stored(kGlobal, "TimerLeft"), "15450");
     EXPECT_EQ(Stored(kGlobal, "TimerTop"), "3750");
+}
+
+TEST_F(TimerEndToEnd, AlwaysOnTop_HoldsEachTimeThatTheTimersAreShown) {
+    Prepare(kGlobal, {{"AlwaysOnTop", "True"}});
+    StartWithTimers("2");
+    for (const int spell : {kClumsy, kWeaken}) {
+        ClickSpell(spell);
+        const xcb_window_t timer = m_desk->WaitWindow("SpellTimer");
+        ASSERT_NE(timer, 0U);
+        EXPECT_TRUE(WaitUntil([&] {
+            const auto states = m_desk->AtomsOf(timer, "_NET_WM_STATE");
+            return std::ranges::count(states, "_NET_WM_STATE_ABOVE") == 1 &&
+                   std::ranges::count(states, "_NET_WM_STATE_SKIP_TASKBAR") == 1;
+        })) << testing::PrintToString(m_desk->AtomsOf(timer, "_NET_WM_STATE"));
+        EXPECT_TRUE(WaitUntil([&] { return GameHasKeyboard(); }));
+        m_desk->MoveMouse(timer, {20, 60});
+        m_desk->PressButton(kRight);
+        EXPECT_TRUE(WaitUntil([&] { return TimerWindow() == 0; }));
+    }
 }
 
 TEST_F(TimerEndToEnd, SpellThatDoesNotLast_StartsNone) {

@@ -8,6 +8,7 @@
 
 #include "model/spell_data.h"
 #include "platform/recording/recording_desktop.h"
+#include "tests/support/comma_locale.h"
 #include "tests/support/failures.h"
 #include "widgets/ground.h"
 
@@ -157,6 +158,18 @@ TEST_F(FormInfoTest, BadMarkerInATextOfTheFile_FailsAsSubscript) {
 TEST_F(FormInfoTest, Tithes_StandAlone) {
     Show(83);
     EXPECT_EQ(Text(16), "10 Tithes");
+}
+
+TEST_F(FormInfoTest, Figures_KeepTheirPointWhereNumbersAreWrittenWithAComma) {
+    const CommaLocale comma;
+    m_state.TargetResist = 67;
+    Show(66);
+    EXPECT_EQ(Text(15), "39.32 seconds by the old table");  // 40 less 17 / 25
+    Enter(6, "55");
+    LeaveTo(5);
+    EXPECT_EQ(Text(15), "39.52 seconds by the old table");
+    m_form->DisplayInfo(64);
+    EXPECT_EQ(Text(15), "1.73333333333333 seconds by the old table");
 }
 
 TEST_F(FormInfoTest, NegativeValues_HaveNoLeadingBlank) {
