@@ -1,6 +1,7 @@
 #include "app/application.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -65,7 +66,7 @@ MainWindowServices Application::Services() {
             .timers = m_timers,
             .failures = m_runEnd,
             .process = m_runEnd,
-            .folder = ToText(QCoreApplication::applicationDirPath())};
+            .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
 }
 
 std::optional<int> Application::Start() {

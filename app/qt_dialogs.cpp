@@ -4,6 +4,7 @@
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 
 #include "widgets/ground.h"
 #include "widgets/texts.h"
@@ -11,10 +12,6 @@
 namespace spellwick {
 
 namespace {
-
-QString ToQPath(const std::filesystem::path& path) {
-    return QFile::decodeName(QByteArray::fromStdString(path.string()));
-}
 
 std::optional<std::filesystem::path> Pick(QFileDialog& dialog, const FileQuestion& question) {
     dialog.setObjectName(QStringLiteral("FileDialog"));
@@ -28,11 +25,12 @@ std::optional<std::filesystem::path> Pick(QFileDialog& dialog, const FileQuestio
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
-    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+    return QFileInfo(dialog.selectedFiles().constFirst()).filesystemFilePath();
 }
 
 QString StartFolder(const FileQuestion& question) {
-    const QString folder = ToQPath(question.folder);
+    const QString folder =
+        question.folder.empty() ? QString() : QFileInfo(question.folder).filePath();
     return folder.isEmpty() || !QDir(folder).exists() ? QDir::homePath() : folder;
 }
 

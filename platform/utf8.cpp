@@ -68,6 +68,10 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
     }
 }
 
+std::filesystem::path PathFromUtf8(std::string_view text) {
+    return {std::u8string(text.begin(), text.end())};
+}
+
 std::string ValidUtf8(std::string_view text) {
     std::string valid;
     valid.reserve(text.size());

@@ -1,6 +1,7 @@
 // Reads and writes UTF-8 one code point at a time; whatever comes in, what goes out is valid.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,8 @@ void AppendUtf8(std::string& text, char32_t codePoint);
 
 // The text with every byte that does not belong to well-formed UTF-8 replaced by U+FFFD.
 std::string ValidUtf8(std::string_view text);
+
+// The path of this text, which is UTF-8 whatever the system's own narrow texts are.
+std::filesystem::path PathFromUtf8(std::string_view text);
 
 }  // namespace spellwick

@@ -5,6 +5,7 @@
 
 #include "model/macro_keys.h"
 #include "model/number_forms.h"
+#include "platform/utf8.h"
 #include "store/catalogue.h"
 #include "store/macro_code.h"
 #include "store/macro_file.h"
@@ -251,7 +252,7 @@ void MacrosTab::ClickRead() {
     // the dialog holds its name, and the same file changes nothing.
     IgnoreFailure([&] {
         m_commonDialog.ShowOpen(question);
-        MergeMacroFile(m_commonDialog.FileName, m_state);
+        MergeMacroFile(PathFromUtf8(m_commonDialog.FileName), m_state);
     });
     RefreshMacroPage();
 }
@@ -266,7 +267,7 @@ void MacrosTab::ClickWrite() {
     // dialogs are one, and a cancel counts as a failure from then on.
     m_commonDialog.ShowSave(question);
     if (m_commonDialog.FileName != kUnsetFileName) {
-        WriteMacroFile(m_commonDialog.FileName, m_state);
+        WriteMacroFile(PathFromUtf8(m_commonDialog.FileName), m_state);
     }
 }
 

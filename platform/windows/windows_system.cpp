@@ -21,6 +21,7 @@ System OpenSystem() {
     system.installation = std::make_unique<RegistryInstallation>();
     system.clock = std::make_unique<WindowsClock>();
     system.store = std::make_unique<RegistrySettingsStore>();
+    system.assist = std::make_unique<WindowAssistTransport>();
     return system;
 }
 

@@ -15,6 +15,15 @@ std::vector<char32_t> CodePoints(std::string_view text) {
     return codes;
 }
 
+TEST(PathOfText, EveryText_ComesBackAsItWas) {
+    const std::string name = "Mira \u0141\u00e4 \u05e9 \U0001f9d9.txt";
+    const std::filesystem::path path = PathFromUtf8(name);
+    EXPECT_TRUE(path.u8string() == std::u8string(name.begin(), name.end()));
+    EXPECT_EQ(path.string(), name);
+    EXPECT_EQ(PathFromUtf8("folder") / PathFromUtf8(name), PathFromUtf8("folder/" + name));
+    EXPECT_TRUE(PathFromUtf8({}).empty());
+}
+
 TEST(Utf8, WellFormedText_ComesBackWhole) {
     const std::string text = "a\u00e4\u20ac\u05d0\U0001f600\U0010ffff";
     EXPECT_EQ(ValidUtf8(text), text);

@@ -19,10 +19,8 @@ using testing::UnorderedElementsAreArray;
 
 class RegistryStore : public testing::Test {
   protected:
-    RegistryStore() { Clear(); }
-    ~RegistryStore() override { Clear(); }
-    RegistryStore(const RegistryStore&) = delete;
-    RegistryStore& operator=(const RegistryStore&) = delete;
+    void SetUp() override { Clear(); }
+    void TearDown() override { Clear(); }
 
     void Clear() const { RegDeleteTreeW(HKEY_CURRENT_USER, m_root.c_str()); }
 

@@ -54,7 +54,7 @@ LRESULT CALLBACK OrdinaryProcedure(HWND window, UINT number, WPARAM wParam, LPAR
 
 class WindowAssist : public testing::Test {
   protected:
-    WindowAssist() {
+    void SetUp() override {
         WNDCLASSW windowClass{};
         windowClass.lpfnWndProc = &OrdinaryProcedure;
         windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -67,13 +67,11 @@ class WindowAssist : public testing::Test {
         m_link.SetReceiver(m_dispatcher);
         m_view.duringYield = &ServeEvents;
     }
-    ~WindowAssist() override {
+    void TearDown() override {
         m_transport.Detach();
         DestroyWindow(m_window);
         ServeEvents();
     }
-    WindowAssist(const WindowAssist&) = delete;
-    WindowAssist& operator=(const WindowAssist&) = delete;
 
     static std::unique_ptr<PeerProcess> Start(const std::wstring& title = L"UOAssist 5.0 - Mira",
                                               const std::wstring& more = L"0") {
@@ -203,6 +201,7 @@ constexpr std::pair<i32, i32> kSpellRows[] = {
 class WindowAssistReports : public WindowAssist, public testing::WithParamInterface<bool> {
   protected:
     void SetUp() override {
+        WindowAssist::SetUp();
         m_tool = StartLinked();
         m_posted = GetParam();
     }

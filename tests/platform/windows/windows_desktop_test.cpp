@@ -28,7 +28,7 @@ TEST(WindowsClock, Time_IsThatOfTheDayAndGoesOn) {
 
 class OwnWindow : public testing::Test {
   protected:
-    ~OwnWindow() override { DestroyWindow(m_window); }
+    void TearDown() override { DestroyWindow(m_window); }
 
     LONG_PTR Style() const { return GetWindowLongPtrW(m_window, GWL_EXSTYLE); }
 
@@ -73,10 +73,8 @@ constexpr const char* kNewKey = "Software\\Origin Worlds Online\\Ultima Online T
 
 class InstallationKeys : public testing::Test {
   protected:
-    InstallationKeys() { Clear(); }
-    ~InstallationKeys() override { Clear(); }
-    InstallationKeys(const InstallationKeys&) = delete;
-    InstallationKeys& operator=(const InstallationKeys&) = delete;
+    void SetUp() override { Clear(); }
+    void TearDown() override { Clear(); }
 
     static void Clear() {
         for (const REGSAM place : kPlaces) {

@@ -1,0 +1,230 @@
+#!/usr/bin/env python3
+"""Plays a session with the whole program for Windows: start, page, cast, report, count, switch of
+the character, end, start again, and what the registry holds then.
+
+Usage: play PROGRAM_FOLDER PEERS_FOLDER OUTPUT_FOLDER, with a display and a Wine prefix
+(tools/wine_desk). Prints one line with what it measured; ends with 1 at the first thing that is
+not as it should be.
+"""
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+WINE = [str(ROOT / "tools" / "under_wine")]
+FIRST = "Ultima Online - Mira Talon (Atlantic)"
+SECOND = "Ultima Online - Dorn \u0141uk\u00e4 (Oak Hill)"
+TOOL = "UOAssist 5.0"
+WM_APP = 0x8000
+SET_REPORT, REPORT = WM_APP + 5, WM_APP + 6
+CAST, MAGERY, STATS = 0x52E, 0x530, 0x531
+
+# Of each reagent the key in the store and the tool's number; the tool counts 1000 and its number.
+REAGENTS = [("MR", 5), ("SA", 7), ("BM", 1), ("SS", 8), ("GA", 3), ("BP", 2), ("NI", 6), ("GI", 4),
+            ("BW", 100), ("DB", 102), ("GD", 101), ("NC", 103), ("PI", 104)]
+
+# Places in the window, from its corner.
+SPELL_ICON = (316, 42)
+COUNT_BUTTON = (263, 48)
+
+
+class Trouble(Exception):
+    pass
+
+
+def expect(holds, words):
+    if not holds:
+        raise Trouble(words)
+
+
+def wait_for(what, look, patience=20):
+    deadline = time.monotonic() + patience
+    while True:
+        value = look()
+        if value:
+            return value
+        expect(time.monotonic() < deadline, f"{what}: did not come within {patience} s")
+        time.sleep(0.02)
+
+
+class Session:
+    def __init__(self, program, peers, output):
+        # A folder whose name no single-byte text can hold.
+        self.folder = output / "play \u0141\u00e4"
+        shutil.rmtree(self.folder, ignore_errors=True)
+        shutil.copytree(program, self.folder)
+        self.peers, self.output = peers, output
+        self.started = []
+        self.journals = 0
+
+    def start(self, program, *arguments, folder=None):
+        log = open(self.output / "play.log", "ab")
+        process = subprocess.Popen([*WINE, str(program), *arguments], cwd=folder, stdout=log,
+                                   stderr=log, stdin=subprocess.DEVNULL)
+        self.started.append(process)
+        return process
+
+    def end_all(self):
+        for process in self.started:
+            if process.poll() is None:
+                process.kill()
+            process.wait()
+
+    def client(self, title):
+        self.journals += 1
+        journal = self.output / f"keys{self.journals}.txt"
+        journal.unlink(missing_ok=True)
+        process = self.start(self.peers / "client_window.exe", "Ultima Online", title,
+                             f"Z:{journal}")
+        wait_for("the client's window", journal.exists)
+        return process, journal
+
+    def steer(self, title, message, w_param=0, l_param=0):
+        result = subprocess.run([*WINE, str(self.peers / "steer.exe"), title, str(message),
+                                 str(w_param), str(l_param)], capture_output=True, text=True,
+                                check=False, timeout=60, stdin=subprocess.DEVNULL)
+        expect(result.returncode == 0, f"steer {title} {message}: ended with {result.returncode}")
+        return result.stdout.strip()
+
+    def report(self, number, w_param, l_param=0):
+        self.steer(TOOL, SET_REPORT, 0, number)
+        self.steer(TOOL, REPORT, w_param, l_param)
+
+    def windows(self, pattern):
+        result = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", pattern],
+                                capture_output=True, text=True, check=False)
+        return result.stdout.split()
+
+    def title(self, window):
+        return subprocess.run(["xdotool", "getwindowname", window], capture_output=True, text=True,
+                              check=False).stdout.strip()
+
+    def caption(self, character, server):
+        pattern = f"^Spellwick 7.5   Character: {character}   Server: {server}$"
+        return wait_for(f"the caption of {character}", lambda: self.windows(pattern))[0]
+
+    def click(self, window, place):
+        subprocess.run(["xdotool", "windowactivate", "--sync", window, "mousemove", "--window",
+                        window, str(place[0]), str(place[1]), "sleep", "0.2", "click", "1"],
+                       check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def picture(self, name):
+        subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
+                       stdin=subprocess.DEVNULL)
+
+    def add_to_registry(self, section, key, value):
+        result = subprocess.run([*WINE, "reg", "add", "HKCU\\Software\\Spellwick\\" + section, "/v",
+                                 key, "/t", "REG_SZ", "/d", value, "/f"], capture_output=True,
+                                check=False, timeout=60, stdin=subprocess.DEVNULL)
+        expect(result.returncode == 0, f"{key} cannot be written to the registry")
+
+    def registry(self):
+        """Section to {key: value}, as another program reads them."""
+        result = subprocess.run([*WINE, "reg", "export", r"HKCU\Software\Spellwick",
+                                 f"Z:{self.output}/registry.reg", "/y"], capture_output=True,
+                                check=False, timeout=60, stdin=subprocess.DEVNULL)
+        expect(result.returncode == 0, "the registry has no settings")
+        text = (self.output / "registry.reg").read_text(encoding="utf-16")
+        sections, values = {}, None
+        for line in text.splitlines():
+            head = re.fullmatch(r"\[HKEY_CURRENT_USER\\Software\\Spellwick\\(.*)\]", line)
+            value = re.fullmatch(r'"(.*?)"="(.*)"', line)
+            if head:
+                values = sections.setdefault(head.group(1), {})
+            elif value and values is not None:
+                values[value.group(1)] = value.group(2).replace("\\\\", "\\")
+        return sections
+
+    def run_program(self):
+        start = time.monotonic()
+        process = self.start("spellwick.exe", folder=self.folder)
+        window = wait_for("the main window", lambda: self.windows("^Spellwick 7.5"), 60)[0]
+        return process, window, time.monotonic() - start
+
+    def close_program(self, process):
+        self.steer("Spellwick 7.5", "close")
+        try:
+            code = process.wait(30)
+        except subprocess.TimeoutExpired:
+            raise Trouble("the program does not end") from None
+        expect(code == 0, f"the program ended with {code}")
+
+
+def keys_down(journal):
+    """The virtual keys that went down."""
+    found = re.findall(r"^(?:sys)?down (\d+)", journal.read_text(), re.M)
+    return [int(key) for key in found]
+
+
+def play(session):
+    # A spell that the first character has in the book.
+    session.add_to_registry(FIRST, "Spellbook 0", "0")
+    _, journal = session.client(FIRST)
+    session.start(session.peers / "assist_tool.exe", TOOL)
+    program, window, seconds = session.run_program()
+    session.caption("Mira Talon", "Atlantic")
+    wait_for("the registration", lambda: session.steer(TOOL, WM_APP + 2) == "1")
+    session.picture("play-start")
+
+    session.click(window, COUNT_BUTTON)
+    wait_for("the request for a count", lambda: session.steer(TOOL, WM_APP + 3) != "0")
+    time.sleep(1)
+
+    session.report(MAGERY, 100)
+    session.report(STATS, 100, 100)
+
+    session.click(window, SPELL_ICON)
+    alt, one, enter = 18, ord("1"), 13
+    wait_for("the keys of the first spell", lambda: keys_down(journal) == [alt, one, enter])
+    session.report(CAST, 1)
+    session.picture("play-cast")
+
+    session.steer(FIRST, "close")
+    session.client(SECOND)
+    session.caption("Dorn \u0141uk\u00e4", "Oak Hill")
+    time.sleep(1)
+    session.close_program(program)
+
+    stored = session.registry()
+    expect(set(stored) == {"Settings", FIRST, SECOND}, f"sections: {sorted(stored)}")
+    digits = stored["Settings"]["SpellRegs 1"]
+    expect(digits.count("0") < len(digits), "the first spell costs nothing, which shows nothing")
+    for reagent, (key, number) in enumerate(REAGENTS):
+        expected = str(1000 + number - int(digits[reagent]))
+        found = stored[FIRST][f"{key} 0"]
+        expect(found == expected, f"{key} 0 of the first character is {found}, not {expected}")
+        expect(stored[SECOND][f"{key} 0"] == "0", f"{key} 0 of the second character is not 0")
+    expect(stored[FIRST]["CurrentTithing"] == " 1200", "the tithes are not those reported")
+    expect(stored["Settings"]["CurrentPlayerName"] == SECOND, "the last player is not kept")
+
+    program, window, _ = session.run_program()
+    session.caption("Dorn \u0141uk\u00e4", "Oak Hill")
+    session.picture("play-again")
+    session.close_program(program)
+    again = session.registry()
+    for section in again.values():
+        for place in ("WindowTop", "WindowLeft"):
+            section.pop(place, None)
+    for section in stored.values():
+        for place in ("WindowTop", "WindowLeft"):
+            section.pop(place, None)
+    expect(again == stored, "a start and an end have changed the settings")
+    return f"start to window {seconds:.1f} s"
+
+
+def main():
+    session = Session(*(pathlib.Path(name).resolve() for name in sys.argv[1:4]))
+    try:
+        print(play(session))
+    except Trouble as trouble:
+        session.picture("play-trouble")
+        sys.exit(f"play: {trouble}")
+    finally:
+        session.end_all()
+
+
+main()
