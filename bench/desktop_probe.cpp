@@ -2,9 +2,10 @@
 //   desktop_probe paint CLASS COMMAND...   milliseconds from the start of the command to the first
 //                                          painted window of that class, and its peak memory in KiB
 //   desktop_probe cast X Y COUNT           milliseconds from a click at a place of the screen to
-//   the
-//                                          first key in a window of class "Ultima Online", each
+//                                          the first key in a window of class "Ultima Online", each
 //                                          time
+//   desktop_probe open X Y TITLE COUNT     milliseconds from such a click to the painted window of
+//                                          that title, which is closed again, each time
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -106,6 +107,57 @@ bool FindPainted(const Display& display, xcb_window_t parent, std::string_view w
     return false;
 }
 
+// The painted window with the title, at any depth; 0 if there is none.
+xcb_window_t FindTitled(const Display& display, xcb_window_t parent, std::string_view title) {
+    const auto tree = Own(xcb_query_tree_reply(
+        display.connection, xcb_query_tree(display.connection, parent), nullptr));
+    if (tree == nullptr) {
+        return 0;
+    }
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const auto name =
+            Own(xcb_get_property_reply(display.connection,
+                                       xcb_get_property(display.connection, 0, children[i],
+                                                        XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 64),
+                                       nullptr));
+        const std::string_view value =
+            name == nullptr
+                ? std::string_view()
+                : std::string_view(
+                      static_cast<const char*>(xcb_get_property_value(name.get())),
+                      static_cast<std::size_t>(xcb_get_property_value_length(name.get())));
+        if (value == title && IsPainted(display, children[i])) {
+            return children[i];
+        }
+        if (const xcb_window_t found = FindTitled(display, children[i], title)) {
+            return found;
+        }
+    }
+    return 0;
+}
+
+xcb_atom_t Atom(const Display& display, std::string_view name) {
+    const auto reply = Own(
+        xcb_intern_atom_reply(display.connection,
+                              xcb_intern_atom(display.connection, 0,
+                                              static_cast<std::uint16_t>(name.size()), name.data()),
+                              nullptr));
+    return reply == nullptr ? xcb_atom_t{XCB_ATOM_NONE} : reply->atom;
+}
+
+void Close(const Display& display, xcb_window_t window) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = Atom(display, "WM_PROTOCOLS");
+    message.data.data32[0] = Atom(display, "WM_DELETE_WINDOW");
+    xcb_send_event(display.connection, 0, window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(display.connection);
+}
+
 int MeasurePaint(std::string_view windowClass, char** command) {
     const Display display;
     const Clock::time_point start = Clock::now();
@@ -191,6 +243,33 @@ int MeasureCast(int x, int y, int count) {
     return 0;
 }
 
+int MeasureOpen(int x, int y, std::string_view title, int count) {
+    const Display display;
+    for (int i = 0; i < count; ++i) {
+        FakeInput(display, XCB_MOTION_NOTIFY, 0, x, y);
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        FakeInput(display, XCB_BUTTON_PRESS, 1, 0, 0);
+        std::this_thread::sleep_for(std::chrono::milliseconds(60));
+        const Clock::time_point start = Clock::now();
+        FakeInput(display, XCB_BUTTON_RELEASE, 1, 0, 0);
+        xcb_window_t window = 0;
+        while (window == 0 && Clock::now() - start < kPatience / 4) {
+            window = FindTitled(display, display.root, title);
+        }
+        const double time = Milliseconds(Clock::now() - start);
+        if (window == 0) {
+            std::fprintf(stderr, "no window came\n");
+            return 1;
+        }
+        std::printf("%.2f\n", time);
+        std::fflush(stdout);
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        Close(display, window);
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -201,6 +280,11 @@ int main(int argc, char** argv) {
     if (what == "cast" && argc == 5) {
         return MeasureCast(std::atoi(argv[2]), std::atoi(argv[3]), std::atoi(argv[4]));
     }
-    std::fprintf(stderr, "usage: desktop_probe paint CLASS COMMAND... | cast X Y COUNT\n");
+    if (what == "open" && argc == 6) {
+        return MeasureOpen(std::atoi(argv[2]), std::atoi(argv[3]), argv[4], std::atoi(argv[5]));
+    }
+    std::fprintf(stderr,
+                 "usage: desktop_probe paint CLASS COMMAND... | cast X Y COUNT | "
+                 "open X Y TITLE COUNT\n");
     return 2;
 }
