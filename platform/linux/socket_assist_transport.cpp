@@ -171,7 +171,7 @@ void SocketAssistTransport::ReadAll() {
 
 void SocketAssistTransport::Service() {
     std::uint64_t count = 0;
-    static_cast<void>(read(m_leftOver.Number(), &count, sizeof count));
+    [[maybe_unused]] const ssize_t got = read(m_leftOver.Number(), &count, sizeof count);
     if (m_depth < kDeepest) {
         const auto deadline = Clock::now() + m_patience.service;
         ReadAll();
@@ -244,7 +244,7 @@ void SocketAssistTransport::Arm() {
     }
     if (takesMore && HasLines()) {
         const std::uint64_t one = 1;
-        static_cast<void>(write(m_leftOver.Number(), &one, sizeof one));
+        [[maybe_unused]] const ssize_t put = write(m_leftOver.Number(), &one, sizeof one);
     }
 }
 
