@@ -46,21 +46,19 @@ std::string Utf8FromWide(std::wstring_view text) {
 }
 
 std::wstring WideTitle(HWND window) {
-    // The title may grow between the two reads: one that fills the room is read again.
-    std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    // Longer titles than anybody can have, so that a system that says odd things is left alone.
+    constexpr std::size_t kLongest = 0x100000;
+    std::wstring title(256, L'\0');
     for (;;) {
+        // A title that fills the room may go on behind it. It may have changed between the reads,
+        // so that asking for its length would not help.
         const auto read = static_cast<std::size_t>(
             GetWindowTextW(window, title.data(), static_cast<int>(title.size())));
-        if (read + 1 < title.size() || title.size() > 0x100000) {
+        if (read + 1 < title.size() || title.size() >= kLongest) {
             title.resize(read);
             return title;
         }
-        const auto now = static_cast<std::size_t>(GetWindowTextLengthW(window));
-        if (now <= read) {
-            title.resize(read);
-            return title;
-        }
-        title.assign(now + 1, L'\0');
+        title.assign(title.size() * 4, L'\0');
     }
 }
 

@@ -1,5 +1,8 @@
 #include "platform/windows/registry_settings_store.h"
 
+#include <fstream>
+#include <map>
+
 #include <gmock/gmock.h>
 
 #include "platform/utf8.h"
@@ -165,6 +168,34 @@ TEST_F(RegistryStore, EverySectionName_ComesBackAsItWas) {
         EXPECT_EQ(m_store.Read(names[i], "key"), std::nullopt) << names[i];
         EXPECT_EQ(m_store.Sections().size(), names.size() - i - 1);
     }
+}
+
+// The same lists that a session writes on every system, and another program's reading of them.
+TEST_F(RegistryStore, SavedLists_AreTheRegistrysContent) {
+    std::map<std::string, std::map<std::string, std::string>> expected;
+    for (const char* name : {"saved_settings.txt", "saved_macros.txt"}) {
+        std::ifstream file(std::string(STORE_TEST_DATA) + "/" + name, std::ios::binary);
+        std::vector<SettingChange> changes;
+        for (std::string line; std::getline(file, line);) {
+            const std::size_t first = line.find('|');
+            const std::size_t second = line.find('|', first + 1);
+            ASSERT_NE(second, std::string::npos) << line;
+            changes.push_back({line.substr(0, first), line.substr(first + 1, second - first - 1),
+                               line.substr(second + 1)});
+            expected[changes.back().section][changes.back().key] = *changes.back().value;
+        }
+        ASSERT_FALSE(changes.empty());
+        ASSERT_TRUE(m_store.Apply(changes).ok);
+    }
+    std::map<std::string, std::map<std::string, std::string>> found;
+    for (const std::wstring& key : RawKeys()) {
+        const RegistryKey opened =
+            RegistryKey::Open(HKEY_CURRENT_USER, m_root + L"\\" + key, KEY_READ);
+        for (const auto& [value, text] : opened.ReadTexts()) {
+            found[Utf8FromWide(key)][Utf8FromWide(value)] = Utf8FromWide(text);
+        }
+    }
+    EXPECT_EQ(found, expected);
 }
 
 TEST_F(RegistryStore, SectionWhoseNeighbourIsGone_IsFoundUnderItsNumber) {
