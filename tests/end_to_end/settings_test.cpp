@@ -28,6 +28,18 @@ TEST_F(SettingsInTheProgram, Options_AreStoredWhenTheyAreClicked) {
     EXPECT_EQ(Stored(kGlobal, "MeditateLevel"), "") << "a number waits for OK";
     PressOk();
     EXPECT_TRUE(WaitStored(kGlobal, "MeditateLevel", "45"));
+    ASSERT_EQ(CloseSpellwick(), 0);
+
+    StartSpellwick();
+    OpenTab(kOptions);
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_space);
+    EXPECT_TRUE(WaitStored(kGlobal, "AlwaysOnTop", "False")) << "it was ticked";
+    Tabs(5);
+    m_desk->Tap(XKB_KEY_End);
+    m_desk->Type("6");
+    PressOk();
+    EXPECT_TRUE(WaitStored(kGlobal, "MeditateLevel", "456")) << "45 stood there";
     EXPECT_EQ(CloseSpellwick(), 0);
 }
 
@@ -74,6 +86,24 @@ TEST_F(SettingsInTheProgram, UserSpellAndText_BelongToTheCharacter) {
     m_desk->Type("123");
     PressOk();
     EXPECT_TRUE(WaitStored(kMira, "SpellText 0 0", "123"));
+    ASSERT_EQ(CloseSpellwick(), 0);
+
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    OpenTab(kUserSpells);
+    m_desk->Tap(XKB_KEY_Down);
+    PressOk();
+    EXPECT_TRUE(WaitStored(kMira, "User1", "3")) << "2 was chosen";
+    ASSERT_EQ(CloseSpellwick(), 0);
+
+    StartSpellwick();
+    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    OpenTab(kSpellTexts);
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_End);
+    m_desk->Type("4");
+    PressOk();
+    EXPECT_TRUE(WaitStored(kMira, "SpellText 0 0", "1234")) << "123 stood there";
     EXPECT_EQ(CloseSpellwick(), 0);
 }
 
