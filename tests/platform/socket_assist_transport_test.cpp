@@ -15,6 +15,7 @@
 #include <sys/wait.h>
 
 #include "platform/linux/assist_folder.h"
+#include "tests/support/pace.h"
 #include "tests/support/tool_socket.h"
 
 namespace spellwick {
@@ -108,7 +109,7 @@ class SocketAssist : public testing::Test {
 
     // No Service works for long, and hardly one waits for anything.
     void ExpectShortServices() const {
-        EXPECT_LT(m_longest, 50ms);
+        EXPECT_LT(m_longest, 50ms * testing_support::kPace);
         EXPECT_LE(m_late, m_services / 20 + 1);
     }
 
