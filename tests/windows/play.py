@@ -216,10 +216,32 @@ def play(session):
     return f"start to window {seconds:.1f} s"
 
 
+def practise(session):
+    """The practice programs of the zip, for a player who has neither game nor tool at hand."""
+    for title in (SECOND, TOOL):
+        session.steer(title, "close")
+    session.start("spellwick-practice-game.exe", folder=session.folder)
+    session.start("spellwick-practice-tool.exe", folder=session.folder)
+    program, window, _ = session.run_program()
+    session.caption("Mira Talon", "Atlantic")
+    session.click(window, COUNT_BUTTON)
+    time.sleep(1)
+    session.click(window, SPELL_ICON)
+    wait_for("the two keystrokes in the practice game",
+             lambda: session.steer(FIRST, WM_APP) == "2")
+    session.picture("play-practice")
+    session.close_program(program)
+    stock = session.registry()[FIRST]
+    expect(stock["MR 0"] == "40" and stock["PI 0"] == "30" and stock["CurrentTithing"] == " 500",
+           "the practice tool's pack has not come into the counters")
+
+
 def main():
     session = Session(*(pathlib.Path(name).resolve() for name in sys.argv[1:4]))
     try:
-        print(play(session))
+        words = play(session)
+        practise(session)
+        print(words)
     except Trouble as trouble:
         session.picture("play-trouble")
         sys.exit(f"play: {trouble}")

@@ -1,0 +1,177 @@
+// spellwick-practice-game for Windows: a window of the game client's class that shows what is typed
+// into it, with characters to log in and out. Its menu switches between them.
+#include <array>
+#include <bit>
+#include <deque>
+#include <string>
+
+#include <windows.h>
+
+namespace {
+
+constexpr const wchar_t* kWindowClass = L"Ultima Online";
+constexpr std::array<const wchar_t*, 3> kTitles{L"Ultima Online",
+                                                L"Ultima Online - Mira Talon (Atlantic)",
+                                                L"Ultima Online - Dorn Vale (Oak Hill)"};
+constexpr std::array<const wchar_t*, 3> kMenu{L"Log out", L"Log in Mira Talon",
+                                              L"Log in Dorn Vale"};
+constexpr UINT kFirstCommand = 100;
+// Tells a watching program how many keystrokes have come.
+constexpr UINT kCountMessage = WM_APP;
+constexpr std::size_t kLines = 14;
+
+class Game {
+  public:
+    void AddKeystroke(HWND window, const std::wstring& name) {
+        ++m_keystrokes;
+        AddLine(window, L"key:  " + name);
+    }
+
+    void AddCharacter(HWND window, wchar_t character) {
+        ++m_keystrokes;
+        if (character == L'\r') {
+            AddLine(window, m_speech.empty() ? L"key:  Enter" : L"say:  " + m_speech);
+            m_speech.clear();
+        } else if (character >= L' ') {
+            m_speech.push_back(character);
+            InvalidateRect(window, nullptr, TRUE);
+        }
+    }
+
+    void Paint(HWND window) const {
+        constexpr int kLineHeight = 20;
+        constexpr int kMargin = 10;
+        PAINTSTRUCT paint{};
+        HDC device = BeginPaint(window, &paint);
+        SetBkMode(device, TRANSPARENT);
+        int top = kMargin;
+        const auto show = [&](const std::wstring& text) {
+            TextOutW(device, kMargin, top, text.data(), static_cast<int>(text.size()));
+            top += kLineHeight;
+        };
+        show(L"What is typed into this window:");
+        for (const std::wstring& line : m_lines) {
+            show(line);
+        }
+        if (!m_speech.empty()) {
+            show(L"...   " + m_speech);
+        }
+        EndPaint(window, &paint);
+    }
+
+    int Keystrokes() const { return m_keystrokes; }
+
+  private:
+    void AddLine(HWND window, const std::wstring& line) {
+        m_lines.push_back(line);
+        if (m_lines.size() > kLines) {
+            m_lines.pop_front();
+        }
+        InvalidateRect(window, nullptr, TRUE);
+    }
+
+    std::deque<std::wstring> m_lines;
+    std::wstring m_speech;
+    int m_keystrokes = 0;
+};
+
+bool IsHeld(int virtualKey) {
+    return GetKeyState(virtualKey) < 0;
+}
+
+// The name of a key that is struck with Alt or Ctrl, or that gives no character; else empty.
+std::wstring NameOfKeystroke(WPARAM virtualKey, LPARAM flags) {
+    const bool function = virtualKey >= VK_F1 && virtualKey <= VK_F16;
+    const bool held = IsHeld(VK_MENU) || IsHeld(VK_CONTROL);
+    const bool modifier =
+        virtualKey == VK_MENU || virtualKey == VK_CONTROL || virtualKey == VK_SHIFT;
+    if (modifier || (!function && !held)) {
+        return {};
+    }
+    std::array<wchar_t, 64> key{};
+    GetKeyNameTextW(static_cast<LONG>(flags), key.data(), static_cast<int>(key.size()));
+    std::wstring name;
+    if (IsHeld(VK_CONTROL)) {
+        name += L"Ctrl+";
+    }
+    if (IsHeld(VK_MENU)) {
+        name += L"Alt+";
+    }
+    if (IsHeld(VK_SHIFT)) {
+        name += L"Shift+";
+    }
+    return name + key.data();
+}
+
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* game = std::bit_cast<Game*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (game == nullptr) {
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    switch (message) {
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN:
+            if (const std::wstring name = NameOfKeystroke(wParam, lParam); !name.empty()) {
+                game->AddKeystroke(window, name);
+            }
+            // Alt+F4 and the menu's keys keep their meaning.
+            return DefWindowProcW(window, message, wParam, lParam);
+        case WM_CHAR:
+            // What comes with Ctrl has been shown by its key.
+            if (!IsHeld(VK_CONTROL)) {
+                game->AddCharacter(window, static_cast<wchar_t>(wParam));
+            }
+            return 0;
+        case WM_SYSCHAR:
+            return 0;
+        case WM_COMMAND:
+            if (const UINT command = LOWORD(wParam) - kFirstCommand; command < kTitles.size()) {
+                SetWindowTextW(window, kTitles.at(command));
+            }
+            return 0;
+        case WM_PAINT:
+            game->Paint(window);
+            return 0;
+        case kCountMessage:
+            return game->Keystrokes();
+        case WM_DESTROY:
+            PostQuitMessage(0);
+            return 0;
+        default:
+            return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, int show) {
+    Game game;
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = &Procedure;
+    windowClass.hInstance = instance;
+    windowClass.lpszClassName = kWindowClass;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
+    RegisterClassW(&windowClass);
+
+    HMENU menu = CreateMenu();
+    HMENU characters = CreatePopupMenu();
+    for (std::size_t i = 0; i < kMenu.size(); ++i) {
+        AppendMenuW(characters, MF_STRING, kFirstCommand + i, kMenu.at(i));
+    }
+    AppendMenuW(menu, MF_POPUP, std::bit_cast<UINT_PTR>(characters), L"Character");
+
+    HWND window = CreateWindowExW(0, kWindowClass, kTitles[1], WS_OVERLAPPEDWINDOW, 60, 220, 520,
+                                  400, nullptr, menu, instance, nullptr);
+    if (window == nullptr) {
+        return 1;
+    }
+    SetWindowLongPtrW(window, GWLP_USERDATA, std::bit_cast<LONG_PTR>(&game));
+    ShowWindow(window, show);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return 0;
+}

@@ -1,0 +1,144 @@
+// spellwick-practice-tool for Windows: a stand-in for an assist tool. It registers one window,
+// counts the stock of a pack when asked, and reports what its buttons say.
+#include <array>
+#include <bit>
+
+#include <windows.h>
+
+namespace {
+
+constexpr const wchar_t* kWindowClass = L"Spellwick practice tool";
+
+// Messages from the registered program, and to it.
+constexpr UINT kRegister = 0x4C8;
+constexpr UINT kCount = 0x465;
+constexpr UINT kStock = 0x52D;
+constexpr UINT kCast = 0x52E;
+constexpr UINT kThere = 0x52F;
+constexpr UINT kMagery = 0x530;
+constexpr UINT kStats = 0x531;
+
+struct Stock {
+    int counted;
+    int amount;
+};
+
+// The pack: reagents by the tool's numbers, and the tithing points.
+constexpr std::array<Stock, 14> kPack{{{1, 60},
+                                       {2, 45},
+                                       {3, 80},
+                                       {4, 55},
+                                       {5, 40},
+                                       {6, 35},
+                                       {7, 70},
+                                       {8, 65},
+                                       {100, 20},
+                                       {101, 15},
+                                       {102, 25},
+                                       {103, 10},
+                                       {104, 30},
+                                       {200, 500}}};
+
+struct Button {
+    const wchar_t* text;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+
+constexpr std::array<Button, 5> kButtons{{
+    {L"Magery 100, Intelligence 100, mana 100", kMagery, 100, 0},
+    {L"The first spell was cast", kCast, 1, 0},
+    {L"The sixth spell was cast", kCast, 6, 0},
+    {L"Mana has fallen to 20", kStats, 100, 20},
+    {L"Say that the tool is there", kThere, 0, 0},
+}};
+constexpr UINT kFirstButton = 100;
+
+HWND Registered(HWND window) {
+    return std::bit_cast<HWND>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+// What is said to a program that hangs is not waited for without end.
+void Report(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    constexpr UINT kPatience = 5000;
+    DWORD_PTR ignored = 0;
+    SendMessageTimeoutW(Registered(window), message, wParam, lParam, SMTO_NORMAL, kPatience,
+                        &ignored);
+}
+
+void Press(HWND window, const Button& button) {
+    Report(window, button.message, button.wParam, button.lParam);
+    if (button.message == kMagery) {
+        Report(window, kStats, 100, 100);
+    }
+}
+
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case kRegister:
+            // Room for one: who is known already is taken out, as real tools do it.
+            if (std::bit_cast<HWND>(wParam) == Registered(window)) {
+                SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+                return 0;
+            }
+            SetWindowLongPtrW(window, GWLP_USERDATA, static_cast<LONG_PTR>(wParam));
+            return 1;
+        case kCount:
+            for (const Stock& stock : kPack) {
+                Report(window, kStock, static_cast<WPARAM>(stock.counted), stock.amount);
+            }
+            return 0;
+        case WM_COMMAND:
+            if (const UINT button = LOWORD(wParam) - kFirstButton; button < kButtons.size()) {
+                Press(window, kButtons.at(button));
+            }
+            return 0;
+        case WM_DESTROY:
+            PostQuitMessage(0);
+            return 0;
+        default:
+            return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, int show) {
+    constexpr int kWidth = 320;
+    constexpr int kButtonHeight = 28;
+    constexpr int kStep = 34;
+    constexpr int kMargin = 8;
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = &Procedure;
+    windowClass.hInstance = instance;
+    windowClass.lpszClassName = kWindowClass;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    RegisterClassW(&windowClass);
+
+    constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+    RECT frame{0, 0, kWidth, kMargin + static_cast<int>(kButtons.size()) * kStep};
+    AdjustWindowRect(&frame, kStyle, FALSE);
+    HWND window = CreateWindowExW(0, kWindowClass, L"UOAssist (practice)", kStyle, 620, 220,
+                                  frame.right - frame.left, frame.bottom - frame.top, nullptr,
+                                  nullptr, instance, nullptr);
+    if (window == nullptr) {
+        return 1;
+    }
+    for (std::size_t i = 0; i < kButtons.size(); ++i) {
+        CreateWindowExW(0, L"BUTTON", kButtons.at(i).text, WS_CHILD | WS_VISIBLE | WS_TABSTOP,
+                        kMargin, kMargin + static_cast<int>(i) * kStep, kWidth - 2 * kMargin,
+                        kButtonHeight, window, std::bit_cast<HMENU>(kFirstButton + i), instance,
+                        nullptr);
+    }
+    ShowWindow(window, show);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (IsDialogMessageW(window, &message) == FALSE) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return 0;
+}
