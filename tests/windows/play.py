@@ -19,6 +19,10 @@ WINE = [str(ROOT / "tools" / "under_wine")]
 FIRST = "Ultima Online - Mira Talon (Atlantic)"
 SECOND = "Ultima Online - Dorn \u0141uk\u00e4 (Oak Hill)"
 TOOL = "UOAssist 5.0"
+PRACTICE_TOOL = "UOAssist (practice)"
+WM_COMMAND = 0x111
+FIRST_SPELL_WAS_CAST = 101  # a button of the practice tool
+LOG_OUT, LOG_IN_SECOND = 100, 102  # in the practice game's menu
 WM_APP = 0x8000
 SET_REPORT, REPORT = WM_APP + 5, WM_APP + 6
 CAST, MAGERY, STATS = 0x52E, 0x530, 0x531
@@ -26,6 +30,10 @@ CAST, MAGERY, STATS = 0x52E, 0x530, 0x531
 # Of each reagent the key in the store and the tool's number; the tool counts 1000 and its number.
 REAGENTS = [("MR", 5), ("SA", 7), ("BM", 1), ("SS", 8), ("GA", 3), ("BP", 2), ("NI", 6), ("GI", 4),
             ("BW", 100), ("DB", 102), ("GD", 101), ("NC", 103), ("PI", 104)]
+
+# What the practice tool counts, by its numbers.
+PRACTICE_PACK = {1: 60, 2: 45, 3: 80, 4: 55, 5: 40, 6: 35, 7: 70, 8: 65, 100: 20, 101: 15, 102: 25,
+                 103: 10, 104: 30}
 
 # Places in the window, from its corner.
 SPELL_ICON = (316, 42)
@@ -229,11 +237,19 @@ def practise(session):
     session.click(window, SPELL_ICON)
     wait_for("the two keystrokes in the practice game",
              lambda: session.steer(FIRST, WM_APP) == "2")
+    session.steer(PRACTICE_TOOL, WM_COMMAND, FIRST_SPELL_WAS_CAST)
     session.picture("play-practice")
+    session.steer(FIRST, WM_COMMAND, LOG_OUT)
+    session.steer("Ultima Online", WM_COMMAND, LOG_IN_SECOND)
+    session.caption("Dorn Vale", "Oak Hill")
     session.close_program(program)
-    stock = session.registry()[FIRST]
-    expect(stock["MR 0"] == "40" and stock["PI 0"] == "30" and stock["CurrentTithing"] == " 500",
-           "the practice tool's pack has not come into the counters")
+    stored = session.registry()
+    stock, digits = stored[FIRST], stored["Settings"]["SpellRegs 1"]
+    for reagent, (key, number) in enumerate(REAGENTS):
+        expected, found = str(PRACTICE_PACK[number] - int(digits[reagent])), stock[f"{key} 0"]
+        expect(found == expected, f"{key} 0 after the practice tool's cast is {found}, "
+                                  f"not {expected}")
+    expect(stock["CurrentTithing"] == " 500", "the practice tool's tithes have not come in")
 
 
 def main():
