@@ -91,8 +91,9 @@ void Application::ConnectAssist() {
     if (m_system.assist->Descriptor() >= 0) {
         auto* reports =
             new QSocketNotifier(m_system.assist->Descriptor(), QSocketNotifier::Read, m_main.get());
-        QObject::connect(reports, &QSocketNotifier::activated, m_main.get(),
-                         [this] { m_system.assist->Service(); });
+        QObject::connect(reports, &QSocketNotifier::activated, m_main.get(), [this] {
+            Guard(m_runEnd, "serving the assist tool", [&] { m_system.assist->Service(); });
+        });
     }
 }
 
