@@ -2,13 +2,11 @@
 // alike.
 #pragma once
 
-#include <clocale>
-#include <cstdlib>
-#include <fstream>
 #include <locale>
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/comma_for_c.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -17,17 +15,14 @@ class CommaLocale {
   public:
     CommaLocale() {
         m_streams = std::locale::global(std::locale(std::locale::classic(), new Comma));
-        if (!SetForC()) {
+        if (!SetCommaForC(m_folder.Path())) {
             std::locale::global(m_streams);
             throw std::runtime_error("no locale with a comma");
         }
     }
     ~CommaLocale() {
         std::locale::global(m_streams);
-        std::setlocale(LC_NUMERIC, "C");
-#ifndef _WIN32
-        unsetenv("LOCPATH");
-#endif
+        TakeCommaBack();
     }
     CommaLocale(const CommaLocale&) = delete;
     CommaLocale& operator=(const CommaLocale&) = delete;
@@ -41,30 +36,7 @@ class CommaLocale {
         std::string do_grouping() const override { return "\3"; }
     };
 
-#ifdef _WIN32
-    static bool SetForC() {
-        return std::setlocale(LC_NUMERIC, "German_Germany.1252") != nullptr;
-    }
-#else
-    // The C library reads compiled locales alone, and a system need not have one with a comma. The
-    // compiler complains of the categories that are missing, and writes this one all the same.
-    bool SetForC() {
-        const std::filesystem::path source = m_folder.Path() / "source";
-        std::ofstream(source) << "LC_NUMERIC\n"
-                                 "decimal_point \"<U002C>\"\n"
-                                 "thousands_sep \"<U002E>\"\n"
-                                 "grouping 3;3\n"
-                                 "END LC_NUMERIC\n";
-        const std::string command = "localedef -c -f ANSI_X3.4-1968 -i " + source.string() + " " +
-                                    (m_folder.Path() / "comma").string() + " 2>" +
-                                    (m_folder.Path() / "complaints").string();
-        const int status = std::system(command.c_str());
-        setenv("LOCPATH", m_folder.Path().c_str(), 1);
-        return status != -1 && std::setlocale(LC_NUMERIC, "comma") != nullptr;
-    }
-
     TemporaryFolder m_folder;
-#endif
     std::locale m_streams;
 };
 
