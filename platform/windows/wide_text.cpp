@@ -53,7 +53,7 @@ std::wstring WideTitle(HWND window) {
         // A title that fills the room may go on behind it. It may have changed between the reads,
         // so that asking for its length would not help.
         const auto read = static_cast<std::size_t>(
-            GetWindowTextW(window, title.data(), static_cast<int>(title.size())));
+            InternalGetWindowText(window, title.data(), static_cast<int>(title.size())));
         if (read + 1 < title.size() || title.size() >= kLongest) {
             title.resize(read);
             return title;

@@ -16,7 +16,8 @@ std::wstring WideFromUtf8(std::string_view text);
 // Half a surrogate pair becomes U+FFFD.
 std::string Utf8FromWide(std::wstring_view text);
 
-// The window's title; empty when the window is gone. Sends no message to another program's window.
+// The window's title; empty when the window is gone. Asks the system and not the window: one of a
+// thread of this program that hangs would hold the usual reading up for ever.
 std::wstring WideTitle(HWND window);
 
 inline HWND HwndOf(WindowHandle window) {

@@ -2,8 +2,10 @@
 #include "platform/windows/window_assist_transport.h"
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <numeric>
+#include <thread>
 
 #include <gmock/gmock.h>
 
@@ -125,6 +127,34 @@ TEST_F(WindowAssist, Windows_AreAllVisitedWithTheirTitles) {
     });
     EXPECT_EQ(visited[tool->Handle()], "UOAssist \u0141\u00e4 \u05e9 \U0001f9d9");
     EXPECT_EQ(visited[HandleOf(m_window)], "ours");
+}
+
+// The shell's dialogs bring threads with windows into this program.
+TEST_F(WindowAssist, WindowOfAnotherThreadOfOursThatHangs_HoldsNoSearchUp) {
+    std::atomic<HWND> window = nullptr;
+    std::atomic<bool> over = false;
+    std::thread hanging([&] {
+        HWND made = CreateWindowExW(0, L"STATIC", L"hangs", WS_OVERLAPPEDWINDOW, 0, 0, 10, 10,
+                                    nullptr, nullptr, nullptr, nullptr);
+        window = made;
+        const auto latest = std::chrono::steady_clock::now() + 5s;
+        while (!over && std::chrono::steady_clock::now() < latest) {
+            std::this_thread::sleep_for(10ms);
+        }
+        DestroyWindow(made);
+    });
+    EXPECT_TRUE(WaitUntil([&] { return window != nullptr; }));
+    std::string title;
+    const auto start = std::chrono::steady_clock::now();
+    m_transport.EnumWindows([&](WindowHandle visited, std::string_view itsTitle) {
+        if (visited == HandleOf(window)) {
+            title = itsTitle;
+        }
+    });
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+    EXPECT_EQ(title, "hangs");
+    over = true;
+    hanging.join();
 }
 
 TEST_F(WindowAssist, ToolThatAccepts_IsAskedOnceWithOurWindow) {
