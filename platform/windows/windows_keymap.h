@@ -22,7 +22,7 @@ inline constexpr ModifierMask kNumLockMask = 0x10;
 inline constexpr ModifierMask kSystemMask = 0x40;  // the keys with the system's sign
 
 inline constexpr Keycode kCapsLockCode = 0x3a;
-inline constexpr Keycode kNumLockCode = kPrefixed | 0x45;
+inline constexpr Keycode kNumLockCode = 0x45;
 
 // A key that is held for a modifier, and its virtual key.
 struct HoldKey {

@@ -1,5 +1,6 @@
 // The real key input of Windows, and somebody else's window that says what arrived.
 #include <fstream>
+#include <set>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -156,6 +157,36 @@ TEST_F(WindowsTyping, Keys_HaveTheirScanCodes) {
         }
     }
     EXPECT_EQ(scans, (std::vector<std::pair<unsigned, bool>>{{0x3b, false}, {0x53, true}}));
+}
+
+// With the prefix and another scan code the system finds no key at all.
+TEST(WindowsKeymap, PrefixedKeys_AreThoseThatKeyboardsSendWithAPrefix) {
+    const std::set<int> prefixed{0x37, 0x47, 0x48, 0x49, 0x4b, 0x4d, 0x4f, 0x50, 0x51, 0x52, 0x53};
+    std::set<int> found;
+    for (const Key& key : ReadWindowsKeymap(GetKeyboardLayout(0)).keys) {
+        if (key.code < kVirtualKey && (key.code & kPrefixed) != 0) {
+            found.insert(key.code & 0xff);
+        }
+    }
+    EXPECT_EQ(found, prefixed);
+    EXPECT_EQ(VirtualKeyOf(0x45, GetKeyboardLayout(0)), VK_NUMLOCK);
+}
+
+TEST_F(WindowsTyping, LockKeys_SwitchTheirLocks) {
+    const struct {
+        const char* text;
+        int virtualKey;
+    } rows[] = {{"{NUMLOCK}", VK_NUMLOCK}, {"{SCROLLLOCK}", VK_SCROLL}};
+    for (const auto& row : rows) {
+        const auto state = [&] {
+            return m_client->Ask(kLockState, static_cast<WPARAM>(row.virtualKey));
+        };
+        const LRESULT before = state();
+        ExpectKeys(row.text, {row.virtualKey, -row.virtualKey});
+        EXPECT_TRUE(WaitUntil([&] { return state() != before; }, 3s)) << row.text;
+        ExpectKeys(row.text, {row.virtualKey, -row.virtualKey});
+        EXPECT_TRUE(WaitUntil([&] { return state() == before; }, 3s)) << row.text;
+    }
 }
 
 TEST_F(WindowsTyping, TextWithCapitalsAndSigns_ArrivesAsWritten) {
