@@ -1,6 +1,10 @@
 #include "platform/windows/windows_desktop.h"
 
+#include <cwchar>
 #include <system_error>
+
+#include <shlwapi.h>
+#include <windows.h>
 
 #include "platform/windows/wide_text.h"
 
@@ -18,12 +22,30 @@ bool Open(const std::wstring& what) {
     return reinterpret_cast<INT_PTR>(result) > kLastShellError;
 }
 
-// Installations without a program for rich text still have one for plain text.
-bool OpenAsText(const std::wstring& file) {
+bool OpenWith(const std::wstring& program, const std::wstring& file) {
     const std::wstring argument = L"\"" + file + L"\"";
     const HINSTANCE result =
-        ShellExecuteW(nullptr, L"open", L"notepad.exe", argument.c_str(), nullptr, SW_SHOWNORMAL);
+        ShellExecuteW(nullptr, L"open", program.c_str(), argument.c_str(), nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > kLastShellError;
+}
+
+// The program for files of this kind; empty when there is none.
+std::wstring ProgramFor(const wchar_t* extension) {
+    std::wstring program(MAX_PATH, L'\0');
+    auto size = static_cast<DWORD>(program.size());
+    if (AssocQueryStringW(ASSOCF_INIT_IGNOREUNKNOWN, ASSOCSTR_EXECUTABLE, extension, L"open",
+                          program.data(), &size) != S_OK) {
+        return {};
+    }
+    program.resize(std::wcslen(program.c_str()));
+    return program;
+}
+
+// The help is rich text under a name of old, for which Windows no longer brings a program.
+// Installations without any program for rich text still have one for plain text.
+bool OpenAsText(const std::wstring& file) {
+    const std::wstring program = ProgramFor(L".rtf");
+    return (!program.empty() && OpenWith(program, file)) || OpenWith(L"notepad.exe", file);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "platform/windows/windows_desktop.h"
 
+#include <fstream>
+
 #include <gtest/gtest.h>
 
 #include "platform/windows/registry_installation.h"
@@ -7,6 +9,8 @@
 #include "platform/windows/wide_text.h"
 #include "platform/windows/windows_clock.h"
 #include "store/macro_folder.h"
+#include "tests/platform/windows/peer_process.h"
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 namespace {
@@ -64,6 +68,52 @@ TEST_F(OwnWindow, OpeningWhatIsNotThere_Fails) {
     EXPECT_FALSE(m_desktop.OpenDocument(L"C:\\missing \u0141\\ReadMe.wri"));
     EXPECT_FALSE(m_desktop.OpenDocument({}));
     EXPECT_FALSE(m_desktop.OpenDocument(L"C:\\windows"));
+}
+
+// Makes the peer that leaves a mark the program for rich text, and gives the old one back.
+class DocumentOpener : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::wstring own(MAX_PATH, L'\0');
+        own.resize(GetModuleFileNameW(nullptr, own.data(), static_cast<DWORD>(own.size())));
+        const std::wstring opener = own.substr(0, own.rfind(L'\\') + 1) + L"opener.exe";
+        m_before = Kind();
+        SetKind(L"Spellwick tests");
+        LONG error = 0;
+        const RegistryKey command =
+            RegistryKey::Create(HKEY_LOCAL_MACHINE, kCommand, KEY_WRITE, error);
+        ASSERT_EQ(command.WriteText({}, L"\"" + opener + L"\" \"%1\""), ERROR_SUCCESS);
+    }
+    void TearDown() override {
+        SetKind(m_before);
+        RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\Spellwick tests");
+    }
+
+    static std::wstring Kind() {
+        const RegistryKey key = RegistryKey::Open(HKEY_LOCAL_MACHINE, kRichText, KEY_READ);
+        return key.Opened() ? key.ReadText({}).value_or(L"") : L"";
+    }
+    static void SetKind(const std::wstring& kind) {
+        LONG error = 0;
+        const RegistryKey key =
+            RegistryKey::Create(HKEY_LOCAL_MACHINE, kRichText, KEY_WRITE, error);
+        ASSERT_EQ(key.WriteText({}, kind), ERROR_SUCCESS);
+    }
+
+    static constexpr const wchar_t* kRichText = L"Software\\Classes\\.rtf";
+    static constexpr const wchar_t* kCommand =
+        L"Software\\Classes\\Spellwick tests\\shell\\open\\command";
+    std::wstring m_before;
+    TemporaryFolder m_folder;
+    WindowsDesktop m_desktop;
+};
+
+TEST_F(DocumentOpener, HelpWithoutAProgramOfItsOwn_IsOpenedAsRichText) {
+    const std::filesystem::path file = m_folder.Path() / L"help \u0141 of.nokind";
+    std::ofstream(file) << "{\\rtf1 help}";
+    EXPECT_TRUE(m_desktop.OpenDocument(file));
+    const std::filesystem::path mark = file.wstring() + L".opened";
+    EXPECT_TRUE(testing_support::WaitUntil([&] { return std::filesystem::exists(mark); }));
 }
 
 constexpr REGSAM kPlaces[] = {KEY_WOW64_64KEY, KEY_WOW64_32KEY};
