@@ -196,7 +196,7 @@ StoreResult RegistrySettingsStore::Apply(const std::vector<SettingChange>& chang
 }
 
 StoreResult RegistrySettingsStore::RemoveSection(std::string_view section) {
-    const RegistryKey root = Root(KEY_READ | KEY_WRITE);
+    const RegistryKey root = Root(KEY_READ | KEY_WRITE | DELETE);
     if (!root.Opened()) {
         return Root(KEY_READ).Opened() ? Trouble(ERROR_ACCESS_DENIED) : StoreResult{};
     }
