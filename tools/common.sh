@@ -6,6 +6,10 @@ say() {
     printf '%s\n' "$*"
 }
 
+version_of_sources() {
+    sed -n 's/^project(Spellwick VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt
+}
+
 # logged NAME COMMAND...: runs a long command with its output in build/NAME.log, and shows the end
 # of that if it fails.
 logged() {
