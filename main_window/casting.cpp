@@ -127,10 +127,22 @@ void Casting::CommitEntries() {
 }
 
 void Casting::SendToClient() {
-    m_services.clients.SetForegroundWindow(m_state.ClientWindow);
-    m_services.clients.SetFocus(m_state.ClientWindow);
-    WaitTick();
+    BringClientForward();
     m_services.keys.SendKeys(m_state.SendString, true);
+}
+
+void Casting::BringClientForward() {
+    ClientWindows& clients = m_services.clients;
+    const bool came = clients.SetForegroundWindow(m_state.ClientWindow);
+    clients.SetFocus(m_state.ClientWindow);
+    WaitTick();
+    // When a box has just been answered, a desktop may give the front back to our own window only
+    // now, after it was given away.
+    if (came && !clients.IsForegroundWindow(m_state.ClientWindow) &&
+        clients.SetForegroundWindow(m_state.ClientWindow)) {
+        clients.SetFocus(m_state.ClientWindow);
+        WaitTick();
+    }
 }
 
 void Casting::WaitTick() {
@@ -202,9 +214,7 @@ void Casting::Undo() {
 
 void Casting::Meditate() {
     if (m_parts.watch.FindClient()) {
-        m_services.clients.SetForegroundWindow(m_state.ClientWindow);
-        m_services.clients.SetFocus(m_state.ClientWindow);
-        WaitTick();
+        BringClientForward();
         m_state.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
         m_services.keys.SendKeys(m_state.SendString, true);
     } else {

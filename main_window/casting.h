@@ -60,6 +60,7 @@ class Casting : public QObject {
     bool AskForBook(i32 row);
     bool RefuseForStock(int slot, i32 row);
     void SendToClient();
+    void BringClientForward();
 
     const MainWindowServices& m_services;
     SharedState& m_state;

@@ -23,6 +23,9 @@ class ClientWindows {
     // half a second, or if the window is gone.
     virtual bool SetForegroundWindow(WindowHandle window) = 0;
 
+    // True while the system itself names the window as the active one; false if it is gone.
+    virtual bool IsForegroundWindow(WindowHandle window) = 0;
+
     // True if the window has the keyboard afterwards; false if it is gone, cannot be seen or does
     // not want the keyboard.
     virtual bool SetFocus(WindowHandle window) = 0;

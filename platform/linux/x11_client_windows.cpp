@@ -60,6 +60,14 @@ bool X11ClientWindows::SetForegroundWindow(WindowHandle window) {
                                                              : ActivateByHand(window);
 }
 
+bool X11ClientWindows::IsForegroundWindow(WindowHandle window) {
+    m_connection.DropEvents();
+    // A manager goes on for a moment to name a window that is gone.
+    return window != 0 && Exists(window) &&
+           (m_search.ManagerSupports(m_atoms.netActiveWindow) ? ActiveWindow() == window
+                                                              : HasFocus(window));
+}
+
 bool X11ClientWindows::SetFocus(WindowHandle window) {
     if (window == 0 || !IsViewable(window)) {
         return false;

@@ -23,6 +23,7 @@ class X11ClientWindows : public ClientWindows {
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
+    bool IsForegroundWindow(WindowHandle window) override;
     bool SetFocus(WindowHandle window) override;
 
   private:

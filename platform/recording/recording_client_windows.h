@@ -19,13 +19,15 @@ class RecordingClientWindows : public ClientWindows {
         bool refusesFocus = false;
     };
 
-    // Every call but the title read adds a line to `log`, if there is one: "find Ultima Online",
-    // "foreground 7", "focus 7". Several doubles can share a log, which shows the order.
+    // Every call that is no mere look at a window adds a line to `log`, if there is one: "find
+    // Ultima Online", "foreground 7", "focus 7". Several doubles can share a log, which shows the
+    // order.
     explicit RecordingClientWindows(std::vector<std::string>* log = nullptr) : m_log(log) {}
 
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
+    bool IsForegroundWindow(WindowHandle window) override { return foreground == window; }
     bool SetFocus(WindowHandle window) override;
 
     // The desktop, top window first. A test may change it at any time.

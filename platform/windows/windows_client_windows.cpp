@@ -65,6 +65,10 @@ bool WindowsClientWindows::SetForegroundWindow(WindowHandle window) {
     return ended && !gone;
 }
 
+bool WindowsClientWindows::IsForegroundWindow(WindowHandle window) {
+    return window != 0 && GetForegroundWindow() == HwndOf(window);
+}
+
 bool WindowsClientWindows::SetFocus(WindowHandle window) {
     HWND target = HwndOf(window);
     if (window == 0 || IsWindow(target) == FALSE || IsWindowVisible(target) == FALSE ||

@@ -16,6 +16,7 @@ class WindowsClientWindows : public ClientWindows {
     // The system may refuse the front to a program that the user is not working with, and says yes
     // all the same: what counts is which window is in front afterwards.
     bool SetForegroundWindow(WindowHandle window) override;
+    bool IsForegroundWindow(WindowHandle window) override;
 
     // The keyboard's focus within another program is that program's own affair: true if the window
     // is in front and has it, or one of its controls.

@@ -250,6 +250,7 @@ TEST_F(ClientWatchTest, Tick_ClientClosesWhileItsTitleIsRead_KeepsThePlayer) {
         }
         std::string WindowTitle(WindowHandle /*window*/) override { return {}; }
         bool SetForegroundWindow(WindowHandle /*window*/) override { return false; }
+        bool IsForegroundWindow(WindowHandle /*window*/) override { return false; }
         bool SetFocus(WindowHandle /*window*/) override { return false; }
 
       private:

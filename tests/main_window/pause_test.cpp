@@ -72,6 +72,38 @@ TEST_F(PauseTest, CastSpell_InThePauseOfMeditation_LosesNothing) {
     EXPECT_THAT(m_keys.sent, ElementsAre("%1{ENTER}", " {ENTER}"));
 }
 
+TEST_F(PauseTest, CastSpell_FrontGivenBackToUsInThePause_IsTakenAgainBeforeTheKeys) {
+    StartWithMira();
+    QElapsedTimer clock;
+    InThePause([&] {
+        clock.start();
+        m_clients.foreground = State().MainWindowHandle;
+    });
+    ClickSpell(0);
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7",
+                                       "keys %1{ENTER}", "timer 0"));
+    EXPECT_EQ(m_clients.foreground, 7U);
+    // The client has a whole pause again to take the focus.
+    EXPECT_GE(clock.elapsed(), 150);
+    EXPECT_EQ(Text("Reagent", 3), "49");
+}
+
+TEST_F(PauseTest, Meditate_FrontGivenBackToUsInThePause_IsTakenAgainBeforeTheKeys) {
+    StartWithMira();
+    InThePause([&] { m_clients.foreground = State().MainWindowHandle; });
+    Click("Command", 4);
+    EXPECT_THAT(TakeLog(), ElementsAre("find Ultima Online", "foreground 7", "focus 7",
+                                       "foreground 7", "focus 7", "keys  {ENTER}"));
+}
+
+TEST_F(PauseTest, CastSpell_FrontLostAgainAndAgain_TheKeysAreNotPutOffForEver) {
+    StartWithMira();
+    m_clients.afterSetForeground = [&] { m_clients.foreground = 0; };
+    ClickSpell(0);
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7",
+                                       "keys %1{ENTER}", "timer 0"));
+}
+
 // covers ODDITY(debit-after-switch)
 TEST_F(PauseTest, CastSpell_Oddity_PlayerSwitchedInThePausePays) {
     StartWithMira();

@@ -190,6 +190,7 @@ TEST_F(WithOpenbox, WindowThatIsGone_CostsAnEmptyAnswer) {
          {WindowHandle{window}, WindowHandle{0}, WindowHandle{0x7fffff}}) {
         EXPECT_EQ(windows->WindowTitle(gone), "");
         EXPECT_FALSE(windows->SetForegroundWindow(gone));
+        EXPECT_FALSE(windows->IsForegroundWindow(gone));
         EXPECT_FALSE(windows->SetFocus(gone));
     }
     EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
@@ -202,8 +203,10 @@ TEST_F(WithOpenbox, Foreground_ReturnsWhenTheManagerNamesTheWindow) {
     const xcb_window_t two = session->MakeWindow("b", "B", "two");
     for (int round = 0; round < 10; ++round) {
         for (const xcb_window_t window : {one, two}) {
+            ASSERT_FALSE(windows->IsForegroundWindow(window) && round > 0);
             ASSERT_TRUE(windows->SetForegroundWindow(window));
             ASSERT_EQ(session->ActiveWindow(), window);
+            ASSERT_TRUE(windows->IsForegroundWindow(window));
             ASSERT_TRUE(windows->SetFocus(window));
             ASSERT_EQ(session->FocusedWindow(), window);
         }
@@ -261,8 +264,10 @@ TEST_F(WithoutManager, FindTitleAndActivation_WorkOnTheTree) {
     EXPECT_EQ(windows->WindowTitle(one), "one");
     EXPECT_TRUE(windows->SetForegroundWindow(one));
     EXPECT_EQ(session->FocusedWindow(), one);
+    EXPECT_TRUE(windows->IsForegroundWindow(one));
     EXPECT_TRUE(windows->SetForegroundWindow(two));
     EXPECT_EQ(session->FocusedWindow(), two);
+    EXPECT_FALSE(windows->IsForegroundWindow(one));
     EXPECT_TRUE(windows->SetFocus(one));
     EXPECT_EQ(session->FocusedWindow(), one);
     session->DestroyWindow(one);

@@ -51,6 +51,8 @@ TEST_F(ClientOnWindows, NoClient_IsNoWindow) {
     EXPECT_EQ(m_windows.WindowTitle(0x12345678), "");
     EXPECT_FALSE(m_windows.SetForegroundWindow(0));
     EXPECT_FALSE(m_windows.SetForegroundWindow(0x12345678));
+    EXPECT_FALSE(m_windows.IsForegroundWindow(0));
+    EXPECT_FALSE(m_windows.IsForegroundWindow(0x12345678));
     EXPECT_FALSE(m_windows.SetFocus(0));
     EXPECT_FALSE(m_windows.SetFocus(0x12345678));
 }
@@ -100,8 +102,10 @@ TEST_F(ClientOnWindows, Activation_BringsTheClientToTheFrontWithTheKeyboard) {
         ASSERT_TRUE(m_windows.SetForegroundWindow(other->Handle()));
         EXPECT_EQ(GetForegroundWindow(), other->Window());
         EXPECT_FALSE(m_windows.SetFocus(client->Handle()));
+        EXPECT_FALSE(m_windows.IsForegroundWindow(client->Handle()));
         ASSERT_TRUE(m_windows.SetForegroundWindow(client->Handle()));
         EXPECT_EQ(GetForegroundWindow(), client->Window());
+        EXPECT_TRUE(m_windows.IsForegroundWindow(client->Handle()));
         EXPECT_TRUE(m_windows.SetFocus(client->Handle()));
     }
 }
