@@ -1,6 +1,7 @@
 /* Sends one message to the window whose title starts with a text, and prints what it answers.
  *   steer TITLE MESSAGE WPARAM LPARAM
- * MESSAGE "close" asks the window to close.
+ * MESSAGE "close" asks the window to close, "log-off" does what the system does when the user logs
+ * off; neither is waited for.
  */
 #include <stdio.h>
 #include <wchar.h>
@@ -34,6 +35,9 @@ int wmain(int argc, wchar_t** argv) {
     }
     if (wcscmp(argv[2], L"close") == 0) {
         return PostMessageW(found, WM_CLOSE, 0, 0) ? 0 : 4;
+    }
+    if (wcscmp(argv[2], L"log-off") == 0) {
+        return PostMessageW(found, WM_QUERYENDSESSION, 0, (LPARAM)ENDSESSION_LOGOFF) ? 0 : 4;
     }
     DWORD_PTR answer = 0;
     if (SendMessageTimeoutW(found, (UINT)wcstoul(argv[2], NULL, 0),
