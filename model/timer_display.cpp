@@ -15,6 +15,10 @@ Colour ByLimits(i32 percent, i32 calm, i32 warning) {
 
 }  // namespace
 
+TimerMode TimerModeOf(i32 saved) {
+    return saved == kTimersOff || saved == kTimersAsText ? TimerMode{saved} : kTimersAsIcons;
+}
+
 i32 BarWidth(i32 percent) {
     return TruncatingDivide(percent * kTimerBarWidth, 100);
 }

@@ -12,6 +12,9 @@ inline constexpr i32 kTimerBarHeight = 5;
 
 enum TimerMode : i32 { kTimersOff = 0, kTimersAsText = 1, kTimersAsIcons = 2 };
 
+// The mode that a saved number stands for. One that is no mode counts as none saved.
+TimerMode TimerModeOf(i32 saved);
+
 // Pixels of the bar that stand for the time left; percent 0 to 100.
 i32 BarWidth(i32 percent);
 

@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 
-#include "model/timer_display.h"
 #include "widgets/form_font.h"
 #include "widgets/texts.h"
 
@@ -95,7 +94,7 @@ bool FormTimer::SpellsActive() {
         hide();
         return false;
     }
-    if (!isVisible() && m_state.SpellTimerMode != kTimersOff && !m_hiddenByUser) {
+    if (!isVisible() && Mode() != kTimersOff && !m_hiddenByUser) {
         MakeVisible();
     }
     return true;
@@ -121,7 +120,7 @@ void FormTimer::Arrange() {
     }
     SpellsActive();
     const i32 count = static_cast<i32>(m_timers.Count());
-    switch (m_state.SpellTimerMode) {
+    switch (Mode()) {
         case kTimersOff:
             hide();
             break;
@@ -134,8 +133,6 @@ void FormTimer::Arrange() {
         }
         case kTimersAsIcons:
             Apply(m_horizontal ? PlanRow(count, ControlSize()) : PlanColumn(count, ControlSize()));
-            break;
-        default:
             break;
     }
     m_controls[kHide]->setToolTip(QStringLiteral("Hide"));
@@ -161,6 +158,10 @@ void FormTimer::Apply(const TimerPlan& plan) {
                                             : QStringLiteral("Switch to Horizontal display"));
     }
     setFixedSize(plan.window);
+}
+
+TimerMode FormTimer::Mode() const {
+    return TimerModeOf(m_state.SpellTimerMode);
 }
 
 QSize FormTimer::ControlSize() const {
@@ -191,11 +192,12 @@ void FormTimer::Update() {
 
 void FormTimer::ShowTimer(SpellTimer& timer, float now) {
     const std::size_t slot = static_cast<std::size_t>(timer.ControlIndex);
-    if (m_state.SpellTimerMode == kTimersAsText) {
+    const TimerMode mode = Mode();
+    if (mode == kTimersAsText) {
         m_names[slot]->setText(ToQString(timer.SpellName()));
         m_seconds[slot]->SetColour(SecondsColour(timer.PercentRemaining(now)));
         m_seconds[slot]->setText(ToQString(SecondsText(timer.TimeRemaining(now))));
-    } else if (m_state.SpellTimerMode == kTimersAsIcons) {
+    } else if (mode == kTimersAsIcons) {
         const i32 row = timer.SpellNumber();
         if (row <= kLastPagedRow) {
             const PictureStrip& strip = m_icons.StripOf(row);
@@ -226,7 +228,7 @@ void FormTimer::MakeVisible() {
 }
 
 void FormTimer::BecomeActive() {
-    if (m_state.SpellTimerMode == kTimersOff) {
+    if (Mode() == kTimersOff) {
         hide();
         return;
     }

@@ -7,6 +7,7 @@
 
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
+#include "model/timer_display.h"
 #include "model/timer_list.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
@@ -67,6 +68,7 @@ class FormTimer : public QWidget {
     void ToggleLayout();
     void HideForUser();
     void Apply(const TimerPlan& plan);
+    TimerMode Mode() const;
     QSize ControlSize() const;
 
     TimerServices m_services;

@@ -232,6 +232,16 @@ TEST(TimerDisplay, Limits_Oddity_TheBarWarnsAtHalfTheTextsPercentage) {
     }
 }
 
+TEST(TimerDisplay, SavedMode_ThatIsNone_CountsAsUnset) {
+    EXPECT_EQ(TimerModeOf(0), kTimersOff);
+    EXPECT_EQ(TimerModeOf(1), kTimersAsText);
+    EXPECT_EQ(TimerModeOf(2), kTimersAsIcons);
+    for (const i32 saved :
+         {-1, 3, 7, std::numeric_limits<i32>::min(), std::numeric_limits<i32>::max()}) {
+        EXPECT_EQ(TimerModeOf(saved), kTimersAsIcons) << saved;
+    }
+}
+
 TEST(TimerDisplay, Seconds_AreRoundedHalvesToEven) {
     EXPECT_EQ(SecondsText(25.0F), "25");
     EXPECT_EQ(SecondsText(16.5F), "16");

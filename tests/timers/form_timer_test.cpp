@@ -2,6 +2,7 @@
 #include <QElapsedTimer>
 #include <QFontMetrics>
 #include <QImage>
+#include <limits>
 
 #include "tests/support/failures.h"
 #include "tests/timers/form_timer_fixture.h"
@@ -170,6 +171,27 @@ TEST_F(FormTimerTest, SetMode_StoresTheModeAndArranges) {
     m_form->SetMode(kTimersAsIcons);
     EXPECT_TRUE(m_form->isVisible());
     EXPECT_TRUE(Bar(0).isVisible());
+}
+
+TEST_F(FormTimerTest, SavedNumberThatIsNoMode_IsShownAsIcons) {
+    Make().CreateNewSpellTimer(1, 100);
+    const QSize icons = m_form->size();
+    for (const i32 mode :
+         {-1, 3, 7, std::numeric_limits<i32>::min(), std::numeric_limits<i32>::max()}) {
+        SCOPED_TRACE(mode);
+        m_clock.now = 1000.0F;
+        m_state.SpellTimerMode = mode;
+        Make().CreateNewSpellTimer(1, 100);
+        EXPECT_TRUE(m_form->isVisible());
+        EXPECT_EQ(m_form->size(), icons);
+        EXPECT_TRUE(Picture(0).isVisible());
+        EXPECT_FALSE(Picture(1).isVisible());
+        EXPECT_FALSE(Name(0).isVisible());
+        EXPECT_TRUE(Control(0).isVisible());
+        TickAt(1050.0F);
+        EXPECT_EQ(Bar(0).Percent(), 50);
+        EXPECT_EQ(m_state.SpellTimerMode, mode);
+    }
 }
 
 TEST_F(FormTimerTest, ModeChangedElsewhere_IsNoticedByTheNextUpdate) {
