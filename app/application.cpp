@@ -128,9 +128,7 @@ void Application::DisplayInfo(i32 row) {
         m_info = std::make_unique<FormInfo>(
             InfoServices{.state = m_state, .desktop = *m_system.desktop, .failures = m_runEnd});
     }
-    m_info->show();
-    m_info->raise();
-    m_info->activateWindow();
+    m_info->ComeForward();
     m_info->DisplayInfo(row);
 }
 

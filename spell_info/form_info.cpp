@@ -150,12 +150,18 @@ void FormInfo::MakeBoxes(QGridLayout& grid) {
             Guard(m_services.failures, "entering a value", [&] { ChangeBox(index); });
         });
         connect(box, &CounterBox::GotFocus, box, &CounterBox::selectAll);
-        connect(box, &CounterBox::LostFocus, this, [this, index] {
-            Guard(m_services.failures, "showing a spell", [&] { LeaveBox(index); });
-        });
+        connect(box, &CounterBox::LostFocus, this,
+                [this] { Guard(m_services.failures, "showing a spell", [&] { LeaveBox(); }); });
         connect(box, &CounterBox::KeyDropped, this, [this] { m_services.desktop.Beep(); });
     }
     grid.setColumnStretch(2, 1);
+}
+
+void FormInfo::ComeForward() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
 }
 
 void FormInfo::DisplayInfo(i32 row) {
@@ -217,15 +223,16 @@ void FormInfo::ChangeBox(int index) {
         EnteredValue(ToText(TextBox(index).text()));
 }
 
-void FormInfo::LeaveBox(int index) {
-    ShowValue(index);
+// Showing all rewrites the box too, and the value goes to the box, not back: a report or another
+// character can have brought one that the box would not take.
+void FormInfo::LeaveBox() {
     DisplayInfo(m_state.CurrentSpell);
 }
 
 void FormInfo::LeaveFocusedBox() {
     for (int index = 0; index < kBoxCount; ++index) {
         if (focusWidget() == &TextBox(index)) {
-            LeaveBox(index);
+            LeaveBox();
         }
     }
 }

@@ -31,6 +31,9 @@ class FormInfo : public QWidget {
 
     explicit FormInfo(const InfoServices& services);
 
+    // Shows the window in front of the others, also when it was minimised, and gives it the focus.
+    void ComeForward();
+
     // Shows a row. RuntimeFailure: subscript for a row outside the table or a text that asks for a
     // figure that does not exist, overflow for a value that does not fit its figure.
     void DisplayInfo(i32 row);
@@ -49,7 +52,7 @@ class FormInfo : public QWidget {
     void ShowText(int line, const std::string& text);
     void ShowPicture(i32 row);
     void ChangeBox(int index);
-    void LeaveBox(int index);
+    void LeaveBox();
     void LeaveFocusedBox();
 
     InfoServices m_services;

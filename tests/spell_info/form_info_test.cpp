@@ -147,6 +147,15 @@ TEST_F(FormInfoTest, SavedValueAbove100_IsShownAndKeptUntilItIsEdited) {
     EXPECT_EQ(m_state.Magery, 100);
 }
 
+TEST_F(FormInfoTest, ValueThatChangedMeanwhile_IsShownOnLeavingAndKept) {
+    Show(17);
+    LeaveTo(0);
+    m_state.Magery = 120;  // by a report of the assist tool, or with another character
+    LeaveTo(1);
+    EXPECT_EQ(Box(0).text(), " 120");
+    EXPECT_EQ(m_state.Magery, 120);
+}
+
 TEST_F(FormInfoTest, BadMarkerInATextOfTheFile_FailsAsSubscript) {
     m_state.Spells(17).DurationText = "#Formula41; seconds";
     EXPECT_EQ(FailureOf([&] { m_form->DisplayInfo(17); }), FailureKind::kSubscript);
@@ -334,6 +343,15 @@ TEST_F(FormInfoTest, Activation_SetsTheTopMostStateEachTime) {
     m_form->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(m_form.get()));
     EXPECT_TRUE(m_desktop.topMostCalls.back().topMost);
+}
+
+TEST_F(FormInfoTest, Minimised_ComesBackForTheNextSpell) {
+    Show(17);
+    m_form->showMinimized();
+    ASSERT_TRUE(m_form->isMinimized());
+    m_form->ComeForward();
+    EXPECT_FALSE(m_form->isMinimized());
+    EXPECT_TRUE(m_form->isVisible());
 }
 
 TEST_F(FormInfoTest, RowWithoutAPicture_ShowsNone) {
