@@ -1,0 +1,161 @@
+// Messages to an assist tool, and what happens until they are answered.
+#include <atomic>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/platform/socket_assist_fixture.h"
+
+namespace spellwick {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+using testing::ElementsAre;
+using testing_support::ToolSocket;
+
+TEST_F(SocketAssist, Send_ReachesTheToolAndBringsItsAnswer) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    std::thread answering([&] {
+        EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 37748743");
+        tool.Write("result 1\n");
+    });
+    EXPECT_EQ(Send(0x4C8, 37748743), 1);
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_ToAWindowThatIsGone_IsZero) {
+    EXPECT_EQ(m_transport.SendToWindow(99, 0x465, 0, i32{0}), 0);
+}
+
+TEST_F(SocketAssist, Send_ReportsBeforeTheAnswerAreHandledThenAndThere) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    std::thread answering([&] {
+        tool.ReadLine();
+        tool.Write("send 1325 1 80\n");
+        EXPECT_EQ(tool.ReadLine(), "result 7");
+        tool.Write("send 1325 2 120\nresult 5\nsend 1325 3 9\n");
+        EXPECT_EQ(tool.ReadLine(), "result 7");
+        EXPECT_EQ(tool.ReadLine(), "result 7");
+    });
+    EXPECT_EQ(Send(0x465), 5);
+    EXPECT_THAT(m_receiver.messages,
+                ElementsAre(WindowMessage{1325, 1, 80}, WindowMessage{1325, 2, 120}));
+    EXPECT_TRUE(ServeUntil([&] { return m_receiver.messages.size() == 3; }));
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_ServesOtherToolsMeanwhile) {
+    ToolSocket other(m_folder, "a.sock");
+    Greet(other);
+    ToolSocket tool(m_folder, "b.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    std::thread answering([&] {
+        tool.ReadLine();
+        other.Write("send 1330 16 1000\n");
+        EXPECT_EQ(other.ReadLine(), "result 7");
+        tool.Write("result 1\n");
+    });
+    EXPECT_EQ(Send(0x4C8), 1);
+    answering.join();
+    EXPECT_THAT(m_receiver.messages, ElementsAre(WindowMessage{1330, 16, 1000}));
+}
+
+TEST_F(SocketAssist, SendInsideAReportInsideASend_InnermostIsAnsweredFirst) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    i32 inner = 0;
+    m_receiver.during = [&](const WindowMessage&) { inner = Send(0x4C8); };
+    std::thread answering([&] {
+        EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1125 0");
+        tool.Write("send 1327 0 0\n");
+        EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+        tool.Write("result 1\n");
+        EXPECT_EQ(tool.ReadLine(), "result 7");
+        tool.Write("result 3\n");
+    });
+    EXPECT_EQ(Send(0x465), 3);
+    EXPECT_EQ(inner, 1);
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_ToolThatGoesAway_IsZeroAtOnce) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    std::thread leaving([&] {
+        tool.ReadLine();
+        tool.CloseConnection();
+    });
+    const auto start = steady_clock::now();
+    EXPECT_EQ(Send(0x465), 0);
+    EXPECT_LT(steady_clock::now() - start, 300ms);
+    leaving.join();
+}
+
+TEST_F(SocketAssist, Send_AnswerAndGoodbye_IsTheAnswer) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    std::thread leaving([&] {
+        tool.ReadLine();
+        tool.Write("result 1\n");
+        tool.CloseConnection();
+    });
+    EXPECT_EQ(Send(0x465), 1);
+    leaving.join();
+}
+
+TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilTheToolStirs) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    const auto start = steady_clock::now();
+    EXPECT_EQ(Send(0x4C8), 0);
+    const auto waited = steady_clock::now() - start;
+    EXPECT_GE(waited, 400ms);
+    EXPECT_LT(waited, 700ms);
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(Send(0x4C8), 0);
+    }
+    EXPECT_LT(steady_clock::now() - start - waited, 100ms);
+    EXPECT_THAT(Titles(), ElementsAre("UOAssist"));
+    EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+    // The late answer is nobody's, and the tool is asked again.
+    tool.Write("result 1\n");
+    std::thread answering([&] {
+        EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+        tool.Write("result 2\n");
+    });
+    EXPECT_EQ(Send(0x4C8), 0);
+    ServeFor(30ms);
+    EXPECT_EQ(Send(0x4C8), 2);
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_ReportsWithoutEndAndNoAnswer_GivesUpInTime) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    std::atomic<bool> over = false;
+    std::thread flooding([&] {
+        while (!over && tool.Write("send 1329 100 50\nsend 1329 100 51\n")) {
+            while (tool.ReadLine(0ms)) {
+                continue;
+            }
+        }
+    });
+    const auto start = steady_clock::now();
+    EXPECT_EQ(Send(0x465), 0);
+    EXPECT_LT(steady_clock::now() - start, 700ms);
+    over = true;
+    ServeFor(100ms);
+    flooding.join();
+    EXPECT_GT(m_receiver.messages.size(), 0U);
+}
+
+}  // namespace
+}  // namespace spellwick
