@@ -46,9 +46,27 @@ TEST_F(SocketAssist, Folder_MustBeForThisUserAlone) {
 
 TEST_F(SocketAssist, FolderBehindALink_IsNotTrusted) {
     const auto real = m_top / "real";
-    std::filesystem::rename(m_folder, real);
-    std::filesystem::create_directory_symlink(real, m_folder);
-    EXPECT_FALSE(OpenAssistFolder(m_folder));
+    for (const auto& folder : {m_folder, m_folder.parent_path()}) {
+        std::filesystem::rename(folder, real);
+        std::filesystem::create_directory_symlink(real, folder);
+        EXPECT_FALSE(OpenAssistFolder(m_folder)) << folder;
+        std::filesystem::remove(folder);
+        std::filesystem::rename(real, folder);
+        EXPECT_TRUE(OpenAssistFolder(m_folder)) << folder;
+    }
+}
+
+TEST_F(SocketAssist, FolderOfAnotherUser_IsNotTrusted) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "Only root can give a folder away.";
+    }
+    constexpr uid_t kNobody = 65534;
+    for (const auto& folder : {m_folder, m_folder.parent_path()}) {
+        ASSERT_EQ(chown(folder.c_str(), kNobody, kNobody), 0);
+        EXPECT_FALSE(OpenAssistFolder(m_folder)) << folder;
+        ASSERT_EQ(chown(folder.c_str(), 0, 0), 0);
+    }
+    EXPECT_TRUE(OpenAssistFolder(m_folder));
 }
 
 TEST_F(SocketAssist, Folder_ComesFromTheEnvironment) {

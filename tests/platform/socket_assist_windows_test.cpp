@@ -93,11 +93,30 @@ TEST_F(SocketAssist, ClosedTool_HasNoWindowAtTheNextSearch) {
     Greet(*tool);
     const WindowHandle before = m_window;
     tool.reset();
-    EXPECT_TRUE(ServeUntil([&] { return Titles().empty(); }));
+    EXPECT_THAT(Titles(), IsEmpty());
     EXPECT_FALSE(IsReadable(20ms));
     tool = std::make_unique<ToolSocket>(m_folder, "a.sock");
     Greet(*tool);
     EXPECT_NE(m_window, before);
+}
+
+TEST_F(SocketAssist, ToolThatComesAndGoes_LeavesNoDescriptorBehind) {
+    const auto descriptors = [] {
+        const std::filesystem::directory_iterator all("/proc/self/fd");
+        return std::distance(begin(all), end(all));
+    };
+    Titles();
+    const auto before = descriptors();
+    for (int round = 0; round < 20; ++round) {
+        ToolSocket tool(m_folder, "a.sock");
+        Greet(tool);
+        if (round % 2 == 0) {
+            tool.Write("broken\n");  // dropped by us, and not gone by itself
+        }
+        ServeFor(5ms);
+    }
+    EXPECT_THAT(Titles(), IsEmpty());
+    EXPECT_EQ(descriptors(), before);
 }
 
 TEST_F(SocketAssist, ManySockets_AtMostSixteenAreTalkedTo) {
