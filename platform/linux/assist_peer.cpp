@@ -53,8 +53,13 @@ std::optional<AssistLine> AssistPeer::TakeLine() {
         m_title = greeting->title;
         m_greeted = true;
     }
-    m_hangs = false;
     return line;
+}
+
+bool AssistPeer::TakeLateAnswer() {
+    const bool late = m_owed > 0;
+    m_owed -= late ? 1 : 0;
+    return late;
 }
 
 void AssistPeer::Write(std::string_view text) {

@@ -39,9 +39,11 @@ class AssistPeer {
     void End() { m_connection.Close(); }
     bool Ended() const { return !m_connection; }
 
-    // It owes an answer that nobody waits for any more. Cleared by its next line.
-    bool Hangs() const { return m_hangs; }
-    void SetHangs() { m_hangs = true; }
+    // It owes an answer that nobody waits for any more.
+    bool Hangs() const { return m_owed > 0; }
+    void GiveUpAnswer() { ++m_owed; }
+    // Takes an answer for one that is owed; false if none is.
+    bool TakeLateAnswer();
 
     // The event loop watches it.
     bool IsWatched() const { return m_watched; }
@@ -55,9 +57,9 @@ class AssistPeer {
     std::string m_unwritten;
     std::string m_title;
     bool m_greeted = false;
-    bool m_hangs = false;
     bool m_brokeForm = false;
     bool m_watched = false;
+    int m_owed = 0;
 };
 
 }  // namespace spellwick

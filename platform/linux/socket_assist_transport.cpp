@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
+#include <sys/timerfd.h>
 
 #include "platform/linux/assist_folder.h"
 
@@ -18,8 +19,10 @@ using std::chrono::duration_cast;
 using std::chrono::milliseconds;
 
 // Handling a report lets events run, and with them further reports: a burst must not pile them up
-// on the stack without end.
+// on the stack without end. One that waits for the user, in a box, may not keep the others out:
+// each time that it is still there after a while, one more place is given.
 constexpr int kDeepest = 8;
+constexpr timespec kStuckAfter{.tv_sec = 0, .tv_nsec = 250'000'000};
 constexpr std::size_t kMostPeers = 16;
 
 // The low 32 bits of an address: what a message has room for.
@@ -40,10 +43,14 @@ SocketAssistTransport::SocketAssistTransport(std::filesystem::path folder, Patie
     : m_folder(std::move(folder)),
       m_patience(patience),
       m_events(epoll_create1(EPOLL_CLOEXEC)),
-      m_leftOver(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
+      m_leftOver(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
+      m_stuck(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)),
+      m_deepest(kDeepest) {
     epoll_event event{};
     event.events = EPOLLIN;
-    epoll_ctl(m_events.Number(), EPOLL_CTL_ADD, m_leftOver.Number(), &event);
+    for (const FileDescriptor* own : {&m_leftOver, &m_stuck}) {
+        epoll_ctl(m_events.Number(), EPOLL_CTL_ADD, own->Number(), &event);
+    }
 }
 
 void SocketAssistTransport::EnumWindows(const WindowVisitor& visit) {
@@ -134,7 +141,7 @@ i32 SocketAssistTransport::SendToWindow(WindowHandle window, std::uint32_t numbe
             break;
         }
         if (!waiting.answer && Clock::now() >= deadline) {
-            peer->SetHangs();
+            peer->GiveUpAnswer();
             break;
         }
         if (!served) {
@@ -172,7 +179,10 @@ void SocketAssistTransport::ReadAll() {
 void SocketAssistTransport::Service() {
     std::uint64_t count = 0;
     [[maybe_unused]] const ssize_t got = read(m_leftOver.Number(), &count, sizeof count);
-    if (m_depth < kDeepest) {
+    if (read(m_stuck.Number(), &count, sizeof count) > 0) {
+        m_deepest = std::max(m_deepest, m_depth + 1);
+    }
+    if (m_depth < m_deepest) {
         const auto deadline = Clock::now() + m_patience.service;
         ReadAll();
         while (Clock::now() < deadline && ServeOne()) {
@@ -203,8 +213,10 @@ void SocketAssistTransport::Serve(AssistPeer& peer, const AssistLine& line) {
         return;
     }
     if (const auto* result = std::get_if<ResultLine>(&line)) {
-        // The innermost of our messages to this window is answered first. An answer that nobody
-        // waits for any more is dropped.
+        if (peer.TakeLateAnswer()) {
+            return;
+        }
+        // The innermost of our messages to this window is answered first.
         const auto waiting = std::find_if(m_waiting.rbegin(), m_waiting.rend(), [&](Waiting* own) {
             return own->window == peer.Window() && !own->answer;
         });
@@ -219,6 +231,7 @@ void SocketAssistTransport::Answer(AssistPeer& peer, const WindowMessage& messag
     const std::optional<i32> answer =
         m_receiver == nullptr ? std::nullopt : m_receiver->OnMessage(message);
     --m_depth;
+    m_deepest = std::max(kDeepest, std::min(m_deepest, m_depth + 1));
     peer.Write(WrittenResult(answer.value_or(0)));
 }
 
@@ -227,7 +240,7 @@ bool SocketAssistTransport::HasLines() const {
 }
 
 void SocketAssistTransport::Arm() {
-    const bool takesMore = m_depth < kDeepest;
+    const bool takesMore = m_depth < m_deepest;
     for (const auto& peer : m_peers) {
         if (IsLive(peer)) {
             epoll_event event{};
@@ -242,6 +255,9 @@ void SocketAssistTransport::Arm() {
             peer->SetWatched(takesMore);
         }
     }
+    itimerspec stuck{};
+    stuck.it_value = takesMore ? timespec{} : kStuckAfter;
+    timerfd_settime(m_stuck.Number(), 0, &stuck, nullptr);
     if (takesMore && HasLines()) {
         const std::uint64_t one = 1;
         [[maybe_unused]] const ssize_t put = write(m_leftOver.Number(), &one, sizeof one);

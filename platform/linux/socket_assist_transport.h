@@ -31,7 +31,8 @@ class SocketAssistTransport : public AssistTransport {
     // it is waited for shortly in the search that finds it, and never again.
     void EnumWindows(const WindowVisitor& visit) override;
 
-    // A window that has left one message without an answer gets no other until it stirs.
+    // A window that has left one message without an answer gets no other until it has given it,
+    // whatever else it says meanwhile: each would hold the program up again.
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
 
@@ -71,12 +72,14 @@ class SocketAssistTransport : public AssistTransport {
     Patience m_patience;
     FileDescriptor m_events;    // epoll
     FileDescriptor m_leftOver;  // readable while lines wait that have been read already
+    FileDescriptor m_stuck;     // timer, running while no more reports are taken
     std::vector<std::unique_ptr<AssistPeer>> m_peers;
     std::vector<Waiting*> m_waiting;  // the innermost last
     MessageReceiver* m_receiver = nullptr;
     WindowHandle m_lastWindow = 0;
     std::size_t m_turn = 0;
     int m_depth = 0;    // messages being handled inside each other
+    int m_deepest;      // so many of them and no more
     int m_sending = 0;  // own messages being waited for
 };
 

@@ -194,6 +194,32 @@ TEST_F(SocketAssist, HandlerAtTheDeepestPlace_LeavesTheDescriptorQuiet) {
     EXPECT_GE(quietAt, 1);
 }
 
+// A box in the middle of a burst, for one.
+TEST_F(SocketAssist, HandlerThatWaitsAtTheDeepestPlace_DoesNotKeepTheOthersOut) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    bool taken = false;
+    m_receiver.during = [&](const WindowMessage&) {
+        if (m_receiver.depth < 8) {
+            m_transport.Service();
+        } else if (m_receiver.messages.size() == 8) {
+            tool.Write("send 1325 1 2\nsend 1325 1 3\n");
+            const bool first = ServeUntil([&] { return m_receiver.messages.size() == 10; });
+            tool.Write("send 1325 1 4\n");
+            taken = first && ServeUntil([&] { return m_receiver.messages.size() == 11; });
+        }
+    };
+    std::string burst;
+    for (int i = 0; i < 8; ++i) {
+        burst += "send 1325 1 1\n";
+    }
+    tool.Write(burst);
+    EXPECT_TRUE(ServeUntil([&] { return m_receiver.messages.size() >= 11; }));
+    EXPECT_TRUE(taken);
+    EXPECT_EQ(m_receiver.deepest, 9);
+}
+
 TEST_F(SocketAssist, ToolThatIsDroppedInsideItsOwnReport_IsNoTrouble) {
     auto tool = std::make_unique<ToolSocket>(m_folder, "a.sock");
     Greet(*tool);

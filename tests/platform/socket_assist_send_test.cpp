@@ -110,7 +110,7 @@ TEST_F(SocketAssist, Send_AnswerAndGoodbye_IsTheAnswer) {
     leaving.join();
 }
 
-TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilTheToolStirs) {
+TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilItIsGiven) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
     const auto start = steady_clock::now();
@@ -134,6 +134,51 @@ TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilTheToolStirs) {
     ServeFor(30ms);
     EXPECT_EQ(Send(0x4C8), 2);
     answering.join();
+}
+
+// Its reports are taken, but a question would hold the program up each time.
+TEST_F(SocketAssist, Send_ToolThatReportsAndOwesAnAnswer_IsAskedNothing) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    EXPECT_EQ(Send(0x4C8), 0);
+    EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+    const auto start = steady_clock::now();
+    for (std::size_t report = 1; report <= 5; ++report) {
+        tool.Write("send 1329 100 50\n");
+        ASSERT_TRUE(ServeUntil([&] { return m_receiver.messages.size() == report; }));
+        EXPECT_EQ(tool.ReadLine(), "result 7");
+        EXPECT_EQ(Send(0x4C8), 0);
+    }
+    EXPECT_LT(steady_clock::now() - start, 300ms);
+    EXPECT_EQ(tool.ReadLine(0ms), std::nullopt);
+    // What it answers in the end belongs to the first question and to no other.
+    tool.Write("result 1\n");
+    ServeFor(30ms);
+    std::thread answering([&] {
+        EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+        tool.Write("result 2\n");
+    });
+    EXPECT_EQ(Send(0x4C8), 2);
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_ToolThatOwedAnAnswerAndCameBack_IsAskedAgain) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    EXPECT_EQ(Send(0x4C8), 0);
+    tool.CloseConnection();
+    Greet(tool);
+    std::thread answering([&] {
+        EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+        tool.Write("result 1\n");
+    });
+    EXPECT_EQ(Send(0x4C8), 1);
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_WaitsFiveSecondsUnlessToldOtherwise) {
+    EXPECT_EQ(SocketAssistTransport::Patience().answer, 5s);
 }
 
 TEST_F(SocketAssist, Send_ReportsWithoutEndAndNoAnswer_GivesUpInTime) {
