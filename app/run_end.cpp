@@ -5,6 +5,12 @@
 
 namespace spellwick {
 
+namespace {
+
+constexpr int kAfterFailure = 1;
+
+}  // namespace
+
 std::string FailureReport(const std::exception& failure, std::string_view action) {
     const auto* known = dynamic_cast<const RuntimeFailure*>(&failure);
     const std::string kind = known != nullptr ? FailureName(known->Kind()) : "Internal error";
@@ -25,14 +31,15 @@ void RunEnd::OnUncaughtFailure(const std::exception& failure, std::string_view a
         m_boxes.Show({.text = "Not all could be saved. What was saved before stands as it was.",
                       .icon = BoxIcon::kExclamation});
     }
-    EndProcess(1);
+    EndProcess(kAfterFailure);
 }
 
 void RunEnd::EndProcess(int exitCode) {
     m_cleanUp();
     std::fflush(nullptr);
     // The process ends here and now: no window gets another event.
-    std::_Exit(exitCode);
+    // A regular end that comes while the report stands changes nothing in what has happened.
+    std::_Exit(m_ending ? kAfterFailure : exitCode);
 }
 
 }  // namespace spellwick

@@ -62,6 +62,24 @@ TEST_F(RunEndDeathTest, OnUncaughtFailure_NotAllSaved_SaysSo) {
                 "was.\nlast\n$");
 }
 
+// As a signal does that asks the program to end.
+class EndingBoxes : public MessageBoxes {
+  public:
+    BoxAnswer Show(const Box& /*box*/) override {
+        end->EndProcess(0);
+        return BoxAnswer::kOk;
+    }
+    RunEnd* end = nullptr;
+};
+
+TEST_F(RunEndDeathTest, EndProcess_WhileTheReportStands_EndsWithOneAllTheSame) {
+    EndingBoxes boxes;
+    RunEnd end(boxes);
+    boxes.end = &end;
+    const RuntimeFailure failure(FailureKind::kOverflow, "40000 does not fit.");
+    EXPECT_EXIT(end.OnUncaughtFailure(failure, "casting a spell"), testing::ExitedWithCode(1), "");
+}
+
 TEST_F(RunEndDeathTest, EndProcess_EndsAtOnceWithItsCode) {
     RecordingMessageBoxes boxes;
     RunEnd end(boxes);
