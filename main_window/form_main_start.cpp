@@ -37,6 +37,9 @@ LoadOutcome FormMain::Form_Load() {
     IgnoreFailure([&] { m_services.oldData.ConvertOldData(); });
     IgnoreFailure([&] { InitReagentTables(m_state); });
     if (!LoadSpellData(m_state, spellData)) {
+        // While the box stands reports would work on half a table, and a failure of theirs would
+        // save settings that were never loaded.
+        IgnoreFailure([&] { m_services.assist.UnhookWindow(); });
         m_services.boxes.Show({.text = "Unable to load spell data file",
                                .icon = BoxIcon::kCritical,
                                .title = "Missing File"});

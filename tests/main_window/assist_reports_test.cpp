@@ -1,6 +1,8 @@
 // The main window with an assist tool: what its reports show, store and start.
 #include "main_window/assist_reports.h"
 
+#include <QFile>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -142,6 +144,24 @@ TEST_F(AssistReportsTest, ReportsBeforeTheSpellTableIsRead_AreTakenAsFarAsTheyCa
     EXPECT_EQ(Text("Reagent", 3), "50");
     Report(kAssistStock, 1, 7);
     EXPECT_EQ(Text("Reagent", 3), "7");
+}
+
+TEST_F(AssistReportsTest, ReportsWhileTheBoxOfABadSpellTableStands_AreLost) {
+    QFile table(m_folder.filePath(QStringLiteral("SpellData.txt")));
+    ASSERT_TRUE(table.resize(table.size() / 2));
+    MakeBeside(true);
+    m_boxes.whileStanding = [&] {
+        EXPECT_GE(m_state.Spells.Last(), 0) << "half of it is there";
+        for (const WindowMessage& report :
+             {WindowMessage{kAssistStats, 100, 30}, WindowMessage{kAssistMagery, 90, 0},
+              WindowMessage{kAssistCast, 96, 0}, WindowMessage{kAssistStock, 1, 40000}}) {
+            m_transport.Deliver(report);
+        }
+    };
+    EXPECT_EQ(Form().Form_Load(), LoadOutcome::kBadSpellData);
+    EXPECT_EQ(TakeBoxes().size(), 1U);
+    EXPECT_THAT(TakeFailures(), IsEmpty());
+    EXPECT_THAT(m_store.Batches(), IsEmpty());
 }
 
 TEST_F(AssistReportsTest, End_DetachesTheReceiverAndSaysNothingToTheTool) {
