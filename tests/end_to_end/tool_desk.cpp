@@ -67,6 +67,14 @@ bool ToolDesk::WaitQuiet() {
     return WaitTold("quiet", before + 1);
 }
 
+void ToolDesk::AnswerBox(std::uint32_t key) {
+    const xcb_window_t box = m_desk->Session().WaitForWindow("Spellwick");
+    ASSERT_NE(box, 0U);
+    m_desk->RestingPicture(box);
+    m_desk->Tap(key);
+    ASSERT_TRUE(m_desk->WaitGone(box));
+}
+
 void ToolDesk::StartAll() {
     StartGame();
     TellGame("login 1");

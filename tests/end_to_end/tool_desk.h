@@ -1,6 +1,7 @@
 // The desktop of a player who has an assist tool: the practice tool beside Spellwick and the game.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ class ToolDesk : public PlayerDesk {
     bool WaitTold(std::string_view start, std::size_t times = 1) const;
     // All reports are sent and answered.
     bool WaitQuiet();
+    // Stops the tool as it stands, or lets it go on.
+    void SignalTool(int number) const { m_tool->Signal(number); }
+    // Presses a key in the box that comes or stands, and waits until it is gone.
+    void AnswerBox(std::uint32_t key);
 
     // The game with Mira in it, the tool and Spellwick, which has been told all about Mira.
     void StartAll();
