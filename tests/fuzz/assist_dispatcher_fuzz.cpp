@@ -36,9 +36,11 @@ struct Cells {
           magery(state.Magery),
           skills{state.EvalInt, state.SpiritSpeak, state.Necro, state.Chivalry},
           tithing(state.CurrentTithing) {
-        for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-            stock[static_cast<std::size_t>(reagent) - 1] =
-                state.ReagentStock(reagent, state.CurrentReagentBag);
+        for (i32 bag = 0; bag < kBagCount; ++bag) {
+            for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
+                stock[static_cast<std::size_t>(bag * kReagentCount + reagent - 1)] =
+                    state.ReagentStock(reagent, bag);
+            }
         }
     }
 
@@ -46,7 +48,7 @@ struct Cells {
     i16 mana;
     i16 magery;
     std::array<i16, 4> skills;
-    std::array<i16, kReagentCount> stock{};
+    std::array<i16, std::size_t{kBagCount} * kReagentCount> stock{};
     i32 tithing;
 };
 
@@ -104,7 +106,8 @@ class Tool {
     AssistDispatcher m_dispatcher{m_state, m_view, m_view, m_sink};
 };
 
-// Eleven bytes a report: which message, two numbers, the state of the link and the meditation.
+// Eleven bytes a report: which message, two numbers, the state of the link with the bag, and the
+// level of the meditation.
 constexpr std::size_t kReportBytes = 11;
 
 i32 NumberAt(const std::uint8_t* bytes) {
@@ -121,6 +124,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tool.State().AssistLinked = (data[9] & 1U) != 0;
         tool.State().Meditate = (data[9] & 2U) != 0;
         tool.State().MeditateLevel = static_cast<i16>(data[10]);
+        // Bags 0 to 9, the one behind them, and the one before.
+        const int bag = (data[9] >> 3U) % (kBagCount + 2);
+        tool.State().CurrentReagentBag = static_cast<i16>(bag > kBagCount ? -1 : bag);
         // Small numbers as often as large ones.
         const bool isSmall = (data[9] & 4U) != 0;
         const i32 wParam = isSmall ? NumberAt(data + 1) % 300 : NumberAt(data + 1);

@@ -56,6 +56,20 @@ void RequireReadBack(const AssistLine& line) {
     Require(ParseAssistLine(written) == line);
 }
 
+// How many of the lines have their form, up to the first that has not. The title comes first and
+// once.
+std::size_t GoodLines(const std::vector<std::string>& lines) {
+    std::size_t good = 0;
+    while (good < lines.size()) {
+        const auto line = ParseAssistLine(lines[good]);
+        if (!line || std::holds_alternative<TitleLine>(*line) != (good == 0)) {
+            break;
+        }
+        ++good;
+    }
+    return good;
+}
+
 // Through a real connection: lines until the first that breaks the form, then the end.
 void TryPeer(std::string_view bytes, const std::vector<std::string>& lines) {
     std::array<int, 2> ends{};
@@ -77,7 +91,8 @@ void TryPeer(std::string_view bytes, const std::vector<std::string>& lines) {
             }
         }
     }
-    Require(peer.Ended() || !peer.HasLine());
+    Require(taken == GoodLines(lines));
+    Require(peer.Ended() || (!peer.HasLine() && taken == lines.size()));
 }
 
 }  // namespace
