@@ -25,6 +25,13 @@ Picture Cut(const Picture& whole, const Area& window, const Area& part) {
     return cut;
 }
 
+std::string BytesOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::stringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
 class TabsInTheProgram : public SettingsInTheProgram {
   protected:
     // The button "OK" at the lower right corner.
@@ -162,12 +169,11 @@ TEST_F(TabsInTheProgram, SaveToFile_WritesAllBlocksAndEndsWithAReport) {
     m_boxTitle = "Spellwick";
     AnswerBox();
     EXPECT_EQ(Spellwick().WaitForEnd(std::chrono::seconds(10)), 1);
-    std::ifstream file(m_desk->Session().Folder() / "home" / "NewMacros.txt", std::ios::binary);
-    std::stringstream bytes;
-    bytes << file.rdbuf();
-    const std::string text = bytes.str();
+    const std::string text = BytesOf(m_desk->Session().Folder() / "home" / "NewMacros.txt");
     EXPECT_TRUE(text.starts_with("F9 0 1 0\r\nCastSpell Clumsy\r\n########\r\n")) << text;
     EXPECT_EQ(std::ranges::count(text, '\n'), 3 * 96);
+    // The program for Windows writes these bytes too (tests/windows/play.py).
+    EXPECT_EQ(text, BytesOf(SAVED_MACROS));
     EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--{F9}") << "the data are saved all the same";
 }
 

@@ -15,6 +15,7 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+SAVED_MACROS = ROOT / "tests" / "end_to_end" / "NewMacros.txt"
 PICTURE = ROOT / "tests" / "end_to_end" / "session_store.txt"
 WINE = [str(ROOT / "tools" / "under_wine")]
 FIRST = "Ultima Online - Mira Talon (Atlantic)"
@@ -40,6 +41,10 @@ PRACTICE_PACK = {1: 60, 2: 45, 3: 80, 4: 55, 5: 40, 6: 35, 7: 70, 8: 65, 100: 20
 SPELL_ICON = (316, 42)
 SECOND_SPELL_ICON = (354, 42)
 COUNT_BUTTON = (263, 48)
+SETTINGS_BUTTON = (263, 30)
+# In the settings dialog.
+MACROS_TAB = (224, 14)
+SAVE_BUTTON = (82, 349)
 
 
 class Trouble(Exception):
@@ -122,9 +127,18 @@ class Session:
                         window, str(place[0]), str(place[1]), "sleep", "0.2", "click", "1"],
                        check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
-    def key(self, window, name):
-        subprocess.run(["xdotool", "windowactivate", "--sync", window, "sleep", "0.2", "key", name],
+    def key(self, window, name, text=""):
+        """A text and a key, typed into a window."""
+        subprocess.run(["xdotool", "windowactivate", "--sync", window, "sleep", "0.2",
+                        *(["key", "ctrl+a", "type", "--delay", "40", text] if text else [])],
                        check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        subprocess.run(["xdotool", "key", name], check=True, stdin=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
+
+    def window(self, title):
+        found = wait_for(f"the window {title}", lambda: self.windows(f"^{title}$"))[0]
+        time.sleep(0.5)
+        return found
 
     def picture(self, name):
         subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
@@ -159,13 +173,16 @@ class Session:
         window = wait_for("the main window", lambda: self.windows("^Spellwick 7.5"), 60)[0]
         return process, window, time.monotonic() - start
 
-    def close_program(self, process, how="close"):
-        self.steer("Spellwick 7.5", how)
+    def expect_end(self, process, expected):
         try:
             code = process.wait(30)
         except subprocess.TimeoutExpired:
             raise Trouble("the program does not end") from None
-        expect(code == 0, f"the program ended with {code}")
+        expect(code == expected, f"the program ended with {code}, not {expected}")
+
+    def close_program(self, process, how="close"):
+        self.steer("Spellwick 7.5", how)
+        self.expect_end(process, 0)
 
 
 def keys_down(journal):
@@ -211,7 +228,7 @@ def play(session):
     session.picture("play-cast")
 
     session.click(window, SECOND_SPELL_ICON)
-    box = wait_for("the question about the book", lambda: session.windows("^Spellwick$"))[0]
+    box = session.window("Spellwick")
     session.picture("play-question")
     session.key(box, "Return")
     wait_for("the keys of the second spell, which was confirmed",
@@ -288,11 +305,31 @@ def practise(session):
     expect(stock["CurrentTithing"] == " 500", "the practice tool's tithes have not come in")
 
 
+def save_macros(session):
+    """The file of macros, by the system's own dialog; the same bytes as on Linux."""
+    session.add_to_registry("Settings", "Macro 1", "A--{F9}")
+    program, window, _ = session.run_program()
+    session.caption("Dorn Vale", "Oak Hill")
+    session.click(window, SETTINGS_BUTTON)
+    dialog = session.window("Spellwick - Settings")
+    session.click(dialog, MACROS_TAB)
+    session.click(dialog, SAVE_BUTTON)
+    session.key(session.window("Spellwick"), "Return")
+    target = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c" / "macros saved.txt"
+    session.key(session.window("Save Macro File as"), "Return", "C:\\macros saved.txt")
+    # The report that follows every save to a file.
+    session.key(session.window("Spellwick"), "Return")
+    session.expect_end(program, 1)
+    expect(target.read_bytes() == SAVED_MACROS.read_bytes(),
+           f"{target} is not the file that the program for Linux writes")
+
+
 def main():
     session = Session(*(pathlib.Path(name).resolve() for name in sys.argv[1:4]))
     try:
         words = play(session)
         practise(session)
+        save_macros(session)
         print(words)
     except Trouble as trouble:
         session.picture("play-trouble")
