@@ -92,11 +92,6 @@ class AssistReportsTest : public MainWindowFixture {
     std::string CountCaption() { return Text("Command", kCount); }
     bool CountEnabled() { return Form().CountButton().isEnabled(); }
 
-    // Runs something once in the pause of the next cast.
-    void InThePause(std::function<void()> happens) {
-        QTimer::singleShot(20, m_form.get(), std::move(happens));
-    }
-
     FailureSink& failureSink = *this;
     RecordingAssistTransport m_transport;
     AssistSearch m_search{m_state, m_transport};

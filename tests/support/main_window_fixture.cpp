@@ -159,6 +159,18 @@ std::string MainWindowFixture::Text(const char* name, int index) {
     return Named(name, index).property("text").toString().toStdString();
 }
 
+void MainWindowFixture::InThePause(std::function<void()> happens) {
+    auto* look = new QTimer(m_form.get());
+    look->setInterval(1);
+    QObject::connect(look, &QTimer::timeout, look, [this, look, happens = std::move(happens)] {
+        if (Form().Timer1(0).isActive()) {
+            look->stop();
+            happens();
+        }
+    });
+    look->start();
+}
+
 void MainWindowFixture::Click(QWidget& control, Qt::MouseButton button,
                               Qt::KeyboardModifiers modifiers) {
     QTest::mouseClick(m_form->windowHandle(), button, modifiers,

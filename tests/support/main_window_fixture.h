@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -109,6 +110,8 @@ class MainWindowFixture : public testing::Test, public FailureSink {
 
     // One tick of Timer1(index).
     void Tick(int index);
+    // Runs something once in the next pause of a cast, as soon as the pause serves events.
+    void InThePause(std::function<void()> happens);
 
     template <typename Control = QWidget>
     Control& Named(const QString& name) {
