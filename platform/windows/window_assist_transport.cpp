@@ -1,5 +1,6 @@
 #include "platform/windows/window_assist_transport.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "platform/windows/wide_text.h"
@@ -19,6 +20,11 @@ constexpr UINT kFirstRegistered = 0xc000;
 
 // What a window that has hung is given to show that it does not hang any more.
 constexpr UINT kStirMilliseconds = 20;
+
+// The longest interval between two messages to a window that does not answer, and how often it
+// doubles on the way there; both count from the patience.
+constexpr int kLongestSilence = 60;
+constexpr int kMostDoublings = 6;
 
 // Tools are programs of 32 bits. Some fail over an address that these do not hold.
 i32* AllocateLowWord() {
@@ -65,27 +71,39 @@ WindowAssistTransport::~WindowAssistTransport() {
 }
 
 void WindowAssistTransport::EnumWindows(const WindowVisitor& visit) {
+    // The number of a window that is gone may become that of another.
+    std::erase_if(m_silent, [](const auto& entry) { return IsWindow(entry.first) == FALSE; });
     const Visit parameter{visit};
     ::EnumWindows(&VisitWindow, std::bit_cast<LPARAM>(&parameter));
 }
 
-bool WindowAssistTransport::Stirs(HWND window) {
-    DWORD_PTR ignored = 0;
-    if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kStirMilliseconds, &ignored) == 0) {
-        return false;
+bool WindowAssistTransport::MayBeAsked(HWND window) const {
+    const auto silent = m_silent.find(window);
+    if (silent == m_silent.end()) {
+        return true;
     }
-    m_hanging.erase(window);
-    return true;
+    DWORD_PTR ignored = 0;
+    return std::chrono::steady_clock::now() >= silent->second.until &&
+           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kStirMilliseconds, &ignored) !=
+               0;
+}
+
+// It may have hung once, and then there is nothing to wait for once it stirs. A second time it may
+// be one that takes messages but never comes to an end with this one.
+void WindowAssistTransport::NoteSilence(HWND window) {
+    Silence& silence = m_silent[window];
+    ++silence.times;
+    if (silence.times > 1) {
+        const int factor =
+            std::min(1 << std::min(silence.times - 1, kMostDoublings), kLongestSilence);
+        silence.until = std::chrono::steady_clock::now() + factor * m_patience;
+    }
 }
 
 i32 WindowAssistTransport::SendToWindow(WindowHandle window, std::uint32_t number,
                                         std::uint32_t wParam, const i32& word) {
     HWND target = HwndOf(window);
-    if (window == 0 || IsWindow(target) == FALSE) {
-        m_hanging.erase(target);
-        return 0;
-    }
-    if (m_hanging.contains(target) && !Stirs(target)) {
+    if (window == 0 || IsWindow(target) == FALSE || !MayBeAsked(target)) {
         return 0;
     }
     if (m_word != nullptr) {
@@ -96,11 +114,10 @@ i32 WindowAssistTransport::SendToWindow(WindowHandle window, std::uint32_t numbe
         SendMessageTimeoutW(target, number, wParam, std::bit_cast<LPARAM>(m_word), SMTO_NORMAL,
                             static_cast<UINT>(m_patience.count()), &answer);
     if (answered != 0) {
+        m_silent.erase(target);
         return static_cast<i32>(answer);
     }
-    if (IsWindow(target) != FALSE) {
-        m_hanging.insert(target);
-    }
+    NoteSilence(target);
     return 0;
 }
 

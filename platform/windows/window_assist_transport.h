@@ -3,7 +3,7 @@
 
 #include <chrono>
 #include <deque>
-#include <set>
+#include <map>
 
 #include <windows.h>
 
@@ -21,7 +21,8 @@ class WindowAssistTransport : public AssistTransport {
 
     void EnumWindows(const WindowVisitor& visit) override;
 
-    // A window that has left one message without an answer gets no other until it stirs.
+    // A window that has left a message without an answer gets no other until it stirs; one that
+    // stirs and still leaves them without an answer gets them at ever longer intervals.
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
 
@@ -38,15 +39,22 @@ class WindowAssistTransport : public AssistTransport {
         LPARAM lParam;
     };
 
+    // The messages that a window has left without an answer, one after the other.
+    struct Silence {
+        int times = 0;
+        std::chrono::steady_clock::time_point until;
+    };
+
     static WindowMessage MessageOf(const Deferred& message);
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
-    bool Stirs(HWND window);
+    bool MayBeAsked(HWND window) const;
+    void NoteSilence(HWND window);
     std::optional<i32> Receive(const WindowMessage& message);
     void ReceiveDeferred();
 
     std::chrono::milliseconds m_patience;
     i32* m_word;  // at an address below 2 GiB; null where none is to be had
-    std::set<HWND> m_hanging;
+    std::map<HWND, Silence> m_silent;
 
     HWND m_own = nullptr;
     WNDPROC m_replaced = nullptr;

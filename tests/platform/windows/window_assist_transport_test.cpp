@@ -35,6 +35,7 @@ constexpr UINT kReport = 6;
 constexpr UINT kPostMany = 7;
 constexpr UINT kHang = 8;
 constexpr UINT kHangAtCount = 9;
+constexpr UINT kBoxAtRegistration = 10;
 
 constexpr UINT kOther = WM_USER + 7;
 
@@ -416,6 +417,27 @@ TEST_F(WindowAssist, ToolThatHangsAtTheSearch_HoldsItUpOnce) {
         m_link.FindAssist();
         return m_state.AssistRegistered;
     }));
+}
+
+// It takes every other message meanwhile, so that it does not look hung.
+TEST_F(WindowAssist, ToolThatShowsABoxInsteadOfAnAnswer_IsAskedAtEverLongerIntervals) {
+    const auto tool = Start();
+    WindowAssistTransport transport(200ms);
+    AssistSearch link(m_state, transport);
+    tool->Ask(kBoxAtRegistration, 60000);
+    const auto start = std::chrono::steady_clock::now();
+    auto waited = 0ns;
+    while (std::chrono::steady_clock::now() - start < 3s) {
+        const auto before = std::chrono::steady_clock::now();
+        link.FindAssist();
+        waited += std::chrono::steady_clock::now() - before;
+        std::this_thread::sleep_for(20ms);
+    }
+    EXPECT_EQ(Flags(), std::pair(true, false));
+    // Twice at once, then after 0.4, 0.8 and 1.6 seconds.
+    EXPECT_GE(tool->Ask(kTellAsked), 3);
+    EXPECT_LE(tool->Ask(kTellAsked), 5);
+    EXPECT_LT(waited, 1700ms);
 }
 
 TEST_F(WindowAssist, ToolThatEndsWhileItIsAsked_AnswersZero) {

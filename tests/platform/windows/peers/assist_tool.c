@@ -7,7 +7,8 @@
  * reports, wParam 1 that they are posted; WM_APP + 6 reports its two arguments, by sending with the
  * answer handed on; WM_APP + 7 posts so many reports as wParam says, each with its number as count;
  * WM_APP + 8 hangs for wParam milliseconds, at once; WM_APP + 9 makes the next count hang for so
- * long.
+ * long; WM_APP + 10 makes the next registrations take so long, in which other messages are served, as
+ * in a box that is shown there.
  */
 #include <stdlib.h>
 #include <windows.h>
@@ -23,6 +24,7 @@ static LPARAM argument;
 static UINT number = STOCK;
 static BOOL posts;
 static DWORD hang;
+static DWORD box;
 
 static LRESULT Report(UINT what, WPARAM wParam, LPARAM lParam) {
     if (posts) {
@@ -38,10 +40,22 @@ static void Count(void) {
     }
 }
 
+static void ServeFor(DWORD milliseconds) {
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < milliseconds) {
+        MSG message;
+        MsgWaitForMultipleObjects(0, NULL, FALSE, 10, QS_ALLINPUT);
+        while (PeekMessageW(&message, NULL, 0, 0, PM_REMOVE)) {
+            DispatchMessageW(&message);
+        }
+    }
+}
+
 static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case REGISTER:
             ++asked;
+            ServeFor(box);
             registered = (HWND)wParam;
             argument = lParam;
             return answer;
@@ -77,6 +91,9 @@ static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPAR
             return 1;
         case WM_APP + 9:
             hang = (DWORD)wParam;
+            return 1;
+        case WM_APP + 10:
+            box = (DWORD)wParam;
             return 1;
         case WM_DESTROY:
             PostQuitMessage(0);
