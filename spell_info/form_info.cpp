@@ -172,6 +172,10 @@ void FormInfo::DisplayInfo(i32 row) {
     for (int index = 0; index < kBoxCount; ++index) {
         ShowValue(index);
     }
+    // The next spell finds the focus in a box, and its text is to be typed over.
+    if (auto* box = qobject_cast<CounterBox*>(focusWidget())) {
+        box->selectAll();
+    }
     // ODDITY(info-magery-box): a Necromancer spell or Paladin ability that is too hard turns the
     // Magery box red and never the Necromancy box; kept because one box warns of the skill,
     // whatever the skill is.

@@ -228,6 +228,18 @@ TEST_F(FormInfoTest, Focus_SelectsTheWholeText) {
     EXPECT_EQ(Box(6).selectedText(), " 50");
 }
 
+TEST_F(FormInfoTest, NextSpell_SelectsTheTextOfTheBoxWithTheFocus) {
+    Show(17);
+    LeaveTo(3);
+    m_form->DisplayInfo(18);
+    EXPECT_EQ(Box(3).selectedText(), " 80");
+    QTest::keyClicks(&Box(3), QStringLiteral("5"));
+    EXPECT_EQ(m_state.EvalInt, 5);
+    LeaveTo(4);
+    EXPECT_EQ(Box(3).selectedText(), "");
+    EXPECT_EQ(Box(4).selectedText(), " 70");
+}
+
 TEST_F(FormInfoTest, Keys_DigitsAndSignsPassAndOthersBeep) {
     Show(17);
     Enter(3, "1a2.+- 3");
