@@ -3,6 +3,9 @@
 #include <QApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -83,10 +86,7 @@ FormInfo::FormInfo(const InfoServices& services)
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     setFont(FormFont());
-    auto* lines = new QGridLayout;
-    lines->setHorizontalSpacing(10);
-    lines->setVerticalSpacing(4);
-    MakeLines(*lines);
+    MakeLines();
     auto* rule = new QFrame(this);
     rule->setFrameShape(QFrame::HLine);
     rule->setFrameShadow(QFrame::Sunken);
@@ -97,14 +97,23 @@ FormInfo::FormInfo(const InfoServices& services)
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(10, 10, 10, 10);
     all->setSpacing(8);
-    all->addLayout(lines);
+    all->addWidget(m_textArea);
     all->addWidget(rule);
     all->addLayout(boxes);
     all->setSizeConstraint(QLayout::SetFixedSize);
     m_boxes[0]->setFocus();
 }
 
-void FormInfo::MakeLines(QGridLayout& grid) {
+void FormInfo::MakeLines() {
+    m_textArea = new QScrollArea(this);
+    m_textArea->setFrameShape(QFrame::NoFrame);
+    m_textArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_textArea->setFocusPolicy(Qt::NoFocus);
+    m_textArea->setWidget(new QWidget);
+    auto& grid = *new QGridLayout(m_textArea->widget());
+    grid.setContentsMargins(0, 0, 0, 0);
+    grid.setHorizontalSpacing(10);
+    grid.setVerticalSpacing(4);
     m_picture = new QLabel(this);
     m_picture->setObjectName(QStringLiteral("SpellPicture"));
     m_picture->setFixedSize(kIconSize, kIconSize);
@@ -127,6 +136,11 @@ void FormInfo::MakeLines(QGridLayout& grid) {
     QFont strong = font();
     strong.setBold(true);
     m_lines[kName]->setFont(strong);
+    // The desktop gives the window a place by the size that it comes with.
+    for (int i = 0; i < static_cast<int>(kLines.size()); ++i) {
+        ShowText(i, {});
+    }
+    FitTextArea();
 }
 
 void FormInfo::MakeBoxes(QGridLayout& grid) {
@@ -193,6 +207,7 @@ void FormInfo::DisplayInfo(i32 row) {
     ShowText(kDuration, spell.duration);
     ShowText(kExtraInfo, spell.extraInfo);
     ShowText(kResisting, spell.resisting);
+    FitTextArea();
 }
 
 void FormInfo::ShowValue(int index) {
@@ -203,9 +218,23 @@ void FormInfo::ShowValue(int index) {
 void FormInfo::ShowText(int line, const std::string& text) {
     QLabel& label = *m_lines[static_cast<std::size_t>(line)];
     label.setText(ToQString(text));
+    label.setMinimumHeight(0);  // or it asks for no less than the text before
     const int least =
         kLines[static_cast<std::size_t>(line)].height * label.fontMetrics().lineSpacing();
     label.setFixedHeight(std::max(least, label.heightForWidth(label.width())));
+}
+
+// Texts that would need more than half of the screen are scrolled: the boxes stay within reach.
+void FormInfo::FitTextArea() {
+    QWidget& texts = *m_textArea->widget();
+    texts.layout()->activate();
+    const QSize whole = texts.sizeHint();
+    texts.resize(whole);
+    QScrollBar& bar = *m_textArea->verticalScrollBar();
+    bar.setValue(0);
+    const int room = screen()->availableGeometry().height() / 2;
+    m_textArea->setFixedSize(whole.width() + (whole.height() > room ? bar.sizeHint().width() : 0),
+                             std::min(whole.height(), room));
 }
 
 void FormInfo::ShowPicture(i32 row) {

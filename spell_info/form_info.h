@@ -13,6 +13,7 @@
 #include "widgets/pictures.h"
 
 class QGridLayout;
+class QScrollArea;
 
 namespace spellwick {
 
@@ -46,10 +47,11 @@ class FormInfo : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void MakeLines(QGridLayout& grid);
+    void MakeLines();
     void MakeBoxes(QGridLayout& grid);
     void ShowValue(int index);
     void ShowText(int line, const std::string& text);
+    void FitTextArea();
     void ShowPicture(i32 row);
     void ChangeBox(int index);
     void LeaveBox();
@@ -58,6 +60,7 @@ class FormInfo : public QWidget {
     InfoServices m_services;
     SharedState& m_state;
     IconClip m_icons;
+    QScrollArea* m_textArea = nullptr;
     QLabel* m_picture = nullptr;
     std::array<QLabel*, 8> m_lines{};
     std::array<CounterBox*, kBoxCount> m_boxes{};

@@ -1,6 +1,9 @@
 // The spell info window, used by mouse and keyboard.
 #include "spell_info/form_info.h"
 
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <limits>
 
@@ -401,8 +404,17 @@ TEST_F(FormInfoTest, DeliveredSpells_AreShownWholeInAWindowOfOneSize) {
     }
 }
 
-TEST_F(FormInfoTest, LongText_MakesTheWindowTaller) {
+TEST_F(FormInfoTest, FirstShow_ComesInItsFullSize) {
+    m_form->show();
+    const QSize size = m_form->size();
+    m_form->DisplayInfo(0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_form->size(), size);
+}
+
+TEST_F(FormInfoTest, LongText_MakesTheWindowTallerForItsSpellAlone) {
     Show(0);
+    QCoreApplication::processEvents();
     const int height = m_form->height();
     std::string text;
     for (int i = 0; i < 100; ++i) {
@@ -413,6 +425,45 @@ TEST_F(FormInfoTest, LongText_MakesTheWindowTaller) {
     QCoreApplication::processEvents();
     EXPECT_GT(m_form->height(), height);
     EXPECT_GE(Label(17).height(), Label(17).heightForWidth(Label(17).width()));
+    m_form->DisplayInfo(1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_form->height(), height);
+}
+
+TEST_F(FormInfoTest, TextOfAMegabyte_IsScrolledAndTheBoxesStayWithinReach) {
+    Show(0);
+    QCoreApplication::processEvents();
+    const QSize size = m_form->size();
+    std::string text;
+    while (text.size() < 1'000'000) {
+        text += "#Formula07; and a good many words that stand behind the figure of this marker, ";
+    }
+    const std::string before = m_state.Spells(0).ExtraText1;
+    m_state.Spells(0).ExtraText1 = text;
+    m_form->DisplayInfo(0);
+    QCoreApplication::processEvents();
+    EXPECT_LT(m_form->height(), m_form->screen()->availableGeometry().height());
+    const auto* area = m_form->findChild<QScrollArea*>();
+    ASSERT_NE(area, nullptr);
+    for (int i = 0; i < FormInfo::kBoxCount; ++i) {
+        EXPECT_TRUE(m_form->rect().contains(Box(i).geometry())) << i;
+        EXPECT_GE(Box(i).y(), area->geometry().bottom()) << i;
+    }
+    // Down to its end, and its whole width.
+    QScrollBar& bar = *area->verticalScrollBar();
+    EXPECT_TRUE(bar.isVisible());
+    bar.setValue(bar.maximum());
+    EXPECT_EQ(Label(17).mapTo(area->viewport(), Label(17).rect().bottomRight()).y(),
+              area->viewport()->height() - 1);
+    EXPECT_LT(Label(17).mapTo(area->viewport(), Label(17).rect().bottomRight()).x(),
+              area->viewport()->width());
+    // The next spell is as if nothing had been.
+    m_state.Spells(0).ExtraText1 = before;
+    m_form->DisplayInfo(0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_form->size(), size);
+    EXPECT_FALSE(bar.isVisible());
+    EXPECT_EQ(bar.value(), 0);
 }
 
 }  // namespace
