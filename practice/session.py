@@ -197,6 +197,13 @@ class Session:
         return (COUNTER_LEFTS[column] + COUNTER_CENTRE[0],
                 row * COUNTER_PITCH + COUNTER_CENTRE[1])
 
+    def count_button(self):
+        """The pixels of the middle of the button."""
+        left, top = COUNT[0] - 24, COUNT[1] - 8
+        return subprocess.run(["import", "-silent", "-window", str(self.main), "-crop",
+                               f"48x16+{left}+{top}", "rgb:-"], env=self.environment,
+                              capture_output=True, check=True).stdout
+
     def play(self):
         self.open_display()
         self.start_spellwick()
@@ -283,9 +290,10 @@ class Session:
         self.wait_quiet()
         self.picture("meditation", "mana falls below 40: the key of Meditation (F12) is pressed")
 
+        count = self.count_button()
         self.tell_tool("close")
         self.wait_told("closed")
-        time.sleep(1.5)  # the watch looks once a second
+        wait_for("the Count button goes off", lambda: self.count_button() != count)
         self.click(self.circle(4))
         self.tell_tool("mana 100")
         self.cast(5, "Alt+Shift+6", "Lightning")
