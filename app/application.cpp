@@ -103,7 +103,10 @@ void Application::WatchForEnd() {
     if (m_system.endRequests >= 0) {
         auto* requests =
             new QSocketNotifier(m_system.endRequests, QSocketNotifier::Read, m_main.get());
-        QObject::connect(requests, &QSocketNotifier::activated, m_main.get(), [this] {
+        QObject::connect(requests, &QSocketNotifier::activated, m_main.get(), [this, requests] {
+            // One request is enough, and it stays there to be read: while a box stands at the end
+            // it would be told again and again.
+            requests->setEnabled(false);
             Guard(m_runEnd, "ending the program", [&] { m_main->Form_Unload(); });
         });
     }

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "tests/end_to_end/player_desk.h"
@@ -88,6 +90,40 @@ TEST_F(StartAndEnd, EndSignals_SaveAsARegularEnd) {
         EXPECT_EQ(Spellwick().WaitForEnd(10s), 0) << signal;
         EXPECT_EQ(Stored(kMira, "SS 0"), std::to_string(--silk)) << signal;
     }
+}
+
+// What a process has used of the processor so far.
+double ProcessorSeconds(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    std::istringstream fields(text.substr(text.rfind(')') + 2));
+    std::string skipped;
+    for (int field = 3; field < 14; ++field) {
+        fields >> skipped;
+    }
+    double user = 0;
+    double system = 0;
+    fields >> user >> system;
+    return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+TEST_F(StartAndEnd, EndSignalWhileTheStoreIsLocked_TheBoxStandsAtRest) {
+    PrepareMage(kMira, 10);
+    StartSpellwick();
+    sqlite3* lock = nullptr;
+    ASSERT_EQ(sqlite3_open(StoreFile().c_str(), &lock), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(lock, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    Spellwick().Signal(SIGTERM);
+    const xcb_window_t box = m_desk->Session().WaitForWindow("Spellwick");
+    ASSERT_NE(box, 0U);
+    m_desk->RestingPicture(box);
+    const double before = ProcessorSeconds(Spellwick().Id());
+    EXPECT_GT(before, 0.0);
+    std::this_thread::sleep_for(1s);
+    EXPECT_LT(ProcessorSeconds(Spellwick().Id()) - before, 0.3);
+    sqlite3_close(lock);
+    m_desk->Tap(XKB_KEY_Return);
+    EXPECT_TRUE(Spellwick().WaitForEnd(10s).has_value());
 }
 
 // The save of the end is hit at different points, from before its start to after its end.
