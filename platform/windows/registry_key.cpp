@@ -58,13 +58,13 @@ std::optional<std::wstring> RegistryKey::ReadText(const std::wstring& value) con
     }
 }
 
-std::vector<std::pair<std::wstring, std::wstring>> RegistryKey::ReadTexts() const {
-    std::vector<std::pair<std::wstring, std::wstring>> texts;
+template <typename Visitor>
+void RegistryKey::VisitValues(const Visitor& visit) const {
     DWORD longestName = 0;
     DWORD largestValue = 0;
     if (RegQueryInfoKeyW(m_key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
                          &longestName, &largestValue, nullptr, nullptr) != ERROR_SUCCESS) {
-        return texts;
+        return;
     }
     std::wstring name(longestName + 1, L'\0');
     std::vector<BYTE> bytes(largestValue + sizeof(wchar_t));
@@ -81,13 +81,30 @@ std::vector<std::pair<std::wstring, std::wstring>> RegistryKey::ReadTexts() cons
             continue;
         }
         if (error != ERROR_SUCCESS) {
-            return texts;
+            return;
         }
-        if (IsText(type)) {
-            texts.emplace_back(name.substr(0, nameSize), TextOf(bytes, size));
-        }
+        visit(name.substr(0, nameSize), type, bytes, size);
         ++index;
     }
+}
+
+std::vector<std::pair<std::wstring, std::wstring>> RegistryKey::ReadTexts() const {
+    std::vector<std::pair<std::wstring, std::wstring>> texts;
+    VisitValues([&texts](const std::wstring& name, DWORD type, const std::vector<BYTE>& bytes,
+                         std::size_t size) {
+        if (IsText(type)) {
+            texts.emplace_back(name, TextOf(bytes, size));
+        }
+    });
+    return texts;
+}
+
+std::vector<std::wstring> RegistryKey::ValueNames() const {
+    std::vector<std::wstring> names;
+    VisitValues([&names](const std::wstring& name, DWORD /*type*/,
+                         const std::vector<BYTE>& /*bytes*/,
+                         std::size_t /*size*/) { names.push_back(name); });
+    return names;
 }
 
 std::vector<std::wstring> RegistryKey::Subkeys() const {

@@ -37,6 +37,9 @@ class RegistryKey {
     // The names and texts of all values that are texts.
     std::vector<std::pair<std::wstring, std::wstring>> ReadTexts() const;
 
+    // The names of all values, of whatever kind.
+    std::vector<std::wstring> ValueNames() const;
+
     // Names of the keys directly under it, in the registry's order.
     std::vector<std::wstring> Subkeys() const;
 
@@ -46,6 +49,10 @@ class RegistryKey {
 
   private:
     explicit RegistryKey(HKEY key) : m_key(key) {}
+
+    // Visits all values by name, kind, bytes and their number.
+    template <typename Visitor>
+    void VisitValues(const Visitor& visit) const;
 
     HKEY m_key = nullptr;
 };

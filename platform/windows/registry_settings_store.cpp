@@ -124,6 +124,11 @@ LONG RegistrySettingsStore::OpenToWrite(const RegistryKey& root, const std::wstr
     if (error == ERROR_SUCCESS && opened.isNew && IsNumberedKeyName(opened.keyName)) {
         error = opened.key.WriteText({}, section);
     }
+    if (error == ERROR_SUCCESS) {
+        for (const std::wstring& name : opened.key.ValueNames()) {
+            opened.names.insert(name);
+        }
+    }
     return error;
 }
 
@@ -134,6 +139,12 @@ LONG RegistrySettingsStore::Change(Opened& opened, const SettingChange& change) 
     }
     opened.before.emplace_back(name, opened.key.ReadText(name));
     if (change.value) {
+        // A value keeps the name that it was made with. One of other letters, by somebody's hand,
+        // would never be read again.
+        if (!opened.names.contains(name)) {
+            opened.key.RemoveValue(name);
+            opened.names.insert(name);
+        }
         return opened.key.WriteText(name, WideFromUtf8(*change.value));
     }
     const LONG error = opened.key.RemoveValue(name);

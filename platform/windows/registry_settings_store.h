@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,7 @@ class RegistrySettingsStore final : public SettingsStore {
         std::wstring keyName;
         bool isNew = false;
         RegistryKey key;
+        std::set<std::wstring> names;  // its values before
         std::vector<std::pair<std::wstring, std::optional<std::wstring>>> before;
     };
     using Batch = std::map<std::string, Opened, std::less<>>;

@@ -272,6 +272,23 @@ TEST_F(RegistryStore, ValueThatIsNoText_IsAsGood_AsNotThere) {
     EXPECT_EQ(m_store.Read("Settings", "number"), "7");
 }
 
+TEST_F(RegistryStore, NameInOtherLetters_BecomesTheOneThatIsSaved) {
+    WriteRaw(L"Settings", L"regyellow", REG_SZ, std::string("4\0\0\0", 4));
+    WriteRaw(L"Settings", L"PICTURES", REG_DWORD, std::string("\1\0\0\0", 4));
+    WriteRaw(L"Settings", L"other", REG_SZ, std::string("o\0\0\0", 4));
+    ASSERT_TRUE(m_store
+                    .Apply({{"Settings", "RegYellow", "7"},
+                            {"Settings", "Pictures", "0"},
+                            {"Settings", "RegYellow", "8"}})
+                    .ok);
+    EXPECT_EQ(m_store.ReadSection("Settings"),
+              (SectionValues{{"RegYellow", "8"}, {"Pictures", "0"}, {"other", "o"}}));
+    // What fails leaves the value, if not the letters of its name.
+    WriteRaw(L"Mira", L"magery", REG_SZ, std::string("5\0\0\0", 4));
+    EXPECT_FALSE(m_store.Apply({{"Mira", "Magery", "6"}, {"Mira", "", "x"}}).ok);
+    EXPECT_EQ(m_store.Read("Mira", "Magery"), "5");
+}
+
 TEST_F(RegistryStore, BrokenTexts_AreReadAsFarAsTheyGo) {
     WriteRaw(L"Settings", L"without end", REG_SZ, std::string("4\0002\000", 4));
     WriteRaw(L"Settings", L"odd length", REG_SZ, std::string("4\0002\000x", 5));
