@@ -1,6 +1,7 @@
 #include "store/macro_file.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -105,23 +106,66 @@ void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& sp
     }
 }
 
+// No macro file is that large, and the memory might not hold one that is.
+constexpr std::uintmax_t kMostBytes = 1U << 30U;
+
 std::string ReadWhole(const fs::path& file) {
     std::error_code trouble;
     std::ifstream input;
     if (fs::is_regular_file(file, trouble)) {
         input.open(file, std::ios::binary);
     }
+    const std::uintmax_t size = fs::file_size(file, trouble);
+    const bool fits = input.is_open() && !trouble && size <= kMostBytes;
     std::string bytes;
-    if (input.is_open()) {
-        bytes.resize(fs::file_size(file, trouble));
+    if (fits) {
+        bytes.resize(size);
         input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         bytes.resize(static_cast<std::size_t>(input.gcount()));
     }
-    if (!input.is_open() || input.bad()) {
+    if (!fits || input.bad()) {
         throw RuntimeFailure(FailureKind::kFile,
                              "The file \"" + file.string() + "\" cannot be read.");
     }
     return bytes;
+}
+
+bool Write(const fs::path& file, const std::string& bytes) {
+    std::ofstream output(file, std::ios::binary | std::ios::trunc);
+    output << bytes;
+    output.close();
+    return output.good();
+}
+
+// Puts the bytes in the place of what a file holds. They are written beside it first, so that a
+// full disk costs nothing of what it held.
+bool Replace(const fs::path& file, const std::string& bytes) {
+    std::error_code trouble;
+    if (!fs::exists(file, trouble)) {
+        return Write(file, bytes);
+    }
+    const fs::path target = fs::canonical(file, trouble);
+    if (trouble || !fs::is_regular_file(target, trouble) ||
+        !std::ofstream(target, std::ios::binary | std::ios::app).is_open()) {
+        return false;
+    }
+    fs::path beside = target;
+    beside += ".spellwick-new";
+    if (!std::ofstream(beside, std::ios::binary | std::ios::trunc).is_open()) {
+        // A file that may be written in a folder that may not.
+        return Write(target, bytes);
+    }
+    const fs::perms rights = fs::status(target, trouble).permissions();
+    bool isReplaced = Write(beside, bytes);
+    if (isReplaced) {
+        fs::permissions(beside, rights, trouble);
+        fs::rename(beside, target, trouble);
+        isReplaced = !trouble;
+    }
+    if (!isReplaced) {
+        fs::remove(beside, trouble);
+    }
+    return isReplaced;
 }
 
 }  // namespace
@@ -172,20 +216,11 @@ std::string MacroBlock(const SharedState& state, i32 row) {
 }
 
 void WriteMacroFile(const fs::path& file, const SharedState& state) {
-    std::error_code trouble;
-    std::ofstream output;
-    if (!fs::exists(file, trouble) || fs::is_regular_file(file, trouble)) {
-        output.open(file, std::ios::binary | std::ios::trunc);
+    std::string blocks;
+    for (i32 row = 0; row < kLastRow; ++row) {
+        blocks += MacroBlock(state, row);
     }
-    bool isWritten = output.is_open();
-    if (isWritten) {
-        for (i32 row = 0; row < kLastRow; ++row) {
-            output << MacroBlock(state, row);
-        }
-        output.close();
-        isWritten = output.good();
-    }
-    if (!isWritten) {
+    if (!Replace(file, blocks)) {
         throw RuntimeFailure(FailureKind::kFile,
                              "The file \"" + file.string() + "\" cannot be written.");
     }

@@ -1,7 +1,12 @@
 // Pipes, devices and locked files in the place of the macro file, as only a Unix has them.
+#include <csignal>
+#include <cstdint>
 #include <fstream>
+#include <iterator>
+#include <sstream>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +20,49 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The superuser reads and writes everything: while it lives, such a run is another user.
+class PlainUser {
+  public:
+    PlainUser() : m_superuser(geteuid() == 0) { Become(kNobody); }
+    ~PlainUser() { Become(0); }
+    PlainUser(const PlainUser&) = delete;
+    PlainUser& operator=(const PlainUser&) = delete;
+    PlainUser(PlainUser&&) = delete;
+    PlainUser& operator=(PlainUser&&) = delete;
+
+  private:
+    static constexpr uid_t kNobody = 65534;
+    void Become(uid_t user) const {
+        if (m_superuser) {
+            EXPECT_EQ(seteuid(user), 0);
+        }
+    }
+
+    bool m_superuser;
+};
+
+// A disk with room for so many bytes of each file.
+class SmallDisk {
+  public:
+    explicit SmallDisk(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit small{.rlim_cur = bytes, .rlim_max = m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk() {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+    SmallDisk(SmallDisk&&) = delete;
+    SmallDisk& operator=(SmallDisk&&) = delete;
+
+  private:
+    rlimit m_before{};
+    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
 class MacroSpecialFiles : public testing::Test {
   protected:
     std::optional<FailureKind> Read(const fs::path& file) {
@@ -22,6 +70,29 @@ class MacroSpecialFiles : public testing::Test {
     }
     std::optional<FailureKind> Write(const fs::path& file) {
         return FailureOf([&] { WriteMacroFile(file, m_state); });
+    }
+
+    fs::path Made(const char* name, const std::string& bytes, mode_t rights) const {
+        const fs::path file = m_folder.Path() / name;
+        std::ofstream(file, std::ios::binary) << bytes;
+        EXPECT_EQ(chmod(file.c_str(), rights), 0);
+        return file;
+    }
+    static std::string Bytes(const fs::path& file) {
+        std::ifstream input(file, std::ios::binary);
+        std::stringstream bytes;
+        bytes << input.rdbuf();
+        return bytes.str();
+    }
+    std::string AllBlocks() const {
+        std::string blocks;
+        for (i32 row = 0; row <= 95; ++row) {
+            blocks += MacroBlock(m_state, row);
+        }
+        return blocks;
+    }
+    std::ptrdiff_t FilesInFolder() const {
+        return std::distance(fs::directory_iterator(m_folder.Path()), fs::directory_iterator());
     }
 
     TemporaryFolder m_folder;
@@ -33,12 +104,15 @@ TEST_F(MacroSpecialFiles, PipeDeviceLockedFile_FailToBeRead) {
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(Read(pipe), FailureKind::kFile) << "pipe";
     EXPECT_EQ(Read("/dev/zero"), FailureKind::kFile) << "device";
-    const fs::path locked = m_folder.Path() / "locked";
-    std::ofstream(locked, std::ios::binary) << "q 0 0 0\r\nCastSpell Spell 1\r\n";
-    ASSERT_EQ(chmod(locked.c_str(), 0), 0);
-    if (access(locked.c_str(), R_OK) != 0) {
+    const fs::path locked = Made("locked", "q 0 0 0\r\nCastSpell Spell 1\r\n", 0);
+    ASSERT_EQ(chmod(m_folder.Path().c_str(), 0755), 0);
+    {
+        const PlainUser user;
         EXPECT_EQ(Read(locked), FailureKind::kFile) << "unreadable";
     }
+    const fs::path huge = Made("huge", "q 0 0 0\r\nCastSpell Spell 1\r\n", 0600);
+    fs::resize_file(huge, std::uintmax_t{1} << 32U);
+    EXPECT_EQ(Read(huge), FailureKind::kFile) << "four gigabytes";
     for (i32 row = 0; row <= 95; ++row) {
         EXPECT_EQ(MacroOfRow(m_state, row), MacroOfRow(MacroState(), row)) << row;
     }
@@ -49,6 +123,50 @@ TEST_F(MacroSpecialFiles, PipeAndFullDevice_FailToBeWritten) {
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(Write(pipe), FailureKind::kFile) << "pipe";
     EXPECT_EQ(Write("/dev/full"), FailureKind::kFile) << "full device";
+}
+
+TEST_F(MacroSpecialFiles, LockedFile_FailsToBeWrittenAndStaysAsItWas) {
+    const fs::path locked = Made("locked", "mine", 0444);
+    ASSERT_EQ(chmod(m_folder.Path().c_str(), 0777), 0);
+    {
+        const PlainUser user;
+        EXPECT_EQ(Write(locked), FailureKind::kFile);
+    }
+    EXPECT_EQ(Bytes(locked), "mine");
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(MacroSpecialFiles, LockedFolder_ItsFileIsWrittenAllTheSame) {
+    const fs::path file = Made("macros.txt", "mine", 0666);
+    ASSERT_EQ(chmod(m_folder.Path().c_str(), 0555), 0);
+    {
+        const PlainUser user;
+        EXPECT_EQ(Write(file), FailureKind::kSubscript);
+        EXPECT_EQ(Write(m_folder.Path() / "new.txt"), FailureKind::kFile);
+    }
+    ASSERT_EQ(chmod(m_folder.Path().c_str(), 0755), 0);
+    EXPECT_EQ(Bytes(file), AllBlocks());
+}
+
+TEST_F(MacroSpecialFiles, FullDisk_CostsNothingOfTheOldFile) {
+    const fs::path file = Made("macros.txt", "mine", 0600);
+    {
+        const SmallDisk disk(1000);
+        EXPECT_EQ(Write(file), FailureKind::kFile);
+    }
+    EXPECT_EQ(Bytes(file), "mine");
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(MacroSpecialFiles, FileBehindALink_IsReplacedWithItsRights) {
+    const fs::path file = Made("macros.txt", std::string(50000, 'x'), 0640);
+    const fs::path link = m_folder.Path() / "link";
+    fs::create_symlink("macros.txt", link);
+    EXPECT_EQ(Write(link), FailureKind::kSubscript);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(Bytes(file), AllBlocks());
+    EXPECT_EQ(fs::status(file).permissions(), static_cast<fs::perms>(0640));
+    EXPECT_EQ(FilesInFolder(), 2);
 }
 
 }  // namespace
