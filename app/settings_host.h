@@ -16,6 +16,7 @@ class SettingsHost : public MainWindowPort {
     void LayoutHorizontal() override { m_main.LayoutHorizontal(); }
     void UpdatePage() override { m_main.Page().UpdatePage(); }
     void UpdateAmounts() override { m_main.Page().UpdateAmounts(); }
+    void ShowCounter(i32 reagent) override { m_main.PurseControls().ShowCounter(reagent); }
     void UpdateChances() override { m_main.Page().UpdateChances(); }
     void ParseClientTitle() override { m_main.Watch().ParseClientTitle(); }
     void SetTimerMode(i32 mode) override { m_timers.SetMode(mode); }

@@ -29,6 +29,7 @@ class QuietMainWindow : public MainWindowPort {
     void LayoutHorizontal() override {}
     void UpdatePage() override {}
     void UpdateAmounts() override {}
+    void ShowCounter(i32 /*reagent*/) override {}
     void UpdateChances() override { CalculateChances(m_state); }
     void ParseClientTitle() override {}
     void SetTimerMode(i32 /*mode*/) override {}

@@ -155,9 +155,13 @@ void Purse::SelectBag() {
 
 void Purse::ShowStock() {
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        SetCounterText(reagent,
-                       PlainText(i32{m_state.ReagentStock(reagent, m_state.CurrentReagentBag)}));
+        ShowCounter(reagent);
     }
+}
+
+void Purse::ShowCounter(i32 reagent) {
+    SetCounterText(reagent,
+                   PlainText(i32{m_state.ReagentStock(reagent, m_state.CurrentReagentBag)}));
 }
 
 void Purse::CommitPending() {
@@ -185,8 +189,7 @@ void Purse::ReagentLostFocus(i32 reagent) {
     }
     // Read afresh: the player may have changed while the box stood.
     if (entry.rewrites) {
-        SetCounterText(reagent,
-                       PlainText(i32{m_state.ReagentStock(reagent, m_state.CurrentReagentBag)}));
+        ShowCounter(reagent);
     }
     OnAmountsChanged();
 }

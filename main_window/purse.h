@@ -51,6 +51,7 @@ class Purse : public QObject {
     void ShowBagNames();
     void SelectBag();
     void ShowStock();
+    void ShowCounter(i32 reagent);
 
     // Runs the handlers of an entry that has lost the focus without the toolkit saying so, as in a
     // window that is not the active one.

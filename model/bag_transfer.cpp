@@ -52,6 +52,9 @@ i16 CountOfBox(std::string_view text) {
 }
 
 i16 TotalOfReagent(const StockTable& stock, i32 reagent) {
+    // ODDITY(stock-total): more than 32767 of one reagent in all bags together ends the program
+    // when the settings are opened, with all data saved; kept because the total has 16 bits like
+    // the counts that it is made of, and nobody carries as many.
     i16 total = 0;
     for (i32 bag = 0; bag < kBagCount; ++bag) {
         total = ToI16(i32{total} + stock(reagent, bag));

@@ -185,6 +185,16 @@ void ReagentsTab::ShowCount(BagSide side, i32 reagent) {
     ShowText(Count(side, reagent), PlainText(i32{m_state.ReagentStock(reagent, bag)}));
 }
 
+// Casts are taken from what the main window's counters show: an old count there would undo the
+// edit.
+void ReagentsTab::ShowInMainWindow(i32 reagent) {
+    const BagPair bags = Bags();
+    const i32 inUse = m_state.CurrentReagentBag;
+    if (inUse >= 0 && (bags.left == inUse || bags.right == inUse)) {
+        m_services.mainWindow.ShowCounter(reagent);
+    }
+}
+
 void ReagentsTab::Refresh() {
     const std::array<i16, 2> chosen{m_state.LeftReagentBag, m_state.RightReagentBag};
     for (std::size_t list = 0; list < ComboTransfer.size(); ++list) {
@@ -251,6 +261,7 @@ void ReagentsTab::ClickArrow(i32 reagent, BagSide to) {
     // ODDITY(silent-arrow): an arrow at a reagent of which the other bag has none does nothing and
     // says nothing; kept because the count of 0 beside it tells all.
     if (MoveOne(m_state.ReagentStock, reagent, Bags(), to)) {
+        ShowInMainWindow(reagent);
         ShowCount(BagSide::kLeft, reagent);
         ShowCount(BagSide::kRight, reagent);
     }
@@ -259,6 +270,7 @@ void ReagentsTab::ClickArrow(i32 reagent, BagSide to) {
 void ReagentsTab::CountLostFocus(BagSide side, i32 reagent) {
     const TransferEntry entry = CommitTransfer(m_state.ReagentStock, reagent, Bags(), side,
                                                ToText(Count(side, reagent).text()));
+    ShowInMainWindow(reagent);
     if (!entry.moves) {
         UpdateReagentTotals();
         return;
@@ -274,6 +286,7 @@ void ReagentsTab::ArrowsChangedCount(BagSide side, i32 reagent) {
     const BagPair bags = Bags();
     m_state.ReagentStock(reagent, side == BagSide::kLeft ? bags.left : bags.right) =
         CountOfBox(ToText(Count(side, reagent).text()));
+    ShowInMainWindow(reagent);
     UpdateReagentTotals();
 }
 

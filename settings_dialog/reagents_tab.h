@@ -74,6 +74,7 @@ class ReagentsTab : public SettingsTab {
     BagPair Bags() const;
     CounterBox& Count(BagSide side, i32 reagent);
     void ShowCount(BagSide side, i32 reagent);
+    void ShowInMainWindow(i32 reagent);
 
     FixedTable<Line, 1, kReagentCount> m_lines;
     QLabel* m_totalHeading;

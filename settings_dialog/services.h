@@ -26,6 +26,8 @@ class MainWindowPort {
     virtual void LayoutHorizontal() = 0;
     virtual void UpdatePage() = 0;
     virtual void UpdateAmounts() = 0;
+    // Shows the count of a reagent, 1 to 13, in the bag in use.
+    virtual void ShowCounter(i32 reagent) = 0;
     // Calculates all chances, shows them, and ends with the dialog's own UpdateChance.
     virtual void UpdateChances() = 0;
     // Character and server from ClientTitle, with the caption.

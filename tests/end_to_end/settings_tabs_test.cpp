@@ -119,6 +119,23 @@ TEST_F(TabsInTheProgram, StockEdits_AreThereAfterTheNextStart) {
     EXPECT_EQ(Stored(kMira, "MR 1"), "2");
 }
 
+TEST_F(TabsInTheProgram, StockEdits_OfTheBagInUse_AreWhatACastIsTakenFrom) {
+    PrepareMage(kMira, 10);
+    StartBoth();
+    OpenTab(kReagents);
+    Tabs(2);
+    m_desk->Type("55");
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_Right);
+    CloseDialog();
+    m_desk->RestingPicture(Window());
+    ClickSpell(1);
+    EXPECT_TRUE(WaitUntil([&] { return !Typed().empty(); }));
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kMira, "MR 0"), "53");
+    EXPECT_EQ(Stored(kMira, "MR 1"), "1");
+}
+
 TEST_F(TabsInTheProgram, RefusedKey_TheButtonThatWasPressedIsNotDrawnPressed) {
     PrepareMage(kMira, 10);
     StartBoth();

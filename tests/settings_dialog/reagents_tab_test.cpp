@@ -421,7 +421,8 @@ TEST_F(ReagentsTabTest, Entry_BeyondACell_EndsTheProgramWithTheOldCount) {
     ExpectCounts(10, 3, "9e9");
 }
 
-TEST_F(ReagentsTabTest, Total_BeyondACell_EndsTheProgram) {
+// covers ODDITY(stock-total)
+TEST_F(ReagentsTabTest, Total_Oddity_BeyondACell_EndsTheProgram) {
     OpenTab();
     m_state.ReagentStock(1, 5) = 32767;
     EnterAndLeave(kLeft, "1");
@@ -429,6 +430,15 @@ TEST_F(ReagentsTabTest, Total_BeyondACell_EndsTheProgram) {
                                                             "changing the count of a reagent"}));
     EXPECT_EQ(m_state.ReagentStock(1, 0), 1);
     m_state.ReagentStock(1, 5) = 0;
+}
+
+// covers ODDITY(stock-total)
+TEST_F(ReagentsTabTest, Total_Oddity_BeyondACell_EndsTheProgramWhenTheDialogOpens) {
+    Load();
+    m_state.ReagentStock(1, 5) = m_state.ReagentStock(1, 6) = 20000;
+    Show();
+    EXPECT_THAT(TakeFailures(),
+                testing::Contains(UncaughtFailure{FailureKind::kOverflow, "showing the settings"}));
 }
 
 TEST_F(ReagentsTabTest, EveryBox_WritesItsReagentAndBag) {
@@ -509,6 +519,33 @@ TEST_F(ReagentsTabTest, BagChange_AnUnfinishedEntryGoesToTheOldBag) {
     EXPECT_EQ(m_state.ReagentStock(1, 0), 77);
     EXPECT_EQ(m_state.ReagentStock(1, 5), 0);
     EXPECT_EQ(Text("ReagentLeft", 1), "0");
+}
+
+TEST_F(ReagentsTabTest, Edits_OfTheBagInUse_ShowInTheMainWindowAtOnce) {
+    OpenTab();
+    SetCounts(10, 3);
+    const auto spin = [this] {
+        QWidget& arrows = Named("UpDownRight", 1);
+        QTest::mouseClick(&arrows, Qt::LeftButton, Qt::NoModifier, QPoint(arrows.width() / 2, 2));
+    };
+    for (const i16 bag : {i16{0}, i16{1}}) {
+        m_state.CurrentReagentBag = bag;
+        EnterAndLeave(kLeft, "12");
+        EXPECT_THAT(TakeLog(), ElementsAre("counter 1")) << "number";
+        EnterAndLeave(kRight, "+2");
+        EXPECT_THAT(TakeLog(), ElementsAre("counter 1")) << "move";
+        ClickArrow(1, kLeft);
+        EXPECT_THAT(TakeLog(), ElementsAre("counter 1")) << "arrow";
+        spin();
+        EXPECT_THAT(TakeLog(), ElementsAre("counter 1")) << "spin";
+    }
+    for (const i16 bag : {i16{2}, i16{-1}}) {
+        m_state.CurrentReagentBag = bag;
+        EnterAndLeave(kLeft, "12");
+        ClickArrow(1, kLeft);
+        spin();
+        EXPECT_THAT(TakeLog(), IsEmpty()) << "another bag";
+    }
 }
 
 TEST_F(ReagentsTabTest, Edits_ReachTheStoreAsThePlayersData) {

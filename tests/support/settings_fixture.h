@@ -32,6 +32,7 @@ class RecordingMainWindow : public MainWindowPort, private PlayerView {
     void LayoutHorizontal() override;
     void UpdatePage() override { Note("update page"); }
     void UpdateAmounts() override { Note("update amounts"); }
+    void ShowCounter(i32 reagent) override { Note("counter " + std::to_string(reagent)); }
     void UpdateChances() override;
     void ParseClientTitle() override { Note("parse title"); }
     void SetTimerMode(i32 mode) override {
