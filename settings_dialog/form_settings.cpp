@@ -140,15 +140,15 @@ void FormSettings::Form_Load() {
         CheckTab[0]->setChecked(true);
     }
     m_panels->setCurrentIndex(0);
-    m_spells->Load();
-    m_macros->Load();
-    m_general->Load();
-    m_userSpells->Load();
-    m_reagents->Load();
-    m_skills->Load();
-    m_spellTexts->Load();
-    m_about->Load();
-    RefreshDialog();
+    const std::initializer_list<SettingsTab*> all{m_spells,   m_macros, m_general,    m_userSpells,
+                                                  m_reagents, m_skills, m_spellTexts, m_about};
+    for (SettingsTab* tab : all) {
+        IgnoreFailure([&] { tab->Load(); });
+    }
+    m_shownPlayer = m_state.CurrentPlayerName;
+    for (SettingsTab* tab : TabsOfRefresh()) {
+        IgnoreFailure([&] { tab->Refresh(); });
+    }
     FitSize();
 }
 
@@ -174,18 +174,32 @@ void FormSettings::FitSize() {
     setFixedSize(layout()->totalMinimumSize().expandedTo(kLeastSize));
 }
 
+std::array<SettingsTab*, 5> FormSettings::TabsOfRefresh() const {
+    return {m_spells, m_userSpells, m_spellTexts, m_reagents, m_skills};
+}
+
 void FormSettings::RefreshDialog() {
-    m_spells->Refresh();
-    m_userSpells->Refresh();
-    m_spellTexts->Refresh();
-    m_reagents->Refresh();
-    m_skills->Refresh();
+    m_shownPlayer = m_state.CurrentPlayerName;
+    for (SettingsTab* tab : TabsOfRefresh()) {
+        tab->Refresh();
+    }
+}
+
+void FormSettings::UpdateChance() {
+    // Another character has logged in while the dialog stands open: its boxes must not go on
+    // showing the last one's data, which they would give to this one when they are left.
+    if (isVisible() && m_shownPlayer != m_state.CurrentPlayerName) {
+        m_general->Activate();
+        RefreshDialog();
+    }
+    m_skills->UpdateChance();
 }
 
 void FormSettings::Form_Activate() {
     m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
     m_general->Activate();
-    UnfinishedEntry entry(focusWidget());
+    const bool waits = Tab(m_panels->currentIndex()).TakesEntriesWhenLeft();
+    UnfinishedEntry entry(waits ? focusWidget() : nullptr);
     RefreshDialog();
     entry.PutBack();
 }

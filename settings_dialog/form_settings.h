@@ -31,8 +31,8 @@ class FormSettings : public QDialog {
     // `services` is copied; what it refers to outlives the dialog.
     FormSettings(const SettingsServices& services, QWidget* parent);
 
-    // Place, lists and first fill, once for each run. RuntimeFailure when a step fails; the steps
-    // before it stand.
+    // Place, lists and first fill, once for each run. A step that fails is passed over, as in the
+    // start of the program, of which this is a part.
     void Form_Load();
 
     // Each time the dialog becomes active: its top-most state, the player, all tabs.
@@ -44,8 +44,9 @@ class FormSettings : public QDialog {
     // Refills every tab from the shared state.
     void RefreshDialog();
 
-    // Refreshes the chances of the skills tab, also while the dialog is hidden.
-    void UpdateChance() { m_skills->UpdateChance(); }
+    // Refreshes the chances of the skills tab, also while the dialog is hidden; all tabs when
+    // another player is loaded while it is shown.
+    void UpdateChance();
 
     // The handlers of the buttons; a tab is 0 to 7.
     void ClickCheckTab(int tab);
@@ -82,6 +83,7 @@ class FormSettings : public QDialog {
     void RestorePlace();
     void KeepPlace();
     void FitSize();
+    std::array<SettingsTab*, 5> TabsOfRefresh() const;
 
     SettingsServices m_services;
     SharedState& m_state;
@@ -97,6 +99,7 @@ class FormSettings : public QDialog {
     GeneralTab* m_general = nullptr;
     std::array<SettingsTab*, kTabCount> m_tabs{};
     WindowPlaces::Place m_place;
+    std::string m_shownPlayer;
     bool m_justShown = false;
 };
 

@@ -40,6 +40,10 @@ class SettingsTab : public QWidget {
     // The control that takes the focus when the tab is opened; null for none.
     virtual QWidget* FirstControl() { return nullptr; }
 
+    // Whether an entry counts only when its box is left and is unfinished until then; else it acts
+    // while it is typed.
+    virtual bool TakesEntriesWhenLeft() const { return true; }
+
   protected:
     // Runs a handler through the guard; `action` says in words what the user is doing.
     template <typename Step>

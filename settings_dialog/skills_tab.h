@@ -28,6 +28,7 @@ class SkillsTab : public SettingsTab {
     void Load() override;
     void Refresh() override;
     QWidget* FirstControl() override { return MinimumSkill[kCharacterLine]; }
+    bool TakesEntriesWhenLeft() const override { return false; }
 
     // Shows the chances of the group in their colours.
     void UpdateChance();

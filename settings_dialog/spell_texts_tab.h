@@ -21,6 +21,7 @@ class SpellTextsTab : public SettingsTab {
     // The switches and the suffix, which belong to the player, and the page.
     void Refresh() override;
     QWidget* FirstControl() override { return ComboSpellText; }
+    bool TakesEntriesWhenLeft() const override { return false; }
 
     // Fills the names and texts for the page of ComboSpellText.
     void RefreshSpellTextPage();

@@ -208,6 +208,70 @@ TEST_F(FormSettingsTest, ComingBackFromAnotherWindow_KeepsAnUnfinishedEntry) {
     EXPECT_EQ(m_state.Spells(0).Reagents(1), 12);
 }
 
+// What acts while it is typed is no unfinished entry: it would go over what has come since.
+TEST_F(FormSettingsTest, ComingBackFromAnotherWindow_ShowsWhatHasComeSince) {
+    Open();
+    ShowTab(3);
+    Enter("MinimumSkill", 8, "70");
+    m_state.Magery = 71;
+    LeaveAndComeBack();
+    EXPECT_EQ(m_state.Magery, 71);
+    EXPECT_EQ(Text("MinimumSkill", 8), "71");
+    ShowTab(5);
+    Enter("TextSpell", 0, "mine");
+    m_state.Spells(0).SpellText = "yours";
+    LeaveAndComeBack();
+    EXPECT_EQ(m_state.Spells(0).SpellText, "yours");
+    EXPECT_EQ(Text("TextSpell", 0), "yours");
+}
+
+TEST_F(FormSettingsTest, AnotherCharacterWhileOpen_IsShownAtOnceAndKeepsItsData) {
+    SetSaved("Settings", "CurrentPlayerName", kMira);
+    SetSaved(kMira, "MR 0", "55");
+    SetSaved(kMira, "Magery", "90");
+    SetSaved("Other", "MR 0", "7");
+    Open();
+    ShowTab(5);
+    Enter("TextSpell", 0, "Mira speaks");
+    ShowTab(4);
+    Enter("ReagentLeft", 1, "66");
+    m_state.CurrentPlayerName = "Other";
+    m_mainWindow.LoadPlayer();
+    m_mainWindow.UpdateChances();
+    EXPECT_EQ(Text("ReagentLeft", 1), "7");
+    EXPECT_EQ(Text("TextSpell", 0), "");
+    EXPECT_EQ(Text("MinimumSkill", 8), "0");
+    LeaveAndComeBack();
+    Leave();
+    EXPECT_EQ(m_state.ReagentStock(1, 0), 7);
+    EXPECT_EQ(m_state.Spells(0).SpellText, "");
+    EXPECT_EQ(m_state.Magery, 0);
+}
+
+// The start passes over what fails, and the dialog is made in it.
+TEST_F(FormSettingsTest, Load_AStepThatFails_LeavesTheRestToRun) {
+    const struct {
+        const char* name;
+        const char* key;
+        const char* value;
+    } rows[] = {{"stocks beyond the total", "MR 9", "32767"},
+                {"left bag that is none", "LeftReagentBag", "77"},
+                {"right bag that is none", "RightReagentBag", "-1"}};
+    for (const auto& row : rows) {
+        m_form.reset();
+        m_store = MemorySettingsStore();
+        m_state = SharedState{};
+        SetSaved("Settings", "CurrentPlayerName", kMira);
+        SetSaved(kMira, "MR 0", "5");
+        SetSaved(kMira, "Intelligence", "88");
+        SetSaved(kMira, row.key, row.value);
+        EXPECT_NO_THROW(Load()) << row.name;
+        EXPECT_EQ(Text("MinimumInt", 8), "88") << row.name;
+        EXPECT_EQ(Named<QComboBox>("ComboSpellText").count(), 12) << row.name;
+        EXPECT_EQ(m_state.Spells(1).Mana, m_state.Spells(0).Mana) << row.name;
+    }
+}
+
 TEST_F(FormSettingsTest, Ok_CommitsTheEntrySavesAllAndHides) {
     Open();
     Enter("Reagent", 2, "5");
