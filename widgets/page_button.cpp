@@ -31,7 +31,10 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QPalette& colours = palette();
     const bool pressed = isChecked();
-    QColor ground = colours.color(pressed ? QPalette::Highlight : QPalette::Button);
+    // Some systems show nothing chosen in a window that is not in front, where this one is while
+    // the game is played.
+    QColor ground = pressed ? colours.color(QPalette::Active, QPalette::Highlight)
+                            : colours.color(QPalette::Button);
     if (m_overPicture && !pressed) {
         ground.setAlpha(225);
     }
@@ -45,7 +48,8 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(ground);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
 
-    painter.setPen(colours.color(pressed ? QPalette::HighlightedText : QPalette::ButtonText));
+    painter.setPen(pressed ? colours.color(QPalette::Active, QPalette::HighlightedText)
+                           : colours.color(QPalette::ButtonText));
     QFont captionFont = font();
     captionFont.setBold(pressed && m_boldWhenPressed);
     painter.setFont(captionFont);

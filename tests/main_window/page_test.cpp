@@ -74,6 +74,25 @@ class PageTest : public MainWindowFixture {
     }
 };
 
+TEST_F(PageTest, PageButton_WindowNotActive_StillShowsWhichPageItIs) {
+    StartWithMira();
+    QPalette colours;
+    colours.setColor(QPalette::Highlight, Qt::blue);
+    // As Windows has them.
+    colours.setColor(QPalette::Inactive, QPalette::Highlight, colours.color(QPalette::Button));
+    Form().setPalette(colours);
+    QWidget game;
+    game.show();
+    game.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&game));
+    const auto ground = [this](int button) {
+        return Named("CheckCircle", button).grab().toImage().pixelColor(5, 5);
+    };
+    ASSERT_EQ(PressedButtons(), std::vector{2});
+    EXPECT_EQ(ground(2), QColor(Qt::blue));
+    EXPECT_NE(ground(3), QColor(Qt::blue));
+}
+
 TEST_F(PageTest, CheckCircle_CaptionsAndPages) {
     struct Row {
         const char* caption = nullptr;
