@@ -7,7 +7,6 @@
 #include <QTimer>
 #include <chrono>
 
-#include "store/catalogue.h"
 #include "store/conversion.h"
 #include "widgets/texts.h"
 
@@ -41,7 +40,7 @@ Application::Application(System system)
                 .clock = *m_system.clock,
                 .desktop = *m_system.desktop,
                 .failures = m_runEnd},
-               [this] { return SavedTimerPlace(); }) {
+               [this](std::string_view key) { return m_main->Io().ReadPosition(key); }) {
     m_main = std::make_unique<FormMain>(Services());
     m_boxes.SetOwner(m_main.get());
     ConnectAssist();
@@ -119,11 +118,6 @@ void Application::ConvertOldData() {
                 .boxes = m_boxes,
                 .wait = m_wait})
         .ConvertOldData();
-}
-
-WindowPlaces::Place Application::SavedTimerPlace() const {
-    return {.top = m_main->Io().ReadPosition(kTimerTopKey),
-            .left = m_main->Io().ReadPosition(kTimerLeftKey)};
 }
 
 void Application::DisplayInfo(i32 row) {

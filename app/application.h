@@ -47,7 +47,6 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     void WithSettings(const std::function<void()>& show);
     void ConnectAssist();
     void WatchForEnd();
-    WindowPlaces::Place SavedTimerPlace() const;
 
     System m_system;
     SharedState m_state;

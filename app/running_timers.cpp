@@ -2,6 +2,7 @@
 
 #include "model/number_forms.h"
 #include "model/spell_duration.h"
+#include "store/catalogue.h"
 
 namespace spellwick {
 
@@ -37,12 +38,16 @@ void RunningTimers::SetMode(i32 mode) {
 
 FormTimer& RunningTimers::Window() {
     if (m_window == nullptr) {
-        const WindowPlaces::Place saved = m_savedPlace();
-        m_window = std::make_unique<FormTimer>(m_services,
-                                               QPoint(ToI32(double{saved.left / kTwipsPerPixel}),
-                                                      ToI32(double{saved.top / kTwipsPerPixel})));
+        m_window = std::make_unique<FormTimer>(
+            m_services, QPoint(SavedPixels(kTimerLeftKey), SavedPixels(kTimerTopKey)));
     }
     return *m_window;
+}
+
+int RunningTimers::SavedPixels(std::string_view key) const {
+    int pixels = 0;
+    IgnoreFailure([&] { pixels = ToI32(double{m_savedPosition(key) / kTwipsPerPixel}); });
+    return pixels;
 }
 
 }  // namespace spellwick

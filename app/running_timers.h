@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 
 #include "main_window/services.h"
 #include "timers/form_timer.h"
@@ -12,9 +13,11 @@ namespace spellwick {
 
 class RunningTimers : public TimersPort {
   public:
-    // `savedPlace` reads where the window stood; RuntimeFailure when that is no number.
-    RunningTimers(const TimerServices& services, std::function<WindowPlaces::Place()> savedPlace)
-        : m_services(services), m_savedPlace(std::move(savedPlace)) {}
+    // `savedPosition` reads one of the two positions of the window by its key, in twips. A
+    // RuntimeFailure of it counts as 0, or the program could neither start a timer nor end well.
+    RunningTimers(const TimerServices& services,
+                  std::function<float(std::string_view)> savedPosition)
+        : m_services(services), m_savedPosition(std::move(savedPosition)) {}
 
     void StartTimer(i32 row) override;
     void Update() override;
@@ -25,9 +28,10 @@ class RunningTimers : public TimersPort {
 
   private:
     FormTimer& Window();
+    int SavedPixels(std::string_view key) const;
 
     TimerServices m_services;
-    std::function<WindowPlaces::Place()> m_savedPlace;
+    std::function<float(std::string_view)> m_savedPosition;
     std::unique_ptr<FormTimer> m_window;
 };
 

@@ -3,12 +3,14 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <map>
 
 #include <gtest/gtest.h>
 
 #include "model/timer_display.h"
 #include "platform/recording/recording_desktop.h"
 #include "platform/recording/set_clock.h"
+#include "store/text_forms.h"
 #include "tests/support/failures.h"
 
 namespace spellwick {
@@ -52,12 +54,14 @@ class RunningTimersTest : public testing::Test, public FailureSink {
     SharedState m_state;
     SetClock m_clock;
     RecordingDesktop m_desktop;
-    WindowPlaces::Place m_saved{.top = 3000.0F, .left = 615.0F};
+    std::map<std::string, std::string, std::less<>> m_saved{{"TimerTop", "3000"},
+                                                            {"TimerLeft", "615"}};
     int m_placesRead = 0;
     RunningTimers m_timers{
-        {.state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this}, [this] {
+        {.state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this},
+        [this](std::string_view key) {
             ++m_placesRead;
-            return m_saved;
+            return ReadFloat(m_saved.find(key)->second);
         }};
 };
 
@@ -118,8 +122,21 @@ TEST_F(RunningTimersTest, Place_IsReadOnceInTwipsAndGivenBackInTwips) {
     Window()->move(-10, 7);
     EXPECT_EQ(m_timers.TimerPlace().left, -150.0F);
     EXPECT_EQ(m_timers.TimerPlace().top, 105.0F);
-    EXPECT_EQ(m_placesRead, 1);
+    EXPECT_EQ(m_placesRead, 2);
     EXPECT_FALSE(IsShown());
+}
+
+TEST_F(RunningTimersTest, PlaceThatIsNoNumber_CountsAs0AndIsMendedByTheNextSave) {
+    for (const char* bad : {"", "here", "1e30", "1e400", "-1e30"}) {
+        SCOPED_TRACE(bad);
+        m_saved.find("TimerTop")->second = bad;
+        RunningTimers timers({m_state, m_clock, m_desktop, *this}, [this](std::string_view key) {
+            return ReadFloat(m_saved.find(key)->second);
+        });
+        const WindowPlaces::Place place = timers.TimerPlace();
+        EXPECT_EQ(place.top, 0.0F);
+        EXPECT_EQ(place.left, 615.0F);
+    }
 }
 
 TEST_F(RunningTimersTest, SetMode_StoresTheModeAndShowsIt) {
