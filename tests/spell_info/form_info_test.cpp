@@ -1,6 +1,7 @@
 // The spell info window, used by mouse and keyboard.
 #include "spell_info/form_info.h"
 
+#include <QApplication>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -343,6 +344,16 @@ TEST_F(FormInfoTest, AnotherWindowOfTheProgram_CommitsTheEntry) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     EXPECT_TRUE(QTest::qWaitFor([&] { return Text(14) == "9 to 23 points"; }));
     EXPECT_EQ(Box(4).text(), " 0");
+}
+
+TEST_F(FormInfoTest, AnotherProgram_LeavesTheEntryAsItIs) {
+    Show(17);
+    Enter(4, "0");
+    QApplication::setActiveWindow(nullptr);
+    QTest::qWait(20);
+    ASSERT_FALSE(m_form->isActiveWindow());
+    EXPECT_EQ(Box(4).text(), "0");
+    EXPECT_EQ(Text(14), "8 to 20 points");
 }
 
 TEST_F(FormInfoTest, Activation_SetsTheTopMostStateEachTime) {
