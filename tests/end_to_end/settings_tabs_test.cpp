@@ -1,6 +1,8 @@
 // Macros, skills and stocks edited in the real program, and found again after the next start; keys
 // that are refused; the client's macro file.
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -12,6 +14,7 @@
 namespace spellwick::testing_support {
 namespace {
 
+namespace fs = std::filesystem;
 using testing::Contains;
 
 // Bytes of a part of a window's picture, which has four for each pixel.
@@ -192,6 +195,39 @@ TEST_F(TabsInTheProgram, SaveToFile_WritesAllBlocksAndEndsWithAReport) {
     // The program for Windows writes these bytes too (tests/windows/play.py).
     EXPECT_EQ(text, BytesOf(SAVED_MACROS));
     EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--{F9}") << "the data are saved all the same";
+}
+
+// The dialog starts in the client's folder: the name alone is enough.
+TEST_F(TabsInTheProgram, LoadFromFile_FindsTheClientsFolderAndTakesItsKeys) {
+    PrepareMage(kMira, 10);
+    unsetenv("WINEPREFIX");
+    const fs::path prefix = m_desk->Session().Folder() / "home" / ".wine";
+    const fs::path folder = prefix / "drive_c" / "UO" / "Desktop";
+    fs::create_directories(folder);
+    fs::create_directories(prefix / "dosdevices");
+    fs::create_directory_symlink("../drive_c", prefix / "dosdevices" / "c:");
+    std::ofstream(prefix / "system.reg", std::ios::binary)
+        << "WINE REGISTRY Version 2\n\n[Software\\\\Wow6432Node\\\\Origin Worlds Online\\\\"
+           "Ultima Online\\\\1.0] 17\n\"StartExePath\"=\"C:\\\\UO\\\\uo.exe\"\n";
+    std::ofstream(folder / "macros.txt", std::ios::binary)
+        << "F5 1 0 0\r\nCastSpell Clumsy\r\n########\r\n"
+           "H 0 1 0\r\nSay Hail\r\n########\r\n";
+    StartBoth();
+    OpenTab(kMacros);
+    Tabs(38);
+    m_desk->Tap(XKB_KEY_space);
+    AnswerBox();
+    m_boxTitle = "Load Macro File";
+    const xcb_window_t dialog = WaitBox();
+    ASSERT_NE(dialog, 0U);
+    m_desk->RestingPicture(dialog);
+    m_desk->Type("macros.txt");
+    m_desk->Tap(XKB_KEY_Return);
+    ASSERT_TRUE(m_desk->WaitGone(dialog));
+    CloseDialog();
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "-C-{F5}");
+    EXPECT_EQ(Stored(kGlobal, "Macro 2"), "A--2");
+    EXPECT_EQ(CloseSpellwick(), 0);
 }
 
 }  // namespace
