@@ -145,10 +145,7 @@ void FormSettings::Form_Load() {
     for (SettingsTab* tab : all) {
         IgnoreFailure([&] { tab->Load(); });
     }
-    m_shownPlayer = m_state.CurrentPlayerName;
-    for (SettingsTab* tab : TabsOfRefresh()) {
-        IgnoreFailure([&] { tab->Refresh(); });
-    }
+    RefreshWhatWorks();
     FitSize();
 }
 
@@ -185,12 +182,19 @@ void FormSettings::RefreshDialog() {
     }
 }
 
+void FormSettings::RefreshWhatWorks() {
+    m_shownPlayer = m_state.CurrentPlayerName;
+    for (SettingsTab* tab : TabsOfRefresh()) {
+        IgnoreFailure([&] { tab->Refresh(); });
+    }
+}
+
 void FormSettings::UpdateChance() {
     // Another character has logged in while the dialog stands open: its boxes must not go on
     // showing the last one's data, which they would give to this one when they are left.
     if (isVisible() && m_shownPlayer != m_state.CurrentPlayerName) {
         m_general->Activate();
-        RefreshDialog();
+        RefreshWhatWorks();
     }
     m_skills->UpdateChance();
 }

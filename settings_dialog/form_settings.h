@@ -84,6 +84,8 @@ class FormSettings : public QDialog {
     void KeepPlace();
     void FitSize();
     std::array<SettingsTab*, 5> TabsOfRefresh() const;
+    // RefreshDialog outside of an action of the user: a tab that fails does not end the program.
+    void RefreshWhatWorks();
 
     SettingsServices m_services;
     SharedState& m_state;

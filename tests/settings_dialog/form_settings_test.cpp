@@ -248,6 +248,18 @@ TEST_F(FormSettingsTest, AnotherCharacterWhileOpen_IsShownAtOnceAndKeepsItsData)
     EXPECT_EQ(m_state.Magery, 0);
 }
 
+TEST_F(FormSettingsTest, AnotherCharacterWhileOpen_WhoseStocksAreTooMany_EndsNothing) {
+    SetSaved("Settings", "CurrentPlayerName", kMira);
+    SetSaved("Other", "MR 0", "30000");
+    SetSaved("Other", "MR 1", "30000");
+    SetSaved("Other", "Intelligence", "77");
+    Open();
+    m_state.CurrentPlayerName = "Other";
+    m_mainWindow.LoadPlayer();
+    EXPECT_NO_THROW(m_mainWindow.UpdateChances());
+    EXPECT_EQ(Text("MinimumInt", 8), "77");
+}
+
 // The start passes over what fails, and the dialog is made in it.
 TEST_F(FormSettingsTest, Load_AStepThatFails_LeavesTheRestToRun) {
     const struct {

@@ -73,7 +73,7 @@ class MacroSpecialFiles : public testing::Test {
     }
 
     fs::path Made(const char* name, const std::string& bytes, mode_t rights) const {
-        const fs::path file = m_folder.Path() / name;
+        fs::path file = m_folder.Path() / name;
         std::ofstream(file, std::ios::binary) << bytes;
         EXPECT_EQ(chmod(file.c_str(), rights), 0);
         return file;
