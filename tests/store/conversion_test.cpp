@@ -56,29 +56,6 @@ class KeepingStore final : public SettingsStore {
     MemorySettingsStore& m_inner;
 };
 
-// A store that takes a number of changes and then no more, as one whose program was ended.
-class EndedStore final : public SettingsStore {
-  public:
-    EndedStore(MemorySettingsStore& inner, int taken) : m_inner(inner), m_left(taken) {}
-    std::optional<std::string> Read(std::string_view section, std::string_view key) const override {
-        return m_inner.Read(section, key);
-    }
-    SectionValues ReadSection(std::string_view section) const override {
-        return m_inner.ReadSection(section);
-    }
-    StoreResult Apply(const std::vector<SettingChange>& changes) override {
-        return m_left-- > 0 ? m_inner.Apply(changes) : StoreResult{false, "ended"};
-    }
-    StoreResult RemoveSection(std::string_view section) override {
-        return m_left-- > 0 ? m_inner.RemoveSection(section) : StoreResult{false, "ended"};
-    }
-    std::vector<std::string> Sections() const override { return m_inner.Sections(); }
-
-  private:
-    MemorySettingsStore& m_inner;
-    int m_left;
-};
-
 class ConversionTest : public testing::Test {
   protected:
     // Converts as the start does; with the failure that ends it, if any.
@@ -403,36 +380,6 @@ TEST_F(ConversionTest, Done44_SectionThatStays_IsToldAndTheChainGoesOn) {
     EXPECT_EQ(boxes.shown[0], (Box{.text = "Can't open key Player 1"}));
     EXPECT_EQ(boxes.shown[9].text, "Can't open key Player 10");
     EXPECT_EQ(Mark(), "Done 5.0");
-}
-
-TEST_F(ConversionTest, LastStepCutShort_IsDoneByTheNextStart) {
-    for (const int taken : {0, 1}) {
-        SCOPED_TRACE(taken);
-        Mark("Done 5.0");
-        store.Put(kGlobalSection, "SpellRegs 64", "100000000000000");
-        EndedStore ended(store, taken);
-        EXPECT_EQ(ConvertOn(ended), FailureKind::kFile);
-        EXPECT_EQ(Mark(), "Done 5.0");
-        EXPECT_EQ(Convert(), std::nullopt);
-        EXPECT_EQ(Value("SpellRegs 64"), "(none)");
-        EXPECT_EQ(Mark(), "Done 7.13");
-    }
-}
-
-TEST_F(ConversionTest, SwapCutShort_LosesNoMacro) {
-    // The macros change places in the third change, as one.
-    for (const int taken : {0, 1, 2, 3}) {
-        SCOPED_TRACE(taken);
-        Mark("Done 4.0");
-        store.Put(kGlobalSection, "Macro 14", "A--X");
-        store.Put(kGlobalSection, "Macro 15", "-C-Y");
-        EndedStore ended(store, taken);
-        const bool swapped = taken == 3;
-        EXPECT_EQ(ConvertOn(ended), swapped ? FailureKind::kSubscript : FailureKind::kFile);
-        EXPECT_EQ(Value("Macro 14"), swapped ? "-C-Y" : "A--X");
-        EXPECT_EQ(Value("Macro 15"), swapped ? "A--X" : "-C-Y");
-        EXPECT_EQ(Mark(), "Done 4.0");
-    }
 }
 
 TEST_F(ConversionTest, StoreThatCannotBeWritten_EndsTheConversionAndKeepsTheMark) {
