@@ -139,6 +139,25 @@ TEST_F(TabsInTheProgram, StockEdits_OfTheBagInUse_AreWhatACastIsTakenFrom) {
     EXPECT_EQ(Stored(kMira, "MR 1"), "1");
 }
 
+TEST_F(TabsInTheProgram, AnotherCharacterWhileOpen_KeepsItsOwnStock) {
+    PrepareMage(kMira, 10);
+    PrepareMage(kBran, 7);
+    StartBoth();
+    OpenTab(kReagents);
+    Tabs(2);
+    m_desk->Type("55");
+    TellGame("login 2");
+    ASSERT_TRUE(WaitCharacter("Bran Oakley"));
+    m_desk->RestingPicture(m_dialog);
+    Tabs(1);
+    m_desk->Tap(XKB_KEY_Right);
+    CloseDialog();
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kMira, "MR 0"), "10");
+    EXPECT_EQ(Stored(kBran, "MR 0"), "6");
+    EXPECT_EQ(Stored(kBran, "MR 1"), "1");
+}
+
 TEST_F(TabsInTheProgram, RefusedKey_TheButtonThatWasPressedIsNotDrawnPressed) {
     PrepareMage(kMira, 10);
     StartBoth();
