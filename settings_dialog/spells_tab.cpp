@@ -303,6 +303,8 @@ void SpellsTab::ReagentLostFocus(int cell) {
     RefreshSpellPage();
 }
 
+// ODDITY(tithes-price): a price typed for the tithes is 1 again as soon as its box is left; kept
+// because a tithing point counts as one gold in every sum of costs.
 void SpellsTab::ChangeRegPrice(int column) {
     const std::string text = ToText(RegPrice[static_cast<std::size_t>(column)]->text());
     m_state.RegPrice(ReagentOfColumn(column)) = ToI16(FirstFour(text));

@@ -273,6 +273,27 @@ TEST_F(SpellsTabTest, Price_Oddity_FourDigitsLoseTheLastAtTheNextRefresh) {
     EXPECT_EQ(Text("RegPrice", 5), " 100");
 }
 
+// covers ODDITY(tithes-price)
+TEST_F(SpellsTabTest, Price_Oddity_ThatOfTheTithesIsOneAgainWhenItsBoxIsLeft) {
+    Open();
+    ShowPage(10);
+    SetPrice(5, "25");
+    EXPECT_EQ(m_state.RegPrice(14), 25);
+    Leave();
+    EXPECT_EQ(m_state.RegPrice(14), 1);
+    EXPECT_EQ(Text("RegPrice", 5), " 1");
+}
+
+// covers ODDITY(one-digit-amounts)
+TEST_F(SpellsTabTest, Reagent_Oddity_AnAmountOf10OrMoreIsItsFirstDigitAfterTheNextStart) {
+    Open();
+    Enter("Reagent", Cell(0, 0), "12");
+    Click("Command1");
+    m_form.reset();
+    Open();
+    EXPECT_EQ(Text("Reagent", Cell(0, 0)), "1");
+}
+
 TEST_F(SpellsTabTest, Book_Click_StoresTheFlagOfTheRow) {
     Open();
     ShowPage(2);

@@ -34,7 +34,8 @@ TEST(DigitString, EachAmountStandsAtItsPlace) {
     EXPECT_EQ(DigitString(Tithes(99)), "000000000000099");
 }
 
-TEST(DigitString, AmountOf10OrMore_LosesItsSecondDigitToTheNextCell) {
+// covers ODDITY(one-digit-amounts)
+TEST(DigitString, Oddity_AmountOf10OrMore_LosesItsSecondDigitToTheNextCell) {
     EXPECT_EQ(DigitString(Amounts({12, 3})), "130000000000000");
     EXPECT_EQ(Reread(DigitString(Amounts({12, 3}))), Amounts({1, 3}));
     EXPECT_EQ(DigitString(Amounts({255})), "200000000000000");
