@@ -88,6 +88,8 @@ void ToolDesk::StartSpellwickLinked() {
     ASSERT_TRUE(WaitCharacter("Mira Talon"));
     ASSERT_TRUE(WaitTold("out result 1", before + 1));
     ASSERT_TRUE(WaitQuiet());
+    // The answer is on its way, and only then can Count be clicked.
+    m_desk->RestingPicture(Window());
 }
 
 Picture ToolDesk::CountButton() const {
