@@ -335,6 +335,29 @@ void XSession::Sync() const {
     Own(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
+bool XSession::SyncWindowManager() const {
+    if (!m_windowManager) {
+        return true;
+    }
+    // It answers this question even for a window that it does not manage.
+    const xcb_window_t probe = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, probe, m_root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_client_message_event_t question{};
+    question.response_type = XCB_CLIENT_MESSAGE;
+    question.format = 32;
+    question.window = probe;
+    question.type = Atom("_NET_REQUEST_FRAME_EXTENTS");
+    xcb_send_event(m_connection, 0, m_root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&question));
+    const bool answered =
+        WaitUntil([&] { return !LongProperty(probe, "_NET_FRAME_EXTENTS").empty(); });
+    xcb_destroy_window(m_connection, probe);
+    Sync();
+    return answered;
+}
+
 bool WaitUntil(const std::function<bool()>& holds, std::chrono::milliseconds patience) {
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (!holds()) {

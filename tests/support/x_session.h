@@ -88,6 +88,9 @@ class XSession {
                             const std::string& title) const;
     void DestroyWindow(xcb_window_t window) const;
     void Sync() const;
+    // Returns when the window manager has dealt with all that was sent before, for example a
+    // button that it holds back until it has activated the window. True if it has, or none runs.
+    bool SyncWindowManager() const;
 
   private:
     XSession() = default;
