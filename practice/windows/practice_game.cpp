@@ -7,17 +7,16 @@
 
 #include <windows.h>
 
+#include "practice/roster.h"
+#include "practice/windows/program.h"
+
+namespace spellwick::practice {
 namespace {
 
-constexpr const wchar_t* kWindowClass = L"Ultima Online";
-constexpr std::array<const wchar_t*, 3> kTitles{L"Ultima Online",
-                                                L"Ultima Online - Mira Talon (Atlantic)",
-                                                L"Ultima Online - Dorn Vale (Oak Hill)"};
-constexpr std::array<const wchar_t*, 3> kMenu{L"Log out", L"Log in Mira Talon",
-                                              L"Log in Dorn Vale"};
-constexpr UINT kFirstCommand = 100;
+constexpr UINT kLogOut = 100;
+constexpr UINT kLogIn = 101;  // and the next ones, in the order of the roster
 // Tells a watching program how many keystrokes have come.
-constexpr UINT kCountMessage = WM_APP;
+constexpr UINT kKeystrokesMessage = WM_APP;
 constexpr std::size_t kLines = 14;
 
 class Game {
@@ -125,14 +124,16 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_SYSCHAR:
             return 0;
         case WM_COMMAND:
-            if (const UINT command = LOWORD(wParam) - kFirstCommand; command < kTitles.size()) {
-                SetWindowTextW(window, kTitles.at(command));
+            if (const UINT command = LOWORD(wParam); command == kLogOut) {
+                SetWindowTextW(window, Wide(kLoginTitle).c_str());
+            } else if (command >= kLogIn && command - kLogIn < kRoster.size()) {
+                SetWindowTextW(window, Wide(TitleOf(kRoster.at(command - kLogIn))).c_str());
             }
             return 0;
         case WM_PAINT:
             game->Paint(window);
             return 0;
-        case kCountMessage:
+        case kKeystrokesMessage:
             return game->Keystrokes();
         case WM_DESTROY:
             PostQuitMessage(0);
@@ -143,35 +144,31 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 }  // namespace
+}  // namespace spellwick::practice
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, int show) {
+    using namespace spellwick::practice;
     Game game;
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = &Procedure;
-    windowClass.hInstance = instance;
-    windowClass.lpszClassName = kWindowClass;
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
-    RegisterClassW(&windowClass);
+    const std::wstring windowClass = Wide(kWindowClass);
+    RegisterWindowClass(instance, windowClass, &Procedure, COLOR_WINDOW);
 
     HMENU menu = CreateMenu();
     HMENU characters = CreatePopupMenu();
-    for (std::size_t i = 0; i < kMenu.size(); ++i) {
-        AppendMenuW(characters, MF_STRING, kFirstCommand + i, kMenu.at(i));
+    AppendMenuW(characters, MF_STRING, kLogOut, L"Log out");
+    for (std::size_t i = 0; i < kRoster.size(); ++i) {
+        AppendMenuW(characters, MF_STRING, kLogIn + i,
+                    (L"Log in " + Wide(kRoster.at(i).name)).c_str());
     }
     AppendMenuW(menu, MF_POPUP, std::bit_cast<UINT_PTR>(characters), L"Character");
 
-    HWND window = CreateWindowExW(0, kWindowClass, kTitles[1], WS_OVERLAPPEDWINDOW, 60, 220, 520,
-                                  400, nullptr, menu, instance, nullptr);
+    HWND window =
+        CreateWindowExW(0, windowClass.c_str(), Wide(TitleOf(kRoster[0])).c_str(),
+                        WS_OVERLAPPEDWINDOW, 60, 220, 520, 400, nullptr, menu, instance, nullptr);
     if (window == nullptr) {
         return 1;
     }
     SetWindowLongPtrW(window, GWLP_USERDATA, std::bit_cast<LONG_PTR>(&game));
     ShowWindow(window, show);
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    RunMessages(nullptr);
     return 0;
 }

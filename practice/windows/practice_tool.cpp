@@ -5,39 +5,13 @@
 
 #include <windows.h>
 
+#include "practice/tool_numbers.h"
+#include "practice/windows/program.h"
+
+namespace spellwick::practice {
 namespace {
 
 constexpr const wchar_t* kWindowClass = L"Spellwick practice tool";
-
-// Messages from the registered program, and to it.
-constexpr UINT kRegister = 0x4C8;
-constexpr UINT kCount = 0x465;
-constexpr UINT kStock = 0x52D;
-constexpr UINT kCast = 0x52E;
-constexpr UINT kThere = 0x52F;
-constexpr UINT kMagery = 0x530;
-constexpr UINT kStats = 0x531;
-
-struct Stock {
-    int counted;
-    int amount;
-};
-
-// The pack: reagents by the tool's numbers, and the tithing points.
-constexpr std::array<Stock, 14> kPack{{{1, 60},
-                                       {2, 45},
-                                       {3, 80},
-                                       {4, 55},
-                                       {5, 40},
-                                       {6, 35},
-                                       {7, 70},
-                                       {8, 65},
-                                       {100, 20},
-                                       {101, 15},
-                                       {102, 25},
-                                       {103, 10},
-                                       {104, 30},
-                                       {200, 500}}};
 
 struct Button {
     const wchar_t* text;
@@ -47,11 +21,11 @@ struct Button {
 };
 
 constexpr std::array<Button, 5> kButtons{{
-    {L"Magery 100, Intelligence 100, mana 100", kMagery, 100, 0},
-    {L"The first spell was cast", kCast, 1, 0},
-    {L"The sixth spell was cast", kCast, 6, 0},
-    {L"Mana has fallen to 20", kStats, 100, 20},
-    {L"Say that the tool is there", kThere, 0, 0},
+    {L"Magery 100, Intelligence 100, mana 100", kMageryMessage, 100, 0},
+    {L"The first spell was cast", kCastMessage, 1, 0},
+    {L"The sixth spell was cast", kCastMessage, 6, 0},
+    {L"Mana has fallen to 20", kManaMessage, 100, 20},
+    {L"Say that the tool is there", kLoginMessage, 0, 0},
 }};
 constexpr UINT kFirstButton = 100;
 
@@ -69,14 +43,14 @@ void Report(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 
 void Press(HWND window, const Button& button) {
     Report(window, button.message, button.wParam, button.lParam);
-    if (button.message == kMagery) {
-        Report(window, kStats, 100, 100);
+    if (button.message == kMageryMessage) {
+        Report(window, kManaMessage, 100, 100);
     }
 }
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case kRegister:
+        case kRegisterMessage:
             // Room for one: who is known already is taken out, as real tools do it.
             if (std::bit_cast<HWND>(wParam) == Registered(window)) {
                 SetWindowLongPtrW(window, GWLP_USERDATA, 0);
@@ -84,9 +58,9 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             }
             SetWindowLongPtrW(window, GWLP_USERDATA, static_cast<LONG_PTR>(wParam));
             return 1;
-        case kCount:
-            for (const Stock& stock : kPack) {
-                Report(window, kStock, static_cast<WPARAM>(stock.counted), stock.amount);
+        case kCountMessage:
+            for (const StockItem& item : kStockItems) {
+                Report(window, kStockMessage, static_cast<WPARAM>(item.number), item.atStart);
             }
             return 0;
         case WM_COMMAND:
@@ -103,19 +77,15 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 }  // namespace
+}  // namespace spellwick::practice
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, int show) {
+    using namespace spellwick::practice;
     constexpr int kWidth = 320;
     constexpr int kButtonHeight = 28;
     constexpr int kStep = 34;
     constexpr int kMargin = 8;
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = &Procedure;
-    windowClass.hInstance = instance;
-    windowClass.lpszClassName = kWindowClass;
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    RegisterClassW(&windowClass);
+    RegisterWindowClass(instance, kWindowClass, &Procedure, COLOR_BTNFACE);
 
     constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
     RECT frame{0, 0, kWidth, kMargin + static_cast<int>(kButtons.size()) * kStep};
@@ -133,12 +103,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, in
                         nullptr);
     }
     ShowWindow(window, show);
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (IsDialogMessageW(window, &message) == FALSE) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
+    RunMessages(window);
     return 0;
 }

@@ -24,7 +24,7 @@ TOOL = "UOAssist 5.0"
 PRACTICE_TOOL = "UOAssist (practice)"
 WM_COMMAND = 0x111
 FIRST_SPELL_WAS_CAST = 101  # a button of the practice tool
-LOG_OUT, LOG_IN_SECOND = 100, 102  # in the practice game's menu
+LOG_OUT, LOG_IN_THIRD = 100, 103  # in the practice game's menu
 WM_APP = 0x8000
 SET_REPORT, REPORT = WM_APP + 5, WM_APP + 6
 STOCK, CAST, MAGERY, STATS, SKILL = 0x52D, 0x52E, 0x530, 0x531, 0x532
@@ -34,8 +34,8 @@ REAGENTS = [("MR", 5), ("SA", 7), ("BM", 1), ("SS", 8), ("GA", 3), ("BP", 2), ("
             ("BW", 100), ("DB", 102), ("GD", 101), ("NC", 103), ("PI", 104)]
 
 # What the practice tool counts, by its numbers.
-PRACTICE_PACK = {1: 60, 2: 45, 3: 80, 4: 55, 5: 40, 6: 35, 7: 70, 8: 65, 100: 20, 101: 15, 102: 25,
-                 103: 10, 104: 30}
+PRACTICE_PACK = {1: 80, 2: 120, 3: 60, 4: 60, 5: 150, 6: 40, 7: 90, 8: 75, 100: 30, 101: 20, 102: 40,
+                 103: 15, 104: 25}
 
 # Places in the window, from its corner.
 SPELL_ICON = (316, 42)
@@ -293,8 +293,8 @@ def practise(session):
     session.steer(PRACTICE_TOOL, WM_COMMAND, FIRST_SPELL_WAS_CAST)
     session.picture("play-practice")
     session.steer(FIRST, WM_COMMAND, LOG_OUT)
-    session.steer("Ultima Online", WM_COMMAND, LOG_IN_SECOND)
-    session.caption("Dorn Vale", "Oak Hill")
+    session.steer("Ultima Online", WM_COMMAND, LOG_IN_THIRD)
+    session.caption("Ysolde", "Oak Hill")
     session.close_program(program)
     stored = session.registry()
     stock, digits = stored[FIRST], stored["Settings"]["SpellRegs 1"]
@@ -302,14 +302,14 @@ def practise(session):
         expected, found = str(PRACTICE_PACK[number] - int(digits[reagent])), stock[f"{key} 0"]
         expect(found == expected, f"{key} 0 after the practice tool's cast is {found}, "
                                   f"not {expected}")
-    expect(stock["CurrentTithing"] == " 500", "the practice tool's tithes have not come in")
+    expect(stock["CurrentTithing"] == " 15000", "the practice tool's tithes have not come in")
 
 
 def save_macros(session):
     """The file of macros, by the system's own dialog; the same bytes as on Linux."""
     session.add_to_registry("Settings", "Macro 1", "A--{F9}")
     program, window, _ = session.run_program()
-    session.caption("Dorn Vale", "Oak Hill")
+    session.caption("Ysolde", "Oak Hill")
     session.click(window, SETTINGS_BUTTON)
     dialog = session.window("Spellwick - Settings")
     session.click(dialog, MACROS_TAB)
