@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,6 +38,26 @@ std::string BytesOf(const std::filesystem::path& path) {
 
 class TabsInTheProgram : public SettingsInTheProgram {
   protected:
+    // Mira with ten of each reagent, and the dialog at a tab.
+    void StartAtTab(int tab) {
+        PrepareMage(kMira, 10);
+        StartBoth();
+        OpenTab(tab);
+    }
+    void StartAgain() {
+        StartSpellwick();
+        ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    }
+    // Into the box of the left bag's first reagent.
+    void TypeStock(std::string_view amount) {
+        Tabs(2);
+        m_desk->Type(amount);
+    }
+    // By the arrows next to that box.
+    void MoveOneToTheRight() {
+        Tabs(1);
+        m_desk->Tap(XKB_KEY_Right);
+    }
     // The button "OK" at the lower right corner.
     Place Ok() {
         const Area dialog = m_desk->AreaOf(m_dialog);
@@ -54,9 +75,7 @@ class TabsInTheProgram : public SettingsInTheProgram {
 };
 
 TEST_F(TabsInTheProgram, MacroEdits_AreTypedAfterTheNextStart) {
-    PrepareMage(kMira, 10);
-    StartBoth();
-    OpenTab(kMacros);
+    StartAtTab(kMacros);
     Tabs(1);
     m_desk->Type("f9");
     Tabs(1);
@@ -67,8 +86,7 @@ TEST_F(TabsInTheProgram, MacroEdits_AreTypedAfterTheNextStart) {
     EXPECT_EQ(Stored(kGlobal, "Macro 1"), "-C-{F9}");
     ASSERT_EQ(CloseSpellwick(), 0);
 
-    StartSpellwick();
-    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    StartAgain();
     m_desk->RestingPicture(Window());
     ClickSpell(0);
     EXPECT_TRUE(WaitUntil([&] { return !Typed().empty(); }));
@@ -80,16 +98,13 @@ TEST_F(TabsInTheProgram, MacroEdits_AreTypedAfterTheNextStart) {
 }
 
 TEST_F(TabsInTheProgram, SkillEdits_AreThereAfterTheNextStart) {
-    PrepareMage(kMira, 10);
-    StartBoth();
-    OpenTab(kSkills);
+    StartAtTab(kSkills);
     m_desk->Type("77");
     PressOk();
     EXPECT_TRUE(WaitStored(kMira, "Magery", "77"));
     ASSERT_EQ(CloseSpellwick(), 0);
 
-    StartSpellwick();
-    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    StartAgain();
     OpenTab(kSkills);
     m_desk->Tap(XKB_KEY_Up);
     PressOk();
@@ -98,21 +113,15 @@ TEST_F(TabsInTheProgram, SkillEdits_AreThereAfterTheNextStart) {
 }
 
 TEST_F(TabsInTheProgram, StockEdits_AreThereAfterTheNextStart) {
-    PrepareMage(kMira, 10);
-    StartBoth();
-    OpenTab(kReagents);
-    // Both bags, the first reagent in the left one, its arrows.
-    Tabs(2);
-    m_desk->Type("55");
-    Tabs(1);
-    m_desk->Tap(XKB_KEY_Right);
+    StartAtTab(kReagents);
+    TypeStock("55");
+    MoveOneToTheRight();
     CloseDialog();
     ASSERT_EQ(CloseSpellwick(), 0);
     EXPECT_EQ(Stored(kMira, "MR 0"), "54");
     EXPECT_EQ(Stored(kMira, "MR 1"), "1");
 
-    StartSpellwick();
-    ASSERT_TRUE(WaitCharacter("Mira Talon"));
+    StartAgain();
     OpenTab(kReagents);
     Tabs(3);
     m_desk->Tap(XKB_KEY_Right);
@@ -123,13 +132,9 @@ TEST_F(TabsInTheProgram, StockEdits_AreThereAfterTheNextStart) {
 }
 
 TEST_F(TabsInTheProgram, StockEdits_OfTheBagInUse_AreWhatACastIsTakenFrom) {
-    PrepareMage(kMira, 10);
-    StartBoth();
-    OpenTab(kReagents);
-    Tabs(2);
-    m_desk->Type("55");
-    Tabs(1);
-    m_desk->Tap(XKB_KEY_Right);
+    StartAtTab(kReagents);
+    TypeStock("55");
+    MoveOneToTheRight();
     CloseDialog();
     m_desk->RestingPicture(Window());
     ClickSpell(1);
@@ -144,13 +149,11 @@ TEST_F(TabsInTheProgram, AnotherCharacterWhileOpen_KeepsItsOwnStock) {
     PrepareMage(kBran, 7);
     StartBoth();
     OpenTab(kReagents);
-    Tabs(2);
-    m_desk->Type("55");
+    TypeStock("55");
     TellGame("login 2");
     ASSERT_TRUE(WaitCharacter("Bran Oakley"));
     m_desk->RestingPicture(m_dialog);
-    Tabs(1);
-    m_desk->Tap(XKB_KEY_Right);
+    MoveOneToTheRight();
     CloseDialog();
     ASSERT_EQ(CloseSpellwick(), 0);
     EXPECT_EQ(Stored(kMira, "MR 0"), "10");
@@ -159,9 +162,7 @@ TEST_F(TabsInTheProgram, AnotherCharacterWhileOpen_KeepsItsOwnStock) {
 }
 
 TEST_F(TabsInTheProgram, RefusedKey_TheButtonThatWasPressedIsNotDrawnPressed) {
-    PrepareMage(kMira, 10);
-    StartBoth();
-    OpenTab(kMacros);
+    StartAtTab(kMacros);
     Tabs(1);
     m_desk->Type("no");
     const Picture before = PictureOfOk();
@@ -194,9 +195,7 @@ TEST_F(TabsInTheProgram, RefusedKeysSideBySide_AskOnce) {
 }
 
 TEST_F(TabsInTheProgram, SaveToFile_WritesAllBlocksAndEndsWithAReport) {
-    PrepareMage(kMira, 10);
-    StartBoth();
-    OpenTab(kMacros);
+    StartAtTab(kMacros);
     // The nine keys with their marks, then the button.
     Tabs(1);
     m_desk->Type("f9");
