@@ -26,6 +26,7 @@ def player(skills, book, stock, tithing):
 
 SECTIONS = {
     "Settings": {"WindowLeft": str(30 * TWIPS), "WindowTop": str(30 * TWIPS),
+                 "TimerLeft": str(890 * TWIPS), "TimerTop": str(60 * TWIPS),
                  "Meditate": "True", "MeditateLevel": "40", "Macro-1": "---{F12}"},
     "Ultima Online - Mira Talon (Atlantic)": player(
         {"Magery": 86, "EvalInt": 80, "Necro": 62, "SpiritSpeak": 60, "Chivalry": 40,
