@@ -42,8 +42,33 @@ function(spellwick_library name)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
 endfunction()
 
+# spellwick_register(NAME unit|form|desktop PROGRAM [FILTER pattern] [ENVIRONMENT a=b ...]
+# [TIMEOUT s]): one run of a GoogleTest program, registered with CTest under a label. It leaves its
+# results under the run's own name in the folder cases, where tools/tally looks for them.
+function(spellwick_register name label program)
+    cmake_parse_arguments(ARG "" "FILTER;TIMEOUT" "ENVIRONMENT" ${ARGN})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    if(ARG_FILTER)
+        add_test(NAME ${name} COMMAND ${program} "--gtest_filter=${ARG_FILTER}")
+    else()
+        add_test(NAME ${name} COMMAND ${program})
+    endif()
+    set(results "${CMAKE_BINARY_DIR}/cases/${name}.xml")
+    if(WIN32)
+        set(results "Z:${results}")  # where Wine shows the files of this system
+    endif()
+    set(environment "GTEST_OUTPUT=xml:${results}" ${ARG_ENVIRONMENT})
+    if(label STREQUAL "form")
+        list(APPEND environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8)
+    endif()
+    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${ARG_TIMEOUT}
+        ENVIRONMENT "${environment}")
+endfunction()
+
 # spellwick_test(NAME unit|form|desktop SOURCES a.cpp ... [LINK lib ...] [TIMEOUT s]):
-# one GoogleTest program, registered with CTest under its label.
+# one GoogleTest program, and a run of it.
 # Unit tests link GoogleTest's own main; form and desktop tests bring theirs.
 function(spellwick_test name label)
     cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
@@ -54,12 +79,5 @@ function(spellwick_test name label)
     if(label STREQUAL "unit")
         target_link_libraries(${name} PRIVATE GTest::gmock_main)
     endif()
-    if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 120)
-    endif()
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${ARG_TIMEOUT})
-    if(label STREQUAL "form")
-        set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
-    endif()
+    spellwick_register(${name} ${label} ${name} TIMEOUT ${ARG_TIMEOUT})
 endfunction()
