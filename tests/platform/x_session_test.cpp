@@ -1,6 +1,9 @@
 #include "tests/support/x_session.h"
 
+#include <array>
+
 #include <gtest/gtest.h>
+#include <xcb/xtest.h>
 
 namespace spellwick::testing_support {
 namespace {
@@ -16,6 +19,27 @@ TEST(XSession, Openbox_ManagesAWindow) {
     EXPECT_TRUE(WaitUntil([&] { return session->ActiveWindow() == window; }));
     session->DestroyWindow(window);
     EXPECT_TRUE(session->ClientList().empty());
+}
+
+TEST(XSession, SyncWindowManager_AfterAClick_ItsWindowIsActive) {
+    if (const std::string missing = XSession::WhatIsMissing(); !missing.empty()) {
+        GTEST_SKIP() << missing;
+    }
+    const auto session = XSession::Start();
+    ASSERT_TRUE(session);
+    const std::array windows{session->MakeWindow("one", "One", "one"),
+                             session->MakeWindow("two", "Two", "two")};
+    xcb_connection_t* connection = session->Connection();
+    for (std::size_t times = 0; times < 20; ++times) {
+        const xcb_window_t window = windows[times % 2];
+        xcb_warp_pointer(connection, XCB_NONE, window, 0, 0, 0, 0, 10, 10);
+        for (const std::uint8_t event :
+             {std::uint8_t{XCB_BUTTON_PRESS}, std::uint8_t{XCB_BUTTON_RELEASE}}) {
+            xcb_test_fake_input(connection, event, 1, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+            ASSERT_TRUE(session->SyncWindowManager());
+        }
+        ASSERT_EQ(session->ActiveWindow(), window) << times;
+    }
 }
 
 TEST(XSession, KeyboardState_ShowsKeysLocksAndMap) {
