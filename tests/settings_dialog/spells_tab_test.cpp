@@ -1,9 +1,9 @@
-// The tab of spells and reagent prices.
+// The tab of spells: their pages, amounts, flags and pictures.
 #include <QLabel>
 #include <QPainter>
 
 #include "model/spell_lookup.h"
-#include "tests/support/settings_fixture.h"
+#include "tests/settings_dialog/spells_tab_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -17,17 +17,6 @@ constexpr const char* kPages[] = {"Level 1 spells", "Level 2 spells", "Level 3 s
                                   "Necromancer 2",  "Paladin 1",      "Paladin 2"};
 constexpr const char* kCodes[] = {"MR", "SA", "BM", "SS", "GL", "BP", "NI",
                                   "GS", "BW", "GD", "DB", "NC", "PI", "TI"};
-
-class SpellsTabTest : public SettingsFixture {
-  protected:
-    QComboBox& Level() { return Named<QComboBox>("ComboSpellLevel"); }
-    void ShowPage(int page) { Pick(Level(), page); }
-    static int Cell(int column, int row) { return column * 8 + row + 1; }
-    bool IsShown(const char* name, int index) { return Named(name, index).isVisible(); }
-    QCheckBox& Book(int row) { return Named<QCheckBox>("CheckBook", row); }
-    QCheckBox& Town(int row) { return Named<QCheckBox>("CheckTown", row); }
-    void SetPrice(int column, const std::string& text) { Enter("RegPrice", column, text); }
-};
 
 TEST_F(SpellsTabTest, Captions_AreAsTold) {
     Open();
@@ -188,102 +177,6 @@ TEST_F(SpellsTabTest, Reagent_UnfinishedEntry_GoesToThePageOnWhichItWasTyped) {
     EXPECT_EQ(m_state.Spells(8).Reagents(1), ofOtherPage);
 }
 
-// covers ODDITY(cost-overflow)
-TEST_F(SpellsTabTest, Costs_Oddity_BeyondTheirBoundEndTheProgram) {
-    Open();
-    SetPrice(0, "999");
-    Enter("Reagent", Cell(0, 0), "99");
-    Leave();
-    ASSERT_FALSE(m_failures.empty());
-    EXPECT_EQ(TakeFailures().front().kind, FailureKind::kOverflow);
-}
-
-TEST_F(SpellsTabTest, Price_Change_StoresAtOnceAndCostsFollowWhenTheBoxIsLeft) {
-    Open();
-    const i16 before = m_state.Spells(1).Cost;
-    ASSERT_EQ(m_state.Spells(1).Reagents(1), 1);
-    SetPrice(0, "13");
-    EXPECT_EQ(m_state.RegPrice(1), 13);
-    EXPECT_EQ(Text("SpellPrice", 1), " " + std::to_string(before));
-    Leave();
-    EXPECT_EQ(Text("SpellPrice", 1), " " + std::to_string(before + 10));
-    EXPECT_EQ(Text("RegPrice", 0), " 13");
-}
-
-TEST_F(SpellsTabTest, Price_EveryBoxWritesItsReagent) {
-    Open();
-    for (const int page : {0, 9, 10}) {
-        ShowPage(page);
-        for (int column = 0; column < (page < 8 ? 8 : 6); ++column) {
-            SetPrice(column, std::to_string(20 + column));
-            EXPECT_EQ(m_state.RegPrice(column + (page < 8 ? 1 : 9)), 20 + column);
-        }
-    }
-    EXPECT_EQ(m_state.RegPrice(14), 25);
-}
-
-TEST_F(SpellsTabTest, Price_ReadsTheNumberInItsFirstFourCharacters) {
-    Open();
-    struct PriceRow {
-        const char* text;
-        i16 value;
-    };
-    for (const PriceRow& row : std::initializer_list<PriceRow>{{"", 0},
-                                                               {"-", 0},
-                                                               {"+", 0},
-                                                               {"-7", -7},
-                                                               {"+8", 8},
-                                                               {"abc", 0},
-                                                               {"1234567890", 1234},
-                                                               {"2.5", 2},
-                                                               {" 99", 99}}) {
-        Paste(Named<QLineEdit>("RegPrice", 0), QString::fromLatin1(row.text));
-        EXPECT_EQ(m_state.RegPrice(1), row.value) << row.text;
-    }
-    Paste(Named<QLineEdit>("RegPrice", 0), QStringLiteral("5 golden rings ").repeated(50000));
-    EXPECT_EQ(m_state.RegPrice(1), 5);
-}
-
-TEST_F(SpellsTabTest, Price_KeyFilter_DropsAllButDigitsAndSignsWithABeep) {
-    Open();
-    SetPrice(0, "1a2.b-+ 3");
-    EXPECT_EQ(Text("RegPrice", 0), "12-+3");
-    EXPECT_EQ(m_desktop.beeps, 4);
-    Press(Qt::Key_Backspace);
-    EXPECT_EQ(Text("RegPrice", 0), "12-+");
-    EXPECT_EQ(m_desktop.beeps, 4);
-}
-
-TEST_F(SpellsTabTest, Price_GotFocus_SelectsTheWholeText) {
-    Open();
-    Click("RegPrice", 2);
-    EXPECT_EQ(Named<QLineEdit>("RegPrice", 2).selectedText(), QStringLiteral(" 6"));
-}
-
-// covers ODDITY(price-digit)
-TEST_F(SpellsTabTest, Price_Oddity_FourDigitsLoseTheLastAtTheNextRefresh) {
-    Open();
-    SetPrice(5, "1000");
-    EXPECT_EQ(m_state.RegPrice(6), 1000);
-    Leave();
-    EXPECT_EQ(m_state.RegPrice(6), 100);
-    EXPECT_EQ(Text("RegPrice", 5), " 1000");
-    Form().RefreshDialog();
-    EXPECT_EQ(m_state.RegPrice(6), 100);
-    EXPECT_EQ(Text("RegPrice", 5), " 100");
-}
-
-// covers ODDITY(tithes-price)
-TEST_F(SpellsTabTest, Price_Oddity_ThatOfTheTithesIsOneAgainWhenItsBoxIsLeft) {
-    Open();
-    ShowPage(10);
-    SetPrice(5, "25");
-    EXPECT_EQ(m_state.RegPrice(14), 25);
-    Leave();
-    EXPECT_EQ(m_state.RegPrice(14), 1);
-    EXPECT_EQ(Text("RegPrice", 5), " 1");
-}
-
 // covers ODDITY(one-digit-amounts)
 TEST_F(SpellsTabTest, Reagent_Oddity_AnAmountOf10OrMoreIsItsFirstDigitAfterTheNextStart) {
     Open();
@@ -436,15 +329,6 @@ TEST_F(SpellsTabTest, TabKey_GoesRowByRowThenToPricesAndButtons) {
         Press(Qt::Key_Tab);
         EXPECT_EQ(FocusName(), next);
     }
-}
-
-TEST_F(SpellsTabTest, SpellPrice_TypingHasNoEffect) {
-    Open();
-    const i16 cost = m_state.Spells(0).Cost;
-    Enter("SpellPrice", 0, "5");
-    Leave();
-    EXPECT_EQ(m_state.Spells(0).Cost, cost);
-    EXPECT_EQ(Text("SpellPrice", 0), " " + std::to_string(cost));
 }
 
 }  // namespace
