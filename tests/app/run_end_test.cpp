@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/recording/recording_message_boxes.h"
+#include "tests/support/recording_message_boxes.h"
 
 namespace spellwick {
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "link/assist_dispatcher.h"
-#include "platform/recording/recording_assist_transport.h"
+#include "tests/support/recording_assist_transport.h"
 #include "tests/support/recording_assist_view.h"
 
 namespace spellwick {

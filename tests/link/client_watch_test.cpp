@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/recording/recording_client_windows.h"
+#include "tests/support/recording_client_windows.h"
 
 namespace spellwick {
 namespace {

@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/recording/recording_keyboard.h"
 #include "tests/link/hand_made_keymaps.h"
+#include "tests/support/recording_keyboard.h"
 
 namespace spellwick {
 namespace {

@@ -12,8 +12,8 @@
 #include "link/assist_messages.h"
 #include "link/assist_search.h"
 #include "main_window/assist_reports.h"
-#include "platform/recording/recording_assist_transport.h"
 #include "tests/support/main_window_fixture.h"
+#include "tests/support/recording_assist_transport.h"
 
 namespace spellwick {
 

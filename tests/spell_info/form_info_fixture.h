@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "model/spell_data.h"
-#include "platform/recording/recording_desktop.h"
 #include "spell_info/form_info.h"
+#include "tests/support/recording_desktop.h"
 
 namespace spellwick {
 

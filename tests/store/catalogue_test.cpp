@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/recording/memory_settings_store.h"
 #include "store/settings_io.h"
 #include "store/text_forms.h"
 #include "tests/store/store_test_tools.h"
+#include "tests/support/memory_settings_store.h"
 
 namespace spellwick {
 namespace {

@@ -1,11 +1,11 @@
 // A conversion of old data that ends in the middle of a step, as with the program.
 #include <gtest/gtest.h>
 
-#include "platform/recording/memory_settings_store.h"
 #include "store/conversion.h"
 #include "store/section_name.h"
 #include "tests/store/store_test_tools.h"
 #include "tests/support/failures.h"
+#include "tests/support/memory_settings_store.h"
 
 namespace spellwick {
 namespace {

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/recording/memory_settings_store.h"
 #include "store/section_name.h"
 #include "tests/store/store_test_tools.h"
 #include "tests/support/failures.h"
+#include "tests/support/memory_settings_store.h"
 
 namespace spellwick {
 namespace {

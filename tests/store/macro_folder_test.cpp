@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/recording/recording_installation.h"
+#include "tests/support/recording_installation.h"
 
 namespace spellwick {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/recording/memory_settings_store.h"
+#include "tests/support/memory_settings_store.h"
 
 namespace spellwick {
 namespace {

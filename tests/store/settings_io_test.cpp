@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/recording/memory_settings_store.h"
 #include "store/digit_string.h"
 #include "tests/store/store_test_tools.h"
 #include "tests/support/failures.h"
+#include "tests/support/memory_settings_store.h"
 
 namespace spellwick {
 namespace {

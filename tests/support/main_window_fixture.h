@@ -14,11 +14,11 @@
 #include <gtest/gtest.h>
 
 #include "main_window/form_main.h"
-#include "platform/recording/memory_settings_store.h"
-#include "platform/recording/recording_client_windows.h"
-#include "platform/recording/recording_desktop.h"
-#include "platform/recording/recording_message_boxes.h"
+#include "tests/support/memory_settings_store.h"
+#include "tests/support/recording_client_windows.h"
+#include "tests/support/recording_desktop.h"
 #include "tests/support/recording_key_sender.h"
+#include "tests/support/recording_message_boxes.h"
 
 namespace spellwick {
 

@@ -11,14 +11,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/recording/memory_settings_store.h"
-#include "platform/recording/recording_desktop.h"
-#include "platform/recording/recording_dialogs.h"
-#include "platform/recording/recording_installation.h"
-#include "platform/recording/recording_message_boxes.h"
 #include "settings_dialog/form_settings.h"
 #include "store/settings_io.h"
 #include "tests/support/main_window_fixture.h"
+#include "tests/support/memory_settings_store.h"
+#include "tests/support/recording_desktop.h"
+#include "tests/support/recording_dialogs.h"
+#include "tests/support/recording_installation.h"
+#include "tests/support/recording_message_boxes.h"
 
 namespace spellwick {
 

@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "model/timer_display.h"
-#include "platform/recording/recording_desktop.h"
-#include "platform/recording/set_clock.h"
+#include "tests/support/recording_desktop.h"
+#include "tests/support/set_clock.h"
 #include "timers/form_timer.h"
 
 namespace spellwick {

@@ -1,4 +1,4 @@
-#include "platform/recording/recording_keyboard.h"
+#include "tests/support/recording_keyboard.h"
 
 #include <algorithm>
 #include <utility>

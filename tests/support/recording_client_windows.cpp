@@ -1,4 +1,4 @@
-#include "platform/recording/recording_client_windows.h"
+#include "tests/support/recording_client_windows.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "platform/recording/recording_assist_transport.h"
+#include "tests/support/recording_assist_transport.h"
 
 #include <algorithm>
 
