@@ -40,8 +40,7 @@ AboutTab::AboutTab(const SettingsServices& services, QWidget* parent)
                 QStringLiteral("CommandWeb"))) {
     Image1->setFixedHeight(kPictureSide);
     Image1->setAlignment(Qt::AlignHCenter);
-    connect(CommandWeb, &QPushButton::clicked, this,
-            [this] { Guarded("opening a web page", [&] { ClickWeb(); }); });
+    m_events.On(CommandWeb, &QPushButton::clicked, "opening a web page", [this] { ClickWeb(); });
 
     auto* all = new QVBoxLayout(this);
     all->setSpacing(8);

@@ -50,6 +50,7 @@ FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
     : QDialog(parent),
       m_services(services),
       m_state(services.state),
+      m_events(services.failures, this),
       m_commonDialog(services.dialogs) {
     setObjectName(QStringLiteral("FormSettings"));
     setWindowTitle(QStringLiteral("Spellwick - Settings"));
@@ -79,9 +80,8 @@ void FormSettings::MakeStrip() {
         button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
         strip->addWidget(button);
         CheckTab[static_cast<std::size_t>(tab)] = button;
-        connect(button, &QAbstractButton::clicked, this, [this, tab] {
-            Guard(m_services.failures, "choosing a tab", [&] { ClickCheckTab(tab); });
-        });
+        m_events.On(button, &QAbstractButton::clicked, "choosing a tab",
+                    [this, tab] { ClickCheckTab(tab); });
     }
     static_cast<QVBoxLayout*>(layout())->addLayout(strip);
 }
@@ -95,8 +95,10 @@ void FormSettings::MakeTabs() {
     m_spellTexts = new SpellTextsTab(m_services, this);
     m_about = new AboutTab(m_services, this);
     m_general = new GeneralTab(m_services, m_commonDialog, this);
-    m_general->OnPlayerChanged = [this] { RefreshDialog(); };
-    m_skills->OnFocusGivenAway = [this] { Command1->setFocus(Qt::OtherFocusReason); };
+    m_events.On(m_general, &GeneralTab::PlayerChanged, "choosing a player",
+                [this] { RefreshDialog(); });
+    m_events.On(m_skills, &SkillsTab::FocusGivenAway, "entering a chance",
+                [this] { Command1->setFocus(Qt::OtherFocusReason); });
     m_tabs = {m_spells,   m_userSpells, m_macros, m_skills,
               m_reagents, m_spellTexts, m_about,  m_general};
     m_panels = new QStackedLayout;
@@ -112,9 +114,8 @@ void FormSettings::MakeButtons() {
     Command1 = new QPushButton(QStringLiteral("&OK"), this);
     Command1->setObjectName(QStringLiteral("Command1"));
     Command1->setAccessibleName(QStringLiteral("OK"));
-    connect(Command1, &QPushButton::clicked, this, [this] {
-        Guard(m_services.failures, "closing the settings", [&] { ClickCommand1(); });
-    });
+    m_events.On(Command1, &QPushButton::clicked, "closing the settings",
+                [this] { ClickCommand1(); });
     auto* row = new QHBoxLayout;
     row->setContentsMargins(9, 0, 9, 8);
     row->addStretch();
@@ -128,9 +129,8 @@ void FormSettings::MakeButtons() {
     CommandDummy->setFocusPolicy(Qt::NoFocus);
     CommandDummy->setAutoDefault(false);
     CommandDummy->setDefault(true);
-    connect(CommandDummy, &QPushButton::clicked, this, [this] {
-        Guard(m_services.failures, "taking an entry", [&] { ClickCommandDummy(); });
-    });
+    m_events.On(CommandDummy, &QPushButton::clicked, "taking an entry",
+                [this] { ClickCommandDummy(); });
 }
 
 void FormSettings::Form_Load() {
@@ -260,7 +260,7 @@ void FormSettings::changeEvent(QEvent* event) {
     if (event->type() != QEvent::ActivationChange || !isActiveWindow()) {
         return;
     }
-    Guard(m_services.failures, "showing the settings", [&] {
+    m_events.Run("showing the settings", [&] {
         if (m_justShown) {
             // All is filled; only now is there a window on the screen to raise.
             m_justShown = false;
@@ -275,13 +275,13 @@ void FormSettings::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!event->spontaneous()) {
         m_justShown = true;
-        Guard(m_services.failures, "showing the settings", [&] { Form_Activate(); });
+        m_events.Run("showing the settings", [&] { Form_Activate(); });
     }
 }
 
 void FormSettings::closeEvent(QCloseEvent* event) {
     event->ignore();
-    Guard(m_services.failures, "closing the settings", [&] {
+    m_events.Run("closing the settings", [&] {
         // A box that is being edited runs its check, as with the button.
         Command1->setFocus(Qt::OtherFocusReason);
         m_services.mainWindow.ReportSave(Form_Unload());

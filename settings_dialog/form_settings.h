@@ -18,6 +18,7 @@
 #include "settings_dialog/spell_texts_tab.h"
 #include "settings_dialog/spells_tab.h"
 #include "settings_dialog/user_spells_tab.h"
+#include "widgets/guarded_events.h"
 #include "widgets/page_button.h"
 
 namespace spellwick {
@@ -89,6 +90,7 @@ class FormSettings : public QDialog {
 
     SettingsServices m_services;
     SharedState& m_state;
+    const GuardedEvents m_events;
     CommonDialog m_commonDialog;
     QStackedLayout* m_panels = nullptr;
     SpellsTab* m_spells = nullptr;

@@ -57,10 +57,10 @@ GeneralTab::GeneralTab(const SettingsServices& services, CommonDialog& commonDia
                        QStringLiteral("Colour of the warning"))),
       Frame2(Named(new QGroupBox(QStringLiteral("Spell Timer"), this), QStringLiteral("Frame2"))),
       m_commonDialog(commonDialog) {
-    connect(ComboUOwindow, &QComboBox::activated, this,
-            [this] { Guarded("choosing a player", [&] { ClickUOwindow(); }); });
-    connect(LabelColor, &QAbstractButton::clicked, this,
-            [this] { Guarded("choosing a colour", [&] { ClickColor(); }); });
+    m_events.On(ComboUOwindow, &QComboBox::activated, "choosing a player",
+                [this] { ClickUOwindow(); });
+    m_events.On(LabelColor, &QAbstractButton::clicked, "choosing a colour",
+                [this] { ClickColor(); });
     MakeTimerOptions();
     PlaceControls();
 }
@@ -68,8 +68,8 @@ GeneralTab::GeneralTab(const SettingsServices& services, CommonDialog& commonDia
 QCheckBox* GeneralTab::MakeOption(const char* name, const char* caption,
                                   void (GeneralTab::*clicked)()) {
     auto* option = Named(new QCheckBox(QLatin1String(caption), this), QLatin1String(name));
-    connect(option, &QCheckBox::clicked, this,
-            [this, clicked] { Guarded("changing an option", [&] { (this->*clicked)(); }); });
+    m_events.On(option, &QCheckBox::clicked, "changing an option",
+                [this, clicked] { (this->*clicked)(); });
     return option;
 }
 
@@ -78,8 +78,8 @@ EntryBox* GeneralTab::MakeNumber(const char* name, const char* accessibleName,
     auto* box = Named(new EntryBox(this), QLatin1String(name), QLatin1String(accessibleName));
     box->setAlignment(Qt::AlignRight);
     box->setFixedWidth(48);
-    connect(box, &QLineEdit::textChanged, this,
-            [this, changed] { Guarded("changing an option", [&] { (this->*changed)(); }); });
+    m_events.On(box, &QLineEdit::textChanged, "changing an option",
+                [this, changed] { (this->*changed)(); });
     return box;
 }
 
@@ -90,8 +90,8 @@ void GeneralTab::MakeTimerOptions() {
         auto* option = Named(new QRadioButton(QLatin1String(kCaptions[mode]), Frame2),
                              IndexedName("optSpellTimer", static_cast<int>(mode)));
         row->addWidget(option);
-        connect(option, &QRadioButton::clicked, this,
-                [this] { Guarded("changing an option", [&] { ClickSpellTimer(); }); });
+        m_events.On(option, &QRadioButton::clicked, "changing an option",
+                    [this] { ClickSpellTimer(); });
         optSpellTimer[mode] = option;
     }
     row->addStretch();
@@ -179,7 +179,7 @@ void GeneralTab::ClickUOwindow() {
     }
     m_services.mainWindow.ParseClientTitle();
     m_services.mainWindow.LoadPlayer();
-    OnPlayerChanged();
+    emit PlayerChanged();
     m_services.mainWindow.UpdatePage();
 }
 

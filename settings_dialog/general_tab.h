@@ -57,9 +57,6 @@ class GeneralTab : public SettingsTab {
     void ClickColor();
     void ClickSpellTimer();
 
-    // Called after another player was loaded, ahead of the main window's UpdatePage.
-    std::function<void()> OnPlayerChanged = [] {};
-
     ChoiceBox* ComboUOwindow;
     QCheckBox* CheckAlwaysOnTop;
     QCheckBox* CheckDisplayVertical;
@@ -71,6 +68,10 @@ class GeneralTab : public SettingsTab {
     ColourPatch* LabelColor;
     QGroupBox* Frame2;
     std::array<QRadioButton*, 3> optSpellTimer{};
+
+  signals:
+    // Another player has been loaded; the main window's UpdatePage follows.
+    void PlayerChanged();
 
   private:
     QCheckBox* MakeOption(const char* name, const char* caption, void (GeneralTab::*clicked)());

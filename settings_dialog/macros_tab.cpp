@@ -51,8 +51,8 @@ MacrosTab::MacrosTab(const SettingsServices& services, CommonDialog& commonDialo
       ComboMacro(Named(new ChoiceBox(this), QStringLiteral("ComboMacro"),
                        QStringLiteral("Page of spells"))),
       m_commonDialog(commonDialog) {
-    connect(ComboMacro, &QComboBox::activated, this,
-            [this] { Guarded("choosing a page of spells", [&] { RefreshMacroPage(); }); });
+    m_events.On(ComboMacro, &QComboBox::activated, "choosing a page of spells",
+                [this] { RefreshMacroPage(); });
     for (int line = 0; line < kSlotCount; ++line) {
         Image[static_cast<std::size_t>(line)] =
             Named(new SpellPicture(services.pictures.clip[0], this), IndexedName("Image", line));
@@ -64,10 +64,10 @@ MacrosTab::MacrosTab(const SettingsServices& services, CommonDialog& commonDialo
                               QStringLiteral("CommandMacroWrite"));
     CommandMacroRead = Named(new QPushButton(QStringLiteral("Load Spell Macros from File"), this),
                              QStringLiteral("CommandMacroRead"));
-    connect(CommandMacroWrite, &QPushButton::clicked, this,
-            [this] { Guarded("saving the spell macros to a file", [&] { ClickWrite(); }); });
-    connect(CommandMacroRead, &QPushButton::clicked, this,
-            [this] { Guarded("loading the spell macros from a file", [&] { ClickRead(); }); });
+    m_events.On(CommandMacroWrite, &QPushButton::clicked, "saving the spell macros to a file",
+                [this] { ClickWrite(); });
+    m_events.On(CommandMacroRead, &QPushButton::clicked, "loading the spell macros from a file",
+                [this] { ClickRead(); });
     PlaceControls();
 }
 
@@ -80,8 +80,8 @@ void MacrosTab::MakeLine(int line) {
     made.key = Named(new EntryBox(this), IndexedName("TextMacro", line));
     made.key->setAlignment(Qt::AlignHCenter);
     connect(made.key, &EntryBox::GotFocus, made.key, &QLineEdit::selectAll);
-    connect(made.key, &EntryBox::LostFocus, this,
-            [this, line] { Guarded("changing a macro key", [&] { KeyLostFocus(line); }); });
+    m_events.On(made.key, &EntryBox::LostFocus, "changing a macro key",
+                [this, line] { KeyLostFocus(line); });
     made.alt = MakeMark("CheckAlt", "Alt", line, &MacrosTab::ClickAlt);
     made.ctrl = MakeMark("CheckCtrl", "Ctrl", line, &MacrosTab::ClickCtrl);
     made.shift = MakeMark("CheckShift", "Shift", line, &MacrosTab::ClickShift);
@@ -90,9 +90,8 @@ void MacrosTab::MakeLine(int line) {
 QCheckBox* MacrosTab::MakeMark(const char* name, const char* caption, int line,
                                void (MacrosTab::*clicked)(int)) {
     auto* mark = Named(new QCheckBox(QLatin1String(caption), this), IndexedName(name, line));
-    connect(mark, &QCheckBox::clicked, this, [this, line, clicked] {
-        Guarded("changing a macro key", [&] { (this->*clicked)(line); });
-    });
+    m_events.On(mark, &QCheckBox::clicked, "changing a macro key",
+                [this, line, clicked] { (this->*clicked)(line); });
     return mark;
 }
 

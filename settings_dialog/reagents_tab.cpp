@@ -45,8 +45,8 @@ ReagentsTab::ReagentsTab(const SettingsServices& services, QWidget* parent)
         auto* combo =
             Named(new ChoiceBox(this), IndexedName("ComboTransfer", list),
                   list == 0 ? QStringLiteral("Left container") : QStringLiteral("Right container"));
-        connect(combo, &QComboBox::activated, this,
-                [this, list] { Guarded("choosing a container", [&] { ClickTransfer(list); }); });
+        m_events.On(combo, &QComboBox::activated, "choosing a container",
+                    [this, list] { ClickTransfer(list); });
         ComboTransfer[static_cast<std::size_t>(list)] = combo;
     }
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
@@ -65,8 +65,8 @@ void ReagentsTab::MakeTypes() {
         option->setObjectName(IndexedName("RegType", type));
         option->setIcon(strip.Strip().copy(strip.Cell(type == 0 ? 0 : kMageryReagents)));
         option->setIconSize(strip.CellSize());
-        connect(option, &QToolButton::clicked, this,
-                [this] { Guarded("choosing reagents", [&] { ShowReagentType(); }); });
+        m_events.On(option, &QToolButton::clicked, "choosing reagents",
+                    [this] { ShowReagentType(); });
         RegType[at] = option;
     }
     RegType[0]->setChecked(true);
@@ -79,9 +79,8 @@ void ReagentsTab::MakeLine(i32 reagent) {
     line.right = MakeSide(BagSide::kRight, reagent);
     line.total = Named(new QLabel(this), IndexedName("LabelTotal", reagent));
     line.total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    connect(line.arrows, &TransferArrows::Pressed, this, [this, reagent](BagSide to) {
-        Guarded("moving a reagent", [&] { ClickArrow(reagent, to); });
-    });
+    m_events.On(line.arrows, &TransferArrows::Pressed, "moving a reagent",
+                [this, reagent](BagSide to) { ClickArrow(reagent, to); });
 }
 
 ReagentsTab::Side ReagentsTab::MakeSide(BagSide side, i32 reagent) {
@@ -93,14 +92,13 @@ ReagentsTab::Side ReagentsTab::MakeSide(BagSide side, i32 reagent) {
     auto* upDown = Named(new UpDown(*count, this),
                          IndexedName(isLeft ? "UpDownLeft" : "UpDownRight", reagent));
     connect(count, &EntryBox::GotFocus, count, &QLineEdit::selectAll);
-    connect(count, &EntryBox::LostFocus, this, [this, side, reagent] {
-        Guarded("changing the count of a reagent", [&] { CountLostFocus(side, reagent); });
-    });
-    connect(count, &CounterBox::KeyDropped, this, [this] { m_services.desktop.Beep(); });
+    m_events.On(count, &EntryBox::LostFocus, "changing the count of a reagent",
+                [this, side, reagent] { CountLostFocus(side, reagent); });
+    m_events.On(count, &CounterBox::KeyDropped, "changing the count of a reagent",
+                [this] { m_services.desktop.Beep(); });
     connect(count, &CounterBox::Stepped, upDown, &UpDown::Step);
-    connect(upDown, &UpDown::Changed, this, [this, side, reagent] {
-        Guarded("changing the count of a reagent", [&] { ArrowsChangedCount(side, reagent); });
-    });
+    m_events.On(upDown, &UpDown::Changed, "changing the count of a reagent",
+                [this, side, reagent] { ArrowsChangedCount(side, reagent); });
     return {name, upDown, count};
 }
 

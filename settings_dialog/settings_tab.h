@@ -2,10 +2,9 @@
 #pragma once
 
 #include <QWidget>
-#include <string_view>
-#include <utility>
 
 #include "settings_dialog/services.h"
+#include "widgets/guarded_events.h"
 
 namespace spellwick {
 
@@ -29,7 +28,10 @@ class SettingsTab : public QWidget {
   public:
     // `services` outlives the tab.
     SettingsTab(const SettingsServices& services, QWidget* parent)
-        : QWidget(parent), m_services(services), m_state(services.state) {}
+        : QWidget(parent),
+          m_services(services),
+          m_state(services.state),
+          m_events(services.failures, this) {}
 
     // The tab's steps of the load of the dialog, once for each run. The controls are there before.
     virtual void Load() {}
@@ -45,14 +47,9 @@ class SettingsTab : public QWidget {
     virtual bool TakesEntriesWhenLeft() const { return true; }
 
   protected:
-    // Runs a handler through the guard; `action` says in words what the user is doing.
-    template <typename Step>
-    void Guarded(std::string_view action, Step&& step) {
-        Guard(m_services.failures, action, std::forward<Step>(step));
-    }
-
     const SettingsServices& m_services;
     SharedState& m_state;
+    const GuardedEvents m_events;
 };
 
 }  // namespace spellwick

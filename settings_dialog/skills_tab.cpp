@@ -64,14 +64,14 @@ SkillsTab::SkillsTab(const SettingsServices& services, QWidget* parent)
     UpDownSkill = MakeSpin(*MinimumSkill[kCharacterLine], "UpDownSkill", kMostSkillSpun);
     for (int line = 0; line <= kCharacterLine; ++line) {
         const auto at = static_cast<std::size_t>(line);
-        connect(MinimumInt[at], &QLineEdit::textChanged, this,
-                [this, line] { Guarded("changing a skill", [&] { ChangeMinimumInt(line); }); });
-        connect(MinimumInt[at], &EntryBox::LostFocus, this,
-                [this, line] { Guarded("changing a skill", [&] { MinimumIntLostFocus(line); }); });
-        connect(MinimumSkill[at], &QLineEdit::textChanged, this,
-                [this, line] { Guarded("changing a skill", [&] { ChangeMinimumSkill(line); }); });
-        connect(MinimumSkill[at], &EntryBox::LostFocus, this,
-                [this] { Guarded("changing a skill", [&] { MinimumSkillLostFocus(); }); });
+        m_events.On(MinimumInt[at], &QLineEdit::textChanged, "changing a skill",
+                    [this, line] { ChangeMinimumInt(line); });
+        m_events.On(MinimumInt[at], &EntryBox::LostFocus, "changing a skill",
+                    [this, line] { MinimumIntLostFocus(line); });
+        m_events.On(MinimumSkill[at], &QLineEdit::textChanged, "changing a skill",
+                    [this, line] { ChangeMinimumSkill(line); });
+        m_events.On(MinimumSkill[at], &EntryBox::LostFocus, "changing a skill",
+                    [this] { MinimumSkillLostFocus(); });
     }
     MakeLabels();
     PlaceControls();
@@ -86,9 +86,8 @@ void SkillsTab::MakeGroups() {
         option->setIconSize({kIconSide, kIconSide});
         option->setMinimumHeight(kIconSide + kIconMargin);
         option->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
-        connect(option, &QToolButton::clicked, this, [this, group] {
-            Guarded("choosing a group of skills", [&] { ClickSkillType(group); });
-        });
+        m_events.On(option, &QToolButton::clicked, "choosing a group of skills",
+                    [this, group] { ClickSkillType(group); });
         SkillType[at] = option;
     }
     SkillType[0]->setChecked(true);
@@ -97,15 +96,15 @@ void SkillsTab::MakeGroups() {
 CounterBox* SkillsTab::MakeCounter(const char* name, int line, const QString& accessibleName) {
     auto* box = Named(new CounterBox(this), IndexedName(name, line), accessibleName);
     connect(box, &EntryBox::GotFocus, box, &QLineEdit::selectAll);
-    connect(box, &CounterBox::KeyDropped, this, [this] { m_services.desktop.Beep(); });
+    m_events.On(box, &CounterBox::KeyDropped, "changing a skill",
+                [this] { m_services.desktop.Beep(); });
     return box;
 }
 
 UpDown* SkillsTab::MakeSpin(CounterBox& box, const char* name, i32 most) {
     auto* spin = Named(new UpDown(box, this, most), QLatin1String(name),
                        box.accessibleName() + QStringLiteral(", up and down"));
-    connect(spin, &UpDown::Changed, this,
-            [this] { Guarded("changing a skill", [&] { UpdateChance(); }); });
+    m_events.On(spin, &UpDown::Changed, "changing a skill", [this] { UpdateChance(); });
     connect(&box, &CounterBox::Stepped, spin, &UpDown::Step);
     return spin;
 }
@@ -124,10 +123,10 @@ void SkillsTab::MakeLine(int line) {
                              QStringLiteral("Skill for success, line %1").arg(line + 1));
     MaximumSkill[at]->setAlignment(Qt::AlignRight);
     connect(MaximumSkill[at], &EntryBox::GotFocus, MaximumSkill[at], &QLineEdit::selectAll);
-    connect(MaximumSkill[at], &QLineEdit::textChanged, this,
-            [this, line] { Guarded("changing a skill", [&] { ChangeMaximumSkill(line); }); });
-    connect(MaximumSkill[at], &EntryBox::LostFocus, this,
-            [this, line] { Guarded("changing a skill", [&] { MaximumSkillLostFocus(line); }); });
+    m_events.On(MaximumSkill[at], &QLineEdit::textChanged, "changing a skill",
+                [this, line] { ChangeMaximumSkill(line); });
+    m_events.On(MaximumSkill[at], &EntryBox::LostFocus, "changing a skill",
+                [this, line] { MaximumSkillLostFocus(line); });
 
     TextChance[at] = Named(new EntryBox(this), IndexedName("TextChance", line),
                            QStringLiteral("Chance, line %1").arg(line + 1));
@@ -135,8 +134,7 @@ void SkillsTab::MakeLine(int line) {
     TextChance[at]->setReadOnly(true);
     // The tabulator passes by: the focus would be lost from here to the end of the dialog.
     TextChance[at]->setFocusPolicy(Qt::ClickFocus);
-    connect(TextChance[at], &EntryBox::GotFocus, this,
-            [this] { Guarded("entering a chance", [&] { OnFocusGivenAway(); }); });
+    connect(TextChance[at], &EntryBox::GotFocus, this, &SkillsTab::FocusGivenAway);
 }
 
 void SkillsTab::MakeLabels() {
@@ -157,8 +155,7 @@ void SkillsTab::MakeLabels() {
     CommandLHWS =
         Named(new QPushButton(QStringLiteral("Go to Lorehall website for more info"), this),
               QStringLiteral("CommandLHWS"));
-    connect(CommandLHWS, &QPushButton::clicked, this,
-            [this] { Guarded("opening a web page", [&] { ClickLHWS(); }); });
+    m_events.On(CommandLHWS, &QPushButton::clicked, "opening a web page", [this] { ClickLHWS(); });
 }
 
 void SkillsTab::PlaceControls() {

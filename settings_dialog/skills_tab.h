@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QToolButton>
 #include <array>
-#include <functional>
 
 #include "model/skill_entries.h"
 #include "settings_dialog/controls.h"
@@ -50,9 +49,6 @@ class SkillsTab : public SettingsTab {
     void MaximumSkillLostFocus(int line);
     void ClickLHWS();
 
-    // Takes the focus that a chance must not have.
-    std::function<void()> OnFocusGivenAway = [] {};
-
     std::array<QToolButton*, kSkillGroups> SkillType{};
     std::array<CounterBox*, kSlotCount + 1> MinimumInt{};
     std::array<CounterBox*, kSlotCount + 1> MinimumSkill{};
@@ -65,6 +61,10 @@ class SkillsTab : public SettingsTab {
 
     // The title of line 0 to 7, "lblSkillCircles(1)" to "lblSkillCircles(8)".
     QLabel& LblSkillCircles(int line) { return *m_titles[static_cast<std::size_t>(line)]; }
+
+  signals:
+    // A chance, which is read-only, has got the focus.
+    void FocusGivenAway();
 
   protected:
     void showEvent(QShowEvent* event) override;

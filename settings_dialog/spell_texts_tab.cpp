@@ -28,14 +28,14 @@ SpellTextsTab::SpellTextsTab(const SettingsServices& services, QWidget* parent)
                             QStringLiteral("CheckSendSuffix"))),
       SpellSuffix(Named(new QLineEdit(this), QStringLiteral("SpellSuffix"),
                         QStringLiteral("Suffix of all texts"))) {
-    connect(ComboSpellText, &QComboBox::activated, this,
-            [this] { Guarded("choosing a page of spells", [&] { RefreshSpellTextPage(); }); });
-    connect(CheckSpellText, &QCheckBox::clicked, this,
-            [this] { Guarded("changing an option", [&] { ClickSendText(); }); });
-    connect(CheckSendSuffix, &QCheckBox::clicked, this,
-            [this] { Guarded("changing an option", [&] { ClickSendSuffix(); }); });
-    connect(SpellSuffix, &QLineEdit::textChanged, this,
-            [this] { Guarded("changing the suffix", [&] { ChangeSuffix(); }); });
+    m_events.On(ComboSpellText, &QComboBox::activated, "choosing a page of spells",
+                [this] { RefreshSpellTextPage(); });
+    m_events.On(CheckSpellText, &QCheckBox::clicked, "changing an option",
+                [this] { ClickSendText(); });
+    m_events.On(CheckSendSuffix, &QCheckBox::clicked, "changing an option",
+                [this] { ClickSendSuffix(); });
+    m_events.On(SpellSuffix, &QLineEdit::textChanged, "changing the suffix",
+                [this] { ChangeSuffix(); });
     LiftLimit(*SpellSuffix);
     for (int row = 0; row < kSlotCount; ++row) {
         const auto at = static_cast<std::size_t>(row);
@@ -44,8 +44,8 @@ SpellTextsTab::SpellTextsTab(const SettingsServices& services, QWidget* parent)
         TextSpell[at] = Named(new QLineEdit(this), IndexedName("TextSpell", row),
                               QStringLiteral("Text of spell %1").arg(row + 1));
         LiftLimit(*TextSpell[at]);
-        connect(TextSpell[at], &QLineEdit::textChanged, this,
-                [this, row] { Guarded("changing the text of a spell", [&] { ChangeText(row); }); });
+        m_events.On(TextSpell[at], &QLineEdit::textChanged, "changing the text of a spell",
+                    [this, row] { ChangeText(row); });
     }
     PlaceControls();
     // By the keyboard as they stand: the page, its texts, then the switches.

@@ -61,20 +61,17 @@ SpellsTab::SpellsTab(const SettingsServices& services, QWidget* parent)
       Command3(Named(new QPushButton(QStringLiteral("Empty"), this), QStringLiteral("Command3"),
                      QStringLiteral("Empty the book"))),
       Line2(MakeLine(this, QStringLiteral("Line2"))) {
-    connect(ComboSpellLevel, &QComboBox::activated, this,
-            [this] { Guarded("choosing a page of spells", [&] { ClickSpellLevel(); }); });
-    connect(CheckPics, &QCheckBox::clicked, this,
-            [this] { Guarded("changing an option", [&] { ClickPics(); }); });
+    m_events.On(ComboSpellLevel, &QComboBox::activated, "choosing a page of spells",
+                [this] { ClickSpellLevel(); });
+    m_events.On(CheckPics, &QCheckBox::clicked, "changing an option", [this] { ClickPics(); });
     for (int row = 0; row < kSlotCount; ++row) {
         MakeRow(row);
     }
     for (int column = 0; column < kSpellColumns; ++column) {
         MakeColumn(column);
     }
-    connect(Command2, &QPushButton::clicked, this,
-            [this] { Guarded("filling the book", [&] { ClickFill(); }); });
-    connect(Command3, &QPushButton::clicked, this,
-            [this] { Guarded("emptying the book", [&] { ClickEmpty(); }); });
+    m_events.On(Command2, &QPushButton::clicked, "filling the book", [this] { ClickFill(); });
+    m_events.On(Command3, &QPushButton::clicked, "emptying the book", [this] { ClickEmpty(); });
     PlaceControls();
     // By the keyboard the buttons come last, as they stand.
     setTabOrder(RegPrice.back(), Command2);
@@ -92,9 +89,8 @@ void SpellsTab::MakeRow(int row) {
         box->setAlignment(Qt::AlignHCenter);
         m_reagents[static_cast<std::size_t>(cell - 1)] = box;
         connect(box, &EntryBox::GotFocus, box, &QLineEdit::selectAll);
-        connect(box, &EntryBox::LostFocus, this, [this, cell] {
-            Guarded("changing the reagents of a spell", [&] { ReagentLostFocus(cell); });
-        });
+        m_events.On(box, &EntryBox::LostFocus, "changing the reagents of a spell",
+                    [this, cell] { ReagentLostFocus(cell); });
     }
     SpellPrice[at] = Named(new QLineEdit(this), IndexedName("SpellPrice", row),
                            QStringLiteral("Cost of spell %1").arg(row + 1));
@@ -103,13 +99,12 @@ void SpellsTab::MakeRow(int row) {
     SpellPrice[at]->setFocusPolicy(Qt::ClickFocus);
     CheckBook[at] = Named(new QCheckBox(this), IndexedName("CheckBook", row),
                           QStringLiteral("Spell %1 is in the book").arg(row + 1));
-    connect(CheckBook[at], &QCheckBox::clicked, this,
-            [this, row] { Guarded("changing the book", [&] { ClickBook(row); }); });
+    m_events.On(CheckBook[at], &QCheckBox::clicked, "changing the book",
+                [this, row] { ClickBook(row); });
     CheckTown[at] = Named(new QCheckBox(this), IndexedName("CheckTown", row),
                           QStringLiteral("Spell %1 may not be cast in town").arg(row + 1));
-    connect(CheckTown[at], &QCheckBox::clicked, this, [this, row] {
-        Guarded("changing where a spell may be cast", [&] { ClickTown(row); });
-    });
+    m_events.On(CheckTown[at], &QCheckBox::clicked, "changing where a spell may be cast",
+                [this, row] { ClickTown(row); });
 }
 
 void SpellsTab::MakeColumn(int column) {
@@ -121,11 +116,11 @@ void SpellsTab::MakeColumn(int column) {
     price->setAlignment(Qt::AlignHCenter);
     RegPrice[at] = price;
     connect(price, &EntryBox::GotFocus, price, &QLineEdit::selectAll);
-    connect(price, &EntryBox::LostFocus, this,
-            [this] { Guarded("changing a price", [&] { RefreshSpellPage(); }); });
-    connect(price, &CounterBox::KeyDropped, this, [this] { m_services.desktop.Beep(); });
-    connect(price, &QLineEdit::textChanged, this,
-            [this, column] { Guarded("changing a price", [&] { ChangeRegPrice(column); }); });
+    m_events.On(price, &EntryBox::LostFocus, "changing a price", [this] { RefreshSpellPage(); });
+    m_events.On(price, &CounterBox::KeyDropped, "changing a price",
+                [this] { m_services.desktop.Beep(); });
+    m_events.On(price, &QLineEdit::textChanged, "changing a price",
+                [this, column] { ChangeRegPrice(column); });
 }
 
 void SpellsTab::PlaceControls() {

@@ -48,9 +48,8 @@ UserSpellsTab::UserSpellsTab(const SettingsServices& services, QWidget* parent)
             auto* number = new QLabel(QString::number(slot + 1), frame);
             grid->addWidget(number, slot, 0);
             grid->addWidget(combo, slot, 1);
-            connect(combo, &QComboBox::activated, this, [this, list] {
-                Guarded("choosing a user spell", [&] { ClickUserSpell(list); });
-            });
+            m_events.On(combo, &QComboBox::activated, "choosing a user spell",
+                        [this, list] { ClickUserSpell(list); });
         }
         grid->setRowStretch(kListsOfPage, 1);
         pages->addWidget(frame);

@@ -79,6 +79,7 @@ QLabel* MakeCaption(const char* text, QWidget* form) {
 FormInfo::FormInfo(const InfoServices& services)
     : m_services(services),
       m_state(services.state),
+      m_events(services.failures, this),
       m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()) {
     setObjectName(QStringLiteral("FormInfo"));
     setWindowTitle(QStringLiteral("Spellwick - Spell Info"));
@@ -160,13 +161,12 @@ void FormInfo::MakeBoxes(QGridLayout& grid) {
         const int column = index / kRows * 3;
         grid.addWidget(caption, index % kRows, column);
         grid.addWidget(box, index % kRows, column + 1);
-        connect(box, &CounterBox::textChanged, this, [this, index] {
-            Guard(m_services.failures, "entering a value", [&] { ChangeBox(index); });
-        });
+        m_events.On(box, &CounterBox::textChanged, "entering a value",
+                    [this, index] { ChangeBox(index); });
         connect(box, &CounterBox::GotFocus, box, &CounterBox::selectAll);
-        connect(box, &CounterBox::LostFocus, this,
-                [this] { Guard(m_services.failures, "showing a spell", [&] { LeaveBox(); }); });
-        connect(box, &CounterBox::KeyDropped, this, [this] { m_services.desktop.Beep(); });
+        m_events.On(box, &CounterBox::LostFocus, "showing a spell", [this] { LeaveBox(); });
+        m_events.On(box, &CounterBox::KeyDropped, "entering a value",
+                    [this] { m_services.desktop.Beep(); });
     }
     grid.setColumnStretch(2, 1);
 }
@@ -276,7 +276,7 @@ void FormInfo::changeEvent(QEvent* event) {
         return;
     }
     if (isActiveWindow()) {
-        Guard(m_services.failures, "showing a spell", [&] {
+        m_events.Run("showing a spell", [&] {
             m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
         });
         return;
@@ -285,7 +285,7 @@ void FormInfo::changeEvent(QEvent* event) {
     // Which it is, is known once the toolkit has settled it.
     QTimer::singleShot(0, this, [this] {
         if (!isActiveWindow() && QApplication::activeWindow() != nullptr) {
-            Guard(m_services.failures, "showing a spell", [&] { LeaveFocusedBox(); });
+            m_events.Run("showing a spell", [&] { LeaveFocusedBox(); });
         }
     });
 }
@@ -299,7 +299,7 @@ void FormInfo::closeEvent(QCloseEvent* event) {
 // What a box leaves over of its keys, such as Enter.
 void FormInfo::keyPressEvent(QKeyEvent* event) {
     if (!event->text().isEmpty()) {
-        Guard(m_services.failures, "entering a value", [&] { m_services.desktop.Beep(); });
+        m_events.Run("entering a value", [&] { m_services.desktop.Beep(); });
     }
 }
 

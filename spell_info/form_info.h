@@ -10,6 +10,7 @@
 #include "model/shared_state.h"
 #include "platform/desktop.h"
 #include "widgets/counter_box.h"
+#include "widgets/guarded_events.h"
 #include "widgets/pictures.h"
 
 class QGridLayout;
@@ -59,6 +60,7 @@ class FormInfo : public QWidget {
 
     InfoServices m_services;
     SharedState& m_state;
+    const GuardedEvents m_events;
     IconClip m_icons;
     QScrollArea* m_textArea = nullptr;
     QLabel* m_picture = nullptr;

@@ -29,6 +29,7 @@ void Place(Part& part, const QRect& box, bool shown) {
 FormTimer::FormTimer(const TimerServices& services, QPoint place)
     : m_services(services),
       m_state(services.state),
+      m_events(services.failures, this),
       m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()) {
     setObjectName(QStringLiteral("FormTimer"));
     setWindowTitle(QStringLiteral("SpellTimer"));
@@ -68,17 +69,13 @@ void FormTimer::MakeParts() {
     m_controls[kHide]->setAccessibleName(QStringLiteral("Hide the timers"));
     m_controls[kLayout]->setText(QStringLiteral("H"));
     m_controls[kLayout]->setAccessibleName(QStringLiteral("Row or column"));
-    connect(m_controls[kHide], &TimerControl::Clicked, this, [this] {
-        Guard(m_services.failures, "hiding the timers", [&] {
-            m_hiddenByUser = true;
-            Arrange();
-        });
+    m_events.On(m_controls[kHide], &TimerControl::Clicked, "hiding the timers", [this] {
+        m_hiddenByUser = true;
+        Arrange();
     });
-    connect(m_controls[kLayout], &TimerControl::Clicked, this, [this] {
-        Guard(m_services.failures, "arranging the timers", [&] {
-            ToggleLayout();
-            Arrange();
-        });
+    m_events.On(m_controls[kLayout], &TimerControl::Clicked, "arranging the timers", [this] {
+        ToggleLayout();
+        Arrange();
     });
 }
 
@@ -269,7 +266,7 @@ void FormTimer::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void FormTimer::mouseReleaseEvent(QMouseEvent* event) {
-    Guard(m_services.failures, "hiding the timers", [&] {
+    m_events.Run("hiding the timers", [&] {
         if (event->button() == Qt::LeftButton) {
             m_dragging = false;
         } else {
@@ -279,7 +276,7 @@ void FormTimer::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void FormTimer::paintEvent(QPaintEvent* /*event*/) {
-    Guard(m_services.failures, "showing the timers", [&] {
+    m_events.Run("showing the timers", [&] {
         // The window manager knows the window by now.
         if (m_state.AlwaysOnTop && !m_onTop) {
             m_onTop = true;
@@ -296,7 +293,7 @@ void FormTimer::hideEvent(QHideEvent* event) {
 // A window manager's way to close it is one more way to hide it.
 void FormTimer::closeEvent(QCloseEvent* event) {
     event->ignore();
-    Guard(m_services.failures, "hiding the timers", [&] { HideForUser(); });
+    m_events.Run("hiding the timers", [&] { HideForUser(); });
 }
 
 }  // namespace spellwick

@@ -13,6 +13,7 @@
 #include "platform/desktop.h"
 #include "timers/timer_parts.h"
 #include "timers/timer_plan.h"
+#include "widgets/guarded_events.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {
@@ -73,6 +74,7 @@ class FormTimer : public QWidget {
 
     TimerServices m_services;
     SharedState& m_state;
+    const GuardedEvents m_events;
     IconClip m_icons;
     TimerList m_timers;
     std::array<TimerLabel*, kTimerSlots> m_names{};       // lblSpellName
