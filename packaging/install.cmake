@@ -1,5 +1,5 @@
-# Where the program goes when it is installed: it looks for its two texts beside itself, so they all
-# lie in one folder, with a link to the program among the commands.
+# The program looks for its two text files beside itself, so all three are installed into one folder,
+# with a link to the program among the commands.
 include(GNUInstallDirs)
 
 set(SPELLWICK_HOME ${CMAKE_INSTALL_LIBDIR}/spellwick)
