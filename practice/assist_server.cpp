@@ -26,7 +26,7 @@ bool IsOurs(const QLocalSocket& socket) {
            peer.uid == geteuid();
 }
 
-// A folder of this user's that nobody else can look into; makes it if it is not there.
+// Opens a folder that belongs to this user and is closed to others; makes it if it is missing.
 bool MakeOwnFolder(const QByteArray& path) {
     if (mkdir(path.constData(), S_IRWXU) != 0 && errno != EEXIST) {
         return false;
@@ -75,7 +75,8 @@ bool AssistServer::Open() {
     }
     const QByteArray parent = QFile::encodeName(QFileInfo(m_folder).path());
     if (!MakeOwnFolder(parent) || !MakeOwnFolder(QFile::encodeName(m_folder))) {
-        return Fail(tr("The folder %1 cannot be made, or is another user's.").arg(m_folder));
+        return Fail(
+            tr("The folder %1 cannot be made, or it belongs to another user.").arg(m_folder));
     }
     const int folder =
         ::open(QFile::encodeName(m_folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -92,7 +93,7 @@ bool AssistServer::Fail(const QString& trouble) {
 }
 
 bool AssistServer::Listen(int folder) {
-    // By way of the open folder, whose own path may be longer than an address has room for.
+    // Go through the open folder: its own path may be too long for a socket address.
     const QByteArray path = QStringLiteral("/proc/self/fd/%1/%2")
                                 .arg(folder)
                                 .arg(QFileInfo(m_path).fileName())
@@ -166,7 +167,7 @@ int AssistServer::Unanswered() const {
 }
 
 void AssistServer::Read(int peer) {
-    // What a line starts may end the connection.
+    // Handling a line may end the connection.
     for (auto found = m_peers.find(peer); found != m_peers.end(); found = m_peers.find(peer)) {
         QLocalSocket& socket = *found->second.socket;
         const QByteArray start = socket.peek(kLongestToolLine);
@@ -181,7 +182,7 @@ void AssistServer::Read(int peer) {
         const std::string line = start.left(end).toStdString();
         const auto parsed = ParseToolLine(line);
         if (!parsed) {
-            Drop(peer, tr("a line breaks the form"));
+            Drop(peer, tr("a line is malformed"));
             return;
         }
         const auto* const message = std::get_if<ToolMessage>(&*parsed);

@@ -1,4 +1,4 @@
-// The socket on which the practice assist tool listens, and the programs that have come to it.
+// The socket on which the practice assist tool listens, and the programs connected to it.
 #pragma once
 
 #include <QLocalServer>
@@ -21,10 +21,10 @@ class AssistServer : public QObject {
     Q_OBJECT
 
   public:
-    // A message from a program, by the number of its connection; returns the answer.
+    // Called for a message, with the number of its connection; returns the answer.
     using Answerer = std::function<int(int peer, const ToolMessage& message)>;
 
-    // Listens nowhere yet. `name` is that of the socket, without its ending.
+    // Does not listen yet. `name` is the socket's, without the extension.
     AssistServer(QString folder, const QString& name, Answerer answerer);
     AssistServer(const AssistServer&) = delete;
     AssistServer& operator=(const AssistServer&) = delete;
@@ -33,10 +33,10 @@ class AssistServer : public QObject {
     // Greets each program with this title from now on.
     void SetTitle(const QString& title) { m_title = title; }
 
-    // Makes the folder, for this user alone, and listens; a socket that nobody listens on any more
-    // is replaced. False, with the reason in Trouble, if that fails.
+    // Makes the folder, for this user alone, and listens; a stale socket is replaced. False, with
+    // the reason in Trouble, if that fails.
     bool Open();
-    // Ends all connections and takes the socket away.
+    // Ends all connections and removes the socket.
     void Close();
     bool IsOpen() const { return m_server.isListening(); }
     const QString& Trouble() const { return m_trouble; }
@@ -46,12 +46,12 @@ class AssistServer : public QObject {
     bool Send(int peer, const ToolMessage& message);
     bool IsConnected(int peer) const { return m_peers.contains(peer); }
     int Connections() const { return static_cast<int>(m_peers.size()); }
-    // Messages to programs that are there still, and have not answered yet.
+    // Messages that programs still connected have not answered yet.
     int Unanswered() const;
 
   signals:
     void Connected(int peer);
-    // `reason` is empty for a program that has gone by itself.
+    // `reason` is empty for a program that closed the connection itself.
     void Gone(int peer, const QString& reason);
     // A line in either direction, after it has been handled.
     void LineIn(int peer, const QString& line);

@@ -1,4 +1,4 @@
-// The commands that the practice game takes on its standard input, one a line.
+// The commands that the practice game takes on its standard input, one per line.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@ struct GameCommand {
     Kind kind;
     // For kLogin: 1 to the number of characters.
     int character = 0;
-    // For kTitle: the whole title, also the empty one.
+    // For kTitle: the whole title, which may be empty.
     std::string title = {};
 
     bool operator==(const GameCommand&) const = default;

@@ -1,4 +1,4 @@
-// The window of the practice game: the scene, the journal, the characters to log in with.
+// The window of the practice game: the scene, the journal, and the characters to choose from.
 #pragma once
 
 #include <QLabel>
@@ -22,13 +22,13 @@ class GameWindow : public QWidget {
     // Every entry goes to `record` as well as to the journal on the window.
     explicit GameWindow(std::function<void(const JournalEntry&)> record);
 
-    // Does not handle kQuit: the owner of the program does.
+    // Handles every command but kQuit, which is left to the caller.
     void Obey(const GameCommand& command);
 
   protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    // Tab is a key like any other to the game.
+    // To the game, Tab is a key like any other.
     bool focusNextPrevChild(bool /*next*/) override { return false; }
 
   private:

@@ -1,4 +1,4 @@
-// What the practice game makes of the keys that reach it: keys, spells cast, lines spoken.
+// Turns the keys that reach the practice game into its journal: keys, spells cast, lines spoken.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ namespace spellwick::practice {
 // One key going down, as a game sees it.
 struct KeyPress {
     Modifiers modifiers;
-    // The key by the name on its cap ("1", "Q", ";", "F5", "Enter", "Backspace"); empty for a
-    // modifier key alone.
+    // The name on the key's cap ("1", "Q", ";", "F5", "Enter", "Backspace"); empty for a modifier
+    // key alone.
     std::string key;
     // The text that the key types, UTF-8; empty for a key that types none.
     std::string text;
@@ -29,8 +29,8 @@ struct JournalEntry {
 // One line of the written journal: "key Alt+1", "cast Clumsy", "say Kal Ort Por".
 std::string WrittenEntry(const JournalEntry& entry);
 
-// Collects typed characters into a line that Enter speaks. A key held with Ctrl or Alt, and a key
-// that types nothing, is an entry of its own; a macro key adds the spell that it casts.
+// Collects typed characters into a line that is spoken on Enter. A key with Ctrl or Alt held, or
+// one that types nothing, is an entry of its own; a macro key adds the spell that it casts.
 class SpeechLine {
   public:
     std::vector<JournalEntry> Press(const KeyPress& press);

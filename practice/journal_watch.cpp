@@ -21,7 +21,7 @@ bool JournalWatch::Follow(const QString& path) {
 
 bool JournalWatch::OpenFile() {
     m_unfinished.clear();
-    // The append makes the file without cutting off what another program has written.
+    // Opening for append creates the file without truncating what another program has written.
     QFile made(m_file.fileName());
     return made.open(QIODevice::Append) && m_file.open(QIODevice::ReadOnly) &&
            (m_watcher.files().contains(m_file.fileName()) || m_watcher.addPath(m_file.fileName()));
@@ -29,7 +29,7 @@ bool JournalWatch::OpenFile() {
 
 void JournalWatch::Read() {
     if (!QFile::exists(m_file.fileName())) {
-        // The watcher still has news of the old file, and would take the new one for it.
+        // The watcher still has a pending change of the old file and would take the new one for it.
         m_watcher.removePath(m_file.fileName());
         m_file.close();
         QTimer::singleShot(kSettleMs, this, [this] {

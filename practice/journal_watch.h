@@ -12,12 +12,12 @@ class JournalWatch : public QObject {
     Q_OBJECT
 
   public:
-    // Makes the file if it is not there. What stands in it already is passed over. False if the
-    // file cannot be read.
+    // Creates the file if it is missing; skips what is already in it. False if the file cannot be
+    // read.
     bool Follow(const QString& path);
 
   signals:
-    // Without its end.
+    // Without the line end.
     void Line(const QString& line);
 
   private:

@@ -67,7 +67,7 @@ struct CapSymbols {
     quint32 shifted = XKB_KEY_NoSymbol;
 };
 
-// The map is read anew for every key: layouts change while the game runs.
+// Read the keymap for every key: the layout may change while the game runs.
 std::optional<CapSymbols> SymbolsOfKeyCode(quint32 keyCode) {
     const auto* display = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (display == nullptr || keyCode == 0) {

@@ -7,11 +7,11 @@
 
 namespace spellwick::practice {
 
-// Without an X display the name is taken from the event alone.
+// Without an X display the name comes from the event alone.
 KeyPress PressOf(const QKeyEvent& event);
 
-// The name on the cap of a key that types `plain` alone and `shifted` with Shift, by key symbol
-// (X11). A layout that has its digits on Shift names these keys by the digit, as the game does.
+// The name on the cap of a key that gives the X11 key symbol `plain` alone and `shifted` with
+// Shift. Where a layout has its digits on Shift, the key is named by the digit, as in the game.
 // Empty for a modifier key.
 std::string CapName(quint32 plain, quint32 shifted);
 

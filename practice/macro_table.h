@@ -1,5 +1,5 @@
-// The macro keys of the practice game: which key casts which spell.
-// The game has this table of its own, as a player has set it up in the game's options.
+// The macro keys of the practice game: which key casts which spell. This table is the game's own,
+// as a player would set it up in the game's options.
 #pragma once
 
 #include <string>
@@ -18,8 +18,8 @@ struct Modifiers {
 // "Ctrl+Alt+Shift+Q": the modifiers always in this order, then the key.
 std::string ChordName(Modifiers modifiers, std::string_view key);
 
-// The spell that a chord casts; empty when it is no macro key. The key is named as on the key
-// cap, letters in upper case.
+// The spell that a chord casts; empty if it is not a macro key. The key is named as on its cap,
+// letters in upper case.
 std::string_view SpellOfChord(Modifiers modifiers, std::string_view key);
 
 }  // namespace spellwick::practice

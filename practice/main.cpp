@@ -1,5 +1,5 @@
-// spellwick-practice-game: a stand-in for the game's client, to try Spellwick on and to test it
-// with. It shows and writes down every key that reaches its window.
+// spellwick-practice-game: a stand-in for the game's client, for trying and testing Spellwick. It
+// shows and writes down every key that reaches its window.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -28,7 +28,7 @@ void WriteLine(const std::string& line) {
     std::fflush(stdout);
 }
 
-// Takes what has come in on standard input; false at its end.
+// Reads what has arrived on standard input; false at its end.
 bool ReadCommands(std::string& pending, GameWindow& window) {
     std::array<char, 4096> buffer{};
     const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
@@ -54,7 +54,7 @@ bool ReadCommands(std::string& pending, GameWindow& window) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    // The window class of the game: Qt makes it from these two names, as they stand.
+    // Qt makes the window class, which must be the game's, from these two names unchanged.
     QCoreApplication::setApplicationName(
         QString::fromLatin1(spellwick::practice::kWindowClass.data()));
     std::string nameOption = "-name";

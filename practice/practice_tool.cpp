@@ -184,7 +184,7 @@ int PracticeTool::Answer(int peer, const ToolMessage& message) {
     if (Lasts(Fault::kEarlyCount)) {
         SendDue();
     } else {
-        // The answer goes out before the first report.
+        // The answer must go out before the first report.
         QTimer::singleShot(0, this, &PracticeTool::SendDue);
     }
     return answer;

@@ -1,4 +1,4 @@
-// The practice assist tool without its window: the script, the socket, and the faults.
+// The practice assist tool without its window: script, socket and faults.
 #pragma once
 
 #include <QObject>
@@ -21,9 +21,9 @@ inline constexpr const char* kToolTitle = "UOAssist - Practice";
 struct ToolEvent {
     enum class Way { kIn, kOut, kNote };
     Way way;
-    // Of a line: the line as it stands. Of a note: a word and what it is about, in English.
+    // A line as it was sent, or a note: a keyword and what it is about.
     QString text;
-    // The second of two tools.
+    // From the second of two tools.
     bool second = false;
 };
 
@@ -33,7 +33,7 @@ class PracticeTool : public QObject {
   public:
     struct Parts {
         QString folder;
-        // Of the socket, without its ending.
+        // The socket's name, without the extension.
         QString name;
         std::function<ToolTime()> clock;
         ToolScript::Random random;
@@ -41,21 +41,21 @@ class PracticeTool : public QObject {
 
     explicit PracticeTool(Parts parts);
 
-    // False if it cannot listen; the reason is a note.
+    // False if it cannot listen; a note gives the reason.
     bool Open();
     void Close();
     bool IsOpen() const { return m_server.IsOpen(); }
     const QString& Path() const { return m_server.Path(); }
 
-    // Does everything but kState, kWait and kQuit, which are for the owner of the program.
+    // Handles every command but kState, kWait and kQuit, which are left to the caller.
     void Obey(const ToolCommand& command);
-    // A line of the game's journal: a cast, or a title that tells who is in the game. Any other
-    // line is passed over.
+    // Takes a line of the game's journal: a cast, or a title that says who is in the game. Any
+    // other line is ignored.
     void Watch(const QString& line);
-    // A name that is no spell's is passed over.
+    // An unknown name is ignored.
     void Cast(const QString& spell);
     void Play(Fault fault);
-    // Ends a fault that lasts.
+    // Ends a lasting fault.
     void Mend(Fault fault);
     void MendAll();
     bool Lasts(Fault fault) const { return m_lasting.contains(fault); }
@@ -65,7 +65,7 @@ class PracticeTool : public QObject {
     // Whether the program that registered the window is still there.
     bool Reaches(int window) const;
     int Connections() const { return m_server.Connections(); }
-    // Nothing is to be sent any more, and everything has been answered.
+    // Whether nothing is left to send and everything has been answered.
     bool Quiet() const;
 
   signals:

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 constexpr int kTooMuch = 40000;
 constexpr int kBurstReports = 200;
-// The last reports of the burst say how it is; one for each thing would do.
+// The last reports of the burst are true; one for each item would do.
 constexpr int kTrueReports = 60;
 constexpr int kStreamReports = 600;
 constexpr auto kBetweenStreamed = 5ms;
@@ -141,7 +141,7 @@ void PracticeTool::CloseFor(ToolTime time) {
 
 void PracticeTool::StartSecond() {
     Parts parts = m_parts;
-    // Behind the first one in the order of their names: programs talk to the last.
+    // After the first tool in the order of names: programs use the last.
     parts.name += QStringLiteral("2");
     m_second = std::make_unique<PracticeTool>(std::move(parts));
     connect(m_second.get(), &PracticeTool::Changed, this, &PracticeTool::Changed);
@@ -152,7 +152,7 @@ void PracticeTool::StartSecond() {
     m_second->Open();
 }
 
-// A program reads the title when it connects.
+// Programs read the title only when they connect.
 void PracticeTool::Retitle() {
     const QString title = QString::fromLatin1(kToolTitle);
     const bool open = IsOpen();

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes the settings that the practice starts with, if there are none yet: Mira Talon is a skilled
-mage with full bags, Bran Oakley a beginner, Ysolde has never been seen before. Below 40 mana
-Spellwick presses F12, the key of the Meditation skill.
+"""Makes the settings that the practice starts with, unless there are some: Mira Talon is a skilled
+mage with full bags, Bran Oakley a beginner, and Ysolde is unknown. Below 40 mana Spellwick presses
+F12, the key of the Meditation skill.
 
 Usage: prepare.py DATA_HOME
 """

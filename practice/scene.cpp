@@ -10,7 +10,7 @@
 namespace spellwick::practice {
 namespace {
 
-// All shapes are drawn on a stage of this size and scaled to the widget's.
+// Everything is drawn on a stage of this size and scaled to the widget.
 constexpr int kStageWidth = 520;
 constexpr int kStageHeight = 210;
 constexpr QPointF kMoon(404, 52);
@@ -24,7 +24,7 @@ void PaintSky(QPainter& painter) {
     sky.setColorAt(1.0, QColor(0x6d, 0x5a, 0x73));
     painter.fillRect(QRectF(0, 0, kStageWidth, kStageHeight), sky);
     for (int star = 0; star < 90; ++star) {
-        // Steps of the golden ratio strew the stars evenly and the same way each time.
+        // Steps of the golden ratio spread the stars evenly and reproducibly.
         const double x = std::fmod(star * 0.618034 * kStageWidth, kStageWidth);
         const double y = std::fmod(star * 0.754878 * 130.0, 130.0);
         const int light = 90 + (star * 53) % 140;

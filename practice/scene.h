@@ -1,5 +1,5 @@
-// The picture over the journal of the practice game: a hill at night, the character on it, and
-// the last words over the character's head.
+// The picture above the journal of the practice game: a hill at night, the character on it, and the
+// character's last words overhead.
 #pragma once
 
 #include <QString>
@@ -13,9 +13,9 @@ class Scene : public QWidget {
   public:
     explicit Scene(QWidget* parent);
 
-    // An empty name shows the hill without a character.
+    // With an empty name the hill is shown without a character.
     void ShowCharacter(const QString& name, const QString& server);
-    // A line over the character's head; `magic` lets the staff glow with it.
+    // Shows a line over the character's head; `magic` makes the staff glow.
     void ShowWords(const QString& words, bool magic);
 
   protected:

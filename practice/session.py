@@ -1,12 +1,11 @@
 #!/usr/bin/env python3
-"""Plays a short session of Spellwick beside the practice game and the practice assist tool in a
+"""Plays a short session of Spellwick with the practice game and the practice assist tool, on a
 virtual display of its own.
 
 Usage: session.py FOLDER_OF_THE_PROGRAMS OUTPUT_FOLDER
 
-Leaves numbered pictures and typed.txt, the journal of the practice game, in the output folder.
-Ends with 1 and says so if a step does not do what it should, and with 77 if a program that it
-needs is not installed.
+Leaves numbered screenshots and typed.txt, the journal of the practice game, in the output folder.
+Exits with 1 and a message if a step fails, and with 77 if a program that it needs is not installed.
 """
 import os
 import pathlib
@@ -20,9 +19,9 @@ import time
 PATIENCE = 15.0
 NOT_RUN = 77
 
-# Places in the wide arrangement of Spellwick's window, from the left edge of its client area for
-# the counters and buttons, from the first spell for the rest. The width of the buttons depends on
-# the font; all that is right of them has a fixed width.
+# Positions in the wide arrangement of Spellwick's window: counters and buttons from the left edge of
+# its client area, the rest from the first spell. The width of the buttons depends on the font;
+# everything to their right has a fixed width.
 WIDTH_FROM_FIRST_SPELL = 539
 SPELL_PITCH, SPELL_CENTRE = 44, (22, 40)
 CIRCLE_PITCH, CIRCLE_TOP, FIRST_CIRCLE = 35.2, 92, 2
@@ -33,7 +32,7 @@ MEDITATION = ("key F12", "key Enter")
 GAME_PLACE, TOOL_PLACE = "+30+190", "+570+190"
 SCREEN = "1460x720x24"
 
-# What the tool says that Mira's pack holds, less what the session casts after the count.
+# The stock that the tool reports for Mira, less what the session casts after the count.
 STOCK_AT_THE_END = {"MR 0": "148", "SA 0": "86", "SS 0": "73", "BM 0": "80", "CurrentTithing": " 15000"}
 
 
@@ -48,7 +47,7 @@ def wait_for(what, holds):
         if found:
             return found
         time.sleep(0.05)
-    raise Trouble(f"waited in vain: {what}")
+    raise Trouble(f"timed out: {what}")
 
 
 class Session:
@@ -107,7 +106,7 @@ class Session:
         return int(found[0]) if found else 0
 
     def picture(self, name, words):
-        time.sleep(0.25)  # the last strokes of the brush
+        time.sleep(0.25)  # let painting finish
         self.pictures += 1
         file = self.output / f"{self.pictures:02}-{name}.png"
         subprocess.run(["import", "-silent", "-window", "root", str(file)], env=self.environment,
@@ -132,7 +131,7 @@ class Session:
         return self.journal.read_text().splitlines() if self.journal.exists() else []
 
     def wait_typed(self, *lines):
-        """These lines stand one after the other at the end of the journal."""
+        """Waits until the journal ends with these lines."""
         wait_for(f"the game sees {lines}", lambda: self.typed()[-len(lines):] == list(lines))
 
     # The assist tool
@@ -150,12 +149,12 @@ class Session:
         self.tool.stdin.flush()
 
     def wait_told(self, start, times=1):
-        """The tool has said a line that starts so, for the time told."""
+        """Waits until the tool has printed so many lines that start like this."""
         wait_for(f"the tool says {start!r}", lambda: sum(
             line.startswith(start) for line in self.told.read_text().splitlines()) >= times)
 
     def wait_quiet(self):
-        """All that the tool has to report is reported and answered."""
+        """Waits until the tool has reported everything and got every answer."""
         quiet = self.told.read_text().splitlines().count("quiet")
         self.tell_tool("wait")
         self.wait_told("quiet", quiet + 1)
@@ -175,7 +174,7 @@ class Session:
                  lambda: f"Character: {name}" in self.xdotool("getwindowname", self.main))
 
     def move(self, place):
-        """Waits until the mouse is there; to wait where it is already would be in vain."""
+        """Waits until the mouse is there; --sync never returns if it is there already."""
         sync = [] if place == self.mouse else ["--sync"]
         self.mouse = place
         self.xdotool("mousemove", *sync, "--window", self.main, *map(round, place))
@@ -198,7 +197,7 @@ class Session:
                 row * COUNTER_PITCH + COUNTER_CENTRE[1])
 
     def count_button(self):
-        """The pixels of the middle of the button."""
+        """The pixels in the middle of the button."""
         left, top = COUNT[0] - 24, COUNT[1] - 8
         return subprocess.run(["import", "-silent", "-window", str(self.main), "-crop",
                                f"48x16+{left}+{top}", "rgb:-"], env=self.environment,
@@ -235,7 +234,7 @@ class Session:
         self.tell_game("login 2")
         self.wait_character("Bran Oakley")
         self.click(self.circle(1))
-        self.picture("switch", "Bran Oakley logs in, with stock, skills and book of his own")
+        self.picture("switch", "Bran Oakley logs in, with his own stock, skills and spellbook")
 
         self.click(self.spell(5))
         wait_for("the question about the book", lambda: self.window("^Spellwick$"))
@@ -248,7 +247,7 @@ class Session:
         self.end_spellwick()
 
     def cast(self, slot, key, spell, *after):
-        """A cast of Mira's, to the end of its keys."""
+        """Casts as Mira and waits for the last of the keys."""
         lines = [f"key {key}", f"cast {spell}", "key Enter", "say ... Alakazam ...", *after]
         before = len(self.typed())
         self.click(self.spell(slot))
@@ -260,7 +259,7 @@ class Session:
         self.start_tool()
         self.wait_told("in send 1224")
         self.wait_quiet()
-        self.tell_tool("idle off")  # mana stays as the casts leave it
+        self.tell_tool("idle off")  # no mana regenerates
         self.picture("linked", "the assist tool is there: skills and mana come from it")
 
         self.click(COUNT)
@@ -272,7 +271,7 @@ class Session:
         self.cast(5, "Alt+Shift+6", "Lightning")
         self.wait_told("cast Lightning")
         self.wait_quiet()
-        self.picture("reported", "Lightning is paid when the tool reports it, with its mana")
+        self.picture("reported", "Lightning is paid for when the tool reports it, with its mana")
 
         self.tell_tool("fizzle")
         self.wait_told("done fizzle")
@@ -293,12 +292,12 @@ class Session:
         count = self.count_button()
         self.tell_tool("close")
         self.wait_told("closed")
-        wait_for("the Count button goes off", lambda: self.count_button() != count)
+        wait_for("the Count button is disabled", lambda: self.count_button() != count)
         self.click(self.circle(4))
         self.tell_tool("mana 100")
         self.cast(5, "Alt+Shift+6", "Lightning")
         self.wait_told("cast Lightning", 2)
-        self.picture("closed", "the tool has closed: no count, and a cast is paid at the click")
+        self.picture("closed", "the tool has closed: no count, and a cast is paid for at the click")
 
         self.tell_tool("open")
         self.wait_told("in send 1224", 2)
@@ -337,11 +336,11 @@ def main():
     try:
         session.play()
     except (Trouble, OSError, subprocess.SubprocessError) as trouble:
-        print(f"The session broke off: {trouble}")
+        print(f"The session failed: {trouble}")
         return 1
     finally:
         session.end()
-    print(f"Pictures, and the keys that reached the game (typed.txt): {output}")
+    print(f"Screenshots, and the keys that reached the game (typed.txt): {output}")
     return 0
 
 

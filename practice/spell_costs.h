@@ -1,5 +1,5 @@
-// What each spell of the game costs, by the name that the practice game gives it and by the number
-// under which an assist tool reports it.
+// What each spell of the game costs, with its name in the practice game and the number under which
+// an assist tool reports it.
 #pragma once
 
 #include <span>
@@ -11,12 +11,12 @@ struct SpellCost {
     int number;  // 1 to 64, 101 to 117, 201 to 210
     std::string_view name;
     int mana;
-    // Codes of the reagents, one of each, with blanks between them.
+    // Codes of the reagents, one of each, separated by blanks.
     std::string_view reagents;
     int tithing;
 };
 
-// Null if there is no such spell.
+// Null if no spell has it.
 const SpellCost* FindSpell(std::string_view name);
 const SpellCost* FindSpell(int number);
 

@@ -10,22 +10,22 @@
 namespace spellwick::practice {
 
 const char* const kToolCommandHelp =
-    R"(Commands on standard input, one a line; the tool answers `done LINE` or `unknown LINE`:
-  gain ITEM N, lose ITEM N   the pack gets or loses N; ITEM as it is reported: 1 to 8, 100 to
-                             104, 200 for tithing points
+    R"(Commands on standard input, one per line; the tool answers `done LINE` or `unknown LINE`:
+  gain ITEM N, lose ITEM N   adds or takes N of an item, by its number in reports: 1 to 8,
+                             100 to 104, 200 for tithing points
   mana N, skill NUMBER N     sets mana, or a skill (0 to 57) in tenths, and reports it
-  cast SPELL                 a cast, as if the game had seen it
+  cast SPELL                 casts, as if the game had seen it
   fizzle                     the next cast fizzles before it is reported
-  send MESSAGE WPARAM LPARAM any report to all that are registered
-  fault NAME                 plays a fault of the menu
-  mend                       ends all faults that last
-  close, open                the tool goes away and comes back
-  logout                     the character logs out, and in again after 5 seconds
-  idle on, idle off          reports that come unasked: mana coming back, skills rising
+  send MESSAGE WPARAM LPARAM sends any report to every registered window
+  fault NAME                 plays a fault from the menu
+  mend                       ends all lasting faults
+  close, open                the tool disappears and comes back
+  logout                     the character logs out, and back in after 5 seconds
+  idle on, idle off          unasked reports on or off: mana regenerates, skills rise
   state                      writes `state open O connected C registered R mana M`
-  wait                       writes `quiet` as soon as all reports are sent and answered
+  wait                       writes `quiet` once all reports are sent and answered
   quit
-The tool writes `in LINE` and `out LINE` for each line of a socket, and what else happens.
+The tool writes `in LINE` and `out LINE` for each line on a socket, and what else happens.
 The second tool's lines start with `2 `.
 Faults:)";
 
@@ -33,7 +33,7 @@ namespace {
 
 constexpr std::size_t kMostWords = 4;
 
-// Words between single blanks; the last one takes the rest of the line.
+// Splits at single blanks; the last word takes the rest of the line.
 std::array<std::string_view, kMostWords> Words(std::string_view line) {
     std::array<std::string_view, kMostWords> words{};
     for (std::size_t word = 0; word < kMostWords; ++word) {

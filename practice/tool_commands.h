@@ -1,4 +1,4 @@
-// The commands that the practice assist tool takes on its standard input, one a line.
+// The commands that the practice assist tool takes on its standard input, one per line.
 #pragma once
 
 #include <optional>
@@ -30,7 +30,7 @@ struct ToolCommand {
         kQuit
     };
     Kind kind;
-    // For kGain and kLose the place in kStockItems, for kSkill the number of the skill, for kIdle
+    // For kGain and kLose the index in kStockItems, for kSkill the number of the skill, for kIdle
     // 0 or 1.
     int which = 0;
     // An amount, points of mana, tenths of a skill.
@@ -44,10 +44,10 @@ struct ToolCommand {
     bool operator==(const ToolCommand&) const = default;
 };
 
-// What the tool says of its commands at --help.
+// The part of --help that lists the commands.
 extern const char* const kToolCommandHelp;
 
-// Nothing for a line that is no command.
+// Nothing for a line that is not a command.
 std::optional<ToolCommand> ParseToolCommand(std::string_view line);
 
 }  // namespace spellwick::practice

@@ -1,4 +1,4 @@
-// The faults that the practice assist tool can play: what real tools do at bad times, and values
+// The faults that the practice assist tool can play: what real tools do at bad moments, and values
 // that no program expects.
 #pragma once
 
@@ -36,13 +36,13 @@ enum class Fault {
 
 struct FaultRow {
     Fault fault;
-    // For the standard input.
+    // Its name on the standard input.
     std::string_view name;
-    // For the menu.
+    // Its text in the menu.
     std::string_view caption;
-    // It stays until the tool is told to go back to the script.
+    // Whether it lasts until the tool is told to return to the script.
     bool lasts;
-    // Groups are apart in the menu.
+    // Groups are separated in the menu.
     int group;
 };
 

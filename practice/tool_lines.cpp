@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kSend = "send ";
 constexpr std::string_view kResult = "result ";
 
-// The number at the start of `text`, which ends there or goes on with a blank; takes both off.
+// Takes the number at the start of `text` off it, with the blank that may follow.
 std::optional<std::int32_t> TakeNumber(std::string_view& text) {
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);

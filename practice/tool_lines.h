@@ -1,4 +1,4 @@
-// The lines of the assist tool's socket, as the tool reads and writes them.
+// The lines on the assist tool's socket, as the tool reads and writes them.
 #pragma once
 
 #include <cstddef>
@@ -27,11 +27,11 @@ struct ToolResult {
     bool operator==(const ToolResult&) const = default;
 };
 
-// `send MESSAGE WPARAM LPARAM` or `result NUMBER` without its end; nothing for any other line.
-// Numbers of 32 bits with or without sign.
+// Reads `send MESSAGE WPARAM LPARAM` or `result NUMBER`, without the line end; nothing for any
+// other line. Numbers have 32 bits, with or without a sign.
 std::optional<std::variant<ToolMessage, ToolResult>> ParseToolLine(std::string_view line);
 
-// Without the end of the line.
+// Without the line end.
 std::string WrittenTitle(std::string_view title);
 std::string WrittenMessage(const ToolMessage& message);
 std::string WrittenResult(std::int32_t number);

@@ -1,5 +1,5 @@
-// spellwick-practice-tool: a stand-in for an assist tool, to try Spellwick on and to test it with.
-// It answers and reports by a script, casts what the practice game has seen, and plays faults.
+// spellwick-practice-tool: a stand-in for an assist tool, for trying and testing Spellwick. It
+// answers and reports by a script, casts what the practice game has seen, and plays faults.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -45,14 +45,14 @@ std::string State(const PracticeTool& tool) {
            std::to_string(tool.Script().Mana());
 }
 
-// Takes the commands of standard input.
+// Reads commands from standard input.
 class Console {
   public:
     explicit Console(PracticeTool& tool) : m_tool(tool) {
         QObject::connect(&tool, &PracticeTool::Changed, &tool, [this] { WriteQuiet(); });
     }
 
-    // What has come in; false at its end.
+    // Reads what has arrived; false at the end of the input.
     bool Read() {
         std::array<char, 4096> buffer{};
         const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());

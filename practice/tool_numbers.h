@@ -1,4 +1,4 @@
-// Numbers that an assist tool reports under: messages, what it counts, skills.
+// The numbers of an assist tool: its messages, the items that it counts, the skills.
 #pragma once
 
 #include <array>
@@ -29,7 +29,7 @@ struct StockItem {
     int atStart;
 };
 
-inline constexpr std::size_t kTithing = 13;  // place in the table
+inline constexpr std::size_t kTithing = 13;  // index in the table
 inline constexpr std::array<StockItem, 14> kStockItems{{
     {1, "BM", "Bloodmoss", 80},
     {2, "BP", "Black Pearl", 120},
@@ -55,7 +55,7 @@ struct KnownSkill {
 
 inline constexpr int kSkillCount = 58;
 inline constexpr int kMagerySkill = 25;
-// The skills of a caster; the others have no names here.
+// The skills that matter to a caster; the others are not named here.
 inline constexpr std::array<KnownSkill, 7> kCasterSkills{{
     {16, "Evaluating Intelligence", 1000},
     {25, "Magery", 1000},

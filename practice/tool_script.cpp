@@ -25,7 +25,7 @@ constexpr auto kManaToSkills = 2000ms;
 constexpr auto kLogoutToLogin = 5000ms;
 constexpr auto kBetweenGains = 10min;
 
-// Skills that the script names no value for.
+// The value of skills that the script does not set.
 int OtherSkill(int skill) {
     return skill * 37 % 501;
 }

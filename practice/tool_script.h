@@ -1,5 +1,5 @@
-// How the practice assist tool behaves: what it answers, and what it reports when. The time is a
-// parameter, so that a test can let it pass.
+// How the practice assist tool behaves: what it answers, and what it reports when. Time is a
+// parameter, so that a test can advance it.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@
 
 namespace spellwick::practice {
 
-// Since any moment that stays the same.
+// Measured from any fixed moment.
 using ToolTime = std::chrono::milliseconds;
 
 class ToolScript {
@@ -30,42 +30,42 @@ class ToolScript {
     ToolScript& operator=(const ToolScript&) = delete;
     ~ToolScript() = default;
 
-    // The answer to a message from a program; 0 for a message that the tool does not know.
+    // The answer to a program's message; 0 if the tool does not know the message.
     int Answer(const ToolMessage& message, ToolTime now);
 
     CastOutcome Cast(const SpellCost& spell, ToolTime now);
-    // Adds to the stock, or takes away; at least 0 is left. `item` is a place in kStockItems.
+    // Adds to the stock or takes from it, down to 0. `item` is an index in kStockItems.
     void Change(std::size_t item, int amount, ToolTime now);
     void SetMana(int mana, ToolTime now);
     // In tenths of a point.
     void SetSkill(int skill, int tenths, ToolTime now);
-    // Out of the game, and in again after five seconds.
+    // The character leaves the game and is back after five seconds.
     void Logout(ToolTime now);
-    // The game shows its login screen, for as long as it likes.
+    // The game shows its login screen until EnterGame.
     void LeaveGame(ToolTime now);
-    // A character enters the game; all about it is told to the programs that are registered.
+    // A character enters the game; everything about it is reported to the registered programs.
     void EnterGame(ToolTime now);
-    // The program of the tool starts again: it has forgotten who was registered. The character is
-    // the game's and stays as it is.
+    // The tool starts again and has forgotten who was registered. The character belongs to the game
+    // and does not change.
     void Restart();
 
-    // Stock, skills and mana as the other tool of this character knows them.
+    // Takes over stock, skills and mana from another tool of the same character.
     void CopyCharacter(const ToolScript& other);
 
-    // Reports that come unasked: mana that comes back, skills that rise.
+    // Turns unasked reports on or off: mana that regenerates, skills that rise.
     void SetIdle(bool on) { m_idle = on; }
     void SetAnswers(Answers answers) { m_answers = answers; }
     void SetSilentCount(bool silent) { m_silentCount = silent; }
-    // The stock is reported before the request for it has been answered.
+    // Whether the stock is reported before the request for it is answered.
     void SetEarlyCount(bool early) { m_earlyCount = early; }
-    // Of the next cast.
+    // How the next cast fizzles.
     void SetFizzle(Fizzle fizzle) { m_fizzle = fizzle; }
 
-    // The moment of the next report; nothing while none is to come.
+    // When the next report is due; nothing if none is.
     std::optional<ToolTime> NextDue(ToolTime now);
-    // The reports that are due by now, in their order, for every registered window.
+    // The reports that are due now, in order, for every registered window.
     std::vector<ToolMessage> TakeDue(ToolTime now);
-    // Reports that are to come, those that come unasked not counted.
+    // The number of reports to come, without the unasked ones.
     std::size_t Scheduled() const { return m_due.size(); }
 
     int Stock(std::size_t item) const { return m_stock.at(item); }
@@ -80,7 +80,7 @@ class ToolScript {
   private:
     struct Due {
         ToolTime at;
-        // What there is to report then.
+        // Makes the report when it is due.
         std::function<ToolMessage()> report;
         bool logsIn = false;
     };
@@ -102,7 +102,7 @@ class ToolScript {
     ToolMessage MageryReport() const;
 
     Random m_random;
-    std::vector<Due> m_due;  // in the order of time
+    std::vector<Due> m_due;  // in order of time
     std::optional<ToolTime> m_manaAt;
     std::optional<ToolTime> m_skillAt;
 
@@ -120,7 +120,7 @@ class ToolScript {
     bool m_silentCount = false;
     bool m_earlyCount = false;
     Answers m_answers = Answers::kScript;
-    bool m_secondAnswer = false;  // of kTwoThenOne
+    bool m_secondAnswer = false;  // for kTwoThenOne
     Fizzle m_fizzle = Fizzle::kNone;
 };
 

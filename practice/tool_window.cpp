@@ -171,14 +171,15 @@ QLayout* ToolWindow::MakeButtons() {
         row->addWidget(made);
         return made;
     };
-    m_gain = button("Gain", tr("&Gain"), tr("The marked thing comes into the pack"));
-    m_lose = button("Lose", tr("&Lose"), tr("The marked thing goes out of the pack"));
+    m_gain = button("Gain", tr("&Gain"), tr("Add to the selected item in the pack"));
+    m_lose = button("Lose", tr("&Lose"), tr("Take from the selected item in the pack"));
     row->addSpacing(16);
     m_fizzle = button("Fizzle", tr("Fi&zzle"), tr("The next cast fizzles and is not reported"));
     m_fizzle->setCheckable(true);
     row->addStretch(1);
-    m_close = button("Close", tr("&Close"), tr("The tool goes away, for the programs"));
-    m_open = button("ComeBack", tr("Come &back"), tr("The tool is there again, and knows nobody"));
+    m_close = button("Close", tr("&Close"), tr("Programs no longer find the tool"));
+    m_open = button("ComeBack", tr("Come &back"),
+                    tr("The tool is back and has forgotten who registered"));
     connect(m_gain, &QPushButton::clicked, this, [this] { Change(1); });
     connect(m_lose, &QPushButton::clicked, this, [this] { Change(-1); });
     connect(m_fizzle, &QPushButton::clicked, this, [this](bool on) {
@@ -216,7 +217,7 @@ void ToolWindow::MakeMenu() {
         m_lasting[row.fault] = action;
     }
     QMenu* character = menuBar()->addMenu(tr("C&haracter"));
-    QAction* idle = character->addAction(tr("&Mana comes back by itself"));
+    QAction* idle = character->addAction(tr("&Mana regenerates"));
     idle->setCheckable(true);
     idle->setChecked(true);
     connect(idle, &QAction::triggered, this, [this](bool on) {

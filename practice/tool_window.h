@@ -1,5 +1,5 @@
-// The window of the practice assist tool: what it knows, what it hears and says, and what the
-// player can do with it.
+// The window of the practice assist tool: what it knows, what it receives and sends, and the
+// controls for the player.
 #pragma once
 
 #include <QAction>

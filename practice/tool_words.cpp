@@ -16,7 +16,7 @@ QString FromView(std::string_view text) {
 QString StockWords(int number, int count) {
     const auto* const item = std::ranges::find(kStockItems, number, &StockItem::number);
     return item == kStockItems.end()
-               ? QObject::tr("Unknown thing %1: %2").arg(number).arg(count)
+               ? QObject::tr("Unknown item %1: %2").arg(number).arg(count)
                : QStringLiteral("%1: %2").arg(FromView(item->name)).arg(count);
 }
 
@@ -29,7 +29,7 @@ QString SkillWords(int number, int tenths) {
 
 QString CastWords(int number) {
     const SpellCost* const spell = FindSpell(number);
-    return spell == nullptr ? QObject::tr("A cast of number %1").arg(number)
+    return spell == nullptr ? QObject::tr("Spell number %1 is cast").arg(number)
                             : QObject::tr("%1 is cast").arg(FromView(spell->name));
 }
 

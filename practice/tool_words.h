@@ -1,4 +1,4 @@
-// What the lines of the assist tool's socket say, in words for its log.
+// Puts the lines on the assist tool's socket into words for its log.
 #pragma once
 
 #include <QString>
@@ -7,10 +7,10 @@
 
 namespace spellwick::practice {
 
-// For example "Garlic: 60"; the numbers as they stand for a message that is not known.
+// For example "Garlic: 60"; the bare numbers of an unknown message.
 QString WordsOf(const ToolMessage& message);
 
-// The same for a line of either direction.
+// The same for a line in either direction.
 QString WordsOfLine(const QString& line);
 
 }  // namespace spellwick::practice

@@ -1,5 +1,5 @@
-// spellwick-practice-game for Windows: a window of the game client's class that shows what is typed
-// into it, with characters to log in and out. Its menu switches between them.
+// spellwick-practice-game for Windows: a window of the client's class that shows what is typed into
+// it. Its menu logs characters in and out.
 #include <array>
 #include <bit>
 #include <deque>
@@ -14,8 +14,8 @@ namespace spellwick::practice {
 namespace {
 
 constexpr UINT kLogOut = 100;
-constexpr UINT kLogIn = 101;  // and the next ones, in the order of the roster
-// Tells a watching program how many keystrokes have come.
+constexpr UINT kLogIn = 101;  // and the following ones, in the order of the roster
+// Tells a watching program how many keystrokes have arrived.
 constexpr UINT kKeystrokesMessage = WM_APP;
 constexpr std::size_t kLines = 14;
 
@@ -78,7 +78,7 @@ bool IsHeld(int virtualKey) {
     return GetKeyState(virtualKey) < 0;
 }
 
-// The name of a key that is struck with Alt or Ctrl, or that gives no character; else empty.
+// The name of a key pressed with Alt or Ctrl, or of one that gives no character; else empty.
 std::wstring NameOfKeystroke(WPARAM virtualKey, LPARAM flags) {
     const bool function = virtualKey >= VK_F1 && virtualKey <= VK_F16;
     const bool held = IsHeld(VK_MENU) || IsHeld(VK_CONTROL);
@@ -113,10 +113,10 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             if (const std::wstring name = NameOfKeystroke(wParam, lParam); !name.empty()) {
                 game->AddKeystroke(window, name);
             }
-            // Alt+F4 and the menu's keys keep their meaning.
+            // Leave Alt+F4 and the menu's keys to the system.
             return DefWindowProcW(window, message, wParam, lParam);
         case WM_CHAR:
-            // What comes with Ctrl has been shown by its key.
+            // A key with Ctrl has already been shown.
             if (!IsHeld(VK_CONTROL)) {
                 game->AddCharacter(window, static_cast<wchar_t>(wParam));
             }

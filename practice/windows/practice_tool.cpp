@@ -33,7 +33,7 @@ HWND Registered(HWND window) {
     return std::bit_cast<HWND>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-// What is said to a program that hangs is not waited for without end.
+// The timeout keeps a hung program from hanging the tool.
 void Report(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     constexpr UINT kPatience = 5000;
     DWORD_PTR ignored = 0;
@@ -51,7 +51,7 @@ void Press(HWND window, const Button& button) {
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case kRegisterMessage:
-            // Room for one: who is known already is taken out, as real tools do it.
+            // There is room for one; registering again removes it, as in real tools.
             if (std::bit_cast<HWND>(wParam) == Registered(window)) {
                 SetWindowLongPtrW(window, GWLP_USERDATA, 0);
                 return 0;

@@ -1,4 +1,4 @@
-// What the practice programs have in common: a class of windows, and the loop of messages.
+// What the practice programs share: the window class and the message loop.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace spellwick::practice {
 
-// Text of ASCII alone, as the roster and the tables have it.
+// Takes ASCII only, which is all that the roster and the tables contain.
 inline std::wstring Wide(std::string_view text) {
     return {text.begin(), text.end()};
 }
@@ -25,8 +25,8 @@ inline void RegisterWindowClass(HINSTANCE instance, const std::wstring& name, WN
     RegisterClassW(&windowClass);
 }
 
-// Hands messages on until one says that the program ends. In a window of `dialogKeys` Tab and Space
-// work its buttons; null if there is none.
+// Dispatches messages until the program is told to end. In the window `dialogKeys`, Tab and Space
+// work the buttons; it may be null.
 inline void RunMessages(HWND dialogKeys) {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
