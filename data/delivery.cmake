@@ -1,9 +1,9 @@
-# The files that lie beside the program.
+# The files that belong beside the program.
 
 set(SPELLWICK_DATA_FOLDER ${CMAKE_CURRENT_LIST_DIR})
 
-# spellwick_copy_data(TARGET): building the target puts SpellData.txt and ReadMe.wri beside it, and
-# puts them there again when they have changed or are gone.
+# spellwick_copy_data(TARGET): building the target copies SpellData.txt and ReadMe.wri beside it, and
+# copies them again when they have changed or are missing.
 function(spellwick_copy_data target)
     get_target_property(folder ${target} RUNTIME_OUTPUT_DIRECTORY)
     if(NOT folder)

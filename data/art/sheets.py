@@ -1,4 +1,4 @@
-"""The picture files of the program: which there are, how large, and what is drawn on each."""
+"""The picture files of the program: their names, their sizes, and what is drawn on each."""
 
 import shutil
 import subprocess
@@ -14,7 +14,7 @@ GREY = ('<filter id="grey" filterUnits="userSpaceOnUse" x="0" y="0" width="{0}" 
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
 SMALL_ICON_LIMIT = 24
 
-# The whole strips: to look at, and for whoever wants all icons in one picture.
+# The whole strips, for looking at all icons in one picture.
 NOT_IN_PROGRAM = ("spells_colour.png", "spells_colour@2x.png", "spells_grey.png",
                   "spells_grey@2x.png")
 
@@ -83,7 +83,7 @@ class Grounds:
         return text + self._relief(relief, relief_opacity, w - 4, h - 4)
 
     def _relief(self, kind, opacity, w, h):
-        """A faint pattern on the ground that tells the schools apart."""
+        """A faint pattern on the ground that distinguishes the schools."""
         if kind == "ring":
             return (f'<circle r="{number(min(w, h) - 3)}" fill="none" stroke="#fff" '
                     f'stroke-opacity="{opacity}" stroke-width="2.4"/>')
@@ -110,8 +110,8 @@ CELL, COLUMNS, LINES = 84, 8, 12  # of the spell strips, in units of the vectors
 
 
 def spell_strips(folder, painter, grounds):
-    """Twelve rows of eight icons, drawn at 84 units a cell; in colour and in shades of grey. Each
-    row stands in a file of its own as well: the program shows one at a time and reads no more."""
+    """Twelve rows of eight icons, 84 units per cell, in colour and in shades of grey. Each row also gets
+    a file of its own: the program shows one row at a time and reads no more."""
     body = ""
     lines = [""] * LINES
     for row, _, ground, picture in read_table(folder / "spells.txt"):
