@@ -1,4 +1,4 @@
-// Reports that end the run, and reports to a run that ends before it has begun.
+// Reports that end the run, and reports that arrive when the start fails.
 #include <chrono>
 #include <filesystem>
 
@@ -13,7 +13,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// Each is the last thing that a run hears; the next run starts with what was counted.
+// Each of these reports ends a run; the next run starts with what was counted.
 class AssistToolEndsTheRun : public ToolDesk {
   protected:
     struct Row {
@@ -43,7 +43,7 @@ class AssistToolEndsTheRun : public ToolDesk {
         EXPECT_EQ(Stored(kGlobal, "CurrentPlayerName"), kMira);
     }
 
-    // Inside the handling of another report, which the box holds up.
+    // Arrives while another report is still being handled, because the message box is open.
     void GainIronWhileABoxStands() {
         ASSERT_NE(m_desk->Session().WaitForWindow("Spellwick"), 0U);
         const std::size_t before = CountTold("in result");
@@ -86,7 +86,7 @@ TEST_F(AssistToolEndsTheRun, NumbersThatAreNoSpells) {
     }
 }
 
-// Nothing of the settings has been read when the box comes, so nothing may be saved.
+// No settings have been read yet when the message box appears, so none may be saved.
 TEST_F(AssistToolEndsTheRun, NoReportWhileTheBoxOfABadSpellTableStands) {
     StartOthers();
     Prepare(kGlobal, {{"CurrentPlayerName", kMira}, {"MeditateLevel", "44"}});
@@ -99,7 +99,7 @@ TEST_F(AssistToolEndsTheRun, NoReportWhileTheBoxOfABadSpellTableStands) {
     const auto program = m_desk->Session().Spawn({(folder / "spellwick").string()});
     const xcb_window_t box = m_desk->Session().WaitForWindow("Missing File");
     ASSERT_NE(box, 0U) << program->Output();
-    // The tool tells all about the character to the program that has just registered.
+    // The tool reports everything about the character to a program that has just registered.
     ASSERT_TRUE(WaitTold("out result 1"));
     ASSERT_TRUE(WaitQuiet());
     m_desk->RestingPicture(box);

@@ -1,4 +1,4 @@
-// What a player sees of an assist tool that behaves, and of one that does not.
+// What a player sees of a well-behaved assist tool, and of a faulty one.
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -20,8 +20,8 @@ constexpr int kCount = 3;
 
 using Values = std::vector<std::pair<const std::string, std::string>>;
 
-// What the tool says that the pack holds. The store keeps Grave Dust under "DB" and Daemon Blood
-// under "GD".
+// The stock that the tool reports. The store keeps Grave Dust under "DB" and Daemon Blood under
+// "GD".
 const Values kPack{{"BM 0", "80"},  {"BP 0", "120"},
                    {"GA 0", "60"},  {"GI 0", "60"},
                    {"MR 0", "150"}, {"NI 0", "40"},
@@ -40,19 +40,19 @@ class AssistTool : public ToolDesk {
         ASSERT_TRUE(WaitTold("in send 1125", before + 1));
         ASSERT_TRUE(WaitQuiet());
     }
-    // Casts Heal, to the end of its keys.
+    // Casts Heal and waits for the last of the keys.
     void TypeHeal() {
         std::vector<std::string> expected = Typed();
         expected.insert(expected.end(), {"key Alt+4", "cast Heal", "key Enter"});
         ClickSpell(kHeal);
         ASSERT_TRUE(WaitTyped(expected)) << testing::PrintToString(Typed());
     }
-    // The same with all that the tool has to report of it.
+    // The same, and waits for all the reports of the cast.
     void CastHeal() {
         TypeHeal();
         ASSERT_TRUE(WaitQuiet());
     }
-    // Ends Spellwick as a user does, and has a look at what it has saved.
+    // Closes Spellwick as a user would and checks what it has saved.
     void ExpectSaved(const Values& values) {
         ASSERT_EQ(CloseSpellwick(), 0) << "it still answers";
         EXPECT_THAT(StoredSection(kMira), IsSupersetOf(values));
@@ -112,10 +112,10 @@ TEST_F(AssistTool, RefusedRegistration_IsAskedForTwiceASecondUntilItIsTaken) {
         EXPECT_TRUE(WaitTold(answer, refused + 2));
         const auto since = std::chrono::steady_clock::now();
         EXPECT_TRUE(WaitTold(answer, refused + 6));
-        // Two searches later, of which the first may come at once.
+        // After two searches; the first may come at once.
         EXPECT_GT(std::chrono::steady_clock::now() - since, std::chrono::milliseconds(800));
         EXPECT_EQ(CountTold("out result 1"), accepted);
-        // With a tool there a click costs nothing, and this one never reports.
+        // With a tool present a click costs nothing, and this tool never reports.
         CastHeal();
         TellTool("mend");
         ASSERT_TRUE(WaitTold("out result 1", accepted + 1));
@@ -133,7 +133,7 @@ TEST_F(AssistTool, ToolThatIsGoneForThreeSeconds_IsMissedAndRegisteredAnew) {
     const Picture there = CountButton();
     TellTool("fault gone-3000");
     EXPECT_TRUE(WaitOtherCountButton(there)) << "the button goes off";
-    TypeHeal();  // paid at the click
+    TypeHeal();  // paid for at the click
     ASSERT_EQ(CountTold("open"), 1U) << "the cast was to be while the tool was away";
     ASSERT_TRUE(WaitTold("out result 1", 2));
     m_desk->MoveMouse({1200, 1000});
@@ -152,7 +152,7 @@ TEST_F(AssistTool, ToolThatIsBackBeforeTheNextSearch_StaysSilent) {
     ASSERT_TRUE(WaitCharacter("Mira Talon"));
     ASSERT_TRUE(WaitTold("in send 1224", 2));
     TellTool("mend");
-    // The registration shows when the search of the second is; the next one finds the tool back.
+    // The registration marks the time of the search; the next search finds the tool back.
     ASSERT_TRUE(WaitTold("out result 1"));
     TellTool("fault gone-500");
     ASSERT_TRUE(WaitTold("open", 2));
@@ -196,7 +196,7 @@ TEST_F(AssistTool, TitleInLowerCase_IsNoTool) {
     TellTool("mend");
     ASSERT_TRUE(WaitTold("out result 1"));
     ASSERT_TRUE(WaitQuiet());
-    // Paid at the click, since there was no tool then.
+    // Paid for at the click, since there was no tool then.
     ExpectSaved({{"SS 0", "9"}, {"GA 0", "9"}, {"GI 0", "9"}});
 }
 
@@ -206,7 +206,7 @@ TEST_F(AssistTool, SilenceAfterACount_LeavesTheButtonWaitingUntilAReport) {
     m_desk->MoveMouse({1200, 1000});
     m_desk->RestingPicture(Window());
     const Picture rest = CountButton();
-    // The second row's report changes nothing, and lets the button rest all the same.
+    // The second row's report changes nothing, but still resets the button.
     for (const char* fault : {"fault unknown-items", "fault same-twice"}) {
         TellTool("fault silent-count");
         Count();
@@ -234,7 +234,7 @@ TEST_F(AssistTool, CountBeforeTheAnswer_IsTakenThenAndThere) {
     ExpectSaved(kPack);
 }
 
-// What it owes an answer for holds the window up once, for five seconds.
+// An unanswered message blocks the window once, for five seconds.
 TEST_F(AssistTool, ToolThatHangs_HoldsUpOneCountAndNothingElse) {
     using std::chrono::steady_clock;
     PrepareMage(kMira, 10);

@@ -160,7 +160,7 @@ TEST_F(CastingEndToEnd, ClientClosesInACast_ProgramGoesOnAndNothingIsStuck) {
         ClickSpell(kHeal);
         std::this_thread::sleep_for(delay);
         EndGame(SIGKILL);
-        // The rest of the line goes to nobody.
+        // No window gets the rest of the line.
         std::this_thread::sleep_for(3s);
         EXPECT_EQ(m_desk->Session().Keyboard().keysDown, KeyboardState{}.keysDown) << delay.count();
         ASSERT_TRUE(Spellwick().Runs()) << delay.count();

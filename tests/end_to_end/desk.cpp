@@ -137,7 +137,7 @@ void Desk::MoveMouse(xcb_window_t window, Place inWindow) const {
 void Desk::Button(int button, bool down) const {
     xcb_test_fake_input(m_session->Connection(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE,
                         static_cast<std::uint8_t>(button), XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    // What comes while a press is held back can overtake it: the release would be where the mouse
+    // Later events can overtake a press that is held back: the release would happen where the mouse
     // is by then, and the next press would be lost.
     EXPECT_TRUE(m_session->SyncWindowManager());
 }

@@ -1,4 +1,4 @@
-// A private desktop with a mouse and eyes: what the end-to-end tests click and look at.
+// A private desktop that the end-to-end tests can click on and look at.
 #pragma once
 
 #include <cstdint>
@@ -33,32 +33,32 @@ class Desk {
 
     XSession& Session() { return *m_session; }
 
-    // The newest managed and visible window whose title starts so; 0 if there is none.
+    // The newest managed and visible window whose title starts like this; 0 if there is none.
     xcb_window_t FindWindow(std::string_view start) const;
     xcb_window_t WaitWindow(std::string_view start) const;
     bool WaitGone(xcb_window_t window) const;
 
-    // Where a window's client area lies on the screen.
+    // The position of a window's client area on the screen.
     Area AreaOf(xcb_window_t window) const;
     Picture PictureOf(xcb_window_t window) const;
-    // The window's picture once it has stayed the same for a while.
+    // The window's picture, once it has not changed for a while.
     Picture RestingPicture(xcb_window_t window) const;
-    // The words of a property that holds atoms, for example _NET_WM_STATE.
+    // The names in a property that holds atoms, for example _NET_WM_STATE.
     std::vector<std::string> AtomsOf(xcb_window_t window, const std::string& property) const;
 
     void MoveMouse(Place onScreen) const;
     void MoveMouse(xcb_window_t window, Place inWindow) const;
-    // A button (1 left, 3 right) goes down or up where the mouse is.
+    // Presses or releases a button (1 left, 3 right) where the mouse is.
     void Button(int button, bool down) const;
     void PressButton(int button = 1) const;
     void Click(xcb_window_t window, Place inWindow) const;
-    // One key down and up, by key symbol.
+    // Presses and releases one key, by key symbol.
     void Tap(std::uint32_t keysym) const;
     void Hold(std::uint32_t keysym, bool down) const;
-    // Digits, '+' and '-' of the us layout.
+    // Types digits, '+' and '-' on the US layout.
     void Type(std::string_view text) const;
 
-    // What a click on the title bar's cross does.
+    // Does what a click on the close button of the title bar does.
     void AskToClose(xcb_window_t window) const;
 
   private:

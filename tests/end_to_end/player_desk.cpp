@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// All that is right of the command buttons, whose width depends on the font, has a fixed width.
+// The width of the command buttons depends on the font; everything to their right has a fixed
+// width.
 constexpr int kWidthFromFirstSpell = 539;
 constexpr int kSlotPitch = 44;
 

@@ -1,4 +1,4 @@
-// The desktop of a player, ready for a test: Spellwick, the practice game, and a store of its own.
+// A player's desktop, ready for a test: Spellwick, the practice game, and a separate store.
 #pragma once
 
 #include <filesystem>
@@ -23,47 +23,47 @@ inline constexpr const char* kGlobal = "Settings";
 class PlayerDesk : public testing::Test {
   protected:
     void SetUp() override;
-    // No key is down, and locks and key map are as they were.
+    // Checks that no key is down and that locks and keymap are as before.
     void TearDown() override;
 
-    // The folder that this test program and the others lie in.
+    // The folder of this test program and the others.
     static std::filesystem::path Programs();
 
-    // A mage with every spell in the book and `stock` of each reagent, in the store before the
-    // start.
+    // Puts a mage with every spell in the spellbook and `stock` of each reagent into the store,
+    // before the start.
     void PrepareMage(const std::string& title, int stock);
     void Prepare(const std::string& section, const std::map<std::string, std::string>& values);
     std::filesystem::path StoreFile() const;
-    // The value as another process sees it now; "" when it is not there.
+    // The value as another process sees it now; "" if it is missing.
     std::string Stored(const std::string& section, const std::string& key) const;
-    // Stock of the first thirteen reagents in the first bag, by their keys in the store.
+    // The stock of the thirteen reagents in the first bag, by their keys in the store.
     SectionValues StoredSection(const std::string& section) const;
 
     void StartGame();
-    // A line of the game's own commands, for example "login 1".
+    // Sends the game a command, for example "login 1".
     void TellGame(const std::string& command);
-    // What the game has written down, without its titles.
+    // The game's journal, without the titles.
     std::vector<std::string> Typed() const;
     bool WaitTyped(const std::vector<std::string>& lines);
     ChildProcess& Game() { return *m_game; }
     void EndGame(int signal);
 
-    // Starts Spellwick and waits for its window to be in place.
+    // Starts Spellwick and waits until its window has its place.
     void StartSpellwick();
     ChildProcess& Spellwick() { return *m_spellwick; }
     xcb_window_t Window() const { return m_window; }
     bool WaitCharacter(const std::string& name) const;
-    // Closes the window as its cross does; the exit code.
+    // Closes the window as its close button does; returns the exit code.
     std::optional<int> CloseSpellwick();
-    // Both, with the game logged in as the first character (Mira).
+    // Starts the game and Spellwick, and logs in the first character (Mira).
     void StartBoth();
 
-    // Places in the wide arrangement. Slots 0 to 7, reagents 1 to 13, commands 0 to 4.
+    // Positions in the wide arrangement. Slots 0 to 7, reagents 1 to 13, commands 0 to 4.
     Place Spell(int slot) const;
     static Place Counter(int reagent);
     static Place Command(int index);
     void ClickSpell(int slot) { m_desk->Click(m_window, Spell(slot)); }
-    // The window's picture after the mouse was over a spell, with neither mouse nor focus on it.
+    // The window's picture after the mouse has left a spell, without mouse or focus on it.
     Picture QuietPicture(int slot);
 
     std::unique_ptr<Desk> m_desk;

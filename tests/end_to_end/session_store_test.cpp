@@ -15,14 +15,14 @@ namespace {
 
 constexpr const char* kDorn = "Ultima Online - Dorn \u0141uk\u00e4 (Oak Hill)";
 
-// Where windows stood is each desktop's own affair.
+// Window positions depend on the desktop, so leave them out.
 bool IsPlace(const std::string& key) {
     return key.ends_with("Top") || key.ends_with("Left");
 }
 
 class PlayedSession : public ToolDesk {
   protected:
-    // The reports of which tests/windows/play.py makes the same.
+    // The reports; tests/windows/play.py sends the same ones.
     void ReportAll() {
         TellTool("send 1328 100 0");
         TellTool("send 1329 100 100");
@@ -35,7 +35,7 @@ class PlayedSession : public ToolDesk {
         ASSERT_TRUE(WaitQuiet());
     }
 
-    // All lines "section|key|value" but those of places.
+    // All lines "section|key|value" except window positions.
     std::set<std::string> Picture() const {
         SqliteSettingsStore store(StoreFile());
         EXPECT_EQ(store.Connect(), StoreState::kReady) << store.Reason();

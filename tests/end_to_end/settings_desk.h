@@ -1,4 +1,4 @@
-// The settings dialog on a player's desktop, used by mouse and keyboard.
+// The settings dialog on a player's desktop, operated by mouse and keyboard.
 #pragma once
 
 #include <string>
@@ -23,7 +23,7 @@ enum Tab {
 
 class SettingsInTheProgram : public PlayerDesk {
   protected:
-    // Opens the dialog; the focus stands on the first button of the strip at the first opening.
+    // Opens the dialog; the first time, the focus is on the first tab button.
     void OpenDialog() {
         m_desk->Click(Window(), Command(kSettingsButton));
         m_dialog = m_desk->WaitWindow("Spellwick - Settings");
@@ -36,7 +36,7 @@ class SettingsInTheProgram : public PlayerDesk {
             m_desk->Tap(XKB_KEY_Tab);
         }
     }
-    // Opens the dialog anew and the tab by the keyboard; the focus stands on its first control.
+    // Opens the dialog again and the tab by the keyboard; the focus is on its first control.
     void OpenTab(int tab) {
         OpenDialog();
         Tabs(tab);
@@ -53,7 +53,7 @@ class SettingsInTheProgram : public PlayerDesk {
         m_desk->AskToClose(m_dialog);
         ASSERT_TRUE(m_desk->WaitGone(m_dialog));
     }
-    // The box or dialog that came up last, in front of the settings; 0 if none comes.
+    // The message box or dialog that opened last, in front of the settings; 0 if none opens.
     xcb_window_t WaitBox() {
         xcb_window_t box = 0;
         const bool stands = WaitUntil([&] {
@@ -63,7 +63,7 @@ class SettingsInTheProgram : public PlayerDesk {
         });
         return stands ? box : 0;
     }
-    // Answers it by its default button.
+    // Answers it with its default button.
     void AnswerBox() {
         const xcb_window_t box = WaitBox();
         ASSERT_NE(box, 0U) << m_boxTitle;

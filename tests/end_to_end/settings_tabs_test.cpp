@@ -1,5 +1,5 @@
-// Macros, skills and stocks edited in the real program, and found again after the next start; keys
-// that are refused; the client's macro file.
+// Macros, skills and stocks that are edited in the real program and still there after a restart;
+// keys that are refused; the client's macro file.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Contains;
 
-// Bytes of a part of a window's picture, which has four for each pixel.
+// The bytes of a part of a window's picture, four for each pixel.
 Picture Cut(const Picture& whole, const Area& window, const Area& part) {
     Picture cut;
     for (int y = part.y; y < part.y + part.height; ++y) {
@@ -38,7 +38,7 @@ std::string BytesOf(const std::filesystem::path& path) {
 
 class TabsInTheProgram : public SettingsInTheProgram {
   protected:
-    // Mira with ten of each reagent, and the dialog at a tab.
+    // Mira with ten of each reagent, and the dialog opened at a tab.
     void StartAtTab(int tab) {
         PrepareMage(kMira, 10);
         StartBoth();
@@ -48,12 +48,12 @@ class TabsInTheProgram : public SettingsInTheProgram {
         StartSpellwick();
         ASSERT_TRUE(WaitCharacter("Mira Talon"));
     }
-    // Into the box of the left bag's first reagent.
+    // Types into the edit of the left bag's first reagent.
     void TypeStock(std::string_view amount) {
         Tabs(2);
         m_desk->Type(amount);
     }
-    // By the arrows next to that box.
+    // Clicks the arrows next to that edit.
     void MoveOneToTheRight() {
         Tabs(1);
         m_desk->Tap(XKB_KEY_Right);
@@ -170,7 +170,7 @@ TEST_F(TabsInTheProgram, RefusedKey_TheButtonThatWasPressedIsNotDrawnPressed) {
     AnswerBox();
     ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_dialog; }));
     EXPECT_EQ(PictureOfOk(), before);
-    // The focus is in the box again, with its text selected.
+    // The focus is back in the edit, with its text selected.
     m_desk->Type("q");
     PressOk();
     ASSERT_EQ(CloseSpellwick(), 0);
@@ -183,7 +183,7 @@ TEST_F(TabsInTheProgram, RefusedKeysSideBySide_AskOnce) {
     StartBoth();
     OpenTab(kMacros);
     Tabs(5);
-    // From the second key straight to the third, which stands below it.
+    // From the second key straight to the third, which is below it.
     m_desk->Click(m_dialog, {80, 176});
     AnswerBox();
     ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_dialog; }));
@@ -215,7 +215,7 @@ TEST_F(TabsInTheProgram, SaveToFile_WritesAllBlocksAndEndsWithAReport) {
     EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--{F9}") << "the data are saved all the same";
 }
 
-// The dialog starts in the client's folder: the name alone is enough.
+// The dialog starts in the client's folder, so the file name alone is enough.
 TEST_F(TabsInTheProgram, LoadFromFile_FindsTheClientsFolderAndTakesItsKeys) {
     PrepareMage(kMira, 10);
     unsetenv("WINEPREFIX");

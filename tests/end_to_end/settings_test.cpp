@@ -1,5 +1,5 @@
-// The settings dialog in the real program: opened, used by mouse and keyboard, closed, and found
-// again after the next start.
+// The settings dialog in the real program: opened, used by mouse and keyboard, closed, and the same
+// after a restart.
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -78,7 +78,7 @@ TEST_F(SettingsInTheProgram, UserSpellAndText_BelongToTheCharacter) {
     EXPECT_TRUE(WaitStored(kMira, "User1", "2"));
 
     OpenDialog();
-    // The strip keeps the tab that was open; the focus comes back to where it was: on OK.
+    // The tab that was open is kept; the focus returns to where it was, on OK.
     Tabs(1 + kSpellTexts);
     m_desk->Tap(XKB_KEY_space);
     m_desk->RestingPicture(m_dialog);

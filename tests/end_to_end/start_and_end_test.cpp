@@ -1,4 +1,4 @@
-// Starts and ends: what must be there, what is told when it is not, and what is kept.
+// Starts and ends: what must be present, the message when it is not, and what is kept.
 #include <algorithm>
 #include <csignal>
 #include <fstream>
@@ -25,7 +25,7 @@ constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
 
 using StartAndEnd = PlayerDesk;
 
-// The keys whose values differ, with both.
+// The keys whose values differ, with both values.
 std::vector<std::string> Differences(const SectionValues& before, const SectionValues& after) {
     const auto text = [](const SectionValues& values, const std::string& key) {
         const auto found = values.find(key);
@@ -48,8 +48,8 @@ std::vector<std::string> Differences(const SectionValues& before, const SectionV
 
 TEST_F(StartAndEnd, CloseAndStart_FindsEverythingAsItWas) {
     PrepareMage(kMira, 10);
-    // A macro without a key is written in three characters, and read as one with a blank for its
-    // key; here it has been read before.
+    // A macro without a key is written as three characters, and read back with a blank as its key;
+    // here it has already been read once.
     for (int number = 91; number <= 95; ++number) {
         Prepare(kGlobal, {{"Macro " + std::to_string(number), "--- "}});
     }
@@ -92,7 +92,7 @@ TEST_F(StartAndEnd, EndSignals_SaveAsARegularEnd) {
     }
 }
 
-// What a process has used of the processor so far.
+// Processor time that a process has used so far.
 double ProcessorSeconds(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     const std::string text{std::istreambuf_iterator<char>(file), {}};
@@ -126,7 +126,7 @@ TEST_F(StartAndEnd, EndSignalWhileTheStoreIsLocked_TheBoxStandsAtRest) {
     EXPECT_TRUE(Spellwick().WaitForEnd(10s).has_value());
 }
 
-// The save of the end is hit at different points, from before its start to after its end.
+// Kills the program at different points of its final save, from before it to after it.
 TEST_F(StartAndEnd, KillDuringTheSave_LeavesTheOldOrTheNewState) {
     PrepareMage(kMira, 10);
     Prepare(kGlobal, {{"CurrentPlayerName", kMira}});

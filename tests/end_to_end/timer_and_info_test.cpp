@@ -37,7 +37,7 @@ class TimerEndToEnd : public PlayerDesk {
     int BlueColumns(xcb_window_t window, int slot) const {
         const Area area = m_desk->AreaOf(window);
         const Picture picture = m_desk->PictureOf(window);
-        // Four slots of 48 pixels, and 44 from the top of the last one to the end.
+        // Four slots, 48 pixels apart, and 44 pixels from the top of the last one to the end.
         const int row = area.height - 3 * 48 - 44 + 48 * slot + 42 + 1;
         int blue = 0;
         for (int x = 2; x < 44; ++x) {
@@ -70,7 +70,7 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
     EXPECT_TRUE(WaitUntil([&] { return BlueColumns(timer, 0) < full; }));
     EXPECT_TRUE(GameHasKeyboard());
 
-    // Dragged, turned into a row and back, it leaves the keyboard where it is.
+    // Dragging it and turning it into a row and back does not move the keyboard focus.
     m_desk->MoveMouse(timer, {20, 60});
     m_desk->Button(1, true);
     m_desk->MoveMouse(Place{1040, 300});
@@ -89,7 +89,7 @@ TEST_F(TimerEndToEnd, Cast_ShowsABarThatShrinksAndTheGameKeepsTheKeyboard) {
     m_desk->Tap(XKB_KEY_F5);
     EXPECT_TRUE(WaitUntil([&] { return Typed().size() == 4; }));
 
-    // The right button hides it, the next cast brings it back.
+    // A right click hides it; the next cast brings it back.
     m_desk->MoveMouse(timer, {20, 60});
     m_desk->PressButton(kRight);
     EXPECT_TRUE(WaitUntil([&] { return TimerWindow() == 0; }));
@@ -164,7 +164,7 @@ TEST_F(InfoEndToEnd, RightClick_ShowsTheSpellAndAnEntryIsKept) {
     m_desk->AskToClose(info);
     EXPECT_TRUE(WaitUntil([&] { return m_desk->FindWindow("Spellwick - Spell Info") == 0; }));
 
-    // It comes back for another spell, in its old place.
+    // It opens again for another spell, at its old position.
     m_desk->MoveMouse(Window(), Spell(kHeal));
     m_desk->PressButton(kRight);
     const xcb_window_t again = m_desk->WaitWindow("Spellwick - Spell Info");
@@ -210,7 +210,8 @@ TEST_F(ConversionEndToEnd, OldData_AskAndLeaveTheWindowThatAsksForPatience) {
     EXPECT_EQ(Stored(kGlobal, "Conversion"), "Done 1.0");
     m_desk->AskToClose(main);
     EXPECT_TRUE(spellwick->WaitForEnd(10s));
-    // Until the conversion is done the old data stand for every player, and are saved as his.
+    // Until the conversion is done, every player has the old data, and they are saved as that
+    // player's.
     EXPECT_EQ(Stored(kMira, "Magery"), "77");
     EXPECT_EQ(Stored(kGlobal, "Magery"), "77");
     EXPECT_EQ(Stored(kGlobal, "Conversion"), "Done 1.0");

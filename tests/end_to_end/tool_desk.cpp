@@ -88,7 +88,7 @@ void ToolDesk::StartSpellwickLinked() {
     ASSERT_TRUE(WaitCharacter("Mira Talon"));
     ASSERT_TRUE(WaitTold("out result 1", before + 1));
     ASSERT_TRUE(WaitQuiet());
-    // The answer is on its way, and only then can Count be clicked.
+    // Count can be clicked only after the answer has arrived.
     m_desk->RestingPicture(Window());
 }
 

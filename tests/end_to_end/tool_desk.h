@@ -1,4 +1,4 @@
-// The desktop of a player who has an assist tool: the practice tool beside Spellwick and the game.
+// The desktop of a player with an assist tool: Spellwick, the practice game and the practice tool.
 #pragma once
 
 #include <cstdint>
@@ -15,28 +15,28 @@ class ToolDesk : public PlayerDesk {
   protected:
     void TearDown() override;
 
-    // Starts the tool, which reports nothing unasked but what follows a registration.
+    // Starts the tool; unasked, it reports only what follows a registration.
     void StartTool();
-    // A line of the tool's own commands; returns when the tool has obeyed it.
+    // Sends the tool a command and waits until it is carried out.
     void TellTool(const std::string& command);
-    // All that the tool has written so far.
+    // The tool's output so far.
     std::vector<std::string> Told() const;
-    // How many of these lines start so.
+    // How many of its lines start like this.
     std::size_t CountTold(std::string_view start) const;
     bool WaitTold(std::string_view start, std::size_t times = 1) const;
-    // All reports are sent and answered.
+    // Waits until all reports are sent and answered.
     bool WaitQuiet();
-    // Stops the tool as it stands, or lets it go on.
+    // Freezes the tool, or lets it continue.
     void SignalTool(int number) const { m_tool->Signal(number); }
-    // Presses a key in the box that comes or stands, and waits until it is gone.
+    // Presses a key in the message box that is open or about to open, and waits until it closes.
     void AnswerBox(std::uint32_t key);
 
-    // The game with Mira in it, the tool and Spellwick, which has been told all about Mira.
+    // Starts the game with Mira, the tool, and Spellwick, and waits for the reports about Mira.
     void StartAll();
-    // The same for a Spellwick that is started while the others stand.
+    // The same for a Spellwick started while the others are running.
     void StartSpellwickLinked();
 
-    // The Count button as it looks now, with the mouse elsewhere.
+    // How the Count button looks now, with the mouse elsewhere.
     Picture CountButton() const;
     bool WaitCountButton(const Picture& picture) const;
     bool WaitOtherCountButton(const Picture& picture) const;

@@ -13,7 +13,7 @@ constexpr const char* kAbove = "_NET_WM_STATE_ABOVE";
 
 class WindowState : public PlayerDesk {
   protected:
-    // Flips "Always on Top", under the list of players on the last tab, and closes the dialog.
+    // Toggles "Always on Top", below the list of players on the last tab, and closes the dialog.
     void FlipAlwaysOnTop() {
         m_desk->Click(Window(), Command(2));
         const xcb_window_t dialog = m_desk->WaitWindow("Spellwick - Settings");

@@ -69,7 +69,7 @@ TEST_F(AssistServerTest, SocketThatNobodyListensOn_IsReplaced) {
         AssistServer first(m_folder, QStringLiteral("tool"),
                            [](int, const ToolMessage&) { return 0; });
         ASSERT_TRUE(first.Open());
-        // As a tool that was killed leaves it.
+        // A killed tool leaves this behind.
         QFile::rename(first.Path(), first.Path() + QStringLiteral(".kept"));
     }
     ASSERT_TRUE(QFile::rename(m_server.Path() + QStringLiteral(".kept"), m_server.Path()));
@@ -108,7 +108,7 @@ TEST_F(AssistServerTest, Send_CountsAsUnansweredUntilItsResult) {
     EXPECT_TRUE(m_server.Send(1, {1325, 1, 80}));
     EXPECT_TRUE(m_server.Send(1, {1325, 2, 120}));
     EXPECT_EQ(m_server.Unanswered(), 2);
-    // While it owes the answers it sends on its own, and is answered.
+    // While it owes the answers it sends messages of its own, and they are answered.
     client.Write("send 1125 0 0");
     ASSERT_TRUE(client.WaitLines(4));
     EXPECT_THAT(client.Lines(),

@@ -1,4 +1,4 @@
-// The tool as a program meets it: registrations, reports and each fault, over its socket.
+// The tool as a program sees it through the socket: registrations, reports and each fault.
 #include "practice/practice_tool.h"
 
 #include <QTemporaryDir>
@@ -30,7 +30,7 @@ class PracticeToolTest : public testing::Test {
 
     void SetUp() override { ASSERT_TRUE(m_tool.Open()); }
 
-    // A program that has registered, past what it is told after it; its lines start here.
+    // A registered program that has had the reports after its registration; its lines start here.
     std::unique_ptr<ToolClient> Registered() {
         auto client = std::make_unique<ToolClient>(m_tool.Path());
         client->Write("send 1224 7 0");
@@ -41,13 +41,13 @@ class PracticeToolTest : public testing::Test {
         return client;
     }
 
-    // Lets the tool's clock go on, and the tool notice.
+    // Advances the tool's clock and lets the tool notice.
     void Pass(ToolTime time) {
         m_now += time;
         m_tool.Obey({.kind = ToolCommand::Kind::kState});
     }
 
-    // The next `count` lines that a program has not shown yet, and no more than that.
+    // The next `count` new lines of a program; fails if there are more.
     std::vector<std::string> Next(ToolClient& client, std::size_t count) {
         EXPECT_TRUE(client.WaitLines(m_seen + count));
         for (int round = 0; round < 5; ++round) {
@@ -121,7 +121,7 @@ TEST_F(PracticeToolTest, ProgramThatHasGone_StaysRegistered) {
     EXPECT_FALSE(m_tool.Reaches(7));
     m_tool.Cast(QStringLiteral("Heal"));
     Pass(2s);
-    // Its next run has the same window: out, and in again.
+    // Its next run has the same window, so it is removed and then added again.
     ToolClient client(m_tool.Path());
     client.Write("send 1224 7 0");
     client.Write("send 1224 7 0");

@@ -1,4 +1,4 @@
-// Pictures of the practice assist tool's window: render FOLDER [dark]. For looking at.
+// Renders the practice assist tool's window, for looking at: render FOLDER [dark].
 #include <QApplication>
 #include <QEventLoop>
 #include <QMenu>

@@ -1,5 +1,5 @@
-// The tool's costs are those of the spell table that Spellwick comes with, under the numbers that
-// Spellwick takes for them.
+// The tool's costs must be those of the spell table that comes with Spellwick, under the numbers
+// that Spellwick expects.
 #include "practice/spell_costs.h"
 
 #include <array>

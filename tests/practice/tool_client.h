@@ -1,4 +1,5 @@
-// A program that comes to the practice assist tool, for tests: sends lines and keeps what it gets.
+// A program that connects to the practice assist tool, for tests: sends lines and keeps the
+// replies.
 #pragma once
 
 #include <QCoreApplication>
@@ -11,7 +12,7 @@
 
 namespace spellwick::practice {
 
-// Lets events run until `holds` is true or five seconds are over, and says which.
+// Serves events until `holds` is true or five seconds have passed; returns whether it holds.
 inline bool ServeUntil(const std::function<bool()>& holds) {
     QElapsedTimer time;
     time.start();
@@ -33,7 +34,7 @@ class ToolClient {
         m_socket.flush();
     }
 
-    // All lines that have come so far.
+    // All lines received so far.
     const std::vector<std::string>& Lines() {
         m_bytes += m_socket.readAll().toStdString();
         for (std::size_t end = m_bytes.find('\n'); end != std::string::npos;

@@ -34,7 +34,7 @@ void PrintTo(const Timed& timed, std::ostream* out) {
 
 class ToolScriptTest : public testing::Test {
   protected:
-    // Lets the time pass and keeps each report with the moment at which it came.
+    // Advances the time and keeps each report with the time at which it came.
     std::vector<Timed> Pass(ToolTime time) {
         std::vector<Timed> reports;
         const ToolTime end = m_now + time;
@@ -49,14 +49,14 @@ class ToolScriptTest : public testing::Test {
         return reports;
     }
 
-    // Registered, and past the reports that follow it.
+    // Registers, and skips the reports that follow.
     void LogIn() {
         ASSERT_EQ(m_script.Answer(kRegister, m_now), 1);
         Pass(10s);
         m_start = m_now;
     }
 
-    // Reports with their time since LogIn.
+    // The reports, with the time since LogIn.
     std::vector<Timed> PassSinceLogin(ToolTime time) {
         std::vector<Timed> reports = Pass(time);
         for (Timed& report : reports) {
@@ -69,7 +69,7 @@ class ToolScriptTest : public testing::Test {
 
     ToolTime m_now{0};
     ToolTime m_start{0};
-    // The lowest and the highest by turns.
+    // Alternates between the lowest and the highest.
     int m_turn = 0;
     ToolScript m_script{
         [this](int lowest, int highest) { return ++m_turn % 2 == 1 ? lowest : highest; }};

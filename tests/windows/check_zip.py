@@ -1,6 +1,5 @@
 #!/usr/bin/env python3
-"""Looks at the zip for Windows as it is given to a player: what is in it, its size, and what its
-program is made of.
+"""Checks the zip for Windows that players get: its contents, its size, and the form of its programs.
 
 Usage: check_zip ZIP VERSION
 """
@@ -15,7 +14,7 @@ PROGRAMS = ("spellwick.exe", "spellwick-practice-game.exe", "spellwick-practice-
 OTHERS = ("SpellData.txt", "ReadMe.wri", "licences/Spellwick.txt", "licences/ReadMe.txt",
           "licences/GCC.txt", "licences/mingw-w64.txt", "licences/Qt/COPYRIGHT",
           "licences/Qt/LGPL-3.0-only.txt")
-# The libraries of the system, as Wine has them.
+# Wine's copies of the system libraries.
 SYSTEM = pathlib.Path("/usr/lib/x86_64-linux-gnu/wine/x86_64-windows")
 GROUP_ICON, VERSION, MANIFEST = 14, 16, 24
 IMPORTS, RESOURCES = 1, 2
@@ -30,12 +29,12 @@ def expect(holds, words):
 
 
 class Program:
-    """A program of 64 bits, by its headers."""
+    """The headers of a 64-bit program."""
 
     def __init__(self, data):
         self.data = data
         start, = struct.unpack_from("<I", data, 0x3C)
-        expect(data[start:start + 4] == b"PE\0\0", "it is no program")
+        expect(data[start:start + 4] == b"PE\0\0", "not a program")
         self.machine, sections, _, _, self.symbols, size, _ = struct.unpack_from("<HHIIIHH", data,
                                                                                 start + 4)
         self.optional = start + 24
@@ -83,13 +82,13 @@ class Program:
 
 def check_program(name, data):
     program = Program(data)
-    expect(program.machine == 0x8664 and program.kind == 0x20B, f"{name} is not of 64 bits")
+    expect(program.machine == 0x8664 and program.kind == 0x20B, f"{name} is not a 64-bit program")
     expect(program.subsystem == 2, f"{name} opens a console")
     expect(program.symbols == 0, f"{name} is not stripped")
-    expect(program.features & 0x140 == 0x140, f"{name} lies at one place, or its data can be run")
+    expect(program.features & 0x140 == 0x140, f"{name} has a fixed address, or its data are executable")
     for library in program.libraries():
         known = library.lower().startswith("api-ms-win-") or (SYSTEM / library.lower()).exists()
-        expect(known, f"{name} needs {library}, which is none of the system's")
+        expect(known, f"{name} needs {library}, which is not a system library")
     return program
 
 
@@ -100,22 +99,22 @@ def main():
     expect(size < LARGEST, f"{size} bytes are more than {LARGEST}")
     with zipfile.ZipFile(archive) as files:
         names = set(files.namelist())
-        expect(all(name.startswith(FOLDER) for name in names), "it unpacks into more than a folder")
+        expect(all(name.startswith(FOLDER) for name in names), "it does not unpack into one folder")
         for name in PROGRAMS + OTHERS:
             there = FOLDER + name in names and files.getinfo(FOLDER + name).file_size > 0
             expect(there, f"{name} is missing")
         if found:
             return
         programs = {name: check_program(name, files.read(FOLDER + name)) for name in PROGRAMS}
-        expect(files.read(FOLDER + "ReadMe.wri").startswith(b"{\\rtf1"), "the help is no rich text")
+        expect(files.read(FOLDER + "ReadMe.wri").startswith(b"{\\rtf1"), "the help text is not in rich text format")
     ours = programs["spellwick.exe"]
     expect(ours.resources(GROUP_ICON), "spellwick.exe has no icon")
     words = ours.resources(VERSION).decode("utf-16-le", "replace")
     expect(f"ProductVersion\0{version}\0" in words.replace("\0\0", "\0"),
-           f"spellwick.exe does not say that it is of version {version}")
+           f"spellwick.exe does not have the version {version}")
     manifest = ours.resources(MANIFEST).decode("utf-8", "replace")
     for part in FROM_MANIFEST:
-        expect(part in manifest, f"the manifest says nothing of {part}")
+        expect(part in manifest, f"the manifest lacks {part}")
 
 
 main()

@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """Plays a session with the whole program for Windows: start, page, cast, report, count, switch of
-the character, end, start again, and what the registry holds then.
+player, end, another start, and a look into the registry.
 
 Usage: play PROGRAM_FOLDER PEERS_FOLDER OUTPUT_FOLDER, with a display and a Wine prefix
-(tools/wine_desk). Prints one line with what it measured; ends with 1 at the first thing that is
-not as it should be.
+(tools/wine_desk). Prints one line with its measurements; exits with 1 at the first failure.
 """
 import os
 import pathlib
@@ -29,15 +28,15 @@ WM_APP = 0x8000
 SET_REPORT, REPORT = WM_APP + 5, WM_APP + 6
 STOCK, CAST, MAGERY, STATS, SKILL = 0x52D, 0x52E, 0x530, 0x531, 0x532
 
-# Of each reagent the key in the store and the tool's number; the tool counts 1000 and its number.
+# For each reagent, its key in the store and the tool's number; the tool counts 1000 plus that number.
 REAGENTS = [("MR", 5), ("SA", 7), ("BM", 1), ("SS", 8), ("GA", 3), ("BP", 2), ("NI", 6), ("GI", 4),
             ("BW", 100), ("DB", 102), ("GD", 101), ("NC", 103), ("PI", 104)]
 
-# What the practice tool counts, by its numbers.
+# The practice tool's stock, by its numbers.
 PRACTICE_PACK = {1: 80, 2: 120, 3: 60, 4: 60, 5: 150, 6: 40, 7: 90, 8: 75, 100: 30, 101: 20, 102: 40,
                  103: 15, 104: 25}
 
-# Places in the window, from its corner.
+# Positions in the window.
 SPELL_ICON = (316, 42)
 SECOND_SPELL_ICON = (354, 42)
 COUNT_BUTTON = (263, 48)
@@ -62,13 +61,13 @@ def wait_for(what, look, patience=20):
         value = look()
         if value:
             return value
-        expect(time.monotonic() < deadline, f"{what}: did not come within {patience} s")
+        expect(time.monotonic() < deadline, f"{what}: timed out after {patience} s")
         time.sleep(0.02)
 
 
 class Session:
     def __init__(self, program, peers, output):
-        # A folder whose name no single-byte text can hold.
+        # A folder whose name does not fit any single-byte encoding.
         self.folder = output / "play \u0141\u00e4"
         shutil.rmtree(self.folder, ignore_errors=True)
         shutil.copytree(program, self.folder)
@@ -128,7 +127,7 @@ class Session:
                        check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def key(self, window, name, text=""):
-        """A text and a key, typed into a window."""
+        """Types a text and presses a key in a window."""
         subprocess.run(["xdotool", "windowactivate", "--sync", window, "sleep", "0.2",
                         *(["key", "ctrl+a", "type", "--delay", "40", text] if text else [])],
                        check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -151,7 +150,7 @@ class Session:
         expect(result.returncode == 0, f"{key} cannot be written to the registry")
 
     def registry(self):
-        """Section to {key: value}, as another program reads them."""
+        """The sections as {key: value}, as another program reads them."""
         result = subprocess.run([*WINE, "reg", "export", r"HKCU\Software\Spellwick",
                                  f"Z:{self.output}/registry.reg", "/y"], capture_output=True,
                                 check=False, timeout=60, stdin=subprocess.DEVNULL)
@@ -186,23 +185,22 @@ class Session:
 
 
 def keys_down(journal):
-    """The virtual keys that went down."""
+    """The virtual keys that were pressed."""
     found = re.findall(r"^(?:sys)?down (\d+)", journal.read_text(), re.M)
     return [int(key) for key in found]
 
 
 def compare_with_picture(stored):
-    """All that the store holds but the places of windows, beside what it holds after the same
-    session on Linux."""
+    """Compares the store, without window positions, with the one after the same session on Linux."""
     found = {f"{section}|{key}|{value}" for section, values in stored.items()
              for key, value in values.items() if not key.endswith(("Top", "Left"))}
     expected = set(PICTURE.read_text(encoding="utf-8").splitlines())
     differences = sorted(found ^ expected, key=lambda line: line.split("|")[:2])
-    expect(not differences, "the store is not as on Linux: " + "; ".join(differences[:10]))
+    expect(not differences, "the store differs from Linux: " + "; ".join(differences[:10]))
 
 
 def play(session):
-    # A spell that the first character has in the book.
+    # Put a spell into the first character's spellbook.
     session.add_to_registry(FIRST, "Spellbook 0", "0")
     _, journal = session.client(FIRST)
     session.start(session.peers / "assist_tool.exe", TOOL)
@@ -231,7 +229,7 @@ def play(session):
     box = session.window("Spellwick")
     session.picture("play-question")
     session.key(box, "Return")
-    wait_for("the keys of the second spell, which was confirmed",
+    wait_for("the keys of the confirmed second spell",
              lambda: keys_down(journal) == first + [alt, ord("2"), enter])
     session.report(CAST, 2)
 
@@ -244,14 +242,14 @@ def play(session):
     stored = session.registry()
     expect(set(stored) == {"Settings", FIRST, SECOND}, f"sections: {sorted(stored)}")
     costs = [stored["Settings"][f"SpellRegs {spell}"] for spell in (1, 2)]
-    expect(all(re.search("[1-9]", cost) for cost in costs), "spells that cost nothing show nothing")
+    expect(all(re.search("[1-9]", cost) for cost in costs), "the spells cost nothing, so the test shows nothing")
     for reagent, (key, number) in enumerate(REAGENTS):
         expected = str(1000 + number - sum(int(cost[reagent]) for cost in costs))
         found = stored[FIRST][f"{key} 0"]
         expect(found == expected, f"{key} 0 of the first character is {found}, not {expected}")
         expect(stored[SECOND][f"{key} 0"] == "0", f"{key} 0 of the second character is not 0")
-    expect(stored[FIRST]["CurrentTithing"] == " 1200", "the tithes are not those reported")
-    expect(stored["Settings"]["CurrentPlayerName"] == SECOND, "the last player is not kept")
+    expect(stored[FIRST]["CurrentTithing"] == " 1200", "the tithes are not as reported")
+    expect(stored["Settings"]["CurrentPlayerName"] == SECOND, "the last player is not saved")
     compare_with_picture(stored)
 
     program, window, _ = session.run_program()
@@ -278,7 +276,7 @@ def play(session):
 
 
 def practise(session):
-    """The practice programs of the zip, for a player who has neither game nor tool at hand."""
+    """Tries the practice programs in the zip, for a player without game or tool."""
     for title in (SECOND, TOOL):
         session.steer(title, "close")
     session.start("spellwick-practice-game.exe", folder=session.folder)
@@ -302,11 +300,11 @@ def practise(session):
         expected, found = str(PRACTICE_PACK[number] - int(digits[reagent])), stock[f"{key} 0"]
         expect(found == expected, f"{key} 0 after the practice tool's cast is {found}, "
                                   f"not {expected}")
-    expect(stock["CurrentTithing"] == " 15000", "the practice tool's tithes have not come in")
+    expect(stock["CurrentTithing"] == " 15000", "the practice tool's tithes have not arrived")
 
 
 def save_macros(session):
-    """The file of macros, by the system's own dialog; the same bytes as on Linux."""
+    """Saves a macro file through the system's own dialog; expects the same bytes as on Linux."""
     session.add_to_registry("Settings", "Macro 1", "A--{F9}")
     program, window, _ = session.run_program()
     session.caption("Ysolde", "Oak Hill")
@@ -317,7 +315,7 @@ def save_macros(session):
     session.key(session.window("Spellwick"), "Return")
     target = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c" / "macros saved.txt"
     session.key(session.window("Save Macro File as"), "Return", "C:\\macros saved.txt")
-    # The report that follows every save to a file.
+    # The error report that follows every save to a file.
     session.key(session.window("Spellwick"), "Return")
     session.expect_end(program, 1)
     expect(target.read_bytes() == SAVED_MACROS.read_bytes(),
