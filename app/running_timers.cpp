@@ -1,8 +1,8 @@
 #include "app/running_timers.h"
 
-#include "model/number_forms.h"
 #include "model/spell_duration.h"
 #include "store/catalogue.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "link/assist_messages.h"
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

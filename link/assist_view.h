@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

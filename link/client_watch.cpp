@@ -1,6 +1,6 @@
 #include "link/client_watch.h"
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

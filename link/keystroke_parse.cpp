@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "link/lower_case.h"
-#include "platform/utf8.h"
+#include "text/lower_case.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <tuple>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -1,6 +1,6 @@
 #include "link/keystroke_string.h"
 
-#include "link/lower_case.h"
+#include "text/lower_case.h"
 
 namespace spellwick {
 

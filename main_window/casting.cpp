@@ -6,7 +6,7 @@
 
 #include "link/keystroke_string.h"
 #include "model/cast_rules.h"
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 #include "widgets/texts.h"
 
 namespace spellwick {

@@ -1,7 +1,7 @@
 #include "main_window/circle_page.h"
 
 #include "model/chances.h"
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 #include "widgets/clicks.h"
 #include "widgets/texts.h"
 

@@ -7,7 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 #include "widgets/form_font.h"
 #include "widgets/texts.h"
 

@@ -2,8 +2,8 @@
 #include <QCoreApplication>
 
 #include "main_window/form_main.h"
-#include "model/number_forms.h"
 #include "model/spell_data.h"
+#include "text/number_forms.h"
 #include "widgets/texts.h"
 
 namespace spellwick {

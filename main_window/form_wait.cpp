@@ -3,7 +3,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 #include "widgets/form_font.h"
 #include "widgets/texts.h"
 

@@ -7,8 +7,8 @@
 #include <QWheelEvent>
 
 #include "model/cast_rules.h"
-#include "model/number_forms.h"
 #include "model/purse_entries.h"
+#include "text/number_forms.h"
 #include "widgets/ground.h"
 #include "widgets/texts.h"
 

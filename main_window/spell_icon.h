@@ -5,7 +5,7 @@
 #include <QPixmap>
 #include <QWidget>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

@@ -1,8 +1,8 @@
 #include "main_window/tithes.h"
 
 #include "model/castable_amount.h"
-#include "model/number_forms.h"
 #include "model/purse_entries.h"
+#include "text/number_forms.h"
 #include "widgets/clicks.h"
 #include "widgets/ground.h"
 #include "widgets/texts.h"

@@ -1,6 +1,6 @@
 #include "model/bag_transfer.h"
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

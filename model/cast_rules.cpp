@@ -1,6 +1,6 @@
 #include "model/cast_rules.h"
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

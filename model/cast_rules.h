@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "model/number_types.h"
 #include "model/spell_record.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

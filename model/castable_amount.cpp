@@ -1,8 +1,8 @@
 #include "model/castable_amount.h"
 
 #include "model/cast_rules.h"
-#include "model/number_forms.h"
 #include "model/spell_lookup.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -1,7 +1,7 @@
 #include "model/chances.h"
 
-#include "model/number_forms.h"
 #include "model/spell_lookup.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -2,7 +2,7 @@
 // colour, which each desktop gives its own value.
 #pragma once
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

@@ -5,7 +5,7 @@
 #include <exception>
 #include <string_view>
 
-#include "model/runtime_failure.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <cstddef>
 
-#include "model/number_types.h"
-#include "model/runtime_failure.h"
+#include "text/number_types.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "model/number_forms.h"
 #include "model/shared_state.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

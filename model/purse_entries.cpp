@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "model/runtime_failure.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

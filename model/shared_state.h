@@ -5,9 +5,9 @@
 #include <string>
 
 #include "model/fixed_table.h"
-#include "model/number_types.h"
 #include "model/reagents.h"
 #include "model/spell_record.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "model/chances.h"
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

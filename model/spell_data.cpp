@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -1,8 +1,8 @@
 #include "model/spell_description.h"
 
 #include "model/formula_text.h"
-#include "model/number_forms.h"
 #include "model/spell_lookup.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

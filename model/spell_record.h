@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "model/fixed_table.h"
-#include "model/number_types.h"
 #include "model/reagents.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

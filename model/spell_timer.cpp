@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

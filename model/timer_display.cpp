@@ -1,6 +1,6 @@
 #include "model/timer_display.h"
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

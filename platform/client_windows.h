@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

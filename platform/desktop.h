@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

@@ -1,6 +1,6 @@
 #include "settings_dialog/common_dialog.h"
 
-#include "model/runtime_failure.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

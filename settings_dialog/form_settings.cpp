@@ -5,10 +5,10 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "model/number_forms.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/number_forms.h"
 #include "widgets/form_font.h"
 
 namespace spellwick {

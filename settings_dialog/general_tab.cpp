@@ -4,10 +4,10 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include "model/number_forms.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/number_forms.h"
 #include "widgets/ground.h"
 
 namespace spellwick {

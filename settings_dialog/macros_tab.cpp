@@ -4,13 +4,13 @@
 #include <QHBoxLayout>
 
 #include "model/macro_keys.h"
-#include "model/number_forms.h"
-#include "platform/utf8.h"
 #include "store/catalogue.h"
 #include "store/macro_code.h"
 #include "store/macro_file.h"
 #include "store/macro_folder.h"
 #include "store/section_name.h"
+#include "text/number_forms.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {

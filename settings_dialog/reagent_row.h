@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <array>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {

@@ -3,7 +3,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -4,9 +4,9 @@
 #include <QHBoxLayout>
 
 #include "model/chances.h"
-#include "model/number_forms.h"
 #include "settings_dialog/spell_picture.h"
 #include "settings_dialog/web_pages.h"
+#include "text/number_forms.h"
 #include "widgets/ground.h"
 
 namespace spellwick {

@@ -4,11 +4,11 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
-#include "model/number_forms.h"
 #include "model/spell_lookup.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -3,8 +3,8 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
-#include "model/number_forms.h"
 #include "model/spell_lookup.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

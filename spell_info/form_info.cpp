@@ -9,8 +9,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "model/number_forms.h"
 #include "model/spell_description.h"
+#include "text/number_forms.h"
 #include "widgets/form_font.h"
 #include "widgets/ground.h"
 #include "widgets/texts.h"

@@ -1,6 +1,6 @@
 #include "store/catalogue.h"
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

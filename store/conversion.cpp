@@ -3,10 +3,10 @@
 #include <array>
 
 #include "model/failure_guard.h"
-#include "model/number_forms.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

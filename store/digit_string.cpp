@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "model/number_forms.h"
 #include "store/text_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <cstddef>
 
-#include "model/number_forms.h"
-#include "model/runtime_failure.h"
+#include "text/number_forms.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

@@ -8,8 +8,8 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/windows_1252.h"
 #include "store/macro_code.h"
+#include "text/windows_1252.h"
 
 namespace spellwick {
 

@@ -4,12 +4,12 @@
 #include <string>
 #include <utility>
 
-#include "model/number_forms.h"
 #include "store/catalogue.h"
 #include "store/digit_string.h"
 #include "store/macro_code.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 

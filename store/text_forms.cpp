@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
-#include "model/number_forms.h"
-#include "model/runtime_failure.h"
+#include "text/number_forms.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

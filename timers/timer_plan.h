@@ -6,7 +6,7 @@
 #include <QSize>
 #include <array>
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

@@ -5,7 +5,7 @@
 #include <QPolygonF>
 #include <algorithm>
 
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 #include "widgets/texts.h"
 
 namespace spellwick {

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <limits>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -7,7 +7,7 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -7,7 +7,7 @@
 
 #include <iconv.h>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -1,6 +1,6 @@
 #include "platform/windows/wide_text.h"
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

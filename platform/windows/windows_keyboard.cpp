@@ -4,8 +4,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/utf8.h"
 #include "platform/windows/wide_text.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

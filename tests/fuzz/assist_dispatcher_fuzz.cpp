@@ -8,8 +8,8 @@
 #include "link/assist_dispatcher.h"
 #include "link/assist_messages.h"
 #include "model/cast_rules.h"
-#include "model/runtime_failure.h"
 #include "tests/support/recording_assist_view.h"
+#include "text/runtime_failure.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "model/formula_text.h"
-#include "model/number_forms.h"
-#include "model/runtime_failure.h"
+#include "text/number_forms.h"
+#include "text/runtime_failure.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include "model/cast_rules.h"
 #include "model/castable_amount.h"
-#include "model/number_forms.h"
 #include "model/purse_entries.h"
+#include "text/number_forms.h"
 
 namespace {
 

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "model/runtime_failure.h"
 #include "store/digit_string.h"
 #include "store/macro_code.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/runtime_failure.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "link/lower_case.h"
+#include "text/lower_case.h"
 
 namespace spellwick::hand_made {
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 namespace {

@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/utf8.h"
 #include "tests/link/hand_made_keymaps.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 namespace {

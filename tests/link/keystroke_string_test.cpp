@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "link/keystroke_parse.h"
-#include "link/lower_case.h"
 
 namespace spellwick {
 namespace {
@@ -90,16 +89,6 @@ TEST(SpellKeystrokes, NotationInASuffix_Oddity_KeepsItsMeaning) {
 TEST(MeditationKeystrokes, UpperCaseKey_Oddity_StaysAsStored) {
     EXPECT_EQ(MeditationKeystrokes({"", "", "", "A"}), "A{ENTER}");
     EXPECT_EQ(MeditationKeystrokes({"%", "^", "+", "{F5}"}), "%^+{F5}{ENTER}");
-}
-
-TEST(LowerCase, LettersOfKeyboards_AreLoweredAndOthersStay) {
-    EXPECT_EQ(LowerCase("ABCXYZ[]{}@1"), "abcxyz[]{}@1");
-    EXPECT_EQ(LowerCase("ÀÖ×ØÞß÷ÿ"), "àö×øþß÷ÿ");
-    EXPECT_EQ(LowerCase("ĀāĹĺŁłŊŸŽžŠ"), "āāĺĺłłŋÿžžš");
-    EXPECT_EQ(LowerCase("ΆΈΌΏΑΩΫ"), "άέόώαωϋ");
-    EXPECT_EQ(LowerCase("ЀЏАЯЪҐӁ"), "ѐџаяъґӂ");
-    EXPECT_EQ(LowerCase("ԱՖ"), "աֆ");
-    EXPECT_EQ(LowerCase("日本😀"), "日本😀");
 }
 
 }  // namespace

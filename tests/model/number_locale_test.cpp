@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "model/formula_text.h"
-#include "model/number_forms.h"
 #include "model/spell_description.h"
 #include "tests/support/comma_locale.h"
 #include "tests/support/failures.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 namespace {

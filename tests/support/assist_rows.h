@@ -1,7 +1,7 @@
 // What the assist tool's numbers of reagents and of spells above 100 stand for.
 #pragma once
 
-#include "model/number_types.h"
+#include "text/number_types.h"
 
 namespace spellwick {
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "model/runtime_failure.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 

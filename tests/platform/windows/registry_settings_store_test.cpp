@@ -5,12 +5,12 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/utf8.h"
 #include "platform/windows/section_keys.h"
 #include "platform/windows/wide_text.h"
 #include "store/section_name.h"
 #include "store/settings_io.h"
 #include "tests/store/store_test_tools.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 namespace {

@@ -1,9 +1,9 @@
-#include "platform/windows_1252.h"
+#include "text/windows_1252.h"
 
 #include <algorithm>
 #include <array>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -1,4 +1,4 @@
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 #include <cmath>
 #include <cstdlib>

@@ -1,6 +1,6 @@
-#include "link/lower_case.h"
+#include "text/lower_case.h"
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 

@@ -1,4 +1,4 @@
-#include "model/number_forms.h"
+#include "text/number_forms.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include <limits>
 #include <utility>
 
-#include "model/runtime_failure.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick {
 
