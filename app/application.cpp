@@ -36,8 +36,8 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard) {
 Application::Application(System system)
     : m_system(std::move(system)),
       m_keys(MakeKeySender(m_system.keyboard.get())),
-      m_timers({.state = m_state,
-                .clock = *m_system.clock,
+      m_timers({.timers = m_running,
+                .state = m_state,
                 .desktop = *m_system.desktop,
                 .failures = m_runEnd},
                [this](std::string_view key) { return m_main->Io().ReadPosition(key); }) {

@@ -6,8 +6,8 @@
 #include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
 #include "app/run_end.h"
-#include "app/running_timers.h"
 #include "app/settings_host.h"
+#include "app/timers_host.h"
 #include "app/wait_notice.h"
 #include "link/assist_dispatcher.h"
 #include "link/assist_search.h"
@@ -54,7 +54,8 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     RunEnd m_runEnd{m_boxes};
     AssistSearch m_assist{m_state, *m_system.assist};
     std::unique_ptr<KeySender> m_keys;
-    RunningTimers m_timers;
+    RunningTimers m_running{m_state, *m_system.clock};
+    TimersHost m_timers;
     WaitNotice m_wait;
     std::unique_ptr<FormMain> m_main;
     QtDialogs m_dialogs;

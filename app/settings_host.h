@@ -1,7 +1,7 @@
 // The main window as the settings dialog sees it.
 #pragma once
 
-#include "app/running_timers.h"
+#include "app/timers_host.h"
 #include "main_window/form_main.h"
 #include "settings_dialog/services.h"
 
@@ -9,8 +9,7 @@ namespace spellwick {
 
 class SettingsHost : public MainWindowPort {
   public:
-    SettingsHost(FormMain& mainWindow, RunningTimers& timers)
-        : m_main(mainWindow), m_timers(timers) {}
+    SettingsHost(FormMain& mainWindow, TimersHost& timers) : m_main(mainWindow), m_timers(timers) {}
 
     void LayoutVertical() override { m_main.LayoutVertical(); }
     void LayoutHorizontal() override { m_main.LayoutHorizontal(); }
@@ -33,7 +32,7 @@ class SettingsHost : public MainWindowPort {
 
   private:
     FormMain& m_main;
-    RunningTimers& m_timers;
+    TimersHost& m_timers;
 };
 
 }  // namespace spellwick

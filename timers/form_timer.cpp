@@ -28,7 +28,7 @@ void Place(Part& part, const QRect& box, bool shown) {
 
 FormTimer::FormTimer(const TimerServices& services, QPoint place)
     : m_services(services),
-      m_state(services.state),
+      m_timers(services.timers),
       m_events(services.failures, this),
       m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()) {
     setObjectName(QStringLiteral("FormTimer"));
@@ -45,7 +45,6 @@ FormTimer::FormTimer(const TimerServices& services, QPoint place)
     setAutoFillBackground(true);
     MakeParts();
     move(place);
-    Arrange();
 }
 
 void FormTimer::MakeParts() {
@@ -66,80 +65,58 @@ void FormTimer::MakeParts() {
         m_controls[static_cast<std::size_t>(i)] = control;
     }
     m_controls[kHide]->setText(QStringLiteral("X"));
+    m_controls[kHide]->setToolTip(QStringLiteral("Hide"));
     m_controls[kHide]->setAccessibleName(QStringLiteral("Hide the timers"));
-    m_controls[kLayout]->setText(QStringLiteral("H"));
     m_controls[kLayout]->setAccessibleName(QStringLiteral("Row or column"));
-    m_events.On(m_controls[kHide], &TimerControl::Clicked, "hiding the timers", [this] {
-        m_hiddenByUser = true;
-        Arrange();
-    });
+    m_events.On(m_controls[kHide], &TimerControl::Clicked, "hiding the timers",
+                [this] { HideForUser(); });
     m_events.On(m_controls[kLayout], &TimerControl::Clicked, "arranging the timers", [this] {
-        ToggleLayout();
-        Arrange();
+        m_timers.ToggleLayout();
+        ShowTimers();
     });
 }
 
-void FormTimer::CreateNewSpellTimer(i16 spellNumber, i16 spellDuration) {
-    m_timers.Create(m_state.Spells, spellNumber, spellDuration,
-                    m_services.clock.SecondsSinceMidnight());
-    m_hiddenByUser = false;
-    SortTimers();
-}
-
-bool FormTimer::SpellsActive() {
-    if (m_timers.IsEmpty()) {
+void FormTimer::ShowTimers() {
+    const TimerScreen& screen = m_timers.Screen();
+    if (!screen.visible) {
         hide();
-        return false;
+        return;
     }
-    if (!isVisible() && Mode() != kTimersOff && !m_hiddenByUser) {
+    Arrange(screen);
+    for (std::size_t slot = 0; slot < screen.shown.size(); ++slot) {
+        if (screen.mode == kTimersAsText) {
+            ShowText(slot, screen.shown[slot]);
+        } else {
+            ShowIcon(slot, screen.shown[slot]);
+        }
+    }
+    if (!isVisible()) {
         MakeVisible();
     }
-    return true;
 }
 
-void FormTimer::SortTimers() {
-    m_needsResort = false;
-    if (m_timers.IsEmpty()) {
-        hide();
+void FormTimer::Arrange(const TimerScreen& screen) {
+    const auto count = static_cast<i32>(screen.shown.size());
+    if (screen.mode == kTimersAsText) {
+        const QFontMetrics metrics(font());
+        const auto sizeOf = [&metrics](const char* text) {
+            return QSize(metrics.horizontalAdvance(QLatin1String(text)), metrics.height());
+        };
+        // ODDITY(timer-name-width): in text mode a name longer than "Summon Daemon" is cut short;
+        // kept because the window has one width for all names.
+        Apply(PlanTexts(count, sizeOf(kWidestName), sizeOf(kWidestSeconds)));
         return;
     }
-    // Dropped before the window can be shown: a timer of no seconds has no percentage.
-    const float now = m_services.clock.SecondsSinceMidnight();
-    m_timers.DropEnding(now);
-    m_timers.Sort(now);
-    Arrange();
-}
-
-void FormTimer::Arrange() {
-    if (m_hiddenByUser) {
-        hide();
-        return;
-    }
-    SpellsActive();
-    const i32 count = static_cast<i32>(m_timers.Count());
-    switch (Mode()) {
-        case kTimersOff:
-            hide();
-            break;
-        case kTimersAsText: {
-            const QFontMetrics metrics(font());
-            Apply(PlanTexts(
-                count, {m_nameWidth, metrics.height()},
-                {metrics.horizontalAdvance(QLatin1String(kWidestSeconds)), metrics.height()}));
-            break;
-        }
-        case kTimersAsIcons:
-            Apply(m_horizontal ? PlanRow(count, ControlSize()) : PlanColumn(count, ControlSize()));
-            break;
-    }
-    m_controls[kHide]->setToolTip(QStringLiteral("Hide"));
-    m_lastMode = m_state.SpellTimerMode;
-    Update();
+    m_controls[kLayout]->setText(screen.horizontal ? QStringLiteral("V") : QStringLiteral("H"));
+    m_controls[kLayout]->setToolTip(screen.horizontal
+                                        ? QStringLiteral("Switch to Vertical display")
+                                        : QStringLiteral("Switch to Horizontal display"));
+    Apply(screen.horizontal ? PlanRow(count, ControlSize()) : PlanColumn(count, ControlSize()));
 }
 
 void FormTimer::Apply(const TimerPlan& plan) {
     for (int i = 0; i < kTimerSlots; ++i) {
-        const std::size_t slot = static_cast<std::size_t>(i);
+        const auto slot = static_cast<std::size_t>(i);
         Place(*m_names[slot], plan.names[slot], i < plan.texts);
         Place(*m_seconds[slot], plan.seconds[slot], i < plan.texts);
         Place(*m_pictures[slot], plan.pictures[slot], i < plan.icons);
@@ -148,17 +125,7 @@ void FormTimer::Apply(const TimerPlan& plan) {
     for (std::size_t i = 0; i < m_controls.size(); ++i) {
         Place(*m_controls[i], plan.controls[i], plan.showsControls);
     }
-    if (plan.showsControls) {
-        m_controls[kLayout]->setText(m_horizontal ? QStringLiteral("V") : QStringLiteral("H"));
-        m_controls[kLayout]->setToolTip(m_horizontal
-                                            ? QStringLiteral("Switch to Vertical display")
-                                            : QStringLiteral("Switch to Horizontal display"));
-    }
     setFixedSize(plan.window);
-}
-
-TimerMode FormTimer::Mode() const {
-    return TimerModeOf(m_state.SpellTimerMode);
 }
 
 QSize FormTimer::ControlSize() const {
@@ -166,53 +133,20 @@ QSize FormTimer::ControlSize() const {
     return {metrics.horizontalAdvance(QLatin1Char('H')) + kControlMargin, metrics.height()};
 }
 
-void FormTimer::Update() {
-    if (!SpellsActive()) {
-        return;
-    }
-    if (m_lastMode != m_state.SpellTimerMode) {
-        Arrange();
-    }
-    const float now = m_services.clock.SecondsSinceMidnight();
-    for (SpellTimer& timer : m_timers.Timers()) {
-        if (timer.ControlIndex < kTimerSlots) {
-            ShowTimer(timer, now);
-        }
-        if (timer.TimeRemaining(now) == 0.0F) {
-            m_needsResort = true;
-        }
-    }
-    if (m_needsResort) {
-        SortTimers();
-    }
+void FormTimer::ShowText(std::size_t slot, const TimerSlot& timer) {
+    m_names[slot]->setText(ToQString(timer.name));
+    m_seconds[slot]->SetColour(timer.secondsColour);
+    m_seconds[slot]->setText(ToQString(timer.seconds));
 }
 
-void FormTimer::ShowTimer(SpellTimer& timer, float now) {
-    const std::size_t slot = static_cast<std::size_t>(timer.ControlIndex);
-    const TimerMode mode = Mode();
-    if (mode == kTimersAsText) {
-        m_names[slot]->setText(ToQString(timer.SpellName()));
-        m_seconds[slot]->SetColour(SecondsColour(timer.PercentRemaining(now)));
-        m_seconds[slot]->setText(ToQString(SecondsText(timer.TimeRemaining(now))));
-    } else if (mode == kTimersAsIcons) {
-        const i32 row = timer.SpellNumber();
-        if (row <= kLastPagedRow) {
-            const PictureStrip& strip = m_icons.StripOf(row);
-            m_pictures[slot]->SetPicture(strip.Strip(), strip.Cell(row % kSlotCount));
-        } else {
-            m_pictures[slot]->SetPicture({}, {});
-        }
-        DrawBar(timer.ControlIndex, timer.PercentRemaining(now));
+void FormTimer::ShowIcon(std::size_t slot, const TimerSlot& timer) {
+    if (timer.row <= kLastPagedRow) {
+        const PictureStrip& strip = m_icons.StripOf(timer.row);
+        m_pictures[slot]->SetPicture(strip.Strip(), strip.Cell(timer.row % kSlotCount));
+    } else {
+        m_pictures[slot]->SetPicture({}, {});
     }
-}
-
-void FormTimer::DrawBar(i16 slot, i16 percent) {
-    m_bars[static_cast<std::size_t>(slot)]->SetPercent(percent);
-}
-
-void FormTimer::SetMode(i32 newMode) {
-    m_state.SpellTimerMode = newMode;
-    Arrange();
+    m_bars[slot]->SetPercent(timer.percent);
 }
 
 void FormTimer::MakeVisible() {
@@ -221,28 +155,11 @@ void FormTimer::MakeVisible() {
     QGuiApplication::sync();
     m_services.desktop.LeaveTaskList(handle);
     show();
-    BecomeActive();
-}
-
-void FormTimer::BecomeActive() {
-    if (Mode() == kTimersOff) {
-        hide();
-        return;
-    }
-    // ODDITY(timer-name-width): in text mode a name longer than "Summon Daemon" is cut short; kept
-    // because the window has one width for all names.
-    m_nameWidth = QFontMetrics(font()).horizontalAdvance(QLatin1String(kWidestName));
-    Arrange();
-}
-
-void FormTimer::ToggleLayout() {
-    m_horizontal = !m_horizontal;
-    m_controls[kLayout]->setText(m_horizontal ? QStringLiteral("V") : QStringLiteral("H"));
 }
 
 void FormTimer::HideForUser() {
-    m_hiddenByUser = true;
-    hide();
+    m_timers.HideForUser();
+    ShowTimers();
 }
 
 void FormTimer::mousePressEvent(QMouseEvent* event) {
@@ -278,7 +195,7 @@ void FormTimer::mouseReleaseEvent(QMouseEvent* event) {
 void FormTimer::paintEvent(QPaintEvent* /*event*/) {
     m_events.Run("showing the timers", [&] {
         // The window manager knows the window by now.
-        if (m_state.AlwaysOnTop && !m_onTop) {
+        if (m_services.state.AlwaysOnTop && !m_onTop) {
             m_onTop = true;
             m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), true);
         }

@@ -5,11 +5,9 @@
 #include <QWidget>
 #include <array>
 
+#include "companion/running_timers.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
-#include "model/timer_display.h"
-#include "model/timer_list.h"
-#include "platform/clock.h"
 #include "platform/desktop.h"
 #include "timers/timer_parts.h"
 #include "timers/timer_plan.h"
@@ -20,8 +18,8 @@ namespace spellwick {
 
 // All references outlive the window.
 struct TimerServices {
-    SharedState& state;
-    const Clock& clock;
+    RunningTimers& timers;
+    const SharedState& state;
     Desktop& desktop;
     FailureSink& failures;
 };
@@ -33,24 +31,8 @@ class FormTimer : public QWidget {
     // `place` is the saved position in pixels.
     FormTimer(const TimerServices& services, QPoint place);
 
-    // Starts a timer of whole seconds for a row. RuntimeFailure (subscript) for a row outside the
-    // table.
-    void CreateNewSpellTimer(i16 spellNumber, i16 spellDuration);
-
-    // Whether a timer is running; shows or hides the window by it.
-    bool SpellsActive();
-
-    // One refresh of what is shown.
-    void Update();
-
-    // Lays the window out for the mode in force and shows or hides it.
-    void Arrange();
-
-    // A TimerMode, also for the settings.
-    void SetMode(i32 newMode);
-
-    // What is due each time that the window is shown.
-    void BecomeActive();
+    // Draws the running timers as their screen says; shows or hides the window with it.
+    void ShowTimers();
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -62,34 +44,26 @@ class FormTimer : public QWidget {
 
   private:
     void MakeParts();
-    void SortTimers();
     void MakeVisible();
-    void ShowTimer(SpellTimer& timer, float now);
-    void DrawBar(i16 slot, i16 percent);
-    void ToggleLayout();
-    void HideForUser();
+    void Arrange(const TimerScreen& screen);
     void Apply(const TimerPlan& plan);
-    TimerMode Mode() const;
     QSize ControlSize() const;
+    void ShowText(std::size_t slot, const TimerSlot& timer);
+    void ShowIcon(std::size_t slot, const TimerSlot& timer);
+    void HideForUser();
 
     TimerServices m_services;
-    SharedState& m_state;
+    RunningTimers& m_timers;
     const GuardedEvents m_events;
     IconClip m_icons;
-    TimerList m_timers;
     std::array<TimerLabel*, kTimerSlots> m_names{};       // lblSpellName
     std::array<TimerLabel*, kTimerSlots> m_seconds{};     // lblTimeRemaining
     std::array<TimerPicture*, kTimerSlots> m_pictures{};  // imgSpell
     std::array<TimerBar*, kTimerSlots> m_bars{};          // picProg
     std::array<TimerControl*, 2> m_controls{};            // lblControls
-    bool m_needsResort = false;
-    int m_nameWidth = 0;  // pixels
     bool m_dragging = false;
     QPoint m_pressPlace;  // of the mouse on the screen
     QPoint m_pressWindow;
-    i32 m_lastMode = 0;
-    bool m_horizontal = false;
-    bool m_hiddenByUser = false;
     bool m_onTop = false;  // the top-most state was asked for since the window was shown
 };
 

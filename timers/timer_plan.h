@@ -6,11 +6,10 @@
 #include <QSize>
 #include <array>
 
-#include "text/number_types.h"
+#include "companion/timer_screen.h"
 
 namespace spellwick {
 
-inline constexpr i32 kTimerSlots = 4;
 inline constexpr int kTimerIcon = 42;  // both ways
 
 struct TimerPlan {

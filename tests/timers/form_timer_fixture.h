@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QTest>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,10 +33,13 @@ class FormTimerTest : public testing::Test, public FailureSink {
         ++m_failures;
     }
 
+    // With no timer running, as when the program starts.
     FormTimer& Make(QPoint place = {40, 50}) {
+        m_form.reset();
+        m_timers.emplace(m_state, m_clock);
         m_form = std::make_unique<FormTimer>(
             TimerServices{
-                .state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this},
+                .timers = *m_timers, .state = m_state, .desktop = m_desktop, .failures = *this},
             place);
         return *m_form;
     }
@@ -65,12 +69,22 @@ class FormTimerTest : public testing::Test, public FailureSink {
     }
     void TickAt(float now) {
         m_clock.now = now;
-        m_form->Update();
+        m_timers->Update();
+        m_form->ShowTimers();
+    }
+    void Start(i16 row, i16 seconds) {
+        m_timers->CreateNewSpellTimer(row, seconds);
+        m_form->ShowTimers();
+    }
+    void SetMode(i32 mode) {
+        m_timers->SetMode(mode);
+        m_form->ShowTimers();
     }
 
     SharedState m_state;
     SetClock m_clock;
     RecordingDesktop m_desktop;
+    std::optional<RunningTimers> m_timers;
     std::unique_ptr<FormTimer> m_form;
     int m_failures = 0;
 };

@@ -7,7 +7,8 @@ namespace spellwick {
 namespace {
 
 TEST_F(FormTimerTest, Window_NeverTakesTheKeyboardAndStaysOutOfTheTaskList) {
-    Make().CreateNewSpellTimer(3, 60);
+    Make();
+    Start(3, 60);
     EXPECT_TRUE(m_form->isVisible());
     EXPECT_TRUE(m_form->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
     EXPECT_TRUE(m_form->windowFlags().testFlag(Qt::FramelessWindowHint));
@@ -15,27 +16,29 @@ TEST_F(FormTimerTest, Window_NeverTakesTheKeyboardAndStaysOutOfTheTaskList) {
     EXPECT_EQ(m_desktop.outOfTaskList,
               (std::vector<WindowHandle>{static_cast<WindowHandle>(m_form->winId())}));
     // Each time that it is shown.
-    m_form->SetMode(kTimersOff);
-    m_form->SetMode(kTimersAsText);
+    SetMode(kTimersOff);
+    SetMode(kTimersAsText);
     EXPECT_EQ(m_desktop.outOfTaskList.size(), 2U);
 }
 
 TEST_F(FormTimerTest, HiddenByUser_StaysAwayUntilTheNextTimer) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     QTest::mouseClick(&Picture(0), Qt::RightButton);
     EXPECT_FALSE(m_form->isVisible());
     TickAt(1001.0F);
     EXPECT_FALSE(m_form->isVisible());
-    EXPECT_TRUE(m_form->SpellsActive());
+    EXPECT_TRUE(m_timers->SpellsActive());
     EXPECT_FALSE(m_form->isVisible());
-    m_form->SetMode(kTimersAsText);
+    SetMode(kTimersAsText);
     EXPECT_FALSE(m_form->isVisible());
-    m_form->CreateNewSpellTimer(2, 30);
+    Start(2, 30);
     EXPECT_TRUE(m_form->isVisible());
 }
 
 TEST_F(FormTimerTest, Controls_HideAndToggle) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     EXPECT_EQ(Control(0).text(), "X");
     EXPECT_EQ(Control(0).toolTip(), "Hide");
     EXPECT_EQ(Control(1).text(), "H");
@@ -54,7 +57,8 @@ TEST_F(FormTimerTest, Controls_HideAndToggle) {
 }
 
 TEST_F(FormTimerTest, Controls_FitIntoTheWindow) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     EXPECT_GE(Control(1).x(), 0);
     EXPECT_TRUE(m_form->rect().contains(Control(0).geometry()));
     QTest::mouseClick(&Control(1), Qt::LeftButton);
@@ -67,7 +71,8 @@ TEST_F(FormTimerTest, Drag_MovesTheWindowFromEachPart) {
         SCOPED_TRACE(part);
         m_state.SpellTimerMode =
             std::string_view(part).starts_with("lbl") ? kTimersAsText : kTimersAsIcons;
-        Make().CreateNewSpellTimer(1, 60);
+        Make();
+        Start(1, 60);
         QWidget& from = *part == 0 ? static_cast<QWidget&>(*m_form) : Named<QWidget>(part, 0);
         QTest::mousePress(&from, Qt::LeftButton, {}, {3, 3});
         QMouseEvent move(QEvent::MouseMove, QPointF(23, 8), from.mapToGlobal(QPoint(23, 8)),
@@ -84,7 +89,8 @@ TEST_F(FormTimerTest, Drag_MovesTheWindowFromEachPart) {
 }
 
 TEST_F(FormTimerTest, Drag_EndsWhenTheButtonIsFoundUp) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     const auto moveTo = [&](QPoint place, Qt::MouseButtons buttons) {
         QMouseEvent move(QEvent::MouseMove, place, m_form->mapToGlobal(place), Qt::NoButton,
                          buttons, Qt::NoModifier);
@@ -98,7 +104,8 @@ TEST_F(FormTimerTest, Drag_EndsWhenTheButtonIsFoundUp) {
 
 TEST_F(FormTimerTest, OtherButtons_DoNotDragAndHideWhenTheyGoUp) {
     for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
-        Make().CreateNewSpellTimer(1, 60);
+        Make();
+        Start(1, 60);
         QTest::mousePress(m_form.get(), button, {}, {3, 3});
         EXPECT_TRUE(m_form->isVisible());
         QMouseEvent move(QEvent::MouseMove, QPointF(23, 8), m_form->mapToGlobal(QPoint(23, 8)),
@@ -115,7 +122,8 @@ TEST_F(FormTimerTest, RightButton_HidesFromEachPart) {
         SCOPED_TRACE(part);
         m_state.SpellTimerMode =
             std::string_view(part).starts_with("lbl") ? kTimersAsText : kTimersAsIcons;
-        Make().CreateNewSpellTimer(1, 60);
+        Make();
+        Start(1, 60);
         auto& from = Named<QWidget>(part, 0);
         ASSERT_TRUE(from.isVisible());
         QTest::mouseClick(&from, Qt::RightButton);
@@ -124,23 +132,25 @@ TEST_F(FormTimerTest, RightButton_HidesFromEachPart) {
 }
 
 TEST_F(FormTimerTest, ClosedByTheDesktop_IsHiddenUntilTheNextTimer) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     m_form->close();
     EXPECT_FALSE(m_form->isVisible());
     TickAt(1001.0F);
     EXPECT_FALSE(m_form->isVisible());
-    EXPECT_TRUE(m_form->SpellsActive());
-    m_form->CreateNewSpellTimer(2, 60);
+    EXPECT_TRUE(m_timers->SpellsActive());
+    Start(2, 60);
     EXPECT_TRUE(m_form->isVisible());
 }
 
 TEST_F(FormTimerTest, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     QTest::qWait(20);
     EXPECT_TRUE(m_desktop.topMostCalls.empty());
     m_state.AlwaysOnTop = true;
-    m_form->SetMode(kTimersOff);
-    m_form->SetMode(kTimersAsIcons);
+    SetMode(kTimersOff);
+    SetMode(kTimersAsIcons);
     QTest::qWait(20);
     ASSERT_EQ(m_desktop.topMostCalls.size(), 1U);
     EXPECT_TRUE(m_desktop.topMostCalls[0].topMost);
@@ -149,7 +159,7 @@ TEST_F(FormTimerTest, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
     QTest::qWait(20);
     EXPECT_EQ(m_desktop.topMostCalls.size(), 1U);
     QTest::mouseClick(m_form.get(), Qt::RightButton);
-    m_form->CreateNewSpellTimer(2, 60);
+    Start(2, 60);
     QTest::qWait(20);
     EXPECT_EQ(m_desktop.topMostCalls.size(), 2U);
 }

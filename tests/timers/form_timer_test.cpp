@@ -1,10 +1,8 @@
 // What the window of the running timers shows, and when.
-#include <QElapsedTimer>
 #include <QFontMetrics>
 #include <QImage>
 #include <limits>
 
-#include "tests/support/failures.h"
 #include "tests/timers/form_timer_fixture.h"
 
 namespace spellwick {
@@ -12,9 +10,8 @@ namespace {
 
 TEST_F(FormTimerTest, NoTimers_NoWindow) {
     Make();
-    m_form->Update();
+    m_form->ShowTimers();
     EXPECT_FALSE(m_form->isVisible());
-    EXPECT_FALSE(m_form->SpellsActive());
     EXPECT_EQ(m_form->pos(), QPoint(40, 50));
     EXPECT_EQ(m_form->windowTitle(), "SpellTimer");
 }
@@ -23,7 +20,7 @@ TEST_F(FormTimerTest, FiveTimers_FourAreShownAndTheFifthMovesUp) {
     m_state.SpellTimerMode = kTimersAsText;
     Make();
     for (const i16 seconds : std::initializer_list<i16>{50, 20, 40, 60, 30}) {
-        m_form->CreateNewSpellTimer(seconds, seconds);
+        Start(seconds, seconds);
     }
     EXPECT_EQ(ShownNames(),
               (std::vector<std::string>{"Spell 20", "Spell 30", "Spell 40", "Spell 50"}));
@@ -39,7 +36,7 @@ TEST_F(FormTimerTest, FiveTimers_FourAreShownAndTheFifthMovesUp) {
 TEST_F(FormTimerTest, FiveTimersAsIcons_ShowTheColouredCellsOfTheirRows) {
     Make();
     for (const i16 row : std::initializer_list<i16>{8, 9, 10, 11, 12}) {
-        m_form->CreateNewSpellTimer(row, static_cast<i16>(10 * row));
+        Start(row, static_cast<i16>(10 * row));
     }
     IconClip icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio());
     for (int slot = 0; slot < kTimerSlots; ++slot) {
@@ -50,42 +47,14 @@ TEST_F(FormTimerTest, FiveTimersAsIcons_ShowTheColouredCellsOfTheirRows) {
     }
 }
 
-TEST_F(FormTimerTest, NewTimerWithLessTime_TakesSlot0) {
-    m_state.SpellTimerMode = kTimersAsText;
-    Make().CreateNewSpellTimer(1, 60);
-    m_form->CreateNewSpellTimer(2, 30);
-    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 2", "Spell 1"}));
-}
-
-TEST_F(FormTimerTest, LastSecond_StaysThroughUpdateAndGoesWithTheNextSort) {
-    m_state.SpellTimerMode = kTimersAsText;
-    Make().CreateNewSpellTimer(1, 20);
-    m_clock.now = 1000.5F;
-    m_form->CreateNewSpellTimer(2, 60);
-    TickAt(1019.125F);
-    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 1", "Spell 2"}));
-    m_form->CreateNewSpellTimer(3, 90);
-    EXPECT_EQ(ShownNames(), (std::vector<std::string>{"Spell 2", "Spell 3"}));
-}
-
-TEST_F(FormTimerTest, ZeroSeconds_LeaveNoTrace) {
-    Make().CreateNewSpellTimer(1, 0);
-    EXPECT_FALSE(m_form->SpellsActive());
-    EXPECT_FALSE(m_form->isVisible());
-}
-
-TEST_F(FormTimerTest, UnknownRow_FailsAsSubscript) {
-    Make();
-    EXPECT_EQ(FailureOf([&] { m_form->CreateNewSpellTimer(105, 10); }), FailureKind::kSubscript);
-}
-
 TEST_F(FormTimerTest, RowBehindThePages_HasABarWithoutAnIcon) {
-    Make().CreateNewSpellTimer(96, 20);
+    Make();
+    Start(96, 20);
     TickAt(1010.0F);
     EXPECT_EQ(Bar(0).Percent(), 50);
     EXPECT_EQ(Picture(0).Cell(), QRect());
     // Nor the icon of the timer that stood in the slot before.
-    m_form->CreateNewSpellTimer(95, 5);
+    Start(95, 5);
     EXPECT_NE(Picture(0).Cell(), QRect());
     TickAt(1015.0F);
     EXPECT_EQ(Bar(0).Percent(), 25);
@@ -94,7 +63,8 @@ TEST_F(FormTimerTest, RowBehindThePages_HasABarWithoutAnIcon) {
 
 TEST_F(FormTimerTest, Icons_AreColouredAlsoForSpellsThatCannotBeCast) {
     m_state.Spells(10).MinimumSkill = 100;
-    Make().CreateNewSpellTimer(10, 60);
+    Make();
+    Start(10, 60);
     const auto colourOf = [](const QPixmap& picture) {
         const QImage image = picture.toImage();
         int sum = 0;
@@ -111,20 +81,22 @@ TEST_F(FormTimerTest, Icons_AreColouredAlsoForSpellsThatCannotBeCast) {
 }
 
 TEST_F(FormTimerTest, Ground_IsBlackInEachArrangement) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     const auto corner = [this] { return m_form->grab().toImage().pixel(0, m_form->height() - 1); };
     EXPECT_EQ(corner(), qRgb(0, 0, 0));
     QTest::mouseClick(&Control(1), Qt::LeftButton);
     EXPECT_EQ(corner(), qRgb(0, 0, 0));
-    m_form->SetMode(kTimersAsText);
+    SetMode(kTimersAsText);
     EXPECT_EQ(corner(), qRgb(0, 0, 0));
 }
 
 TEST_F(FormTimerTest, SlotsWithoutATimer_ShowNothing) {
-    Make().CreateNewSpellTimer(1, 60);
-    m_form->CreateNewSpellTimer(2, 70);
+    Make();
+    Start(1, 60);
+    Start(2, 70);
     for (const i32 mode : {kTimersAsIcons, kTimersAsText}) {
-        m_form->SetMode(mode);
+        SetMode(mode);
         const bool icons = mode == kTimersAsIcons;
         for (int slot = 0; slot < kTimerSlots; ++slot) {
             SCOPED_TRACE(slot);
@@ -138,50 +110,55 @@ TEST_F(FormTimerTest, SlotsWithoutATimer_ShowNothing) {
 
 TEST_F(FormTimerTest, ModeOff_TimersRunAndTheWindowStaysAway) {
     m_state.SpellTimerMode = kTimersOff;
-    Make().CreateNewSpellTimer(1, 60);
-    EXPECT_TRUE(m_form->SpellsActive());
+    Make();
+    Start(1, 60);
+    EXPECT_TRUE(m_timers->SpellsActive());
     EXPECT_FALSE(m_form->isVisible());
     TickAt(1010.0F);
     EXPECT_FALSE(m_form->isVisible());
     // Shown in spite of that, it hides itself.
     m_form->show();
-    m_form->BecomeActive();
+    m_form->ShowTimers();
     EXPECT_FALSE(m_form->isVisible());
 }
 
 TEST_F(FormTimerTest, LastTimerEnds_HidesTheWindowAndUpdateStops) {
-    Make().CreateNewSpellTimer(1, 20);
+    Make();
+    Start(1, 20);
     TickAt(1020.0F);
     EXPECT_FALSE(m_form->isVisible());
-    EXPECT_FALSE(m_form->SpellsActive());
+    EXPECT_FALSE(m_timers->SpellsActive());
     TickAt(1021.0F);
     EXPECT_FALSE(m_form->isVisible());
 }
 
 TEST_F(FormTimerTest, SetMode_StoresTheModeAndArranges) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     EXPECT_TRUE(Bar(0).isVisible());
-    m_form->SetMode(kTimersAsText);
+    SetMode(kTimersAsText);
     EXPECT_EQ(m_state.SpellTimerMode, kTimersAsText);
     EXPECT_TRUE(Name(0).isVisible());
     EXPECT_FALSE(Bar(0).isVisible());
     EXPECT_FALSE(Control(0).isVisible());
-    m_form->SetMode(kTimersOff);
+    SetMode(kTimersOff);
     EXPECT_FALSE(m_form->isVisible());
-    m_form->SetMode(kTimersAsIcons);
+    SetMode(kTimersAsIcons);
     EXPECT_TRUE(m_form->isVisible());
     EXPECT_TRUE(Bar(0).isVisible());
 }
 
 TEST_F(FormTimerTest, SavedNumberThatIsNoMode_IsShownAsIcons) {
-    Make().CreateNewSpellTimer(1, 100);
+    Make();
+    Start(1, 100);
     const QSize icons = m_form->size();
     for (const i32 mode :
          {-1, 3, 7, std::numeric_limits<i32>::min(), std::numeric_limits<i32>::max()}) {
         SCOPED_TRACE(mode);
         m_clock.now = 1000.0F;
         m_state.SpellTimerMode = mode;
-        Make().CreateNewSpellTimer(1, 100);
+        Make();
+        Start(1, 100);
         EXPECT_TRUE(m_form->isVisible());
         EXPECT_EQ(m_form->size(), icons);
         EXPECT_TRUE(Picture(0).isVisible());
@@ -195,18 +172,20 @@ TEST_F(FormTimerTest, SavedNumberThatIsNoMode_IsShownAsIcons) {
 }
 
 TEST_F(FormTimerTest, ModeChangedElsewhere_IsNoticedByTheNextUpdate) {
-    Make().CreateNewSpellTimer(1, 60);
+    Make();
+    Start(1, 60);
     m_state.SpellTimerMode = kTimersAsText;
-    m_form->Update();
+    TickAt(1001.0F);
     EXPECT_TRUE(Name(0).isVisible());
     m_state.SpellTimerMode = kTimersOff;
-    m_form->Update();
+    TickAt(1002.0F);
     EXPECT_FALSE(m_form->isVisible());
 }
 
 TEST_F(FormTimerTest, Texts_ShowSecondsInTheColourOfThePercentage) {
     m_state.SpellTimerMode = kTimersAsText;
-    Make().CreateNewSpellTimer(1, 100);
+    Make();
+    Start(1, 100);
     struct Row {
         float at;
         const char* seconds;
@@ -226,7 +205,8 @@ TEST_F(FormTimerTest, Texts_ShowSecondsInTheColourOfThePercentage) {
 }
 
 TEST_F(FormTimerTest, Bar_IsBlueForTheTimeLeftAndColouredForTheRest) {
-    Make().CreateNewSpellTimer(1, 100);
+    Make();
+    Start(1, 100);
     struct Row {
         float at;
         int blue;
@@ -253,7 +233,8 @@ TEST_F(FormTimerTest, Bar_IsBlueForTheTimeLeftAndColouredForTheRest) {
 
 TEST_F(FormTimerTest, Texts_TakeTheWidthOfTheirMeasure) {
     m_state.SpellTimerMode = kTimersAsText;
-    Make().CreateNewSpellTimer(1, 100);
+    Make();
+    Start(1, 100);
     EXPECT_EQ(Name(0).width(),
               QFontMetrics(m_form->font()).horizontalAdvance(QStringLiteral("Summon Daemon ")));
     EXPECT_EQ(m_form->width(), Seconds(0).x() + Seconds(0).width() + 4);
@@ -265,52 +246,12 @@ TEST_F(FormTimerTest, Texts_Oddity_LongNamesAreCutShort) {
     m_state.SpellTimerMode = kTimersAsText;
     m_state.Spells(1).Name = "Summon Daemon";
     m_state.Spells(2).Name = "Summon Water Elemental";
-    Make().CreateNewSpellTimer(1, 50);
-    m_form->CreateNewSpellTimer(2, 100);
+    Make();
+    Start(1, 50);
+    Start(2, 100);
     const QFontMetrics metrics(m_form->font());
     EXPECT_LE(metrics.horizontalAdvance(Name(0).text()), Name(0).width());
     EXPECT_GT(metrics.horizontalAdvance(Name(1).text()), Name(1).width());
-}
-
-TEST_F(FormTimerTest, Midnight_CountsOn) {
-    m_state.SpellTimerMode = kTimersAsText;
-    m_clock.now = 86390.0F;
-    Make().CreateNewSpellTimer(1, 30);
-    TickAt(86395.0F);
-    EXPECT_EQ(Seconds(0).text(), "25");
-    TickAt(5.0F);
-    EXPECT_EQ(Seconds(0).text(), "15");
-    TickAt(20.0F);
-    EXPECT_FALSE(m_form->isVisible());
-}
-
-TEST_F(FormTimerTest, ClockSetBackAndForward_StaysWithinBounds) {
-    Make().CreateNewSpellTimer(1, 100);
-    TickAt(500.0F);
-    EXPECT_EQ(Bar(0).Percent(), 100);
-    TickAt(90.0F);
-    EXPECT_EQ(Bar(0).Percent(), 100);
-    TickAt(1050.0F);
-    EXPECT_EQ(Bar(0).Percent(), 50);
-    TickAt(50000.0F);
-    EXPECT_FALSE(m_form->isVisible());
-}
-
-TEST_F(FormTimerTest, TenThousandTimers_AreTakenAndShown) {
-    Make();
-    QElapsedTimer taken;
-    taken.start();
-    for (int i = 0; i < 10'000; ++i) {
-        m_form->CreateNewSpellTimer(static_cast<i16>(i % 96),
-                                    static_cast<i16>(10 + i * 7919 % 30'000));
-    }
-    m_form->Update();
-    EXPECT_LT(taken.elapsed(), 20'000);
-    EXPECT_TRUE(Bar(3).isVisible());
-    taken.start();
-    TickAt(40'000.0F);
-    EXPECT_LT(taken.elapsed(), 1'000);
-    EXPECT_FALSE(m_form->isVisible());
 }
 
 TEST_F(FormTimerTest, DarkDesktop_TextStaysReadableOnBlack) {

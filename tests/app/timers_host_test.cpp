@@ -1,5 +1,5 @@
 // From a cast spell to its countdown on the screen.
-#include "app/running_timers.h"
+#include "app/timers_host.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -9,7 +9,6 @@
 
 #include "model/timer_display.h"
 #include "store/text_forms.h"
-#include "tests/support/failures.h"
 #include "tests/support/recording_desktop.h"
 #include "tests/support/set_clock.h"
 
@@ -19,9 +18,9 @@ namespace {
 constexpr i16 kMagery120 = 1;  // rules
 constexpr i16 kPlusSpirit = 16;
 
-class RunningTimersTest : public testing::Test, public FailureSink {
+class TimersHostTest : public testing::Test, public FailureSink {
   protected:
-    RunningTimersTest() {
+    TimersHostTest() {
         m_state.Spells.GrowTo(104);
         for (i32 row = 0; row <= kLastRow; ++row) {
             m_state.Spells(row).Name = "Spell " + std::to_string(row);
@@ -57,15 +56,16 @@ class RunningTimersTest : public testing::Test, public FailureSink {
     std::map<std::string, std::string, std::less<>> m_saved{{"TimerTop", "3000"},
                                                             {"TimerLeft", "615"}};
     int m_placesRead = 0;
-    RunningTimers m_timers{
-        {.state = m_state, .clock = m_clock, .desktop = m_desktop, .failures = *this},
+    RunningTimers m_running{m_state, m_clock};
+    TimersHost m_timers{
+        {.timers = m_running, .state = m_state, .desktop = m_desktop, .failures = *this},
         [this](std::string_view key) {
             ++m_placesRead;
             return ReadFloat(m_saved.find(key)->second);
         }};
 };
 
-TEST_F(RunningTimersTest, Cast_LastsByItsRuleAndTheValuesOfThatMoment) {
+TEST_F(TimersHostTest, Cast_LastsByItsRuleAndTheValuesOfThatMoment) {
     m_state.Spells(7).File5 = kMagery120;
     m_state.Magery = 50;
     m_timers.StartTimer(7);
@@ -79,7 +79,7 @@ TEST_F(RunningTimersTest, Cast_LastsByItsRuleAndTheValuesOfThatMoment) {
     EXPECT_EQ(Shown("lblTimeRemaining", 0), "50");
 }
 
-TEST_F(RunningTimersTest, SpellThatDoesNotLast_MakesNoWindow) {
+TEST_F(TimersHostTest, SpellThatDoesNotLast_MakesNoWindow) {
     m_state.Magery = 0;
     m_state.Spells(7).File5 = kMagery120;
     for (const i16 rule : std::initializer_list<i16>{0, kMagery120, 25, -1}) {
@@ -92,7 +92,7 @@ TEST_F(RunningTimersTest, SpellThatDoesNotLast_MakesNoWindow) {
     EXPECT_EQ(m_placesRead, 0);
 }
 
-TEST_F(RunningTimersTest, OneSecond_CountsAndLessDoesNot) {
+TEST_F(TimersHostTest, OneSecond_CountsAndLessDoesNot) {
     m_state.Spells(64).File5 = kPlusSpirit;
     m_state.SpiritSpeak = -1;  // 0.7 seconds
     m_timers.StartTimer(64);
@@ -102,19 +102,7 @@ TEST_F(RunningTimersTest, OneSecond_CountsAndLessDoesNot) {
     EXPECT_EQ(Shown("lblTimeRemaining", 0), "1");
 }
 
-TEST_F(RunningTimersTest, ValuesBeyond16Bits_AreAnOverflow) {
-    constexpr i16 kSummons = 5;
-    m_state.Spells(39).File5 = kSummons;
-    m_state.Magery = 10000;
-    m_state.Intelligence = 6384;
-    EXPECT_EQ(FailureOf([&] { m_timers.StartTimer(39); }), FailureKind::kOverflow);
-    m_state.Intelligence = 6383;
-    m_timers.StartTimer(39);
-    EXPECT_EQ(Shown("lblTimeRemaining", 0), "32766");
-    EXPECT_EQ(FailureOf([&] { m_timers.StartTimer(105); }), FailureKind::kSubscript);
-}
-
-TEST_F(RunningTimersTest, Place_IsReadOnceInTwipsAndGivenBackInTwips) {
+TEST_F(TimersHostTest, Place_IsReadOnceInTwipsAndGivenBackInTwips) {
     const WindowPlaces::Place place = m_timers.TimerPlace();
     EXPECT_EQ(Window()->pos(), QPoint(41, 200));
     EXPECT_EQ(place.top, 3000.0F);
@@ -126,11 +114,11 @@ TEST_F(RunningTimersTest, Place_IsReadOnceInTwipsAndGivenBackInTwips) {
     EXPECT_FALSE(IsShown());
 }
 
-TEST_F(RunningTimersTest, PlaceThatIsNoNumber_CountsAs0AndIsMendedByTheNextSave) {
+TEST_F(TimersHostTest, PlaceThatIsNoNumber_CountsAs0AndIsMendedByTheNextSave) {
     for (const char* bad : {"", "here", "1e30", "1e400", "-1e30"}) {
         SCOPED_TRACE(bad);
         m_saved.find("TimerTop")->second = bad;
-        RunningTimers timers({m_state, m_clock, m_desktop, *this}, [this](std::string_view key) {
+        TimersHost timers({m_running, m_state, m_desktop, *this}, [this](std::string_view key) {
             return ReadFloat(m_saved.find(key)->second);
         });
         const WindowPlaces::Place place = timers.TimerPlace();
@@ -139,7 +127,7 @@ TEST_F(RunningTimersTest, PlaceThatIsNoNumber_CountsAs0AndIsMendedByTheNextSave)
     }
 }
 
-TEST_F(RunningTimersTest, SetMode_StoresTheModeAndShowsIt) {
+TEST_F(TimersHostTest, SetMode_StoresTheModeAndShowsIt) {
     m_state.Spells(7).File5 = kMagery120;
     m_state.Magery = 50;
     m_timers.StartTimer(7);

@@ -1,6 +1,5 @@
-#include "app/running_timers.h"
+#include "app/timers_host.h"
 
-#include "model/spell_duration.h"
 #include "store/catalogue.h"
 #include "text/number_forms.h"
 
@@ -12,31 +11,34 @@ constexpr float kTwipsPerPixel = 15.0F;
 
 }  // namespace
 
-void RunningTimers::StartTimer(i32 row) {
-    const i16 rule = m_services.state.Spells(row).File5;
-    const i16 seconds = SpellDuration(rule, CasterOf(m_services.state));
-    if (seconds >= 1) {
-        Window().CreateNewSpellTimer(ToI16(row), seconds);
-    }
+void TimersHost::StartTimer(i32 row) {
+    m_services.timers.StartTimer(row);
+    Show();
 }
 
-void RunningTimers::Update() {
-    if (m_window != nullptr) {
-        m_window->Update();
-    }
+void TimersHost::Update() {
+    m_services.timers.Update();
+    Show();
 }
 
-WindowPlaces::Place RunningTimers::TimerPlace() {
+WindowPlaces::Place TimersHost::TimerPlace() {
     const QPoint place = Window().pos();
     return {.top = static_cast<float>(place.y()) * kTwipsPerPixel,
             .left = static_cast<float>(place.x()) * kTwipsPerPixel};
 }
 
-void RunningTimers::SetMode(i32 mode) {
-    Window().SetMode(mode);
+void TimersHost::SetMode(i32 mode) {
+    m_services.timers.SetMode(mode);
+    Show();
 }
 
-FormTimer& RunningTimers::Window() {
+void TimersHost::Show() {
+    if (m_window != nullptr || m_services.timers.Screen().visible) {
+        Window().ShowTimers();
+    }
+}
+
+FormTimer& TimersHost::Window() {
     if (m_window == nullptr) {
         m_window = std::make_unique<FormTimer>(
             m_services, QPoint(SavedPixels(kTimerLeftKey), SavedPixels(kTimerTopKey)));
@@ -44,7 +46,7 @@ FormTimer& RunningTimers::Window() {
     return *m_window;
 }
 
-int RunningTimers::SavedPixels(std::string_view key) const {
+int TimersHost::SavedPixels(std::string_view key) const {
     int pixels = 0;
     IgnoreFailure([&] { pixels = ToI32(double{m_savedPosition(key) / kTwipsPerPixel}); });
     return pixels;

@@ -1,22 +1,21 @@
-// The timers of the spells that are cast: works out how long a spell lasts and has the window of
-// the timers show it. The window is made at its first use.
+// The running timers and their window, which is made at its first use.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <string_view>
 
+#include "companion/running_timers.h"
 #include "main_window/services.h"
 #include "timers/form_timer.h"
 
 namespace spellwick {
 
-class RunningTimers : public TimersPort {
+class TimersHost : public TimersPort {
   public:
     // `savedPosition` reads one of the two positions of the window by its key, in twips. A
     // RuntimeFailure of it counts as 0, or the program could neither start a timer nor end well.
-    RunningTimers(const TimerServices& services,
-                  std::function<float(std::string_view)> savedPosition)
+    TimersHost(const TimerServices& services, std::function<float(std::string_view)> savedPosition)
         : m_services(services), m_savedPosition(std::move(savedPosition)) {}
 
     void StartTimer(i32 row) override;
@@ -28,6 +27,8 @@ class RunningTimers : public TimersPort {
 
   private:
     FormTimer& Window();
+    // Shows what is to be seen; a window that is not there yet is made only for that.
+    void Show();
     int SavedPixels(std::string_view key) const;
 
     TimerServices m_services;
