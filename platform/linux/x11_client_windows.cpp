@@ -1,9 +1,10 @@
 #include "platform/linux/x11_client_windows.h"
 
 #include <algorithm>
-#include <vector>
+#include <span>
 
 #include <poll.h>
+#include <xcb/xcb_icccm.h>
 
 namespace spellwick {
 
@@ -21,7 +22,7 @@ constexpr int kLookAgainMilliseconds = 10;
 std::unique_ptr<X11ClientWindows> X11ClientWindows::Open(const std::string& display,
                                                          std::string& error) {
     std::unique_ptr<X11ClientWindows> windows(new X11ClientWindows(display));
-    if (!windows->m_connection.Works()) {
+    if (!windows->m_hints.Work() || !windows->m_connection.Works()) {
         error = "There is no X display to look for windows on.";
         return nullptr;
     }
@@ -29,8 +30,11 @@ std::unique_ptr<X11ClientWindows> X11ClientWindows::Open(const std::string& disp
 }
 
 X11ClientWindows::X11ClientWindows(const std::string& display)
-    : m_connection(display), m_atoms(m_connection), m_search(m_connection, m_atoms) {
-    if (!m_connection.Works()) {
+    : m_connection(display),
+      m_hints(m_connection),
+      m_search(m_connection, m_hints),
+      m_wmTakeFocus(m_connection.Atom("WM_TAKE_FOCUS")) {
+    if (!m_hints.Work()) {
         return;
     }
     xcb_connection_t* x = m_connection.Get();
@@ -56,24 +60,22 @@ bool X11ClientWindows::SetForegroundWindow(WindowHandle window) {
     if (window == 0 || !Exists(window)) {
         return false;
     }
-    return m_search.ManagerSupports(m_atoms.netActiveWindow) ? ActivateThroughManager(window)
-                                                             : ActivateByHand(window);
+    return ManagerActivates() ? ActivateThroughManager(window) : ActivateByHand(window);
 }
 
 bool X11ClientWindows::IsForegroundWindow(WindowHandle window) {
     m_connection.DropEvents();
     // A manager goes on for a moment to name a window that is gone.
     return window != 0 && Exists(window) &&
-           (m_search.ManagerSupports(m_atoms.netActiveWindow) ? ActiveWindow() == window
-                                                              : HasFocus(window));
+           (ManagerActivates() ? m_hints.ActiveWindow() == window : HasFocus(window));
 }
 
 bool X11ClientWindows::SetFocus(WindowHandle window) {
     if (window == 0 || !IsViewable(window)) {
         return false;
     }
-    if (m_search.ManagerSupports(m_atoms.netActiveWindow)) {
-        const xcb_window_t active = ActiveWindow();
+    if (ManagerActivates()) {
+        const xcb_window_t active = m_hints.ActiveWindow();
         if (active != XCB_NONE && active != window) {
             return false;
         }
@@ -81,16 +83,16 @@ bool X11ClientWindows::SetFocus(WindowHandle window) {
     return HasFocus(window) || GiveFocus(window);
 }
 
+bool X11ClientWindows::ManagerActivates() const {
+    return m_hints.ManagerSupports(m_hints.Get()->_NET_ACTIVE_WINDOW);
+}
+
 bool X11ClientWindows::ActivateThroughManager(xcb_window_t window) {
-    // A pager's request, which stands for a user's wish, is not refused as one of a program is.
-    constexpr std::uint32_t kFromPager = 2;
-    SendMessage(m_connection.Root(), window, m_atoms.netActiveWindow,
-                {.data32 = {kFromPager, ServerTime(), XCB_NONE, 0, 0}},
-                XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
+    m_hints.RequestActivation(window, ServerTime());
     bool gone = false;
     const bool ended = WaitFor(kActivation, [&] {
         gone = !Exists(window);
-        return gone || ActiveWindow() == window;
+        return gone || m_hints.ActiveWindow() == window;
     });
     if (gone || !ended) {
         return false;
@@ -120,15 +122,10 @@ bool X11ClientWindows::ActivateByHand(xcb_window_t window) {
 // By the window's own model of input: it may take the focus from us, ask to be told to take it,
 // both, or want none.
 bool X11ClientWindows::GiveFocus(xcb_window_t window) {
-    constexpr std::uint32_t kInputHint = 1;
-    const std::vector<std::uint32_t> hints = m_search.Cells(window, XCB_ATOM_WM_HINTS);
-    const bool wantsInput = hints.size() < 2 || (hints[0] & kInputHint) == 0 || hints[1] != 0;
-    const std::vector<std::uint32_t> protocols = m_search.Cells(window, m_atoms.wmProtocols);
-    const bool takesFocus = std::ranges::find(protocols, m_atoms.wmTakeFocus) != protocols.end();
+    const bool wantsInput = WantsInput(window);
+    const bool takesFocus = TakesFocusItself(window);
     if (takesFocus) {
-        SendMessage(window, window, m_atoms.wmProtocols,
-                    {.data32 = {m_atoms.wmTakeFocus, ServerTime(), 0, 0, 0}},
-                    XCB_EVENT_MASK_NO_EVENT);
+        AskToTakeFocus(window);
     }
     if (wantsInput) {
         xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
@@ -137,6 +134,36 @@ bool X11ClientWindows::GiveFocus(xcb_window_t window) {
         return false;
     }
     return takesFocus ? WaitFor(kFocusFollows, [&] { return HasFocus(window); }) : HasFocus(window);
+}
+
+bool X11ClientWindows::WantsInput(xcb_window_t window) const {
+    xcb_connection_t* x = m_connection.Get();
+    xcb_icccm_wm_hints_t hints{};
+    return xcb_icccm_get_wm_hints_reply(x, xcb_icccm_get_wm_hints(x, window), &hints, nullptr) ==
+               0 ||
+           (hints.flags & XCB_ICCCM_WM_HINT_INPUT) == 0 || hints.input != 0;
+}
+
+bool X11ClientWindows::TakesFocusItself(xcb_window_t window) const {
+    xcb_connection_t* x = m_connection.Get();
+    const auto reply = OwnReply(xcb_get_property_reply(
+        x, xcb_icccm_get_wm_protocols(x, window, m_hints.Get()->WM_PROTOCOLS), nullptr));
+    xcb_icccm_get_wm_protocols_reply_t protocols{};
+    return xcb_icccm_get_wm_protocols_from_reply(reply.get(), &protocols) != 0 &&
+           std::ranges::count(std::span(protocols.atoms, protocols.atoms_len), m_wmTakeFocus) != 0;
+}
+
+void X11ClientWindows::AskToTakeFocus(xcb_window_t window) const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = m_hints.Get()->WM_PROTOCOLS;
+    message.data = {.data32 = {m_wmTakeFocus, ServerTime(), 0, 0, 0}};
+    const void* untyped = &message;
+    xcb_send_event(m_connection.Get(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                   static_cast<const char*>(untyped));
+    xcb_flush(m_connection.Get());
 }
 
 bool X11ClientWindows::IsViewable(xcb_window_t window) const {
@@ -161,11 +188,6 @@ bool X11ClientWindows::HasFocus(xcb_window_t window) const {
         inside = ParentOf(*inside);
     }
     return inside == window;
-}
-
-xcb_window_t X11ClientWindows::ActiveWindow() const {
-    const auto active = m_search.Cells(m_connection.Root(), m_atoms.netActiveWindow);
-    return active.empty() ? xcb_window_t{XCB_NONE} : active.front();
 }
 
 std::optional<xcb_window_t> X11ClientWindows::ParentOf(xcb_window_t window) const {
@@ -195,20 +217,6 @@ xcb_timestamp_t X11ClientWindows::ServerTime() const {
         }
     }
     return XCB_CURRENT_TIME;
-}
-
-void X11ClientWindows::SendMessage(xcb_window_t to, xcb_window_t about, xcb_atom_t type,
-                                   const xcb_client_message_data_t& data,
-                                   std::uint32_t eventMask) const {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = about;
-    message.type = type;
-    message.data = data;
-    const void* untyped = &message;
-    xcb_send_event(m_connection.Get(), 0, to, eventMask, static_cast<const char*>(untyped));
-    xcb_flush(m_connection.Get());
 }
 
 bool X11ClientWindows::WaitFor(std::chrono::milliseconds patience,

@@ -10,6 +10,7 @@
 
 #include "platform/client_windows.h"
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_window_hints.h"
 #include "platform/linux/x11_window_search.h"
 
 namespace spellwick {
@@ -29,22 +30,24 @@ class X11ClientWindows : public ClientWindows {
   private:
     explicit X11ClientWindows(const std::string& display);
 
+    bool ManagerActivates() const;
     bool ActivateThroughManager(xcb_window_t window);
     bool ActivateByHand(xcb_window_t window);
     bool GiveFocus(xcb_window_t window);
     bool IsViewable(xcb_window_t window) const;
     bool Exists(xcb_window_t window) const;
     bool HasFocus(xcb_window_t window) const;
-    xcb_window_t ActiveWindow() const;
     std::optional<xcb_window_t> ParentOf(xcb_window_t window) const;
     xcb_timestamp_t ServerTime() const;
-    void SendMessage(xcb_window_t to, xcb_window_t about, xcb_atom_t type,
-                     const xcb_client_message_data_t& data, std::uint32_t eventMask) const;
+    bool WantsInput(xcb_window_t window) const;
+    bool TakesFocusItself(xcb_window_t window) const;
+    void AskToTakeFocus(xcb_window_t window) const;
     bool WaitFor(std::chrono::milliseconds patience, const std::function<bool()>& holds) const;
 
     X11Connection m_connection;
-    X11WindowAtoms m_atoms;
+    X11WindowHints m_hints;
     X11WindowSearch m_search;
+    xcb_atom_t m_wmTakeFocus;
     xcb_window_t m_clock = XCB_NONE;  // a window of our own, to learn the server's time by
 };
 

@@ -5,14 +5,13 @@
 namespace spellwick {
 
 X11Connection::X11Connection(const std::string& display) {
-    int screenNumber = 0;
-    m_connection = xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
+    m_connection = xcb_connect(display.empty() ? nullptr : display.c_str(), &m_screen);
     if (!Works()) {
         return;
     }
     fcntl(xcb_get_file_descriptor(m_connection), F_SETFD, FD_CLOEXEC);
     auto screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection));
-    for (; screenNumber > 0 && screen.rem > 1; --screenNumber) {
+    for (int number = 0; number < m_screen; ++number) {
         xcb_screen_next(&screen);
     }
     m_root = screen.data->root;

@@ -33,6 +33,8 @@ class X11Connection {
     ~X11Connection() { xcb_disconnect(m_connection); }
 
     xcb_connection_t* Get() const { return m_connection; }
+    // Of the display's name or, without one there, the first.
+    int Screen() const { return m_screen; }
     xcb_window_t Root() const { return m_root; }
     bool Works() const { return xcb_connection_has_error(m_connection) == 0; }
 
@@ -48,6 +50,7 @@ class X11Connection {
 
   private:
     xcb_connection_t* m_connection;
+    int m_screen = 0;
     xcb_window_t m_root = XCB_NONE;
 };
 

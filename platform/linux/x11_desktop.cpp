@@ -8,17 +8,12 @@
 #include <spawn.h>
 #include <sys/types.h>
 #include <sys/wait.h>
-#include <xcb/xcb.h>
 
 extern char** environ;
 
 namespace spellwick {
 
 namespace {
-
-constexpr std::uint32_t kRemoveState = 0;
-constexpr std::uint32_t kAddState = 1;
-constexpr std::uint32_t kFromApplication = 1;
 
 // Starts the desktop's opener. It is the child of a child that ends at once, so that nobody has to
 // wait for it.
@@ -72,37 +67,28 @@ bool X11Desktop::OpenWebPage(const std::string& address) {
 }
 
 bool X11Desktop::SetTopMost(WindowHandle window, bool topMost) {
-    if (!m_connection.Works() || window == 0) {
+    if (!m_hints.Work() || window == 0) {
         return false;
     }
-    xcb_client_message_event_t event{};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = m_connection.Atom("_NET_WM_STATE");
-    event.data.data32[0] = topMost ? kAddState : kRemoveState;
-    event.data.data32[1] = m_connection.Atom("_NET_WM_STATE_ABOVE");
-    event.data.data32[3] = kFromApplication;
-    static_assert(sizeof(event) == 32);
-    xcb_send_event(m_connection.Get(), 0, m_connection.Root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&event));
+    xcb_ewmh_request_change_wm_state(m_hints.Get(), m_connection.Screen(), window,
+                                     topMost ? XCB_EWMH_WM_STATE_ADD : XCB_EWMH_WM_STATE_REMOVE,
+                                     m_hints.Get()->_NET_WM_STATE_ABOVE, XCB_NONE,
+                                     XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
     xcb_flush(m_connection.Get());
     m_connection.DropEvents();
     return m_connection.Works();
 }
 
 bool X11Desktop::LeaveTaskList(WindowHandle window) {
-    if (!m_connection.Works() || window == 0) {
+    if (!m_hints.Work() || window == 0) {
         return false;
     }
     // Before the window is shown its states are its own to write; the window manager reads them as
     // it takes the window over, and clears them when the window is hidden.
-    const std::array<xcb_atom_t, 2> states{m_connection.Atom("_NET_WM_STATE_SKIP_TASKBAR"),
-                                           m_connection.Atom("_NET_WM_STATE_SKIP_PAGER")};
-    xcb_change_property(m_connection.Get(), XCB_PROP_MODE_REPLACE, window,
-                        m_connection.Atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
-                        static_cast<std::uint32_t>(states.size()), states.data());
+    std::array states{m_hints.Get()->_NET_WM_STATE_SKIP_TASKBAR,
+                      m_hints.Get()->_NET_WM_STATE_SKIP_PAGER};
+    xcb_ewmh_set_wm_state(m_hints.Get(), window, static_cast<std::uint32_t>(states.size()),
+                          states.data());
     return m_connection.RoundTrip();
 }
 

@@ -4,6 +4,7 @@
 
 #include "platform/desktop.h"
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_window_hints.h"
 
 namespace spellwick {
 
@@ -11,7 +12,8 @@ class X11Desktop : public Desktop {
   public:
     // An empty display is that of the environment. Without a connection the bell and the top-most
     // state do nothing.
-    explicit X11Desktop(const std::string& display) : m_connection(display) {}
+    explicit X11Desktop(const std::string& display)
+        : m_connection(display), m_hints(m_connection) {}
 
     void Beep() override;
     bool OpenDocument(const std::filesystem::path& file) override;
@@ -21,6 +23,7 @@ class X11Desktop : public Desktop {
 
   private:
     X11Connection m_connection;
+    X11WindowHints m_hints;
 };
 
 }  // namespace spellwick

@@ -10,16 +10,8 @@ namespace spellwick {
 
 namespace {
 
-// In cells of four bytes: more than any server sends, so that a property comes whole.
-constexpr std::uint32_t kWholeProperty = 1U << 24U;
-
-std::vector<std::uint32_t> CellsOf(const xcb_get_property_reply_t* reply) {
-    if (reply == nullptr || reply->format != 32) {
-        return {};
-    }
-    const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply));
-    return {values, values + reply->value_len};
-}
+// In units of four bytes.
+constexpr std::uint32_t kLongestProperty = 1U << 24U;
 
 std::string_view BytesOf(const xcb_get_property_reply_t* reply) {
     if (reply == nullptr || reply->format != 8) {
@@ -51,18 +43,11 @@ bool EndsInExe(std::string_view name) {
 
 }  // namespace
 
-X11WindowAtoms::X11WindowAtoms(const X11Connection& connection)
-    : netSupported(connection.Atom("_NET_SUPPORTED")),
-      netSupportingWmCheck(connection.Atom("_NET_SUPPORTING_WM_CHECK")),
-      netClientList(connection.Atom("_NET_CLIENT_LIST")),
-      netClientListStacking(connection.Atom("_NET_CLIENT_LIST_STACKING")),
-      netActiveWindow(connection.Atom("_NET_ACTIVE_WINDOW")),
-      netWmName(connection.Atom("_NET_WM_NAME")),
-      utf8String(connection.Atom("UTF8_STRING")),
-      compoundText(connection.Atom("COMPOUND_TEXT")),
-      wmState(connection.Atom("WM_STATE")),
-      wmProtocols(connection.Atom("WM_PROTOCOLS")),
-      wmTakeFocus(connection.Atom("WM_TAKE_FOCUS")) {}
+X11WindowSearch::X11WindowSearch(const X11Connection& connection, const X11WindowHints& hints)
+    : m_connection(connection),
+      m_hints(hints),
+      m_compoundText(connection.Atom("COMPOUND_TEXT")),
+      m_wmState(connection.Atom("WM_STATE")) {}
 
 xcb_window_t X11WindowSearch::Find(std::string_view windowClass) const {
     const std::vector<xcb_window_t> windows = TopLevels();
@@ -104,41 +89,14 @@ std::string X11WindowSearch::Title(xcb_window_t window) const {
     return AnswerTitle(AskTitle(window));
 }
 
-bool X11WindowSearch::ManagerSupports(xcb_atom_t feature) const {
-    const auto supported = Ask(m_connection.Root(), m_atoms.netSupported, XCB_ATOM_ATOM);
-    const auto check = Ask(m_connection.Root(), m_atoms.netSupportingWmCheck, XCB_ATOM_WINDOW);
-    const std::vector<std::uint32_t> features = CellsOf(Answer(supported).get());
-    return ManagerRuns(check) && std::ranges::find(features, feature) != features.end();
-}
-
-std::vector<std::uint32_t> X11WindowSearch::Cells(xcb_window_t window, xcb_atom_t property) const {
-    return CellsOf(Answer(Ask(window, property, XCB_GET_PROPERTY_TYPE_ANY)).get());
-}
-
-// The lists of a window manager that is gone stay on the root window; the window that it names
-// itself by does not.
-bool X11WindowSearch::ManagerRuns(xcb_get_property_cookie_t check) const {
-    const std::vector<std::uint32_t> named = CellsOf(Answer(check).get());
-    return !named.empty() && Cells(named.front(), m_atoms.netSupportingWmCheck) == named;
-}
-
 // Uppermost first, as the search of the system that the client was made for goes.
 std::vector<xcb_window_t> X11WindowSearch::TopLevels() const {
-    const auto stacked = Ask(m_connection.Root(), m_atoms.netClientListStacking, XCB_ATOM_WINDOW);
-    const auto listed = Ask(m_connection.Root(), m_atoms.netClientList, XCB_ATOM_WINDOW);
-    const auto check = Ask(m_connection.Root(), m_atoms.netSupportingWmCheck, XCB_ATOM_WINDOW);
-    const auto stackedReply = Answer(stacked);
-    const auto listedReply = Answer(listed);
-    const bool runs = ManagerRuns(check);
-    const bool hasStacking = stackedReply && stackedReply->format == 32;
-    const bool hasList = listedReply && listedReply->format == 32;
-    if ((!hasStacking && !hasList) || !runs) {
+    std::optional<std::vector<xcb_window_t>> managed = m_hints.ManagedWindows();
+    if (!managed) {
         return TopLevelsOfTree();
     }
-    std::vector<xcb_window_t> windows =
-        CellsOf(hasStacking ? stackedReply.get() : listedReply.get());
-    std::ranges::reverse(windows);
-    return windows;
+    std::ranges::reverse(*managed);
+    return *std::move(managed);
 }
 
 // Without a manager the visible children of the root are the top-level windows.
@@ -185,8 +143,8 @@ std::vector<xcb_window_t> X11WindowSearch::ManagedWithin(
         std::vector<xcb_get_property_cookie_t> states;
         std::vector<xcb_query_tree_cookie_t> trees;
         for (const Node& node : level) {
-            states.push_back(xcb_get_property(x, 0, node.window, m_atoms.wmState,
-                                              XCB_GET_PROPERTY_TYPE_ANY, 0, 0));
+            states.push_back(
+                xcb_get_property(x, 0, node.window, m_wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 0));
             trees.push_back(xcb_query_tree(x, node.window));
         }
         std::vector<Node> next;
@@ -216,9 +174,12 @@ std::vector<xcb_window_t> X11WindowSearch::AnswerChildren(xcb_query_tree_cookie_
     return {first, first + xcb_query_tree_children_length(tree.get())};
 }
 
+// Class and title come from windows of any program, so they are read here: xcb-icccm reads past the
+// end of a WM_CLASS that is empty or lacks its last NUL, and both libraries ask for text of any
+// length and of one type only.
 xcb_get_property_cookie_t X11WindowSearch::Ask(xcb_window_t window, xcb_atom_t property,
                                                xcb_atom_t type) const {
-    return xcb_get_property(m_connection.Get(), 0, window, property, type, 0, kWholeProperty);
+    return xcb_get_property(m_connection.Get(), 0, window, property, type, 0, kLongestProperty);
 }
 
 X11Reply<xcb_get_property_reply_t> X11WindowSearch::Answer(xcb_get_property_cookie_t cookie) const {
@@ -226,7 +187,7 @@ X11Reply<xcb_get_property_reply_t> X11WindowSearch::Answer(xcb_get_property_cook
 }
 
 X11WindowSearch::TitleCookies X11WindowSearch::AskTitle(xcb_window_t window) const {
-    return {Ask(window, m_atoms.netWmName, XCB_GET_PROPERTY_TYPE_ANY),
+    return {Ask(window, m_hints.Get()->_NET_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY),
             Ask(window, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY)};
 }
 
@@ -244,7 +205,7 @@ std::optional<std::string> X11WindowSearch::Text(const xcb_get_property_reply_t*
     X11TextForm form = X11TextForm::kUtf8;
     if (reply->type == XCB_ATOM_STRING) {
         form = X11TextForm::kLatin1;
-    } else if (reply->type == m_atoms.compoundText) {
+    } else if (reply->type == m_compoundText) {
         form = X11TextForm::kCompoundText;
     }
     return X11Text(form, BytesOf(reply));

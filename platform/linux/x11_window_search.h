@@ -9,31 +9,14 @@
 #include <xcb/xcb.h>
 
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_window_hints.h"
 
 namespace spellwick {
-
-// The names that the search needs, looked up once.
-struct X11WindowAtoms {
-    explicit X11WindowAtoms(const X11Connection& connection);
-
-    xcb_atom_t netSupported;
-    xcb_atom_t netSupportingWmCheck;
-    xcb_atom_t netClientList;
-    xcb_atom_t netClientListStacking;
-    xcb_atom_t netActiveWindow;
-    xcb_atom_t netWmName;
-    xcb_atom_t utf8String;
-    xcb_atom_t compoundText;
-    xcb_atom_t wmState;
-    xcb_atom_t wmProtocols;
-    xcb_atom_t wmTakeFocus;
-};
 
 class X11WindowSearch {
   public:
     // Both must outlive the search.
-    X11WindowSearch(const X11Connection& connection, const X11WindowAtoms& atoms)
-        : m_connection(connection), m_atoms(atoms) {}
+    X11WindowSearch(const X11Connection& connection, const X11WindowHints& hints);
 
     // The uppermost window of this class, 0 if there is none. Of this class is a window whose
     // WM_CLASS, instance or class, is the text literally; and a window of a Windows program, whose
@@ -43,19 +26,12 @@ class X11WindowSearch {
     // The whole title as valid UTF-8; empty if the window is gone.
     std::string Title(xcb_window_t window) const;
 
-    // Whether a window manager runs that offers this feature of the common hints.
-    bool ManagerSupports(xcb_atom_t feature) const;
-
-    // The values of a property of 32-bit cells; empty if there is no such property or window.
-    std::vector<std::uint32_t> Cells(xcb_window_t window, xcb_atom_t property) const;
-
   private:
     struct TitleCookies {
         xcb_get_property_cookie_t modern;
         xcb_get_property_cookie_t old;
     };
 
-    bool ManagerRuns(xcb_get_property_cookie_t check) const;
     std::vector<xcb_window_t> TopLevels() const;
     std::vector<xcb_window_t> TopLevelsOfTree() const;
     // For each frame the window that is managed in it, or XCB_NONE.
@@ -68,7 +44,9 @@ class X11WindowSearch {
     std::optional<std::string> Text(const xcb_get_property_reply_t* reply) const;
 
     const X11Connection& m_connection;
-    const X11WindowAtoms& m_atoms;
+    const X11WindowHints& m_hints;
+    xcb_atom_t m_compoundText;
+    xcb_atom_t m_wmState;
 };
 
 }  // namespace spellwick

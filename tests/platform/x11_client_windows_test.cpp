@@ -1,68 +1,21 @@
-// The real search and activation on a private X server, with windows that the test makes.
-#include "platform/linux/x11_client_windows.h"
-
+// The real search and activation under a window manager.
 #include <chrono>
 #include <iostream>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/x_session.h"
+#include "tests/platform/x11_client_windows_fixture.h"
 
 namespace spellwick {
 namespace {
 
 using testing_support::WaitUntil;
 using testing_support::WindowManager;
-using testing_support::XSession;
 
 constexpr std::uint32_t kIconic = 3;
 constexpr const char* kClient = "Ultima Online";
 constexpr const char* kThirdDawn = "Ultima Online Third Dawn";
 
-class X11ClientWindowsTest : public testing::Test {
-  protected:
-    void Open(WindowManager manager) {
-        if (const std::string missing = XSession::WhatIsMissing(manager); !missing.empty()) {
-            GTEST_SKIP() << missing;
-        }
-        session = XSession::Start(manager);
-        ASSERT_TRUE(session);
-        std::string error;
-        windows = X11ClientWindows::Open(session->Display(), error);
-        ASSERT_TRUE(windows) << error;
-    }
-
-    void SetProperty(xcb_window_t window, const char* name, xcb_atom_t type,
-                     const std::string& bytes) {
-        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, window,
-                            session->Atom(name), type, 8, static_cast<std::uint32_t>(bytes.size()),
-                            bytes.data());
-        session->Sync();
-    }
-
-    void SetCells(xcb_window_t window, const char* name, const char* type,
-                  const std::vector<std::uint32_t>& cells) {
-        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, window,
-                            session->Atom(name), session->Atom(type), 32,
-                            static_cast<std::uint32_t>(cells.size()), cells.data());
-        session->Sync();
-    }
-
-    void RefuseInput(xcb_window_t window) {
-        constexpr std::uint32_t kInputHint = 1;
-        SetCells(window, "WM_HINTS", "WM_HINTS", {kInputHint, 0, 0, 0, 0, 0, 0, 0, 0});
-    }
-
-    std::unique_ptr<XSession> session;
-    std::unique_ptr<X11ClientWindows> windows;
-};
-
 class WithOpenbox : public X11ClientWindowsTest {
     void SetUp() override { Open(WindowManager::kOpenbox); }
-};
-
-class WithoutManager : public X11ClientWindowsTest {
-    void SetUp() override { Open(WindowManager::kNone); }
 };
 
 TEST_F(WithOpenbox, Find_NoClient_IsZero) {
@@ -104,6 +57,17 @@ TEST_F(WithOpenbox, Find_WindowsProgram_GoesByTheBeginningOfItsTitle) {
     const xcb_window_t capitals = session->MakeWindow("CLIENT.EXE", "CLIENT.EXE", kThirdDawn);
     EXPECT_EQ(windows->FindWindowByClass(kThirdDawn), capitals);
     EXPECT_EQ(windows->FindWindowByClass(kClient), capitals);
+}
+
+TEST_F(WithOpenbox, Find_ClassWithoutItsLastNul_IsReadToItsEnd) {
+    const xcb_window_t window = session->MakeWindow("a", "b", "one");
+    // The length is a multiple of four: the reply has no byte to spare behind it.
+    SetProperty(window, "WM_CLASS", XCB_ATOM_STRING, "abcdefgh");
+    EXPECT_EQ(windows->FindWindowByClass("abcdefgh"), window);
+    SetProperty(window, "WM_CLASS", XCB_ATOM_STRING, std::string("abc\0defg", 8));
+    EXPECT_EQ(windows->FindWindowByClass("defg"), window);
+    SetProperty(window, "WM_CLASS", XCB_ATOM_STRING, "");
+    EXPECT_EQ(windows->FindWindowByClass("defg"), 0U);
 }
 
 TEST_F(WithOpenbox, Find_SeveralClients_TheUppermostIsTaken) {
@@ -198,6 +162,19 @@ TEST_F(WithOpenbox, WindowThatIsGone_CostsAnEmptyAnswer) {
     EXPECT_EQ(windows->FindWindowByClass(kClient), next);
 }
 
+TEST_F(WithOpenbox, ServerThatIsGone_CostsAnEmptyAnswer) {
+    const xcb_window_t window = session->MakeWindow("a", kClient, "x");
+    session->KillServer();
+    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
+    EXPECT_EQ(windows->WindowTitle(window), "");
+    EXPECT_FALSE(windows->SetForegroundWindow(window));
+    EXPECT_FALSE(windows->IsForegroundWindow(window));
+    EXPECT_FALSE(windows->SetFocus(window));
+    std::string error;
+    EXPECT_EQ(X11ClientWindows::Open(session->Display(), error), nullptr);
+    EXPECT_EQ(error, "There is no X display to look for windows on.");
+}
+
 TEST_F(WithOpenbox, Foreground_ReturnsWhenTheManagerNamesTheWindow) {
     const xcb_window_t one = session->MakeWindow("a", "A", "one");
     const xcb_window_t two = session->MakeWindow("b", "B", "two");
@@ -255,54 +232,6 @@ TEST_F(WithOpenbox, Focus_OfAWindowThatIsNotInFront_IsRefused) {
     ASSERT_TRUE(windows->SetForegroundWindow(two));
     EXPECT_FALSE(windows->SetFocus(one));
     EXPECT_EQ(session->FocusedWindow(), two);
-}
-
-TEST_F(WithoutManager, FindTitleAndActivation_WorkOnTheTree) {
-    const xcb_window_t one = session->MakeWindow("a", kClient, "one");
-    const xcb_window_t two = session->MakeWindow("b", "B", "two");
-    EXPECT_EQ(windows->FindWindowByClass(kClient), one);
-    EXPECT_EQ(windows->WindowTitle(one), "one");
-    EXPECT_TRUE(windows->SetForegroundWindow(one));
-    EXPECT_EQ(session->FocusedWindow(), one);
-    EXPECT_TRUE(windows->IsForegroundWindow(one));
-    EXPECT_TRUE(windows->SetForegroundWindow(two));
-    EXPECT_EQ(session->FocusedWindow(), two);
-    EXPECT_FALSE(windows->IsForegroundWindow(one));
-    EXPECT_TRUE(windows->SetFocus(one));
-    EXPECT_EQ(session->FocusedWindow(), one);
-    session->DestroyWindow(one);
-    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
-    EXPECT_FALSE(windows->SetForegroundWindow(one));
-}
-
-TEST_F(WithoutManager, WindowWithinAFrame_IsFoundByItsState) {
-    const xcb_window_t frame = session->MakeWindow("frame", "Frame", "");
-    const xcb_window_t client = session->MakeWindow("a", kClient, "one");
-    xcb_reparent_window(session->Connection(), client, frame, 0, 0);
-    session->Sync();
-    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
-    SetCells(client, "WM_STATE", "WM_STATE", {1, 0});
-    EXPECT_EQ(windows->FindWindowByClass(kClient), client);
-    EXPECT_TRUE(windows->SetForegroundWindow(client));
-    EXPECT_EQ(session->FocusedWindow(), client);
-}
-
-TEST_F(WithoutManager, WindowThatWantsNoInput_DoesNotGetTheFocus) {
-    const xcb_window_t other = session->MakeWindow("b", "B", "two");
-    const xcb_window_t window = session->MakeWindow("a", kClient, "one");
-    ASSERT_TRUE(windows->SetFocus(other));
-    RefuseInput(window);
-    EXPECT_FALSE(windows->SetFocus(window));
-    EXPECT_EQ(session->FocusedWindow(), other);
-}
-
-TEST_F(WithoutManager, HiddenWindow_DoesNotGetTheFocus) {
-    const xcb_window_t window = session->MakeWindow("a", kClient, "one");
-    xcb_unmap_window(session->Connection(), window);
-    session->Sync();
-    EXPECT_FALSE(windows->SetFocus(window));
-    EXPECT_FALSE(windows->SetForegroundWindow(window));
-    EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
 }
 
 }  // namespace

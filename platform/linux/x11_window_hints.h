@@ -1,0 +1,53 @@
+// The window manager hints of an X server: the library's handle with its atoms, looked up once, and
+// what the manager says of itself.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <xcb/xcb_ewmh.h>
+
+#include "platform/linux/x11_connection.h"
+
+namespace spellwick {
+
+struct WipeWindowHints {
+    void operator()(xcb_ewmh_connection_t* hints) const {
+        xcb_ewmh_connection_wipe(hints);
+        delete hints;
+    }
+};
+
+class X11WindowHints {
+  public:
+    // The connection must outlive the hints. If it is lost by now, Work() is false and nothing else
+    // may be called; if it is lost later, every call returns empty.
+    explicit X11WindowHints(const X11Connection& connection);
+
+    bool Work() const { return m_hints != nullptr; }
+
+    // For the library's functions. Its members are the atoms.
+    xcb_ewmh_connection_t* Get() const { return m_hints.get(); }
+
+    // Whether a window manager runs that supports this hint.
+    bool ManagerSupports(xcb_atom_t hint) const;
+
+    // The manager's windows, lowest first if it keeps them in that order; nothing if no manager
+    // runs or it keeps no list.
+    std::optional<std::vector<xcb_window_t>> ManagedWindows() const;
+
+    // XCB_NONE if there is none.
+    xcb_window_t ActiveWindow() const;
+
+    void RequestActivation(xcb_window_t window, xcb_timestamp_t time) const;
+
+  private:
+    // The cookie is that of the root window's _NET_SUPPORTING_WM_CHECK.
+    bool ManagerRuns(xcb_get_property_cookie_t check) const;
+
+    const X11Connection& m_connection;
+    std::unique_ptr<xcb_ewmh_connection_t, WipeWindowHints> m_hints;
+};
+
+}  // namespace spellwick
