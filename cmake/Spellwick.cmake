@@ -8,9 +8,11 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    # ccache passes on all that uses a precompiled header unless it may be sloppy with them. With the
+    # dependencies from the compiler it needs no preprocessor run of its own.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
-        ${CCACHE_PROGRAM})
+        CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_DEPEND=1 ${CCACHE_PROGRAM})
 endif()
 
 if(WIN32)
@@ -40,6 +42,18 @@ function(spellwick_library name)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE spellwick_options)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+endfunction()
+
+# spellwick_test_code(TARGET unit|form|desktop): how the tests' own sources are compiled: they
+# change often and run briefly, while what they test stays optimised. Each takes the precompiled
+# headers of its kind (tests/support/CMakeLists.txt).
+function(spellwick_test_code target label)
+    target_compile_options(${target} PRIVATE -O0 -g1)
+    if(label STREQUAL "form")
+        target_precompile_headers(${target} REUSE_FROM spellwick_form_headers)
+    else()
+        target_precompile_headers(${target} REUSE_FROM spellwick_unit_headers)
+    endif()
 endfunction()
 
 # spellwick_register(NAME unit|form|desktop PROGRAM [FILTER pattern] [ENVIRONMENT a=b ...]
@@ -74,8 +88,7 @@ function(spellwick_test name label)
     cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gmock spellwick_options)
-    # The tests' own sources are compiled often and run briefly; what they test stays optimised.
-    target_compile_options(${name} PRIVATE -O0 -g1)
+    spellwick_test_code(${name} ${label})
     if(label STREQUAL "unit")
         target_link_libraries(${name} PRIVATE GTest::gmock_main)
     endif()

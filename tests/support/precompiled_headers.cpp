@@ -1,0 +1,1 @@
+// CMake wants a source in the targets that own the precompiled headers.
