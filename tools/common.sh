@@ -19,9 +19,13 @@ logged() {
     if "$@" >"$log" 2>&1 </dev/null; then
         return 0
     fi
-    say "  failed; the end of $log:"
-    tail -n 40 "$log" | sed 's/^/    /'
+    show_failure "$log"
     return 1
+}
+
+show_failure() {
+    say "  failed; the end of $1:"
+    tail -n 40 "$1" | sed 's/^/    /'
 }
 
 # packages_for GROUP...: the packages of tools/packages that any of these groups needs.
@@ -35,6 +39,29 @@ packages_for() {
 
 is_installed() {
     dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
+}
+
+# apt_get NAME PREFIX... -- ARGUMENT...: apt-get with its output in build/NAME.log. It waits up to
+# five minutes for another's lock, since a fresh machine updates itself in the background. apt's own
+# timeout does not cover the lock on the package lists.
+apt_get() {
+    local log=build/$1.log give_up=$((SECONDS + 300))
+    local -a prefix=()
+    shift
+    while [ "$1" != -- ]; do
+        prefix+=("$1")
+        shift
+    done
+    shift
+    mkdir -p build
+    until "${prefix[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive \
+        apt-get -o DPkg::Lock::Timeout=300 "$@" >"$log" 2>&1 </dev/null; do
+        if [ "$SECONDS" -ge "$give_up" ] || ! grep -q 'Could not get lock' "$log"; then
+            show_failure "$log"
+            return 1
+        fi
+        sleep 2
+    done
 }
 
 # install_for GROUP...: installs what is missing, or tells how and ends.
@@ -60,9 +87,8 @@ install_for() {
         fi
     fi
     say "Installing them (build/install.log)"
-    logged install-update "${as_root[@]}" apt-get update || exit 1
-    logged install "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}" || exit 1
+    apt_get install-update "${as_root[@]}" -- update || exit 1
+    apt_get install "${as_root[@]}" -- install -y --no-install-recommends "${missing[@]}" || exit 1
 }
 
 # configure PRESET [OPTION...]
