@@ -7,6 +7,7 @@
 #include <system_error>
 #include <vector>
 
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace spellwick {
@@ -70,14 +71,6 @@ char32_t TakeEscape(std::string_view& text) {
     return TakeCodePoint(text);
 }
 
-constexpr bool IsHighSurrogate(char32_t unit) {
-    return unit >= 0xd800 && unit < 0xdc00;
-}
-
-constexpr bool IsLowSurrogate(char32_t unit) {
-    return unit >= 0xdc00 && unit < 0xe000;
-}
-
 // Takes a text off `line` up to the closing sign, which is taken as well; nothing when it does not
 // close.
 std::optional<std::string> TakeText(std::string_view& line, char closing) {
@@ -100,7 +93,7 @@ std::optional<std::string> TakeText(std::string_view& line, char closing) {
             continue;
         }
         if (high != 0 && IsLowSurrogate(unit)) {
-            unit = 0x10000 + ((high - 0xd800) << 10) + (unit - 0xdc00);
+            unit = FromSurrogates(high, unit);
         }
         high = 0;
         AppendUtf8(text, unit);

@@ -1,20 +1,9 @@
 #include "platform/windows/wide_text.h"
 
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace spellwick {
-
-namespace {
-
-constexpr bool IsHighSurrogate(wchar_t unit) {
-    return unit >= 0xd800 && unit < 0xdc00;
-}
-
-constexpr bool IsLowSurrogate(wchar_t unit) {
-    return unit >= 0xdc00 && unit < 0xe000;
-}
-
-}  // namespace
 
 std::wstring WideFromUtf8(std::string_view text) {
     std::wstring wide;
@@ -24,8 +13,8 @@ std::wstring WideFromUtf8(std::string_view text) {
         if (codePoint < 0x10000) {
             wide.push_back(static_cast<wchar_t>(codePoint));
         } else {
-            wide.push_back(static_cast<wchar_t>(0xd800 + ((codePoint - 0x10000) >> 10)));
-            wide.push_back(static_cast<wchar_t>(0xdc00 + ((codePoint - 0x10000) & 0x3ff)));
+            wide.push_back(static_cast<wchar_t>(HighSurrogate(codePoint)));
+            wide.push_back(static_cast<wchar_t>(LowSurrogate(codePoint)));
         }
     }
     return wide;
@@ -37,7 +26,7 @@ std::string Utf8FromWide(std::wstring_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t codePoint = text[i];
         if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-            codePoint = 0x10000 + ((codePoint - 0xd800) << 10) + (char32_t{text[i + 1]} - 0xdc00);
+            codePoint = FromSurrogates(codePoint, text[i + 1]);
             ++i;
         }
         AppendUtf8(utf8, codePoint);

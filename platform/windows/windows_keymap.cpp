@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "text/utf16.h"
+
 namespace spellwick {
 
 namespace {
@@ -95,7 +97,7 @@ Symbol CharacterOf(UINT virtualKey, Keycode code, ModifierMask modifiers, HKL la
                     static_cast<int>(flushed.size()), kLeaveStateAlone, layout);
     }
     const bool isCharacter =
-        length == 1 && text[0] >= L' ' && text[0] != 0x7f && (text[0] < 0xd800 || text[0] > 0xdfff);
+        length == 1 && text[0] >= L' ' && text[0] != 0x7f && !IsSurrogate(text[0]);
     return isCharacter ? CharacterSymbol(text[0]) : Symbol::kNothing;
 }
 
