@@ -1,6 +1,6 @@
 #include "link/client_watch.h"
 
-#include "text/number_forms.h"
+#include "text/characters.h"
 
 namespace spellwick {
 

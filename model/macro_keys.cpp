@@ -4,7 +4,7 @@
 #include <array>
 
 #include "model/shared_state.h"
-#include "text/number_forms.h"
+#include "text/characters.h"
 
 namespace spellwick {
 

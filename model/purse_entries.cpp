@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/characters.h"
 #include "text/number_forms.h"
 
 namespace spellwick {

@@ -8,6 +8,7 @@
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "text/characters.h"
 #include "text/number_forms.h"
 
 namespace spellwick {

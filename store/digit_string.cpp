@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "store/text_forms.h"
+#include "text/characters.h"
 #include "text/number_forms.h"
 
 namespace spellwick {

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "text/number_forms.h"
+#include "text/characters.h"
 #include "text/runtime_failure.h"
 
 namespace spellwick {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "text/characters.h"
 #include "text/number_forms.h"
 #include "text/runtime_failure.h"
 

@@ -7,6 +7,7 @@
 #include <limits>
 #include <utility>
 
+#include "text/characters.h"
 #include "text/runtime_failure.h"
 
 namespace spellwick {
@@ -99,41 +100,6 @@ ParsedNumber ParseNumber(std::string_view text) {
     return {negative ? -value : value, at};
 }
 
-constexpr bool IsContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
-// Length in bytes of the character at the start of a text that is not empty.
-std::size_t CharacterLength(std::string_view text) {
-    const auto lead = static_cast<unsigned char>(text[0]);
-    std::size_t length = 1;
-    if (lead >= 0xF0U && lead <= 0xF4U) {
-        length = 4;
-    } else if (lead >= 0xE0U) {
-        length = lead <= 0xEFU ? 3 : 1;
-    } else if (lead >= 0xC2U) {
-        length = 2;
-    }
-    if (length > text.size()) {
-        return 1;
-    }
-    for (std::size_t i = 1; i < length; ++i) {
-        if (!IsContinuation(text[i])) {
-            return 1;
-        }
-    }
-    return length;
-}
-
-std::size_t BytesOfCharacters(std::string_view text, std::size_t count) {
-    std::size_t at = 0;
-    while (count > 0 && at < text.size()) {
-        at += CharacterLength(text.substr(at));
-        --count;
-    }
-    return at;
-}
-
 template <typename Cell>
 Cell FitRounded(double value) {
     const double whole = RoundHalfEven(value);
@@ -152,27 +118,6 @@ double NumericPrefix(std::string_view text) {
 
 double FirstFour(std::string_view text) {
     return NumericPrefix(FirstCharacters(text, 4));
-}
-
-std::string_view FirstCharacters(std::string_view text, std::size_t count) {
-    return text.substr(0, BytesOfCharacters(text, count));
-}
-
-std::string_view SkipCharacters(std::string_view text, std::size_t first) {
-    return text.substr(BytesOfCharacters(text, first));
-}
-
-std::string_view LastCharacters(std::string_view text, std::size_t count) {
-    const std::size_t all = CountCharacters(text);
-    return all <= count ? text : SkipCharacters(text, all - count);
-}
-
-std::size_t CountCharacters(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t at = 0; at < text.size(); at += CharacterLength(text.substr(at))) {
-        ++count;
-    }
-    return count;
 }
 
 double RoundHalfEven(double value) {

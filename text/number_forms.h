@@ -16,13 +16,6 @@ double NumericPrefix(std::string_view text);
 // NumericPrefix of the first four characters: what the common number box reads.
 double FirstFour(std::string_view text);
 
-// The first `count` characters (code points) of a UTF-8 text, and the text from its `first`
-// character (from 0) on. A stray byte counts as one character.
-std::string_view FirstCharacters(std::string_view text, std::size_t count);
-std::string_view SkipCharacters(std::string_view text, std::size_t first);
-std::string_view LastCharacters(std::string_view text, std::size_t count);
-std::size_t CountCharacters(std::string_view text);
-
 // Nearest whole number, exact halves to the even neighbour.
 double RoundHalfEven(double value);
 

@@ -1,71 +1,36 @@
 #include "text/utf8.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
+
+#include <utf8/checked.h>
+#include <utf8/unchecked.h>
+
+#include "text/utf16.h"
 
 namespace spellwick {
 
-namespace {
-
-constexpr bool IsScalarValue(char32_t codePoint) {
-    return codePoint <= 0x10ffff && (codePoint < 0xd800 || codePoint > 0xdfff);
-}
-
-}  // namespace
-
 char32_t TakeCodePoint(std::string_view& text) {
-    const auto byte = [&text](std::size_t index) -> char32_t {
-        return static_cast<unsigned char>(text[index]);
-    };
-    const char32_t first = byte(0);
-    std::size_t length = 1;
-    char32_t smallest = 0;
-    char32_t codePoint = first;
-    if (first >= 0xf0 && first <= 0xf4) {
-        length = 4;
-        smallest = 0x10000;
-        codePoint = first & 0x07;
-    } else if (first >= 0xe0 && first <= 0xef) {
-        length = 3;
-        smallest = 0x800;
-        codePoint = first & 0x0f;
-    } else if (first >= 0xc2 && first <= 0xdf) {
-        length = 2;
-        smallest = 0x80;
-        codePoint = first & 0x1f;
-    } else if (first >= 0x80) {
-        codePoint = kReplacementCharacter;
-    }
-    bool wellFormed = length <= text.size();
-    for (std::size_t index = 1; wellFormed && index < length; ++index) {
-        wellFormed = (byte(index) & 0xc0) == 0x80;
-        codePoint = (codePoint << 6) | (byte(index) & 0x3f);
-    }
-    if (!wellFormed || codePoint < smallest || !IsScalarValue(codePoint)) {
+    // find_invalid tells whether the first sequence is well-formed without throwing; a sequence
+    // that the window cuts off is not the first one.
+    constexpr std::size_t kLongestSequence = 4;
+    const char* const begin = text.data();
+    const char* const window = begin + std::min(text.size(), kLongestSequence);
+    if (utf8::find_invalid(begin, window) == begin) {
         text.remove_prefix(1);
         return kReplacementCharacter;
     }
-    text.remove_prefix(length);
+    const char* next = begin;
+    const char32_t codePoint = utf8::unchecked::next(next);
+    text.remove_prefix(static_cast<std::size_t>(next - begin));
     return codePoint;
 }
 
 void AppendUtf8(std::string& text, char32_t codePoint) {
-    const char32_t code = IsScalarValue(codePoint) ? codePoint : kReplacementCharacter;
-    const auto append = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-    if (code < 0x80) {
-        append(code);
-    } else if (code < 0x800) {
-        append(0xc0 | (code >> 6));
-        append(0x80 | (code & 0x3f));
-    } else if (code < 0x10000) {
-        append(0xe0 | (code >> 12));
-        append(0x80 | ((code >> 6) & 0x3f));
-        append(0x80 | (code & 0x3f));
-    } else {
-        append(0xf0 | (code >> 18));
-        append(0x80 | ((code >> 12) & 0x3f));
-        append(0x80 | ((code >> 6) & 0x3f));
-        append(0x80 | (code & 0x3f));
-    }
+    const bool isScalarValue = codePoint <= 0x10ffff && !IsSurrogate(codePoint);
+    utf8::unchecked::append(isScalarValue ? codePoint : kReplacementCharacter,
+                            std::back_inserter(text));
 }
 
 std::filesystem::path PathFromUtf8(std::string_view text) {

@@ -1,4 +1,9 @@
 // Reads and writes UTF-8 one code point at a time; whatever comes in, what goes out is valid.
+//
+// One rule for every function that meets malformed UTF-8, here and in text/characters.h: a byte
+// that is not part of a well-formed sequence counts as one character of its own and reads as
+// U+FFFD. So a sequence that is cut short, overlong, a surrogate or beyond U+10FFFF is as many
+// characters as it has bytes.
 #pragma once
 
 #include <filesystem>
@@ -9,17 +14,16 @@ namespace spellwick {
 
 inline constexpr char32_t kReplacementCharacter = 0xfffd;
 
-// Takes the first code point off `text`, which must not be empty. A byte that does not belong to
-// well-formed UTF-8 is taken alone and gives U+FFFD.
+// Takes the first code point off `text`, which must not be empty.
 char32_t TakeCodePoint(std::string_view& text);
 
 // A surrogate or a number beyond U+10FFFF is written as U+FFFD.
 void AppendUtf8(std::string& text, char32_t codePoint);
 
-// The text with every byte that does not belong to well-formed UTF-8 replaced by U+FFFD.
+// The text with every stray byte replaced by U+FFFD.
 std::string ValidUtf8(std::string_view text);
 
-// The path of this text, which is UTF-8 whatever the system's own narrow texts are.
+// The path that this text names. The text is UTF-8, whatever the system's own narrow encoding is.
 std::filesystem::path PathFromUtf8(std::string_view text);
 
 }  // namespace spellwick

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "model/formula_text.h"
+#include "text/characters.h"
 #include "text/number_forms.h"
 #include "text/runtime_failure.h"
 

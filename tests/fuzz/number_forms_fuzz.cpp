@@ -6,6 +6,7 @@
 #include "model/cast_rules.h"
 #include "model/castable_amount.h"
 #include "model/purse_entries.h"
+#include "text/characters.h"
 #include "text/number_forms.h"
 
 namespace {
