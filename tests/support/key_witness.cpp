@@ -3,6 +3,8 @@
 #include <array>
 #include <regex>
 
+#include "text/utf8.h"
+
 namespace spellwick::testing_support {
 
 namespace {
@@ -16,33 +18,14 @@ bool IsModifier(unsigned long keysym) {
     return (keysym >= 0xffe1 && keysym <= 0xffee) || keysym == 0xfe03 || keysym == 0xfe11;
 }
 
-void AppendUtf8(std::string& text, unsigned long code) {
-    const auto byte = [&text](unsigned long value) { text.push_back(static_cast<char>(value)); };
-    if (code < 0x80) {
-        byte(code);
-    } else if (code < 0x800) {
-        byte(0xc0 | (code >> 6));
-        byte(0x80 | (code & 0x3f));
-    } else if (code < 0x10000) {
-        byte(0xe0 | (code >> 12));
-        byte(0x80 | ((code >> 6) & 0x3f));
-        byte(0x80 | (code & 0x3f));
-    } else {
-        byte(0xf0 | (code >> 18));
-        byte(0x80 | ((code >> 12) & 0x3f));
-        byte(0x80 | ((code >> 6) & 0x3f));
-        byte(0x80 | (code & 0x3f));
-    }
-}
-
 // The character of a keysym in Latin 1 or in the Unicode range, or of the euro sign; else none.
 std::string CharacterOf(unsigned long keysym) {
     std::string text;
     if ((keysym >= 0x20 && keysym < 0x7f) || (keysym >= 0xa0 && keysym < 0x100) ||
         keysym == 0x20ac) {
-        AppendUtf8(text, keysym);
+        AppendUtf8(text, static_cast<char32_t>(keysym));
     } else if (keysym > 0x1000100 && keysym <= 0x110ffff) {
-        AppendUtf8(text, keysym - 0x1000000);
+        AppendUtf8(text, static_cast<char32_t>(keysym - 0x1000000));
     }
     return text;
 }
