@@ -1,4 +1,4 @@
-// Lower case for keys and their names, the same under every locale.
+// Lower case for keys and their names, independent of the locale.
 #pragma once
 
 #include <string>

@@ -35,8 +35,8 @@ std::size_t SkipDigits(std::string_view text, std::size_t at) {
     return at;
 }
 
-// Whether a number too large or too small for a double is too small: the decimal place of its first
-// digit that is not 0 decides.
+// from_chars reports overflow and underflow alike; tell which by the decimal place of the first
+// nonzero digit.
 bool IsBelowOne(std::string_view digits, std::string_view exponent) {
     constexpr i32 kFarAway = 1'000'000'000;
     std::int64_t shift = 0;
@@ -89,7 +89,7 @@ ParsedNumber ParseNumber(std::string_view text) {
     double value = 0.0;
     const auto result = std::from_chars(text.data() + first, text.data() + at, value);
     if (result.ec == std::errc::result_out_of_range) {
-        // A huge number is infinite and a tiny one is 0; both are settled where they are stored.
+        // A huge number is infinite and a tiny one is 0; storing it decides what happens.
         const std::string_view number = text.substr(first, at - first);
         const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
         const std::string_view exponent = number.substr(std::min(mark + 1, number.size()));

@@ -1,5 +1,5 @@
-// Every way in which the program turns text into numbers and numbers into text, rounds and divides.
-// All of it is independent of the locale.
+// Every way in which the program converts text to numbers and back, rounds and divides. All of it
+// is independent of the locale.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace spellwick {
 // 0 for an empty text or one without such a prefix.
 double NumericPrefix(std::string_view text);
 
-// NumericPrefix of the first four characters: what the common number box reads.
+// NumericPrefix of the first four characters: what the common number edit reads.
 double FirstFour(std::string_view text);
 
 // Nearest whole number, exact halves to the even neighbour.
@@ -29,11 +29,11 @@ unsigned char ToByte(i32 value);
 // Whole-number division that truncates toward zero; RuntimeFailure (division) for a divisor of 0.
 i32 TruncatingDivide(i32 dividend, i32 divisor);
 
-// Strict reading, for values that must be numbers: blanks around a number are fine, anything else
-// is a RuntimeFailure (type mismatch).
+// Strict reading, for values that must be numbers: blanks around a number are allowed, anything
+// else is a RuntimeFailure (type mismatch).
 double RequiredNumber(std::string_view text);
 
-// Decimal digits, a sign when negative, a fraction with up to 15 significant digits.
+// Decimal digits, a sign if negative, a fraction with up to 15 significant digits.
 std::string PlainText(i32 value);
 std::string PlainText(double value);
 

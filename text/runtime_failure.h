@@ -1,5 +1,5 @@
-// The one exception of the program: a value that does not fit, a bad subscript, a text that is no
-// number, a file that is not there. The guard of the forms hands an uncaught one to one place.
+// The program's only exception: a value that does not fit, a bad subscript, a text that is not a
+// number, a missing file. The guard hands an uncaught one to the end of the run.
 #pragma once
 
 #include <stdexcept>
@@ -9,9 +9,9 @@ namespace spellwick {
 
 enum class FailureKind {
     kOverflow,      // a value does not fit its cell
-    kSubscript,     // an index lies outside its table
+    kSubscript,     // an index is outside its table
     kInvalidCall,   // an impossible argument, such as a negative count of characters
-    kTypeMismatch,  // a text where a number is due
+    kTypeMismatch,  // a text where a number is required
     kDivision,      // a division by zero
     kFile,          // a file is missing, ends too early, or cannot be opened
     kCancelled,     // a dialog was cancelled where that counts as a failure
@@ -22,7 +22,7 @@ const char* FailureName(FailureKind kind);
 
 class RuntimeFailure : public std::runtime_error {
   public:
-    // `what` says in words which value or place failed.
+    // `what` says in words which value failed, or where.
     RuntimeFailure(FailureKind kind, const std::string& what)
         : std::runtime_error(what), m_kind(kind) {}
 

@@ -1,4 +1,4 @@
-// Reads and writes UTF-8 one code point at a time; whatever comes in, what goes out is valid.
+// Reads and writes UTF-8, one code point at a time. The output is always valid.
 //
 // One rule for every function that meets malformed UTF-8, here and in text/characters.h: a byte
 // that is not part of a well-formed sequence counts as one character of its own and reads as
