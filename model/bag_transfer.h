@@ -1,4 +1,4 @@
-// Moves of reagents between two bags that stand side by side, and the totals of all bags.
+// Moves of reagents between two bags shown side by side, and the totals of all bags.
 #pragma once
 
 #include <string_view>
@@ -20,7 +20,7 @@ struct BagPair {
 
 enum class BagSide { kLeft, kRight };
 
-// Whether the two are no bags to move between.
+// Whether nothing can be moved because a side has no bag.
 bool LacksTwoBags(const BagPair& bags);
 
 // Moves one reagent to a side; false when the other side has none. RuntimeFailure (subscript)
@@ -28,19 +28,19 @@ bool LacksTwoBags(const BagPair& bags);
 bool MoveOne(StockTable& stock, i32 reagent, const BagPair& bags, BagSide to);
 
 struct TransferEntry {
-    bool moves = false;    // a sign: both boxes take the numbers of the cells
+    bool moves = false;    // there was a sign: refresh both edits from the cells
     bool refused = false;  // more was to be moved than there is
 };
 
-// An entry in the box of one side. "+n" fetches n from the other side and "-n" gives n to it;
+// An entry in the edit of one side. "+n" fetches n from the other side and "-n" gives n to it;
 // anything else sets the cell to the number in its first four characters. RuntimeFailure as above.
 TransferEntry CommitTransfer(StockTable& stock, i32 reagent, const BagPair& bags, BagSide side,
                              std::string_view text);
 
-// The number of a box that its arrows have written.
+// Stores the number that the arrows have written into an edit.
 i16 CountOfBox(std::string_view text);
 
-// Sum over all bags; RuntimeFailure (overflow) when it exceeds an i16.
+// Sum over all bags; RuntimeFailure (overflow) if it exceeds an i16.
 i16 TotalOfReagent(const StockTable& stock, i32 reagent);
 
 }  // namespace spellwick

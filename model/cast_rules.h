@@ -1,5 +1,5 @@
-// What a cast, an undo and a credit ask and change, one step each: the casting pipeline asks them
-// in its order and shows what they answer.
+// The rules of a cast, an undo and a credit, one step each; casting calls them in order and shows
+// their results.
 #pragma once
 
 #include <optional>
@@ -11,11 +11,11 @@
 
 namespace spellwick {
 
-// Row of a spell that may be debited or credited, 0 to 96; RuntimeFailure (subscript) outside, also
-// where the spell table has spare rows.
+// Checks that a spell's row can be debited or credited: RuntimeFailure (subscript) outside 0 to 96,
+// even where the spell table has spare rows.
 void RequireSpellRow(i32 row);
 
-// Refusal for want of skill: the message, or nothing for rows at which the cast ends silently.
+// The message that refuses a cast for lack of skill; nothing for rows that are refused silently.
 std::optional<std::string_view> SkillRefusal(i32 row);
 
 inline constexpr std::string_view kIntelligenceWarning =
@@ -25,17 +25,17 @@ inline constexpr std::string_view kBookQuestion =
     "That Spell is not in your SpellBook. Do you want it added to your spellbook so you can use "
     "it now ?";
 
-// Refusal for want of stock, by the school of the spell.
+// The message that refuses a cast for lack of stock, by the school of the spell.
 std::string_view StockRefusal(i32 school);
 
-// The counter's text after a debit; nothing when the spell does not need the reagent or the counter
-// stands at 0 or below.
+// The counter's text after a debit; nothing if the spell does not need the reagent or the counter
+// is at 0 or below.
 std::optional<std::string> DebitCounter(i32 need, std::string_view counter);
 
 // The counter's text after a credit or an undo.
 std::string CreditCounter(i32 amount, std::string_view counter);
 
-// Stock that a counter's text stands for; RuntimeFailure (overflow) above an i16.
+// The stock that a counter's text stands for; RuntimeFailure (overflow) if it exceeds an i16.
 i16 StockOfCounter(std::string_view counter);
 
 }  // namespace spellwick

@@ -12,7 +12,7 @@ constexpr i32 kFirstTithingCircle = 11;
 constexpr i32 kMixedCircle = 12;
 constexpr i32 kReagentSlot = 7;
 
-constexpr i32 kPlenty = 4;         // counters from here on are green under the mouse
+constexpr i32 kPlenty = 4;         // counters from here up are green under the mouse
 constexpr i32 kPlentyTithes = 30;  // tithing points above this are not marked
 
 }  // namespace

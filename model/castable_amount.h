@@ -9,11 +9,11 @@
 
 namespace spellwick {
 
-// Texts of the thirteen counters as they stand on the screen.
+// The texts of the thirteen counters as shown.
 using CounterTexts = FixedTable<std::string, 1, kReagentCount>;
 
-// Whether a spell counts in tithing points: circle 11 and above, but for slot 7 (the last) of
-// circle 12.
+// Whether a spell is counted by tithing points: circle 11 and above, except for slot 7 (the last)
+// of circle 12.
 bool CountsInTithes(i32 circle, i32 slot);
 
 // Casts that the tithing points allow; 0 for a spell without a tithing cost.
@@ -25,7 +25,7 @@ i16 CastableByTithes(const SpellRecord& spell, i32 tithing);
 i16 CastableByReagents(const SpellRecord& spell, const CounterTexts& counters);
 
 // Casts of the spell in a slot (0 to 7) of the pressed page (button 0 to 13).
-// RuntimeFailure (subscript) when a user page holds a row outside 0 to 96, (overflow) as above.
+// RuntimeFailure (subscript) if a user page holds a row outside 0 to 96, (overflow) as above.
 i16 CastableAmount(const SharedState& state, i32 pressedButton, i32 slot,
                    const CounterTexts& counters);
 

@@ -1,11 +1,11 @@
-// The values of the character and of an assumed target from which the figures of a spell follow.
+// The values of the character and of an assumed target that determine a spell's figures.
 #pragma once
 
 #include "model/shared_state.h"
 
 namespace spellwick {
 
-// Points of skill and of stats, as the user set them.
+// Points of skills and stats, as set by the user.
 struct CasterValues {
     i16 magery = 0;
     i16 evalInt = 0;

@@ -7,7 +7,7 @@ namespace spellwick {
 
 namespace {
 
-// The tool never promises more than this.
+// No chance is shown higher than this.
 constexpr i16 kTopChance = 99;
 
 constexpr i32 kFirstNecromancerRow = 64;

@@ -13,14 +13,14 @@ i16 BaseChance(i16 skill, i16 minimum, i16 maximum);
 // Fills Chance and SkillChance of rows 0 to 95; row 96 is left alone.
 void CalculateChances(SharedState& state);
 
-// Ground of a chance on the page: it tells whether the spell may be cast in town.
+// Ground of a chance on the page: it shows whether the spell may be cast in town.
 Colour ChanceGround(const SpellRecord& spell);
 
-// Row that line 0 to 7 of the skills tab shows for a school: group 0 is Magery, of which each line
-// is a circle; groups 1 to 4 are the pages of Necromancer and Paladin.
+// The row shown in line 0 to 7 of the skills tab. Group 0 is Magery, with a line for each circle;
+// groups 1 to 4 are the pages of Necromancer and Paladin.
 i32 SkillTabRow(i32 group, i32 line);
 
-// Grounds of the four boxes in one line of the skills tab.
+// Grounds of the four edits in one line of the skills tab.
 struct SkillTabGrounds {
     Colour minimumInt = kWindowBackground;
     Colour minimumSkill = kWindowBackground;
@@ -30,7 +30,7 @@ struct SkillTabGrounds {
     bool operator==(const SkillTabGrounds&) const = default;
 };
 
-// Red marks what keeps the spell from working, yellow that it can still fail.
+// Red marks what prevents the spell, yellow that it can still fail.
 SkillTabGrounds GroundsOfSkillLine(const SpellRecord& spell, i16 intelligence, i16 skill,
                                    i16 skillChance);
 

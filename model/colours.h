@@ -1,5 +1,5 @@
 // The fixed colours of the program. A colour is 0x00BBGGRR; with the top bit set it is a system
-// colour, which each desktop gives its own value.
+// colour, which depends on the desktop.
 #pragma once
 
 #include "text/number_types.h"

@@ -9,7 +9,7 @@
 
 namespace spellwick {
 
-// Where uncaught failures go. The program's own ends the run; a test's writes them down.
+// Takes uncaught failures. The program's sink ends the run; a test's records them.
 class FailureSink {
   public:
     virtual ~FailureSink() = default;
@@ -27,7 +27,7 @@ void Guard(FailureSink& sink, std::string_view action, Step&& step) {
     }
 }
 
-// Runs one step of an event in which failures are ignored: the next step follows in any case.
+// Runs one step of an event that ignores failures: the next step follows in any case.
 template <typename Step>
 void IgnoreFailure(Step&& step) {
     try {

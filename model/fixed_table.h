@@ -1,4 +1,4 @@
-// A table with the real bounds of its subscripts; a subscript outside them is a RuntimeFailure.
+// A table with explicit subscript bounds; a subscript outside them is a RuntimeFailure.
 #pragma once
 
 #include <array>

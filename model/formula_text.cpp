@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::string_view kMarker = "#Formula";
 
-// Length of a marker's beginning at the end of `done`, if `ahead` begins with the rest of it: an
-// empty figure can join a marker from its two sides. 0 if there is none.
+// Length of the part of a marker at the end of `done` if `ahead` begins with the rest of it, else
+// 0: an empty figure can join the two sides into a marker.
 std::size_t JoinedMarker(std::string_view done, std::string_view ahead) {
     for (std::size_t length = std::min(kMarker.size() - 1, done.size()); length > 0; --length) {
         if (done.ends_with(kMarker.substr(0, length)) &&

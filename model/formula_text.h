@@ -8,12 +8,12 @@
 
 namespace spellwick {
 
-// A text without the blanks at its ends.
+// Removes the blanks at both ends of a text.
 std::string_view TrimBlanks(std::string_view text);
 
-// The text with every marker replaced by its trimmed figure; trimmed if there was a marker. The
-// character behind the two digits goes with the marker, whatever it is.
-// RuntimeFailure (subscript) for a number outside 1 to 40. No figure may hold a marker itself.
+// The text with every marker replaced by its trimmed figure; trimmed itself if there was a marker.
+// The character after the two digits is part of the marker, whatever it is. RuntimeFailure
+// (subscript) for a number outside 1 to 40. No figure may contain a marker itself.
 std::string ExpandFormulas(std::string_view text, const FormulaTexts& figures);
 
 }  // namespace spellwick

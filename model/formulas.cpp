@@ -9,13 +9,13 @@ namespace spellwick {
 
 namespace {
 
-// What the figures are worked out from.
+// The values that the figures are calculated from.
 struct Source {
     CasterValues caster;
     double mageryTier = 0.0;
     double damageFactor = 0.0;
     double spiritSpeak = 0.0;
-    double spiritOverResist = 0.0;  // Spirit Speak less the target's resistance
+    double spiritOverResist = 0.0;  // Spirit Speak minus the target's resistance
     i32 circle = 0;
 };
 

@@ -1,4 +1,4 @@
-// What an entry typed into the box of a macro's key means, and which macro a row of the macro tab
+// What an entry typed into the edit of a macro's key means, and which macro a line of the macro tab
 // stands for.
 #pragma once
 
@@ -18,8 +18,8 @@ inline constexpr i32 kMeditationLine = 9;  // row of the Meditation skill on the
 // Macro number of row 0 to 7, 8 or 9 of the tab while it shows page 0 to 11.
 i32 MacroOfLine(i32 page, i32 line);
 
-// The key that an entry means: one character as it stands, "{F1}" to "{F12}", or such a name
-// without braces, also with a small f. Nothing for any other entry.
+// The key that an entry means: a single character, "{F1}" to "{F12}", or such a name without
+// braces, with a capital or small f. Nothing for any other entry.
 std::optional<std::string> MacroKeyOfEntry(std::string_view entry);
 
 }  // namespace spellwick

@@ -24,7 +24,7 @@ struct ReagentFacts {
 // Facts of reagent 1 to 14; RuntimeFailure (subscript) for any other number.
 const ReagentFacts& FactsOfReagent(i32 reagent);
 
-// The name that bag 0 to 9 has until the user gives it another.
+// The default name of bag 0 to 9.
 std::string_view DefaultBagName(i32 bag);
 
 }  // namespace spellwick

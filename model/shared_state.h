@@ -1,5 +1,5 @@
-// The state that all of the program shares, under its given names. Made once by the composition
-// root and handed down by reference.
+// The state that the whole program shares. Made once by the composition root and handed down by
+// reference.
 #pragma once
 
 #include <string>

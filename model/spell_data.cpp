@@ -57,7 +57,7 @@ SpellDataReader::SpellDataReader(std::istream& input) : m_input(input) {
     }
 }
 
-// The next character, with Windows line ends read as one.
+// The next character; a Windows line end is read as one character.
 int SpellDataReader::Next() {
     int c = m_input.get();
     if (c == '\r') {
@@ -181,7 +181,7 @@ bool LoadSpellData(SharedState& state, std::istream& input) {
         const i32 count = ReadSpellCount(reader);
         state.SpellCount = count;
         state.Spells.Clear();
-        // The table grows with the rows that are really there, whatever the count says.
+        // Grow the table with the rows that are really there, whatever the count says.
         for (i32 row = 0; row < count; ++row) {
             state.Spells.GrowTo(row);
             ReadSpellRow(reader, state.Spells(row));

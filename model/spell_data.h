@@ -1,4 +1,4 @@
-// Reader of the spell data file: a flat sequence of values, each ended by a comma or a line end.
+// Reads the spell data file: a flat sequence of values, each ended by a comma or a line end.
 #pragma once
 
 #include <filesystem>
@@ -16,9 +16,9 @@ inline constexpr i32 kFewestSpells = 88;
 // Last row of the table for a count of rows: the next multiple of eight above it.
 i32 LastRowFor(i32 spellCount);
 
-// Reads value by value. Every trouble is a RuntimeFailure: the end of the data, a number that does
-// not fit, a text where a number is due, a quote that is not closed, a NUL byte. A UTF-8 byte order
-// mark before the first value is skipped: editors leave one.
+// Reads value by value. Every error is a RuntimeFailure: the end of the data, a number that does
+// not fit, a text where a number is required, a quote that is not closed, a NUL byte. A UTF-8 byte
+// order mark before the first value is skipped, since some editors write one.
 class SpellDataReader {
   public:
     explicit SpellDataReader(std::istream& input);
@@ -51,7 +51,7 @@ i32 ReadSpellCount(SpellDataReader& reader);
 // Reads one row.
 void ReadSpellRow(SpellDataReader& reader, SpellRecord& spell);
 
-// Fills SpellCount and Spells. False when anything failed; the table then stays as far as it got.
+// Fills SpellCount and Spells. False if anything failed; the table then keeps the rows read so far.
 bool LoadSpellData(SharedState& state, std::istream& input);
 bool LoadSpellData(SharedState& state, const std::filesystem::path& path);
 

@@ -1,4 +1,4 @@
-// What the spell info window tells about one spell.
+// What the spell info window shows about a spell.
 #pragma once
 
 #include <string>
@@ -18,7 +18,7 @@ struct SpellDescription {
     std::string extraInfo;
 };
 
-// Whether the character falls short of what a spell needs.
+// Whether the character lacks what a spell needs.
 struct SpellShortage {
     bool intelligence = false;
     bool skill = false;
@@ -29,7 +29,7 @@ struct SpellShortage {
 SpellDescription DescribeSpell(const SharedState& state, i32 row);
 SpellShortage ShortageFor(const SharedState& state, i32 row);
 
-// A value typed into a box of the info window: 100 at most, no lower limit.
+// A value typed into an edit of the info window: 100 at most, no lower limit.
 // RuntimeFailure (overflow) for a number that does not fit into 16 bits.
 i16 EnteredValue(std::string_view text);
 

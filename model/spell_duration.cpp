@@ -79,7 +79,7 @@ i16 SpellDuration(i16 rule, const CasterValues& values) {
     if (found == kRules.end()) {
         return 0;
     }
-    // One division at the end, so that no fraction is lost before the cut.
+    // Divide once, at the end, so that no fraction is lost before rounding down.
     const i32 seconds = TruncatingDivide(
         found->base * found->denominator + ValueOf(found->basis, values) * found->numerator,
         found->denominator);

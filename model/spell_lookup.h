@@ -19,14 +19,14 @@ i32 CircleOf(i32 row);
 // Circle 1 to 12 of a pressed button 2 to 13, 0 for any other.
 i32 CurrentCircle(i32 pressedButton);
 
-// Row that a slot (0 to 7) of the pressed page shows; RuntimeFailure (subscript) for a slot that a
-// user page does not have.
+// The row shown in a slot (0 to 7) of the pressed page; RuntimeFailure (subscript) for a slot that
+// a user page does not have.
 i32 SpellAtSlot(i32 pressedButton, const FixedTable<i16, 0, 16>& userSpells, i32 slot);
 
-// Circle to which that slot counts: by the row on a user page, else the page itself.
+// The circle that the slot belongs to: the row's on a user page, else the page itself.
 i32 CircleAtSlot(i32 pressedButton, i32 row);
 
-// The caster's skill for a row: Magery for a row of no school.
+// The caster's skill for a row; Magery for a row without a school.
 i16 GetSkill(const SharedState& state, i32 row);
 
 // Fills Cost of rows 0 to 96 from the reagents and their prices; gold.

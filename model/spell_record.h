@@ -14,7 +14,7 @@ namespace spellwick {
 inline constexpr i32 kPageCount = 12;
 inline constexpr i32 kSlotCount = 8;
 inline constexpr i32 kLastPagedRow = 95;
-inline constexpr i32 kLastRow = 96;  // beyond the pages, yet loaded, saved and priced
+inline constexpr i32 kLastRow = 96;  // beyond the pages, but loaded, saved and priced
 
 enum School : i32 { kNoSchool = 0, kMagery = 1, kNecromancer = 2, kChivalry = 3 };
 enum SecondSkill : i32 { kNoSecondSkill = 0, kEvalInt = 1, kSpiritSpeak = 2, kKarma = 3 };
@@ -24,11 +24,11 @@ struct SpellRecord {
     std::string Name;
     i32 School = kNoSchool;
     i32 SecondSkill = kNoSecondSkill;
-    i16 Mana = 0;  // cost of a cast, and the intelligence that it needs
+    i16 Mana = 0;  // cost of a cast, and the intelligence required
     i16 MinimumSkill = 0;
     i16 MaximumSkill = 0;
     FixedTable<unsigned char, 1, kTithes> Reagents;  // per cast; cell 14 is tithing points
-    FixedTable<i16, 1, kTithes> ReagentInput;        // the same as the file gave them
+    FixedTable<i16, 1, kTithes> ReagentInput;        // the same, as read from the file
     unsigned char InTown = 0;                        // 1 = may be cast in town
     i16 Cost = 0;                                    // gold for one cast, derived
     unsigned char File1 = 0;
@@ -36,7 +36,7 @@ struct SpellRecord {
     unsigned char File3 = 0;
     std::string File4;
     std::string Words;
-    std::string SpellText;  // of the loaded player
+    std::string SpellText;  // the loaded player's
     std::string DamageText;
     std::string DurationText;
     std::string ExtraText1;

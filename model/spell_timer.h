@@ -1,5 +1,5 @@
-// One running countdown of one spell. All times are seconds since midnight in single precision,
-// which the caller reads from the clock: it falls from 86400 to 0 in the middle of a countdown.
+// A running countdown of a spell. All times are seconds since midnight in single precision, read
+// from the clock by the caller; they can fall from 86400 to 0 in the middle of a countdown.
 #pragma once
 
 #include <string>
@@ -25,7 +25,7 @@ class SpellTimer {
     float EndTime() const { return m_endTime; }
     bool WrapsMidnight() const { return m_wrapsMidnight; }
 
-    // Seconds left, never negative. Notices here that midnight has passed.
+    // Seconds left, never negative. This is where the passing of midnight is noticed.
     float TimeRemaining(float now);
 
     // 0 to 100. RuntimeFailure (division) for a countdown of 0 seconds.

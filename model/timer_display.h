@@ -1,4 +1,4 @@
-// How a running countdown looks: the width of its bar, its colours, its figure.
+// The look of a running countdown: the width of its bar, its colours, its figure.
 #pragma once
 
 #include <string>
@@ -12,10 +12,10 @@ inline constexpr i32 kTimerBarHeight = 5;
 
 enum TimerMode : i32 { kTimersOff = 0, kTimersAsText = 1, kTimersAsIcons = 2 };
 
-// The mode that a saved number stands for. One that is no mode counts as none saved.
+// The mode that a saved number stands for. An invalid number counts as not saved.
 TimerMode TimerModeOf(i32 saved);
 
-// Pixels of the bar that stand for the time left; percent 0 to 100.
+// The width of the bar, in pixels, for the time left; percent is 0 to 100.
 i32 BarWidth(i32 percent);
 
 // Colour of the rest of the bar.

@@ -16,7 +16,8 @@ class TimerList {
     // Drops every countdown with less than one second left.
     void DropEnding(float now);
 
-    // Numbers the countdowns by what is left, least first; equal ones keep their order of creation.
+    // Numbers the countdowns by the time left, least first; equal ones keep their order of
+    // creation.
     void Sort(float now);
 
     bool IsEmpty() const { return m_timers.empty(); }
