@@ -10,7 +10,8 @@
 
 namespace spellwick {
 
-// The program's spell number for the tool's 101 to 117 and 201 to 210; nothing for any other.
+// The program's spell number for the tool's numbers 101 to 117 and 201 to 210; nothing for any
+// other.
 std::optional<i32> MapSpellNumber(i32 number);
 
 class AssistDispatcher : public MessageReceiver {

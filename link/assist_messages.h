@@ -1,4 +1,4 @@
-// Numbers of the messages between this program and the assist tool.
+// The numbers of the messages between this program and the assist tool.
 #pragma once
 
 #include <cstdint>

@@ -30,8 +30,8 @@ void AssistSearch::FindAssist() {
     // ODDITY(quick-restart): a tool that restarts within a second is not registered again and
     // stays silent; kept because only a search that finds nothing ends a registration.
     if (!m_state.AssistRegistered) {
-        // A window that the tool still knows from before is taken out by the first send and put in
-        // by the second.
+        // If the tool still lists the window from before, the first message removes it and the
+        // second adds it again.
         m_state.AssistRegistered = Register() || Register();
     }
 }

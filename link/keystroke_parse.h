@@ -1,4 +1,4 @@
-// Reads a keystroke string into the list of keys that it stands for.
+// Parses a keystroke string into the list of keys that it stands for.
 #pragma once
 
 #include <string_view>
@@ -16,7 +16,7 @@ struct Marks {
     bool operator==(const Marks&) const = default;
 };
 
-// One key to strike: a character or a named key, with the modifiers that the text holds for it.
+// A key to press: a character or a named key, with the modifiers that the text holds for it.
 struct Keystroke {
     Marks marks;
     Symbol symbol = Symbol::kNothing;
@@ -26,9 +26,9 @@ struct Keystroke {
 
 // "%" Alt, "^" Ctrl and "+" Shift hold for the next key; at the end of the text they do nothing.
 // "{name}" is a named key, without regard to case; "{c}" with a single character is that
-// character; any other name is typed as it stands, braces included. A name cannot hold a brace, so
-// a brace that another one follows is typed. A line end, in any of its forms, is Enter; a tab is
-// Tab; control characters, which no key gives, are left out. Bytes that are no UTF-8 give U+FFFD.
+// character; any other name is typed literally, braces included. A name cannot contain a brace, so
+// a brace that is followed by another is typed. A line end of any kind is Enter; a tab is Tab;
+// control characters, which no key gives, are left out. Invalid UTF-8 gives U+FFFD.
 std::vector<Keystroke> ParseKeystrokes(std::string_view text);
 
 }  // namespace spellwick

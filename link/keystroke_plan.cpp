@@ -15,8 +15,8 @@ constexpr ModifierMask Union(ModifierMask one, ModifierMask other) {
     return static_cast<ModifierMask>(one | other);
 }
 
-// Programs turn a letter of a key that does not know Caps Lock into a capital by themselves; which
-// characters they take for letters is their affair, so that all beyond ASCII count as such.
+// Programs capitalise letters themselves if the key ignores Caps Lock. Which characters they take
+// for letters is unknown, so treat everything beyond ASCII as one.
 constexpr bool MayHaveCapital(Symbol symbol) {
     return (symbol >= CharacterSymbol(U'a') && symbol <= CharacterSymbol(U'z')) ||
            (symbol >= CharacterSymbol(U'A') && symbol <= CharacterSymbol(U'Z')) ||
@@ -32,7 +32,7 @@ std::string Describe(Symbol symbol) {
     return description;
 }
 
-// A key, and what to hold with it.
+// A key, and the modifiers to hold with it.
 struct Place {
     Keycode code = 0;
     ModifierMask modifiers = 0;
@@ -99,7 +99,7 @@ class Planner {
         return mask;
     }
 
-    // The place with the fewest modifiers.
+    // The key that needs the fewest modifiers.
     std::optional<Place> Find(Symbol symbol) const {
         std::optional<Place> best;
         for (const Key& key : m_keymap.keys) {
@@ -173,7 +173,7 @@ class Planner {
         return true;
     }
 
-    // The keys to press, in order, to have exactly these modifiers.
+    // The keys to press, in order, for exactly these modifiers.
     std::optional<std::vector<Keycode>> KeysFor(ModifierMask modifiers) {
         std::vector<Keycode> codes;
         ModifierMask held = 0;
@@ -202,8 +202,8 @@ class Planner {
         return codes;
     }
 
-    // Some layouts put another function, such as the switch to the next layout, on a modifier key
-    // that is pressed while another one is held.
+    // Some layouts give a modifier key another function, such as switching the layout, while
+    // another modifier is held.
     std::optional<Keycode> KeyFor(ModifierMask modifier, ModifierMask held) const {
         for (const ModifierKey& candidate : m_keymap.modifierKeys) {
             const Key* key = FindKey(candidate.code);

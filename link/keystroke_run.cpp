@@ -9,11 +9,11 @@ namespace {
 
 constexpr const char* kLost = "The connection to the keyboard is lost.";
 
-// Where the system does not let a key be released for the user, the user is given this time.
+// How long the user has to release a key where the system does not let us do it.
 constexpr std::chrono::milliseconds kPatienceForHand{500};
 constexpr std::chrono::milliseconds kLookAtHand{10};
 
-// Releases in mirrored order what is down, and sets the locks again, on every way out.
+// On every way out, releases the keys that are down in mirrored order and sets the locks again.
 class Undo {
   public:
     Undo(const KeyPlan& plan, Keyboard& keyboard) : m_plan(plan), m_keyboard(keyboard) {}
@@ -33,7 +33,7 @@ class Undo {
         return !m_unlocked || m_keyboard.SetLocks(m_plan.unlock, 0);
     }
 
-    // A key whose press was not answered may be down all the same.
+    // A key may be down even if its press was not confirmed.
     bool Do(const KeyEvent& event) {
         if (event.down) {
             m_down.push_back(event.code);

@@ -9,8 +9,8 @@
 
 namespace spellwick {
 
-// A program that looks at the keyboard once in a while sees every key if both times are one and a
-// half times as long as that while; these are for one that looks 60 times a second.
+// A program that polls the keyboard sees every key if both times are 1.5 times its polling
+// interval; these are for one that polls 60 times a second.
 inline constexpr std::chrono::milliseconds kKeyHold{25};
 inline constexpr std::chrono::milliseconds kKeyGap{25};
 
@@ -19,8 +19,8 @@ struct Pace {
     std::chrono::milliseconds gap = kKeyGap;
 };
 
-// Returns when all is typed, or with the reason why not. However it ends, every key that it has
-// pressed is released and the locks are as before, as far as the connection still allows.
+// Returns when everything is typed, or with the reason why not. However it ends, every key that it
+// has pressed is released and the locks are as before, as far as the connection still allows.
 SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard,
                       const Pace& pace);
 

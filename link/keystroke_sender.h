@@ -12,7 +12,7 @@
 namespace spellwick {
 
 // How long a borrowed key code keeps its symbol after its last use. A program looks the symbol up
-// when it gets round to the key event, which a busy one does late.
+// when it handles the key event; a busy one does so late.
 inline constexpr std::chrono::milliseconds kBorrowedFor{2000};
 
 class KeystrokeSender : public KeySender {
@@ -23,7 +23,7 @@ class KeystrokeSender : public KeySender {
         : m_keyboard(keyboard), m_pace(pace), m_borrowedFor(borrowedFor) {}
     KeystrokeSender(const KeystrokeSender&) = delete;
     KeystrokeSender& operator=(const KeystrokeSender&) = delete;
-    // Gives back what is borrowed; waits for as long as it must still be kept.
+    // Gives back all borrowed key codes; waits until that is safe.
     ~KeystrokeSender() override;
 
     SendResult SendKeys(std::string_view text, bool wait) override;

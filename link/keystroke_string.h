@@ -16,7 +16,7 @@ struct Macro {
     std::string_view key;
 };
 
-// What a spell says besides its key. A text is sent when its switch is exactly 1.
+// The texts sent with a spell's key. A text is sent if its switch is exactly 1.
 struct SpokenText {
     i16 sendSpellText = 0;
     std::string_view spellText;
@@ -24,11 +24,11 @@ struct SpokenText {
     std::string_view suffix;
 };
 
-// The key goes out in lower case, so that a letter does not turn into Shift plus letter. The texts
-// are not escaped: what is notation in them stays notation.
+// The key is sent in lower case, so that a letter does not become Shift plus letter. The texts are
+// not escaped: notation in them remains notation.
 std::string SpellKeystrokes(const Macro& macro, const SpokenText& spoken);
 
-// The key goes out as it is stored.
+// The key is sent as it is stored.
 std::string MeditationKeystrokes(const Macro& macro);
 
 }  // namespace spellwick
