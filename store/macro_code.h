@@ -25,7 +25,7 @@ inline constexpr std::string_view kBlankMacro = "    ";
 
 std::string MacroCode(const Macro& macro);
 
-// Any text has a meaning: a flag is off unless its place holds its letter, and fewer than four
+// Every text is valid: a flag is off unless its place has its letter, and fewer than four
 // characters are a blank macro.
 Macro ReadMacroCode(std::string_view code);
 
@@ -33,8 +33,8 @@ Macro ReadMacroCode(std::string_view code);
 // where there is no spell. RuntimeFailure (subscript) outside.
 std::string DefaultMacroCode(i32 number);
 
-// The macro that a saved code, or none, means for macro number 1 to 96: kUnsavedMacro and none are
-// the default.
+// The macro for a saved code, or for none, of macro number 1 to 96: kUnsavedMacro and none mean the
+// default.
 Macro SavedOrDefaultMacro(i32 number, std::string_view code);
 
 // The same as the settings dialog reads it: the last six macros, which have no default there, keep

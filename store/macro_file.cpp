@@ -21,7 +21,7 @@ constexpr std::string_view kEndOfBlock = "########";
 constexpr std::string_view kCastSpell = "CastSpell";
 constexpr std::string_view kLineEnd = "\r\n";
 
-// Takes a line off the text, and its end: CR, LF or both.
+// Takes a line off the text, with its end: CR, LF or both.
 std::string_view TakeLine(std::string_view& text) {
     const std::size_t end = std::min(text.find_first_of(kLineEnd), text.size());
     const std::string_view line = text.substr(0, end);
@@ -34,13 +34,13 @@ std::string_view From(std::string_view text, std::size_t position) {
     return text.substr(std::min(position, text.size()));
 }
 
-// What the line at the head of a block says.
+// What the first line of a block says.
 struct KeyLine {
     std::string_view name;
     std::string_view flags;
 };
 
-// The first characters of the line when they are the name of a function key and a blank.
+// The first characters of the line if they are the name of a function key and a blank.
 std::size_t LengthOfFunctionKey(std::string_view line) {
     if (line.size() >= 3 && line[0] == 'F' && line[1] >= '1' && line[1] <= '9' && line[2] == ' ') {
         return 2;
@@ -106,7 +106,7 @@ void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& sp
     }
 }
 
-// No macro file is that large, and the memory might not hold one that is.
+// No macro file is that large, and a larger one might not fit into memory.
 constexpr std::uintmax_t kMostBytes = 1U << 30U;
 
 std::string ReadWhole(const fs::path& file) {
@@ -137,8 +137,8 @@ bool Write(const fs::path& file, const std::string& bytes) {
     return output.good();
 }
 
-// Puts the bytes in the place of what a file holds. They are written beside it first, so that a
-// full disk costs nothing of what it held.
+// Replaces the contents of a file. The bytes are written beside it first, so that nothing is lost
+// if the disk is full.
 bool Replace(const fs::path& file, const std::string& bytes) {
     std::error_code trouble;
     if (!fs::exists(file, trouble)) {
@@ -152,7 +152,7 @@ bool Replace(const fs::path& file, const std::string& bytes) {
     fs::path beside = target;
     beside += ".spellwick-new";
     if (!std::ofstream(beside, std::ios::binary | std::ios::trunc).is_open()) {
-        // A file that may be written in a folder that may not.
+        // The file may be writable even if its folder is not.
         return Write(target, bytes);
     }
     const fs::perms rights = fs::status(target, trouble).permissions();

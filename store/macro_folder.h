@@ -9,12 +9,12 @@
 
 namespace spellwick {
 
-// The folder "Desktop" beside the client program of this path; the path as it is when it does not
+// The folder "Desktop" beside the client program at this path; the path unchanged if it does not
 // name the client.
 std::string MacroFolderOf(std::string_view startPath);
 
-// Looks the installation up: the first of its two keys counts. Empty when nothing is found. Whether
-// the folder is there is not asked.
+// Looks up the installation: the first of its two keys counts. Empty if nothing is found. Does not
+// check that the folder exists.
 std::filesystem::path FindMacroFolder(Installation& installation);
 
 }  // namespace spellwick

@@ -6,7 +6,7 @@ namespace {
 
 constexpr char kMark = '=';
 
-// "Settings" with any number of marks before it.
+// "Settings" with any number of marks in front.
 bool IsMarkable(std::string_view name) {
     return name.ends_with(kGlobalSection) &&
            name.find_first_not_of(kMark) == name.size() - kGlobalSection.size();

@@ -1,5 +1,5 @@
-// Names of sections: the global section, and one for each player under the player's own name. A
-// player whose name is that of the global section gets a mark before it.
+// Names of sections: the global section, and one for each player under the player's name. A player
+// with the name of the global section gets a mark in front of it.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ namespace spellwick {
 
 inline constexpr std::string_view kGlobalSection = "Settings";
 
-// No two players share a section, and none has the global one. Every name but "Settings", with or
-// without "=" before it, stands for itself.
+// No two players share a section, and none has the global one. Every name except "Settings", with
+// or without "=" in front, is its own section.
 std::string SectionOfPlayer(std::string_view player);
 std::string PlayerOfSection(std::string_view section);
 

@@ -1,5 +1,5 @@
-// How values stand in the settings store as text, beyond the plain and standard number forms.
-// Reading throws RuntimeFailure: type mismatch for a text that is no such value, overflow for a
+// The text forms of values in the settings store, beyond the plain and standard number forms.
+// Reading throws RuntimeFailure: type mismatch for a text that is not such a value, overflow for a
 // number that does not fit.
 #pragma once
 
@@ -12,7 +12,7 @@ namespace spellwick {
 
 // "True" or "False".
 std::string BoolText(bool value);
-// The two words in any case, or a number of which 0 is false.
+// The two words in any case, or a number; 0 is false.
 bool ReadBool(std::string_view text);
 
 // Decimal text of a position in twips, without an exponent.
