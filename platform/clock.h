@@ -7,8 +7,8 @@ class Clock {
   public:
     virtual ~Clock() = default;
 
-    // Seconds since local midnight, with their fraction; falls from 86400 to 0 at midnight, and
-    // jumps when the clock is set.
+    // Seconds since local midnight, with a fraction; falls from 86400 to 0 at midnight, and jumps
+    // when the clock is set.
     virtual float SecondsSinceMidnight() const = 0;
 };
 

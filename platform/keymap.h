@@ -1,4 +1,4 @@
-// What each key of the keyboard gives at one moment, as a value. The keypad's keys are left out.
+// What each key of the keyboard gives at one moment, as a value. The keypad is left out.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,11 @@ namespace spellwick {
 
 using Keycode = std::uint16_t;
 
-// A set of the system's modifiers, one bit each. Which bit is which the Keymap says.
+// A set of the system's modifiers, one bit each. The Keymap says which bit is which.
 using ModifierMask = std::uint8_t;
 
-// What a key gives: a character, by its code point, or a named key, numbered beyond all characters.
+// What a key gives: a character, by its code point, or a named key, with a number above all
+// characters.
 enum class Symbol : std::uint32_t {
     kNothing = 0,
     kFirstNamed = 0x110000,
@@ -57,11 +58,11 @@ struct KeyLevel {
 
 struct Key {
     Keycode code = 0;
-    ModifierMask relevant = 0;     // the others make no difference to this key
-    std::vector<KeyLevel> levels;  // a combination without a row acts as no modifiers
+    ModifierMask relevant = 0;     // other modifiers make no difference to this key
+    std::vector<KeyLevel> levels;  // a combination that is not listed acts like no modifiers
 };
 
-// A key that can be held for a modifier; lock keys are not among them.
+// A key that can be held for a modifier; never a lock key.
 struct ModifierKey {
     Keycode code = 0;
     ModifierMask modifier = 0;  // one bit
@@ -69,7 +70,7 @@ struct ModifierKey {
 
 struct Keymap {
     std::vector<Key> keys;                  // in the layout group in force, ordered by code
-    std::vector<ModifierKey> modifierKeys;  // of several with one modifier the first is preferred
+    std::vector<ModifierKey> modifierKeys;  // for each modifier the first one is preferred
     ModifierMask shift = 0;                 // 0: the keyboard has none
     ModifierMask control = 0;
     ModifierMask alt = 0;
@@ -77,11 +78,11 @@ struct Keymap {
     ModifierMask numLock = 0;
     ModifierMask locked = 0;
     ModifierMask latched = 0;     // locked for the next key only
-    std::vector<Keycode> down;    // keys that are held at this moment
+    std::vector<Keycode> down;    // keys that are held now
     std::vector<Keycode> spares;  // codes that no key uses and that can be given a symbol
 };
 
-// What the key gives under these modifiers by its own levels.
+// What the key gives under these modifiers, by its levels.
 Symbol SymbolAt(const Key& key, ModifierMask modifiers);
 
 }  // namespace spellwick

@@ -1,5 +1,4 @@
-// Modal message boxes. The real ones are the toolkit's; a test answers them and reads what they
-// say.
+// Modal message boxes. The real ones are the toolkit's; a test answers them and reads their texts.
 #pragma once
 
 #include <string>
@@ -24,7 +23,7 @@ class MessageBoxes {
     virtual ~MessageBoxes() = default;
 
     // Shows the box and serves the event queue until it is answered. A box closed without an answer
-    // counts as Ok, or as No where it asks.
+    // counts as Ok, or as No if it asks.
     virtual BoxAnswer Show(const Box& box) = 0;
 };
 

@@ -37,7 +37,7 @@ FileDescriptor OpenOwn(int parent, const char* name, mode_t forbidden) {
 
 std::filesystem::path AssistFolder() {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-    // A path that does not start at the root is no place at all.
+    // Ignore relative paths (XDG base directory specification).
     const std::filesystem::path parent =
         runtime != nullptr && *runtime == '/'
             ? std::filesystem::path(runtime) / "spellwick"
@@ -53,7 +53,7 @@ FileDescriptor OpenAssistFolder(const std::filesystem::path& folder) {
 
 std::vector<std::string> SocketNames(const FileDescriptor& folder) {
     std::vector<std::string> names;
-    // A descriptor of its own, so that the reading starts at the top.
+    // A separate descriptor, so that reading starts at the top.
     FileDescriptor own(openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     const std::unique_ptr<DIR, CloseFolder> entries(own ? fdopendir(own.Number()) : nullptr);
     if (entries == nullptr) {
@@ -72,7 +72,7 @@ std::vector<std::string> SocketNames(const FileDescriptor& folder) {
 }
 
 FileDescriptor ConnectToSocket(const FileDescriptor& folder, const std::string& name) {
-    // By way of the open folder: nobody can exchange it meanwhile, and its path may be of any
+    // Go through the open folder: nobody can replace it meanwhile, and its path may have any
     // length.
     const std::string path = "/proc/self/fd/" + std::to_string(folder.Number()) + '/' + name;
     sockaddr_un address{};

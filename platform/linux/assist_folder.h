@@ -12,14 +12,14 @@ namespace spellwick {
 // From the environment: $XDG_RUNTIME_DIR/spellwick/assist, or /tmp/spellwick-<uid>/assist.
 std::filesystem::path AssistFolder();
 
-// Opens the folder; none if it is not there, or not ours alone: it and its parent must be folders
-// of this user, it for nobody else and its parent writable by nobody else.
+// Opens the folder; none if it is missing or not private: it and its parent must belong to this
+// user, it must be closed to others, and nobody else may write to its parent.
 FileDescriptor OpenAssistFolder(const std::filesystem::path& folder);
 
-// Names of the sockets in an open folder, in the order of their bytes; at most 64.
+// The names of the sockets in an open folder, in byte order; at most 64.
 std::vector<std::string> SocketNames(const FileDescriptor& folder);
 
-// A connection to one of them, not blocking; none if nobody listens or another user does.
+// A non-blocking connection to one of them; none if nobody or another user is listening.
 FileDescriptor ConnectToSocket(const FileDescriptor& folder, const std::string& name);
 
 }  // namespace spellwick

@@ -13,7 +13,7 @@ constexpr std::string_view kTitle = "title ";
 constexpr std::string_view kSend = "send ";
 constexpr std::string_view kResult = "result ";
 
-// The 32-bit word at the start of `text`, with or without sign; takes it off.
+// Takes the 32-bit word, with or without a sign, off the start of `text`.
 std::optional<i32> TakeWord(std::string_view& text) {
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);

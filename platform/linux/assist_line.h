@@ -12,7 +12,7 @@
 
 namespace spellwick {
 
-inline constexpr std::size_t kLongestAssistLine = 512;  // bytes, with the line's end
+inline constexpr std::size_t kLongestAssistLine = 512;  // bytes, including the line end
 
 struct TitleLine {
     std::string title;
@@ -31,30 +31,30 @@ struct ResultLine {
 
 using AssistLine = std::variant<TitleLine, SendLine, ResultLine>;
 
-// A line without its end: `title TEXT`, `send MESSAGE WPARAM LPARAM` or `result NUMBER`, numbers in
-// decimal, of 32 bits with or without sign. Nothing for a line that is none of these, or no UTF-8,
-// or has a NUL byte.
+// Parses a line without its end: `title TEXT`, `send MESSAGE WPARAM LPARAM` or `result NUMBER`,
+// with decimal numbers of 32 bits, with or without a sign. Nothing for any other line, invalid
+// UTF-8 or a NUL byte.
 std::optional<AssistLine> ParseAssistLine(std::string_view line);
 
-// The same lines with their ends.
+// The same lines, with the line end.
 std::string WrittenSend(const WindowMessage& message);
 std::string WrittenResult(i32 number);
 
-// Cuts a stream of bytes into lines. A line that is too long breaks it for good.
+// Cuts a stream of bytes into lines. A line that is too long breaks the stream for good.
 class AssistLineReader {
   public:
     void Append(std::string_view bytes);
 
     bool HasLine() const;
-    // The next whole line without its end; nothing if there is none, or once the stream is broken.
+    // The next complete line without its end; nothing if there is none, or if the stream is broken.
     std::optional<std::string> TakeLine();
 
-    // True when what comes next can be no line any more.
+    // True if the rest cannot become a valid line.
     bool Broken() const;
 
   private:
     std::string m_bytes;
-    std::size_t m_taken = 0;  // bytes at the start of m_bytes that are used up
+    std::size_t m_taken = 0;  // bytes at the start of m_bytes that are consumed
 };
 
 }  // namespace spellwick

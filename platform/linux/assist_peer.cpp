@@ -43,7 +43,7 @@ std::optional<AssistLine> AssistPeer::TakeLine() {
         return std::nullopt;
     }
     auto line = ParseAssistLine(*text);
-    // The title comes first and once.
+    // The title must come first, and once.
     if (!line || std::holds_alternative<TitleLine>(*line) == m_greeted) {
         m_brokeForm = true;
         End();

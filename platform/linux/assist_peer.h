@@ -13,39 +13,39 @@ class AssistPeer {
     AssistPeer(std::string name, WindowHandle window, FileDescriptor connection)
         : m_name(std::move(name)), m_window(window), m_connection(std::move(connection)) {}
 
-    // Of the socket.
+    // The socket's name.
     const std::string& Name() const { return m_name; }
     WindowHandle Window() const { return m_window; }
     int Descriptor() const { return m_connection.Number(); }
 
-    // Takes in what has come, a few thousand bytes at most, unless there is a line to be taken.
+    // Reads what has arrived, a few thousand bytes at most, unless a line is waiting to be taken.
     void Read();
 
-    // The next line; nothing if there is none yet. A line that breaks the form ends the peer, the
-    // lines before it are still to be taken.
+    // The next line; nothing if there is none yet. A malformed line ends the peer; the lines before
+    // it can still be taken.
     std::optional<AssistLine> TakeLine();
     bool HasLine() const { return !m_brokeForm && m_lines.HasLine(); }
 
-    // Writes as much as the peer takes now and keeps the rest. A peer that leaves too much unread
+    // Writes as much as the peer accepts now and keeps the rest. A peer that leaves too much unread
     // is ended.
     void Write(std::string_view text);
     void Flush();
     bool WantsToWrite() const { return !m_unwritten.empty(); }
 
-    // Greeted and still there: it stands for a window.
+    // It has sent its title and is still connected, so it stands for a window.
     bool IsWindow() const { return m_greeted && !Ended(); }
     const std::string& Title() const { return m_title; }
 
     void End() { m_connection.Close(); }
     bool Ended() const { return !m_connection; }
 
-    // It owes an answer that nobody waits for any more.
+    // It owes an answer that nobody is waiting for any more.
     bool Hangs() const { return m_owed > 0; }
     void GiveUpAnswer() { ++m_owed; }
-    // Takes an answer for one that is owed; false if none is.
+    // Counts an answer as one that is owed; false if none is.
     bool TakeLateAnswer();
 
-    // The event loop watches it.
+    // Whether the event loop watches it.
     bool IsWatched() const { return m_watched; }
     void SetWatched(bool watched) { m_watched = watched; }
 

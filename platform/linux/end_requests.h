@@ -1,15 +1,15 @@
-// Signals that ask the program to end (TERM, INT, HUP), as something that an event loop can wait
-// for.
+// Turns the signals that ask the program to end (TERM, INT, HUP) into something that an event loop
+// can wait for.
 #pragma once
 
 namespace spellwick {
 
-// Holds the signals back in this thread and in those that it starts; to be called before the first
-// of them, since a signal goes to any thread that takes it.
+// Blocks the signals in this thread and in those that it starts. Call it before the first of them
+// is started, since any thread that does not block a signal may get it.
 void HoldEndSignals();
 
-// A descriptor that is readable once a signal has come; -1 if there is none to be had, and the
-// signals then end the process as they always do.
+// A descriptor that is readable once a signal has arrived; -1 on failure, and the signals then end
+// the process as usual.
 int WatchEndRequests();
 
 }  // namespace spellwick

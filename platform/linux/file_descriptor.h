@@ -24,7 +24,7 @@ class FileDescriptor {
     int Number() const { return m_number; }
     explicit operator bool() const { return m_number >= 0; }
 
-    // Gives the descriptor out of its care.
+    // Gives up ownership of the descriptor.
     int Release() { return std::exchange(m_number, -1); }
 
     void Close() {

@@ -37,7 +37,7 @@ std::string PrepareProcess() {
         return std::string("The X display \"") + std::getenv("DISPLAY") + "\" cannot be opened.";
     }
     HoldEndSignals();
-    // The game's windows are X11 windows also under Wayland, and ours must stand among them.
+    // Even under Wayland the game's windows are X11 windows, so ours must be too.
     setenv("QT_QPA_PLATFORM", "xcb", 1);
     return {};
 }

@@ -1,4 +1,4 @@
-// The time of day in the zone of the system.
+// The time of day in the system's time zone.
 #pragma once
 
 #include "platform/clock.h"

@@ -22,9 +22,8 @@ namespace fs = std::filesystem;
 
 constexpr std::array kSideFiles{"-wal", "-shm", "-journal"};
 
-// Two programs that start at the same time must not both find the same broken store and rename
-// each other's new one, so the opening is done one at a time. A lock that cannot be had in time is
-// done without.
+// If two programs start at the same time, both might find the broken store and rename each other's
+// new one, so only one opens it at a time. If the lock cannot be had in time, go on without it.
 class FolderLock {
   public:
     explicit FolderLock(const fs::path& folder)
@@ -50,7 +49,7 @@ class FolderLock {
     int m_folder;
 };
 
-// Makes a folder and those above it for the user alone.
+// Makes a folder and its parents, accessible to the user alone.
 bool MakeFolder(const fs::path& folder) {
     fs::path made;
     for (const fs::path& part : folder) {
@@ -91,7 +90,7 @@ bool Rename(const fs::path& from, const fs::path& to) {
     return !trouble;
 }
 
-// Renames a store with its side files. They go first: a new store must never meet an old log.
+// Renames a store with its side files; these first, since a new store must never meet an old log.
 std::optional<fs::path> KeepAside(const fs::path& file, std::chrono::system_clock::time_point now) {
     const fs::path base = file.string() + ".unreadable-" + TimeText(now);
     fs::path target = base;
@@ -188,7 +187,7 @@ OpenedStore OpenSettingsStore(const std::optional<fs::path>& folder,
     if (!MakeFolder(*folder)) {
         return InMemory("The folder " + folder->string() + " for the settings cannot be made.");
     }
-    // The side files lie beside the file itself, not beside a link to it.
+    // The side files are beside the file itself, not beside a link to it.
     std::error_code ignored;
     const fs::path named = *folder / "settings.db";
     const fs::path real = fs::canonical(named, ignored);

@@ -1,4 +1,4 @@
-// Finds and opens the settings store of the user, and keeps one aside that cannot be read.
+// Finds and opens the user's settings store, and sets an unreadable one aside.
 #pragma once
 
 #include <chrono>
@@ -12,22 +12,22 @@
 namespace spellwick {
 
 struct OpenedStore {
-    std::unique_ptr<SettingsStore> store;  // always there; in memory when all else fails
-    // Where the store went that could not be read.
+    std::unique_ptr<SettingsStore> store;  // never null; in memory if all else fails
+    // The new name of an unreadable store.
     std::optional<std::filesystem::path> keptAside;
-    // What to tell the user, empty when all is well.
+    // A text for the user; empty if all is well.
     std::string trouble;
 };
 
-// The folder of the settings by the values of XDG_DATA_HOME and HOME, null when they are not set.
-// Neither counts unless it is absolute; nothing when there is no folder then.
+// The settings folder for the values of XDG_DATA_HOME and HOME, which may be null. Relative paths
+// are ignored; nothing if neither gives a folder.
 std::optional<std::filesystem::path> SettingsFolder(const char* dataHome, const char* home);
 
-// The same by the environment of the process.
+// The same for the environment of the process.
 std::optional<std::filesystem::path> SettingsFolder();
 
-// Opens settings.db in the folder, and makes both as needed. Never throws. A store that cannot be
-// read is renamed after the time `now`; a store that is merely locked or forbidden stays.
+// Opens settings.db in the folder and makes both if needed. Never throws. An unreadable store is
+// renamed, with the time `now` in its name; one that is only locked or forbidden is left alone.
 OpenedStore OpenSettingsStore(const std::optional<std::filesystem::path>& folder,
                               std::chrono::system_clock::time_point now);
 

@@ -18,14 +18,14 @@ namespace {
 using std::chrono::duration_cast;
 using std::chrono::milliseconds;
 
-// Handling a report lets events run, and with them further reports: a burst must not pile them up
-// on the stack without end. One that waits for the user, in a box, may not keep the others out:
-// each time that it is still there after a while, one more place is given.
+// Handling a report serves events, and with them further reports, so a burst must not nest them
+// without limit. A report that waits for the user, in a message box, must not block the others:
+// while it waits, the limit is raised by one after a while.
 constexpr int kDeepest = 8;
 constexpr timespec kStuckAfter{.tv_sec = 0, .tv_nsec = 250'000'000};
 constexpr std::size_t kMostPeers = 16;
 
-// The low 32 bits of an address: what a message has room for.
+// The low 32 bits of an address; a message has room for no more.
 i32 AddressWord(const i32& word) {
     return static_cast<i32>(static_cast<std::uint32_t>(std::bit_cast<std::uintptr_t>(&word)));
 }
@@ -54,7 +54,7 @@ SocketAssistTransport::SocketAssistTransport(std::filesystem::path folder, Patie
 }
 
 void SocketAssistTransport::EnumWindows(const WindowVisitor& visit) {
-    // A tool that has closed since the last search is to be noticed in this one.
+    // Notice in this search that a tool has closed since the last one.
     ReadAll();
     DropEnded();
     const std::size_t firstNew = m_peers.size();
@@ -109,7 +109,7 @@ void SocketAssistTransport::AwaitGreetings(std::size_t firstNew) {
     while (!greet() && Clock::now() < deadline) {
         AwaitInput(firstNew, deadline);
     }
-    // Tools of earlier searches that have greeted since.
+    // Tools found earlier that have sent their title since.
     for (std::size_t i = 0; i < firstNew; ++i) {
         if (!m_peers[i]->Ended() && !m_peers[i]->IsWindow()) {
             m_peers[i]->Read();
@@ -245,7 +245,7 @@ void SocketAssistTransport::Arm() {
         if (IsLive(peer)) {
             epoll_event event{};
             event.events = EPOLLIN | (peer->WantsToWrite() ? std::uint32_t{EPOLLOUT} : 0U);
-            // Taken out for a while, and not only quieted: the end of a peer cannot be quieted.
+            // Remove it for a while instead of masking its events: a hang-up cannot be masked.
             const int change = !takesMore          ? EPOLL_CTL_DEL
                                : peer->IsWatched() ? EPOLL_CTL_MOD
                                                    : EPOLL_CTL_ADD;
@@ -264,7 +264,7 @@ void SocketAssistTransport::Arm() {
     }
 }
 
-// Only while nothing is under way that refers to a peer.
+// Call only while nothing refers to a peer.
 void SocketAssistTransport::DropEnded() {
     if (m_depth == 0 && m_sending == 0) {
         std::erase_if(m_peers, [](const auto& peer) { return peer->Ended() && !peer->HasLine(); });

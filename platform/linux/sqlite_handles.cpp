@@ -18,7 +18,7 @@ StatementUse::~StatementUse() {
 }
 
 StatementUse& StatementUse::Bind(std::string_view text) {
-    // An empty view may have no address, which would bind NULL.
+    // An empty view may have a null address, which would bind NULL.
     const char* address = text.empty() ? "" : text.data();
     const int code = sqlite3_bind_text64(m_statement, ++m_bound, address, text.size(),
                                          SQLITE_STATIC, SQLITE_UTF8);

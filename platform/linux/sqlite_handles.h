@@ -1,4 +1,4 @@
-// Owners of SQLite connections and statements, and the little that every use of them repeats.
+// Owners of SQLite connections and statements, and helpers for using them.
 #pragma once
 
 #include <memory>
@@ -24,14 +24,14 @@ constexpr int PrimaryCode(int code) {
     return code & 0xFF;
 }
 
-// Runs SQL without results; the result code.
+// Runs SQL without results; returns the result code.
 int Execute(sqlite3* database, const char* sql);
 
-// Compiles a statement that is used many times; none, with `code` set, when it does not compile.
+// Compiles a statement that is used many times; none, with `code` set, if that fails.
 SqliteStatement Prepare(sqlite3* database, const char* sql, int& code);
 
-// One use of a statement: bound in the order of its places, given back at the end of the scope.
-// The texts must outlive it.
+// One use of a statement: its parameters are bound in order, and it is reset at the end of the
+// scope. The texts must outlive it.
 class StatementUse {
   public:
     explicit StatementUse(const SqliteStatement& statement) : m_statement(statement.get()) {}
@@ -46,7 +46,7 @@ class StatementUse {
     // SQLITE_ROW, SQLITE_DONE, or an error.
     int Step();
 
-    // A column of the row as it stands, byte for byte; nothing for NULL.
+    // A column of the current row, byte for byte; nothing for NULL.
     std::optional<std::string> Column(int index) const;
 
   private:

@@ -7,11 +7,11 @@ namespace spellwick {
 
 namespace {
 
-// A save of another process takes a few milliseconds; who waits longer meets a stuck one.
+// Another process saves within a few milliseconds; if it takes longer, it is stuck.
 constexpr int kBusyMilliseconds = 2000;
 
-// Stores up to this size, a few hundred players, are checked whole at the start; that takes some
-// milliseconds. What is broken in a larger one shows when it is read.
+// Stores up to this size, a few hundred players, are checked completely at the start, which takes
+// some milliseconds. In a larger one, damage is noticed when it is read.
 constexpr sqlite3_int64 kCheckedBytes = 16LL * 1024 * 1024;
 
 constexpr const char* kCreate =
@@ -29,12 +29,12 @@ constexpr const char* kRemove =
     "DELETE FROM setting WHERE application = 'Spellwick' AND section = ?1 AND key = ?2";
 constexpr const char* kRemoveSection =
     "DELETE FROM setting WHERE application = 'Spellwick' AND section = ?1";
-// One seek for each section, however many keys it has.
+// One lookup for each section, however many keys it has.
 constexpr const char* kNextSection =
     "SELECT section FROM setting WHERE application = 'Spellwick' AND section > ?1 "
     "ORDER BY section LIMIT 1";
 
-// A number that a query gives in its first row; -1 when it fails, with `code` set.
+// The number in the first row of a query; -1 if it fails, with `code` set.
 sqlite3_int64 QueryNumber(sqlite3* database, const char* sql, int& code) {
     const SqliteStatement statement = Prepare(database, sql, code);
     if (code != SQLITE_OK) {
@@ -71,7 +71,7 @@ bool IsDamage(int code) {
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
         case SQLITE_FORMAT:
-        case SQLITE_ERROR:  // the table has another form
+        case SQLITE_ERROR:  // the table has a different form
             return true;
         default:
             return false;
@@ -95,14 +95,14 @@ StoreState SqliteSettingsStore::Connect() {
     }
     const bool fresh = code == SQLITE_OK && TableCount(database, code) == 0;
     if (code == SQLITE_OK && !fresh) {
-        // A table of another form shows here, before anything is written.
+        // A table of a different form is noticed here, before anything is written.
         code = PrepareAll(made);
     }
     if (code != SQLITE_OK) {
         return Refuse(database, code);
     }
-    // Without the write-ahead log the store is as sound and only slower, so its absence (a store
-    // that is busy or may not be written) is no reason to do without the store.
+    // Without the write-ahead log the store is just as safe, only slower, so go on if it cannot be
+    // enabled (the store is busy or read-only).
     Execute(database, "PRAGMA journal_mode = WAL");
     Execute(database, "PRAGMA synchronous = NORMAL");
     if (fresh) {
@@ -125,7 +125,7 @@ int SqliteSettingsStore::Probe(sqlite3* database) {
         database, "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = 'setting'",
         code);
     if (code == SQLITE_OK && ours == 0) {
-        return SQLITE_NOTADB;  // a database, but somebody else's
+        return SQLITE_NOTADB;  // a database, but not ours
     }
     const sqlite3_int64 pages = QueryNumber(database, "PRAGMA page_count", code);
     const sqlite3_int64 pageSize = QueryNumber(database, "PRAGMA page_size", code);
@@ -159,7 +159,7 @@ StoreState SqliteSettingsStore::Refuse(sqlite3* database, int code) {
         return StoreState::kUnavailable;
     }
     if (database != nullptr) {
-        // What is broken is left for a person to look at, exactly as it was found.
+        // Leave a broken store exactly as it was found, for a person to look at.
         sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     }
     return StoreState::kDamaged;

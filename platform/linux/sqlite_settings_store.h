@@ -12,27 +12,27 @@
 
 namespace spellwick {
 
-// How a connection to a store came about.
+// The state of a store.
 enum class StoreState {
     kReady,
-    kDamaged,      // no database, not ours, or broken: the data in it cannot be had
-    kUnavailable,  // locked, forbidden, no space: the data may well be sound
+    kDamaged,      // not a database, not ours, or broken: its data cannot be read
+    kUnavailable,  // locked, forbidden, no space: its data may be intact
 };
 
 class SqliteSettingsStore final : public SettingsStore {
   public:
-    // A store in the file, which need not exist, or in memory for an empty path. Nothing is opened
+    // A store in the file, which need not exist, or in memory for an empty path. Does not open it
     // yet.
     explicit SqliteSettingsStore(std::filesystem::path file) : m_file(std::move(file)) {}
 
-    // Opens the file, makes the table where there is none, and reads so much that a broken store
-    // shows itself. Without it, or after it failed, reads find nothing and each write tries again.
+    // Opens the file, makes the table if there is none, and reads enough to notice a broken store.
+    // Before it, or after it has failed, reads find nothing and each write tries again.
     StoreState Connect();
 
-    // Why the last Connect failed, in words of SQLite.
+    // Why the last Connect failed, in SQLite's words.
     const std::string& Reason() const { return m_reason; }
 
-    // Whether the store that was opened can be read and not written.
+    // Whether the open store can be read but not written.
     bool IsReadOnly() const;
 
     std::optional<std::string> Read(std::string_view section, std::string_view key) const override;
@@ -62,16 +62,16 @@ class SqliteSettingsStore final : public SettingsStore {
     int ApplyAll(const std::vector<SettingChange>& changes);
 
     StoreState Refuse(sqlite3* database, int code);
-    // A connection to write through: opened anew when there is none, or when the file was taken
-    // away. SQLITE_OK or an error.
+    // Makes sure that there is a connection to write through: reopens it if there is none or if the
+    // file was removed. SQLITE_OK or an error.
     int Require();
     StoreResult Trouble(int code) const;
 
     std::filesystem::path m_file;
     std::string m_reason;
     Connection m_connection;
-    // Sections whose data could not be read. They are not written either: what the program holds
-    // for them are defaults, and those must not take the place of the user's data.
+    // Sections that could not be read. They are not written either: the program has only defaults
+    // for them, and those must not replace the user's data.
     mutable std::set<std::string, std::less<>> m_unread;
 };
 

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Names in the registry and on the drives do not differ by the case of their letters.
+// Names in the registry and on the drives are not case-sensitive.
 std::string Small(std::string_view text) {
     std::string small(text);
     for (char& sign : small) {
@@ -52,7 +52,7 @@ std::optional<char32_t> TakeNumber(std::string_view& text, int base, std::size_t
     return digits > 0 ? std::optional(number) : std::nullopt;
 }
 
-// The UTF-16 unit behind a backslash.
+// The UTF-16 unit after a backslash.
 char32_t TakeEscape(std::string_view& text) {
     constexpr std::string_view kLetters = "abefnrtv";
     constexpr std::array<char32_t, 8> kMeanings{7, 8, 27, 12, 10, 13, 9, 11};
@@ -71,8 +71,7 @@ char32_t TakeEscape(std::string_view& text) {
     return TakeCodePoint(text);
 }
 
-// Takes a text off `line` up to the closing sign, which is taken as well; nothing when it does not
-// close.
+// Takes a text off `line`, with the closing quote; nothing if it is not closed.
 std::optional<std::string> TakeText(std::string_view& line, char closing) {
     std::string text;
     char32_t high = 0;
@@ -124,7 +123,7 @@ void ReadValue(std::string_view line, std::map<std::string, std::string>& values
     }
 }
 
-// A key and its place for programs of 32 bits.
+// A key, and its place for 32-bit programs.
 std::array<std::string, 2> PlacesOf(const std::string& key) {
     const std::size_t end = std::min(key.find('\\'), key.size());
     return {key, key.substr(0, end) + "\\Wow6432Node" + key.substr(end)};
@@ -141,7 +140,7 @@ std::optional<std::map<std::string, std::string>> ReadKeyOf(const fs::path& pref
     return ReadWineKey(registry, key);
 }
 
-// The entry of a folder that a name means.
+// The entry of a folder that matches a name.
 fs::path EntryOf(const fs::path& folder, const std::string& name) {
     std::error_code trouble;
     fs::path exact = folder / name;

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kActivation = 500ms;
-// Between a window manager's word that a window is active and the keyboard's arrival there.
+// The time between a window manager's report that a window is active and the arrival of the focus.
 constexpr auto kFocusFollows = 100ms;
 constexpr int kLookAgainMilliseconds = 10;
 
@@ -65,7 +65,7 @@ bool X11ClientWindows::SetForegroundWindow(WindowHandle window) {
 
 bool X11ClientWindows::IsForegroundWindow(WindowHandle window) {
     m_connection.DropEvents();
-    // A manager goes on for a moment to name a window that is gone.
+    // For a moment, a window manager still names a window that is gone.
     return window != 0 && Exists(window) &&
            (ManagerActivates() ? m_hints.ActiveWindow() == window : HasFocus(window));
 }
@@ -119,8 +119,8 @@ bool X11ClientWindows::ActivateByHand(xcb_window_t window) {
            HasFocus(window);
 }
 
-// By the window's own model of input: it may take the focus from us, ask to be told to take it,
-// both, or want none.
+// Follow the window's input model: we set the focus, or tell the window to take it, or both, or
+// neither.
 bool X11ClientWindows::GiveFocus(xcb_window_t window) {
     const bool wantsInput = WantsInput(window);
     const bool takesFocus = TakesFocusItself(window);
@@ -196,7 +196,8 @@ std::optional<xcb_window_t> X11ClientWindows::ParentOf(xcb_window_t window) cons
     return tree ? std::optional(tree->parent) : std::nullopt;
 }
 
-// Window managers compare the times of requests; the time of now is that of a change made now.
+// Window managers compare timestamps; to learn the server's time, change a property of our own
+// window.
 xcb_timestamp_t X11ClientWindows::ServerTime() const {
     m_connection.DropEvents();
     xcb_change_property(m_connection.Get(), XCB_PROP_MODE_APPEND, m_clock, XCB_ATOM_WM_NAME,

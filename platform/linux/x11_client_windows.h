@@ -17,7 +17,7 @@ namespace spellwick {
 
 class X11ClientWindows : public ClientWindows {
   public:
-    // An empty display is that of the environment. Null on failure; `error` then says why, in a
+    // An empty display means the one in the environment. Null on failure; `error` is then a
     // sentence for the user.
     static std::unique_ptr<X11ClientWindows> Open(const std::string& display, std::string& error);
 
@@ -48,7 +48,7 @@ class X11ClientWindows : public ClientWindows {
     X11WindowHints m_hints;
     X11WindowSearch m_search;
     xcb_atom_t m_wmTakeFocus;
-    xcb_window_t m_clock = XCB_NONE;  // a window of our own, to learn the server's time by
+    xcb_window_t m_clock = XCB_NONE;  // a window of our own, for reading the server's time
 };
 
 }  // namespace spellwick

@@ -1,4 +1,4 @@
-// Owns a connection to the X server and the replies that come over it.
+// Owns a connection to the X server and its replies.
 #pragma once
 
 #include <cstdlib>
@@ -18,7 +18,7 @@ template <typename Reply>
 using X11Reply = std::unique_ptr<Reply, FreeReply>;
 
 // For xcb's reply functions: `OwnReply(xcb_x_reply(connection, cookie, nullptr))`. An error gives
-// null and stays without effect.
+// null and has no other effect.
 template <typename Reply>
 X11Reply<Reply> OwnReply(Reply* reply) {
     return X11Reply<Reply>(reply);
@@ -26,7 +26,7 @@ X11Reply<Reply> OwnReply(Reply* reply) {
 
 class X11Connection {
   public:
-    // An empty name is the display of the environment. On failure Works() is false.
+    // An empty name means the display in the environment. On failure Works() is false.
     explicit X11Connection(const std::string& display);
     X11Connection(const X11Connection&) = delete;
     X11Connection& operator=(const X11Connection&) = delete;
@@ -38,11 +38,11 @@ class X11Connection {
     xcb_window_t Root() const { return m_root; }
     bool Works() const { return xcb_connection_has_error(m_connection) == 0; }
 
-    // Throws away events and errors that have come. An error that nobody asked for, such as that of
-    // a window that is gone, ends here.
+    // Discards pending events and errors. Errors of unchecked requests, such as for a window that
+    // is gone, end here.
     void DropEvents() const;
 
-    // Returns when the server has carried out all that was sent; false if the connection is lost.
+    // Returns when the server has processed everything sent; false if the connection is lost.
     bool RoundTrip() const;
 
     // XCB_ATOM_NONE if the connection is lost.

@@ -15,7 +15,7 @@ namespace spellwick {
 
 namespace {
 
-// Starts the desktop's opener. It is the child of a child that ends at once, so that nobody has to
+// Starts the desktop's opener, as the child of a child that exits at once, so that nobody has to
 // wait for it.
 bool StartOpener(const std::string& argument) {
     const std::array<const char*, 6> words{
@@ -25,7 +25,7 @@ bool StartOpener(const std::string& argument) {
         "sh",
         argument.c_str(),
         nullptr};
-    // The signals that this process takes for itself are the opener's own again.
+    // Unblock for the opener the signals that this process blocks.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     sigset_t none;
@@ -83,8 +83,8 @@ bool X11Desktop::LeaveTaskList(WindowHandle window) {
     if (!m_hints.Work() || window == 0) {
         return false;
     }
-    // Before the window is shown its states are its own to write; the window manager reads them as
-    // it takes the window over, and clears them when the window is hidden.
+    // Before the window is shown, its states are ours to write; the window manager reads them when
+    // it maps the window and clears them when the window is hidden.
     std::array states{m_hints.Get()->_NET_WM_STATE_SKIP_TASKBAR,
                       m_hints.Get()->_NET_WM_STATE_SKIP_PAGER};
     xcb_ewmh_set_wm_state(m_hints.Get(), window, static_cast<std::uint32_t>(states.size()),

@@ -1,5 +1,5 @@
-// What the program asks of an X11 desktop: the bell, the openers of files and pages, and windows
-// that stay above the others.
+// What the program asks of an X11 desktop: the bell, opening files and pages, and windows that stay
+// above the others.
 #pragma once
 
 #include "platform/desktop.h"
@@ -10,8 +10,8 @@ namespace spellwick {
 
 class X11Desktop : public Desktop {
   public:
-    // An empty display is that of the environment. Without a connection the bell and the top-most
-    // state do nothing.
+    // An empty display means the one in the environment. Without a connection the bell and the
+    // top-most state do nothing.
     explicit X11Desktop(const std::string& display)
         : m_connection(display), m_hints(m_connection) {}
 

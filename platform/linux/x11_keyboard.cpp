@@ -39,8 +39,8 @@ std::unique_ptr<X11Keyboard> X11Keyboard::Open(const std::string& display, std::
 }
 
 std::optional<Keymap> X11Keyboard::ReadKeymap() {
-    // The server gives the core keyboard the map of the device that spoke last. Let it be the one
-    // that test events come from: the release of a key that is up reaches no program.
+    // The core keyboard has the keymap of the device used last. Make that the test device, by
+    // releasing a key that is up, which no program sees.
     Release(xcb_get_setup(m_connection.Get())->min_keycode);
     const std::int32_t device = xkb_x11_get_core_keyboard_device_id(m_connection.Get());
     if (device < 0) {

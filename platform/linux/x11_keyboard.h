@@ -1,4 +1,4 @@
-// The keyboard of an X server: keys go through the X test extension to the window in front.
+// The keyboard of an X server: keys go through the XTEST extension to the window in front.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace spellwick {
 
 class X11Keyboard : public Keyboard {
   public:
-    // An empty display is that of the environment. Null on failure; `error` then says why, in a
+    // An empty display means the one in the environment. Null on failure; `error` is then a
     // sentence for the user.
     static std::unique_ptr<X11Keyboard> Open(const std::string& display, std::string& error);
 

@@ -21,7 +21,7 @@ struct FreeXkb {
     void operator()(xkb_state* state) const { xkb_state_unref(state); }
 };
 
-// One reading: the server's map and state, taken apart key by key.
+// One reading of the server's keymap and state, key by key.
 class Reader {
   public:
     Reader(xkb_keymap* map, xkb_state* state, const xcb_get_modifier_mapping_reply_t* modifiers)
@@ -45,7 +45,7 @@ class Reader {
         for (const Candidate& candidate : m_candidates) {
             m_result.modifierKeys.push_back(candidate.key);
         }
-        // The low codes belong to keys that keyboards have, if not this one.
+        // Low codes belong to keys of some keyboards, even if not of this one.
         std::ranges::reverse(m_result.spares);
         return std::move(m_result);
     }
@@ -67,7 +67,7 @@ class Reader {
         }
         Key key;
         key.code = keycode;
-        // With no modifiers down, "consumed" are all that the key's levels depend on.
+        // With no modifiers down, the "consumed" ones are all that the key's levels depend on.
         key.relevant = static_cast<ModifierMask>(
             xkb_state_key_get_consumed_mods2(m_state, code, XKB_CONSUMED_MODE_XKB) &
             kRealModifiers);
@@ -97,7 +97,7 @@ class Reader {
         }
     }
 
-    // A key may give several symbols at once; such a level counts as none of ours.
+    // A key may give several symbols at once; treat such a level as unknown.
     xkb_keysym_t Keysym(xkb_keycode_t code, xkb_layout_index_t layout,
                         xkb_level_index_t level) const {
         const xkb_keysym_t* symbols = nullptr;
@@ -138,8 +138,8 @@ class Reader {
         }
     }
 
-    // Left keys before right ones, which layouts use for other things; keys before codes that
-    // exist in the map only.
+    // Prefer left modifiers, since layouts use right ones for other things, then codes that have a
+    // physical key.
     static int Rank(xkb_keycode_t code, xkb_keysym_t base) {
         constexpr xkb_keycode_t kLevelThreeOfTheMapOnly = 92;
         const bool first = base == XKB_KEY_Shift_L || base == XKB_KEY_Control_L ||

@@ -1,4 +1,4 @@
-// Reads the X server's keymap, of this moment, into a value.
+// Reads the X server's current keymap into a value.
 #pragma once
 
 #include <cstdint>

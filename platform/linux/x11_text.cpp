@@ -52,7 +52,7 @@ std::string FromCharset(const char* charset, std::string_view bytes) {
     return text;
 }
 
-// The alphabets that take the place of the upper half, by their last escape character.
+// The alphabets that replace the upper half, by their last escape character.
 const char* UpperHalfCharset(char final) {
     switch (final) {
         case 'B':
@@ -148,7 +148,7 @@ class CompoundReader {
         }
     }
 
-    // An encoding of its own, with two bytes of seven bits each for its length.
+    // A non-standard encoding, with two bytes of seven bits each for its length.
     void SkipExtendedSegment() {
         if (m_rest.size() < 2) {
             m_rest = {};

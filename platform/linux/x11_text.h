@@ -13,7 +13,7 @@ enum class X11TextForm : std::uint8_t {
     kCompoundText  // ISO 2022: Latin and other one-byte alphabets and UTF-8 stretches are read
 };
 
-// Always valid UTF-8, up to the first NUL. What cannot be read becomes U+FFFD.
+// Always valid UTF-8, up to the first NUL. Unreadable parts become U+FFFD.
 std::string X11Text(X11TextForm form, std::string_view bytes);
 
 }  // namespace spellwick

@@ -51,7 +51,7 @@ xcb_window_t X11WindowHints::ActiveWindow() const {
 }
 
 void X11WindowHints::RequestActivation(xcb_window_t window, xcb_timestamp_t time) const {
-    // A pager's request, which stands for a user's wish, is not refused as one of a program is.
+    // Send the request as a pager, on behalf of the user: one from an application may be refused.
     xcb_ewmh_request_change_active_window(Get(), m_connection.Screen(), window,
                                           XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER, time, XCB_NONE);
     xcb_flush(m_connection.Get());

@@ -31,7 +31,7 @@ WindowClass SplitClass(std::string_view bytes) {
     return {bytes.substr(0, end), after.substr(0, after.find('\0'))};
 }
 
-// Windows programs are called by file names, which their system compares without regard to case.
+// Windows programs are named by their files, and Windows ignores the case of file names.
 bool EndsInExe(std::string_view name) {
     constexpr std::string_view kExe = ".exe";
     return name.size() >= kExe.size() &&
@@ -57,7 +57,7 @@ xcb_window_t X11WindowSearch::Find(std::string_view windowClass) const {
         classes.push_back(Ask(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING));
     }
     xcb_window_t found = XCB_NONE;
-    std::vector<xcb_window_t> byTitle;  // they lie above the one found
+    std::vector<xcb_window_t> byTitle;  // windows above the one found
     for (std::size_t index = 0; index < windows.size(); ++index) {
         const auto reply = Answer(classes[index]);
         const WindowClass ours = SplitClass(BytesOf(reply.get()));
@@ -89,7 +89,7 @@ std::string X11WindowSearch::Title(xcb_window_t window) const {
     return AnswerTitle(AskTitle(window));
 }
 
-// Uppermost first, as the search of the system that the client was made for goes.
+// Topmost first, as Windows searches.
 std::vector<xcb_window_t> X11WindowSearch::TopLevels() const {
     std::optional<std::vector<xcb_window_t>> managed = m_hints.ManagedWindows();
     if (!managed) {
@@ -99,7 +99,7 @@ std::vector<xcb_window_t> X11WindowSearch::TopLevels() const {
     return *std::move(managed);
 }
 
-// Without a manager the visible children of the root are the top-level windows.
+// Without a window manager, the visible children of the root are the top-level windows.
 std::vector<xcb_window_t> X11WindowSearch::TopLevelsOfTree() const {
     xcb_connection_t* x = m_connection.Get();
     std::vector<xcb_window_t> children = AnswerChildren(xcb_query_tree(x, m_connection.Root()));
@@ -123,7 +123,7 @@ std::vector<xcb_window_t> X11WindowSearch::TopLevelsOfTree() const {
     return windows;
 }
 
-// A window manager without lists marks the windows that it manages with WM_STATE, somewhere within
+// A window manager without lists marks the windows that it manages with WM_STATE, somewhere inside
 // its frames.
 std::vector<xcb_window_t> X11WindowSearch::ManagedWithin(
     const std::vector<xcb_window_t>& frames) const {

@@ -18,9 +18,9 @@ class X11WindowSearch {
     // Both must outlive the search.
     X11WindowSearch(const X11Connection& connection, const X11WindowHints& hints);
 
-    // The uppermost window of this class, 0 if there is none. Of this class is a window whose
-    // WM_CLASS, instance or class, is the text literally; and a window of a Windows program, whose
-    // WM_CLASS ends in ".exe", with a title that begins with the text.
+    // The topmost window of this class, 0 if there is none. A window matches if its WM_CLASS,
+    // instance or class, is exactly the text, or if it belongs to a Windows program (its WM_CLASS
+    // ends in ".exe") and its title begins with the text.
     xcb_window_t Find(std::string_view windowClass) const;
 
     // The whole title as valid UTF-8; empty if the window is gone.
@@ -34,7 +34,7 @@ class X11WindowSearch {
 
     std::vector<xcb_window_t> TopLevels() const;
     std::vector<xcb_window_t> TopLevelsOfTree() const;
-    // For each frame the window that is managed in it, or XCB_NONE.
+    // For each frame, the window that is managed in it, or XCB_NONE.
     std::vector<xcb_window_t> ManagedWithin(const std::vector<xcb_window_t>& frames) const;
     std::vector<xcb_window_t> AnswerChildren(xcb_query_tree_cookie_t cookie) const;
     xcb_get_property_cookie_t Ask(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;

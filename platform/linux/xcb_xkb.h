@@ -1,4 +1,4 @@
-// xcb's keyboard extension; one of its structures has a member with the name of a C++ keyword.
+// Includes xcb's keyboard extension, which has a member named like a C++ keyword.
 #pragma once
 
 #include <xcb/xcb.h>

@@ -10,7 +10,7 @@ namespace spellwick {
 
 namespace {
 
-// Installers of 32 bits write into a place of their own.
+// 32-bit installers write into a separate place.
 constexpr std::array<REGSAM, 2> kPlaces{KEY_READ | KEY_WOW64_64KEY, KEY_READ | KEY_WOW64_32KEY};
 
 bool IsDriveLetter(wchar_t letter) {
@@ -49,7 +49,7 @@ std::filesystem::path RegistryInstallation::LocalPath(const std::string& drivePa
     if (drive == DRIVE_UNKNOWN || drive == DRIVE_NO_ROOT_DIR) {
         return {};
     }
-    // From the drive's root also where the path leaves its first backslash out.
+    // Start at the drive's root even if the path lacks its first backslash.
     const std::size_t rest = std::min(path.find_first_not_of(L"\\/", 2), path.size());
     return (std::filesystem::path(root) / path.substr(rest)).make_preferred();
 }

@@ -1,4 +1,4 @@
-// The game's installation as its installer wrote it into the machine's part of the registry.
+// The game's installation, as recorded in the machine's part of the registry.
 #pragma once
 
 #include "platform/installation.h"

@@ -10,7 +10,7 @@ bool IsText(DWORD type) {
     return type == REG_SZ || type == REG_EXPAND_SZ;
 }
 
-// The text of a value's bytes. One ending zero belongs to its form, and may be missing.
+// The text in a value's bytes, without the terminating zero, which may be missing.
 std::wstring TextOf(const std::vector<BYTE>& bytes, std::size_t size) {
     std::wstring text(size / sizeof(wchar_t), L'\0');
     std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
@@ -75,7 +75,7 @@ void RegistryKey::VisitValues(const Visitor& visit) const {
         const LONG error = RegEnumValueW(m_key, index, name.data(), &nameSize, nullptr, &type,
                                          bytes.data(), &size);
         if (error == ERROR_MORE_DATA) {
-            // Somebody else has written a larger one meanwhile.
+            // Another program has written a larger one meanwhile.
             name.resize(name.size() * 2);
             bytes.resize(bytes.size() * 2);
             continue;

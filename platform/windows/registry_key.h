@@ -1,4 +1,4 @@
-// One open key of the registry, closed with its owner.
+// An open key of the registry, closed with its owner.
 #pragma once
 
 #include <optional>
@@ -14,7 +14,7 @@ namespace spellwick {
 class RegistryKey {
   public:
     RegistryKey() = default;
-    // The key under `parent`, or none that is open: see Opened.
+    // The key under `parent`; check Opened.
     static RegistryKey Open(HKEY parent, const std::wstring& path, REGSAM access);
     static RegistryKey Create(HKEY parent, const std::wstring& path, REGSAM access, LONG& error);
 
@@ -30,14 +30,13 @@ class RegistryKey {
     bool Opened() const { return m_key != nullptr; }
     HKEY Get() const { return m_key; }
 
-    // Nothing when there is no such value or it is no text. References to variables in it stay as
-    // they are.
+    // Nothing if there is no such value or it is not a text. Variables in it are not expanded.
     std::optional<std::wstring> ReadText(const std::wstring& value) const;
 
-    // The names and texts of all values that are texts.
+    // The names and texts of all text values.
     std::vector<std::pair<std::wstring, std::wstring>> ReadTexts() const;
 
-    // The names of all values, of whatever kind.
+    // The names of all values of any kind.
     std::vector<std::wstring> ValueNames() const;
 
     // Names of the keys directly under it, in the registry's order.
@@ -50,7 +49,7 @@ class RegistryKey {
   private:
     explicit RegistryKey(HKEY key) : m_key(key) {}
 
-    // Visits all values by name, kind, bytes and their number.
+    // Visits all values with name, kind, bytes and size.
     template <typename Visitor>
     void VisitValues(const Visitor& visit) const;
 

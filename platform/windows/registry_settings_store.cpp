@@ -9,7 +9,7 @@ namespace spellwick {
 
 namespace {
 
-// What the system says about an error, as the end of a sentence.
+// The system's text for an error, as the end of a sentence.
 std::string Words(LONG error) {
     std::wstring text(512, L'\0');
     const DWORD length = FormatMessageW(
@@ -45,7 +45,7 @@ std::wstring SectionOf(const RegistryKey& root, const std::wstring& keyName) {
     return SectionOfKeyName(keyName);
 }
 
-// A name for the key of a section that has none yet.
+// A name for the key of a section that does not have one yet.
 std::wstring NewKeyName(const RegistryKey& root, const std::wstring& section) {
     const std::vector<std::wstring> taken = root.Subkeys();
     const auto isTaken = [&taken](const std::wstring& name) {
@@ -105,7 +105,7 @@ SectionValues RegistrySettingsStore::ReadSection(std::string_view section) const
     const RegistryKey opened = OpenSection(section);
     if (opened.Opened()) {
         for (const auto& [name, text] : opened.ReadTexts()) {
-            // The nameless value is no key: it may hold the section's own name.
+            // The default value is not a key: it may hold the section's name.
             if (!name.empty()) {
                 values.emplace(Utf8FromWide(name), Utf8FromWide(text));
             }
@@ -139,8 +139,8 @@ LONG RegistrySettingsStore::Change(Opened& opened, const SettingChange& change) 
     }
     opened.before.emplace_back(name, opened.key.ReadText(name));
     if (change.value) {
-        // A value keeps the name that it was made with. One of other letters, by somebody's hand,
-        // would never be read again.
+        // A value keeps the spelling that it was created with. One that was made by hand in another
+        // case would never be read again.
         if (!opened.names.contains(name)) {
             opened.key.RemoveValue(name);
             opened.names.insert(name);
@@ -167,7 +167,7 @@ void RegistrySettingsStore::TakeBack(const RegistryKey& root, Batch& batch) {
     }
 }
 
-// A section without keys is none.
+// A section without keys does not exist.
 void RegistrySettingsStore::DropEmpty(const RegistryKey& root, Batch& batch) {
     for (auto& [section, opened] : batch) {
         DWORD values = 0;

@@ -1,5 +1,5 @@
-// The settings store in the user's part of the registry: one key for each section, one text value
-// for each key. Names of values do not differ by the case of their letters; names of sections do.
+// The settings store in the user's part of the registry: a registry key for each section, a text
+// value for each key. Names of values are not case-sensitive; names of sections are.
 #pragma once
 
 #include <map>
@@ -17,20 +17,20 @@ inline constexpr const wchar_t* kSettingsKey = L"Software\\Spellwick";
 
 class RegistrySettingsStore final : public SettingsStore {
   public:
-    // A store under this key of HKEY_CURRENT_USER, which need not exist. Every call looks at the
-    // registry as it is then.
+    // A store under this key of HKEY_CURRENT_USER, which need not exist. Every call reads the
+    // current registry.
     explicit RegistrySettingsStore(std::wstring root = kSettingsKey) : m_root(std::move(root)) {}
 
     std::optional<std::string> Read(std::string_view section, std::string_view key) const override;
     SectionValues ReadSection(std::string_view section) const override;
-    // What a failure finds written already is set back; a process that is killed meanwhile leaves
-    // each value either old or new.
+    // After a failure, what was already written is restored. If the process is killed meanwhile,
+    // each value is either old or new.
     StoreResult Apply(const std::vector<SettingChange>& changes) override;
     StoreResult RemoveSection(std::string_view section) override;
     std::vector<std::string> Sections() const override;
 
   private:
-    // One open section of a batch, and what its values were before.
+    // An open section of a batch, and its values before.
     struct Opened {
         std::wstring keyName;
         bool isNew = false;

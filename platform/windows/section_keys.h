@@ -1,4 +1,4 @@
-// Names of the registry's keys for sections of any name, and back.
+// Converts names of sections to names of registry keys, and back.
 #pragma once
 
 #include <optional>
@@ -7,15 +7,15 @@
 
 namespace spellwick {
 
-// Most names are their keys' names. A backslash, a zero and a per cent sign are written as "%5C",
-// "%00" and "%25", the empty name as "%". Nothing when that is longer than a key's name may be.
+// Most names are used unchanged. A backslash, a zero and a per cent sign become "%5C", "%00" and
+// "%25", the empty name "%". Nothing if the result is too long for a key's name.
 std::optional<std::wstring> KeyNameOfSection(std::wstring_view section);
 
-// The section of such a key name; a per cent sign with nothing of this kind behind it is itself.
+// The section of such a key name; any other per cent sign stands for itself.
 std::wstring SectionOfKeyName(std::wstring_view keyName);
 
-// A section that has no key name of its own, being too long or differing from another one only in
-// the case of its letters, has a numbered key, which holds the section's name as its default value.
+// A section whose name is too long, or differs from another's only in case, has a numbered key with
+// the section's name as its default value.
 std::wstring NumberedKeyName(int number);
 bool IsNumberedKeyName(std::wstring_view keyName);
 

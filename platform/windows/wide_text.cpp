@@ -35,12 +35,12 @@ std::string Utf8FromWide(std::wstring_view text) {
 }
 
 std::wstring WideTitle(HWND window) {
-    // Longer titles than anybody can have, so that a system that says odd things is left alone.
+    // Longer than any real title, so that the loop ends whatever the system returns.
     constexpr std::size_t kLongest = 0x100000;
     std::wstring title(256, L'\0');
     for (;;) {
-        // A title that fills the room may go on behind it. It may have changed between the reads,
-        // so that asking for its length would not help.
+        // A title that fills the buffer may be longer. Asking for its length would not help, since
+        // it may change between the calls.
         const auto read = static_cast<std::size_t>(
             InternalGetWindowText(window, title.data(), static_cast<int>(title.size())));
         if (read + 1 < title.size() || title.size() >= kLongest) {

@@ -1,4 +1,4 @@
-// Texts as Windows has them, in UTF-16, and windows by their handles.
+// Windows' texts, in UTF-16, and windows by their handles.
 #pragma once
 
 #include <string>
@@ -13,15 +13,15 @@ namespace spellwick {
 // Bytes that are no UTF-8 become U+FFFD.
 std::wstring WideFromUtf8(std::string_view text);
 
-// Half a surrogate pair becomes U+FFFD.
+// An unpaired surrogate becomes U+FFFD.
 std::string Utf8FromWide(std::wstring_view text);
 
-// The window's title; empty when the window is gone. Asks the system and not the window: one of a
-// thread of this program that hangs would hold the usual reading up for ever.
+// The window's title; empty if the window is gone. Asks the system and not the window, because the
+// usual call would wait forever for a hung thread of this program.
 std::wstring WideTitle(HWND window);
 
 inline HWND HwndOf(WindowHandle window) {
-    // The significant bits are extended by their sign, as the system does it.
+    // Sign-extend the significant bits, as the system does.
     return static_cast<HWND>(LongToHandle(static_cast<LONG>(window)));
 }
 

@@ -11,22 +11,22 @@ namespace {
 
 constexpr const wchar_t* kProperty = L"SpellwickAssist";
 
-// Handling a report lets events run, and with them further reports: a burst must not pile them up
-// on the stack without end.
+// Handling a report serves events, and with them further reports, so a burst must not nest them
+// without limit.
 constexpr int kDeepest = 8;
 
-// Messages from here on have names that programs agree on.
+// Messages from here on are registered by name.
 constexpr UINT kFirstRegistered = 0xc000;
 
-// What a window that has hung is given to show that it does not hang any more.
+// How long a window that has hung gets to show that it no longer does.
 constexpr UINT kStirMilliseconds = 20;
 
-// The longest interval between two messages to a window that does not answer, and how often it
-// doubles on the way there; both count from the patience.
+// The longest interval between two messages to a window that does not answer, and how many times it
+// doubles before; both start from the timeout.
 constexpr int kLongestSilence = 60;
 constexpr int kMostDoublings = 6;
 
-// Tools are programs of 32 bits. Some fail over an address that these do not hold.
+// Tools are 32-bit programs, and some fail on an address that does not fit.
 i32* AllocateLowWord() {
     constexpr std::uintptr_t kFirst = 0x10000000;
     constexpr std::uintptr_t kLast = 0x70000000;
@@ -71,7 +71,7 @@ WindowAssistTransport::~WindowAssistTransport() {
 }
 
 void WindowAssistTransport::EnumWindows(const WindowVisitor& visit) {
-    // The number of a window that is gone may become that of another.
+    // The handle of a window that is gone may be reused.
     std::erase_if(m_silent, [](const auto& entry) { return IsWindow(entry.first) == FALSE; });
     const Visit parameter{visit};
     ::EnumWindows(&VisitWindow, std::bit_cast<LPARAM>(&parameter));
@@ -88,8 +88,8 @@ bool WindowAssistTransport::MayBeAsked(HWND window) const {
                0;
 }
 
-// It may have hung once, and then there is nothing to wait for once it stirs. A second time it may
-// be one that takes messages but never comes to an end with this one.
+// The first time it may only have hung, so there is no reason to wait once it responds. The second
+// time it may be one that takes messages but never finishes this one.
 void WindowAssistTransport::NoteSilence(HWND window) {
     Silence& silence = m_silent[window];
     ++silence.times;
@@ -137,8 +137,8 @@ void WindowAssistTransport::Detach() {
     if (m_own == nullptr) {
         return;
     }
-    // If somebody has replaced the procedure once more, theirs still calls ours, which stays and
-    // does nothing.
+    // If another procedure has been installed since, it still calls ours; leave ours in place,
+    // doing nothing.
     if (GetWindowLongPtrW(m_own, GWLP_WNDPROC) == std::bit_cast<LONG_PTR>(&WindowProcedure)) {
         SetWindowLongPtrW(m_own, GWLP_WNDPROC, std::bit_cast<LONG_PTR>(m_replaced));
         RemovePropW(m_own, kProperty);

@@ -21,8 +21,8 @@ class WindowAssistTransport : public AssistTransport {
 
     void EnumWindows(const WindowVisitor& visit) override;
 
-    // A window that has left a message without an answer gets no other until it stirs; one that
-    // stirs and still leaves them without an answer gets them at ever longer intervals.
+    // A window that has not answered gets no other message until it responds; one that responds but
+    // still does not answer gets messages at growing intervals.
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
 
@@ -31,7 +31,7 @@ class WindowAssistTransport : public AssistTransport {
     void Detach() override;
 
   private:
-    // A posted message that has to wait for those before it.
+    // A posted message that must wait for those before it.
     struct Deferred {
         HWND window;
         UINT number;
@@ -39,7 +39,7 @@ class WindowAssistTransport : public AssistTransport {
         LPARAM lParam;
     };
 
-    // The messages that a window has left without an answer, one after the other.
+    // The consecutive messages that a window has not answered.
     struct Silence {
         int times = 0;
         std::chrono::steady_clock::time_point until;
@@ -53,7 +53,7 @@ class WindowAssistTransport : public AssistTransport {
     void ReceiveDeferred();
 
     std::chrono::milliseconds m_patience;
-    i32* m_word;  // at an address below 2 GiB; null where none is to be had
+    i32* m_word;  // at an address below 2 GiB; null if there is none
     std::map<HWND, Silence> m_silent;
 
     HWND m_own = nullptr;

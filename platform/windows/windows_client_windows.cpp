@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kActivation = 500ms;
-// Between the activation of a window and its own word on where its focus is.
+// The time between the activation of a window and its own report of its focus.
 constexpr auto kFocusFollows = 100ms;
 constexpr auto kLookAgain = 5ms;
 
@@ -53,7 +53,7 @@ bool WindowsClientWindows::SetForegroundWindow(WindowHandle window) {
         return false;
     }
     if (IsIconic(target) != FALSE) {
-        // Not waiting for it: the window may hang.
+        // Do not wait for it: the window may hang.
         ShowWindowAsync(target, SW_RESTORE);
     }
     ::SetForegroundWindow(target);

@@ -13,13 +13,13 @@ class WindowsClientWindows : public ClientWindows {
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
     std::string WindowTitle(WindowHandle window) override;
 
-    // The system may refuse the front to a program that the user is not working with, and says yes
-    // all the same: what counts is which window is in front afterwards.
+    // The system may refuse the foreground to a program that the user is not working with, and
+    // still report success, so read back which window is in front.
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;
 
-    // The keyboard's focus within another program is that program's own affair: true if the window
-    // is in front and has it, or one of its controls.
+    // Another program manages its own focus: true if the window is in front and it or one of its
+    // controls has the focus.
     bool SetFocus(WindowHandle window) override;
 };
 

@@ -12,11 +12,11 @@ namespace spellwick {
 
 namespace {
 
-// The shell's own scale: all above this is success.
+// The shell reports success by values above this.
 constexpr INT_PTR kLastShellError = 32;
 
 bool Open(const std::wstring& what) {
-    // Errors come back as a number in the form of a handle.
+    // Errors are returned as numbers in the form of a handle.
     const HINSTANCE result =
         ShellExecuteW(nullptr, L"open", what.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > kLastShellError;
@@ -29,7 +29,7 @@ bool OpenWith(const std::wstring& program, const std::wstring& file) {
     return reinterpret_cast<INT_PTR>(result) > kLastShellError;
 }
 
-// The program for files of this kind; empty when there is none.
+// The program for files of this kind; empty if there is none.
 std::wstring ProgramFor(const wchar_t* extension) {
     std::wstring program(MAX_PATH, L'\0');
     auto size = static_cast<DWORD>(program.size());
@@ -41,8 +41,8 @@ std::wstring ProgramFor(const wchar_t* extension) {
     return program;
 }
 
-// The help is rich text under a name of old, for which Windows no longer brings a program.
-// Installations without any program for rich text still have one for plain text.
+// The help is rich text with an old file extension, which Windows no longer has a program for. A
+// system without any program for rich text still has one for plain text.
 bool OpenAsText(const std::wstring& file) {
     const std::wstring program = ProgramFor(L".rtf");
     return (!program.empty() && OpenWith(program, file)) || OpenWith(L"notepad.exe", file);
@@ -77,7 +77,7 @@ bool WindowsDesktop::LeaveTaskList(WindowHandle window) {
     if (window == 0 || IsWindow(own) == FALSE) {
         return false;
     }
-    // The task bar looks at these when the window is shown.
+    // The taskbar reads these when the window is shown.
     const LONG_PTR style = GetWindowLongPtrW(own, GWL_EXSTYLE);
     SetWindowLongPtrW(own, GWL_EXSTYLE, (style | WS_EX_TOOLWINDOW) & ~LONG_PTR{WS_EX_APPWINDOW});
     return (GetWindowLongPtrW(own, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) != 0;

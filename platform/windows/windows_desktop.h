@@ -1,5 +1,5 @@
-// What the program asks of the Windows desktop: the sound, the shell's openers, and windows that
-// stay above the others or out of the task bar.
+// What the program asks of the Windows desktop: the sound, opening files and pages, and windows
+// that stay above the others or out of the taskbar.
 #pragma once
 
 #include "platform/desktop.h"

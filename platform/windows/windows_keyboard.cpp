@@ -84,7 +84,7 @@ bool WindowsKeyboard::Send(Keycode code, DWORD flags) {
             inputs.push_back(KeyInput(0, unit, flags | KEYEVENTF_UNICODE));
         }
     } else {
-        // With a scan code Windows works the virtual key out by itself; Wine wants to be told.
+        // Windows derives the virtual key from the scan code; Wine needs it.
         const DWORD byScan = (code & kVirtualKey) == 0 ? KEYEVENTF_SCANCODE : 0;
         const DWORD prefixed = (code & kPrefixed) != 0 ? KEYEVENTF_EXTENDEDKEY : 0;
         inputs.push_back(KeyInput(VirtualKeyOf(code, m_layout), byScan != 0 ? code & 0xff : 0,

@@ -1,4 +1,4 @@
-// The keyboard of Windows: key input as the hardware would give it, by scan codes.
+// The keyboard of Windows: sends scan codes, like the hardware.
 #pragma once
 
 #include <map>
@@ -8,22 +8,22 @@
 
 namespace spellwick {
 
-// A program that runs with higher rights than this one gets none of the keys; the system says
-// nothing about it.
+// A program with higher rights than this one gets none of the keys, and the system does not report
+// it.
 class WindowsKeyboard : public Keyboard {
   public:
     // In the layout of the window in front.
     std::optional<Keymap> ReadKeymap() override;
 
-    // A spare code stands for a character that is typed without a key. Other programs see nothing
-    // of the binding.
+    // A spare code stands for a character that is typed without a key. Other programs do not see
+    // the binding.
     bool Bind(std::span<const SpareBinding> bindings) override;
     bool Unbind(std::span<const SpareBinding> bindings) override;
 
     bool Press(Keycode code) override { return Send(code, 0); }
     bool Release(Keycode code) override { return Send(code, KEYEVENTF_KEYUP); }
 
-    // By striking the lock keys, from the state that the last reading found.
+    // Presses the lock keys, starting from the state at the last reading.
     bool SetLocks(ModifierMask affected, ModifierMask locked) override;
     std::optional<ModifierMask> HeldModifiers() override;
 

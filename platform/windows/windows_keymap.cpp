@@ -60,18 +60,17 @@ constexpr NamedKey kNamedKeys[] = {
     {kVirtualKey | VK_HELP, Symbol::kHelp, VK_HELP},
 };
 
-// The keys of the main block that can give characters; the last three are those of European,
-// Brazilian and Japanese keyboards.
+// The keys of the main block that can give characters; the last three are on European, Brazilian
+// and Japanese keyboards.
 constexpr Keycode kFirstCharacterKey = 0x02;
 constexpr Keycode kLastCharacterKey = 0x35;
 constexpr std::array<Keycode, 4> kMoreCharacterKeys{0x39, 0x56, 0x73, 0x7d};
 
 constexpr ModifierMask kThirdLevelMask = kControlMask | kAltMask;
 
-// The symbol that a key gives with these modifiers by the layout. Keys that change the next one
-// give none.
+// The symbol that a key gives with these modifiers in the layout. Dead keys give none.
 Symbol CharacterOf(UINT virtualKey, Keycode code, ModifierMask modifiers, HKL layout) {
-    // Keeps the keyboard's own memory of such keys out of it, where the system knows this flag.
+    // Leaves the keyboard's state of dead keys alone, where the system knows this flag.
     constexpr UINT kLeaveStateAlone = 0x4;
     constexpr BYTE kHeld = 0x80;
     std::array<BYTE, 256> state{};
@@ -101,7 +100,7 @@ Symbol CharacterOf(UINT virtualKey, Keycode code, ModifierMask modifiers, HKL la
     return isCharacter ? CharacterSymbol(text[0]) : Symbol::kNothing;
 }
 
-// Nothing when the key gives no character at all.
+// Nothing if the key gives no character at all.
 Key CharacterKey(Keycode code, HKL layout) {
     Key key;
     key.code = code;

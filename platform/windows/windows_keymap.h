@@ -1,4 +1,4 @@
-// The keyboard of Windows as a value: its codes, its named keys, and what a layout gives.
+// The keyboard of Windows as a value: its codes, its named keys, and what they give in a layout.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 namespace spellwick {
 
-// A code is a scan code, with a mark on those that keyboards send with a prefix; or the number of a
-// virtual key, for keys whose scan codes are shared; or a spare.
+// A code is a scan code, marked if keyboards send it with a prefix; or a virtual key, for keys that
+// share a scan code; or a spare.
 inline constexpr Keycode kPrefixed = 0x100;
 inline constexpr Keycode kVirtualKey = 0x200;
 inline constexpr Keycode kFirstSpare = 0x400;
@@ -19,12 +19,12 @@ inline constexpr ModifierMask kCapsLockMask = 0x02;
 inline constexpr ModifierMask kControlMask = 0x04;
 inline constexpr ModifierMask kAltMask = 0x08;
 inline constexpr ModifierMask kNumLockMask = 0x10;
-inline constexpr ModifierMask kSystemMask = 0x40;  // the keys with the system's sign
+inline constexpr ModifierMask kSystemMask = 0x40;  // the Windows keys
 
 inline constexpr Keycode kCapsLockCode = 0x3a;
 inline constexpr Keycode kNumLockCode = 0x45;
 
-// A key that is held for a modifier, and its virtual key.
+// A modifier key and its virtual key.
 struct HoldKey {
     Keycode code = 0;
     ModifierMask modifier = 0;
@@ -43,7 +43,7 @@ inline constexpr HoldKey kHoldKeys[] = {
     {kPrefixed | 0x5c, kSystemMask, VK_RWIN},
 };
 
-// What the keys give in a layout, and the spares; the state of this moment is left empty.
+// What the keys give in a layout, and the spares; the current state is left empty.
 Keymap ReadWindowsKeymap(HKL layout);
 
 // The key's virtual key in a layout; 0 for a spare.
