@@ -31,8 +31,8 @@ class GuardedEvents {
     }
 
   private:
-    // Takes the arguments that the handler takes and no others, so that the toolkit, which tries
-    // fewer and fewer, finds their number.
+    // Accepts exactly the arguments that the handler takes; the toolkit tries fewer and fewer until
+    // they fit.
     template <typename Handler>
     struct Guarded {
         template <typename... Arguments>
