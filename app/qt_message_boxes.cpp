@@ -27,8 +27,8 @@ QMessageBox::Icon ToQtIcon(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-// A press of the mouse that takes the focus from an entry can bring up a box, which then gets the
-// release; the press itself arrives behind the box and would leave a button down or a list open.
+// A mouse press that takes the focus from an edit can open a message box, which then gets the
+// release; the press itself arrives after the box and would leave a button down or a list open.
 void LetGo() {
     if (QGuiApplication::mouseButtons() != Qt::NoButton) {
         return;

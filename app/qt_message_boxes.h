@@ -10,7 +10,7 @@ namespace spellwick {
 
 class QtMessageBoxes : public MessageBoxes {
   public:
-    // Boxes belong to this window from now on, so that they stay in front of it.
+    // From now on, message boxes belong to this window, so that they stay in front of it.
     void SetOwner(QWidget* owner) { m_owner = owner; }
 
     BoxAnswer Show(const Box& box) override;

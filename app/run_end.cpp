@@ -37,8 +37,8 @@ void RunEnd::OnUncaughtFailure(const std::exception& failure, std::string_view a
 void RunEnd::EndProcess(int exitCode) {
     m_cleanUp();
     std::fflush(nullptr);
-    // The process ends here and now: no window gets another event. A regular end that comes while
-    // the report stands changes nothing in what has happened.
+    // End the process now, so that no window gets another event. A regular end requested while the
+    // report is open does not change the exit code.
     std::_Exit(m_ending ? kAfterFailure : exitCode);
 }
 

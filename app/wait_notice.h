@@ -1,4 +1,4 @@
-// The window that asks for patience, made when the conversion of old data wants it.
+// The window "Please wait", made when the conversion of old data needs it.
 #pragma once
 
 #include <memory>
