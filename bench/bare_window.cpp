@@ -1,5 +1,5 @@
-// The yardstick of the start-up figures: a bare window of the toolkit with as many controls as the
-// main window has, and nothing behind them.
+// The baseline of the start-up figures: a bare window of the toolkit with as many controls as the
+// main window, and nothing behind them.
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -14,7 +14,7 @@ class EditableList : public QComboBox {
     explicit EditableList(QWidget* parent) : QComboBox(parent) { setEditable(true); }
 };
 
-// As many of a kind as told, in rows of twenty.
+// Makes `count` controls of a kind, in rows of twenty.
 template <typename Control>
 void AddControls(QWidget& window, int count, int& place) {
     for (int i = 0; i < count; ++i, ++place) {

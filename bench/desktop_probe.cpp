@@ -1,11 +1,10 @@
-// Times a program from outside, on the display of the environment:
+// Times a program from outside, on the display given by the environment:
 //   desktop_probe paint CLASS COMMAND...   milliseconds from the start of the command to the first
 //                                          painted window of that class, and its peak memory in KiB
-//   desktop_probe cast X Y COUNT           milliseconds from a click at a place of the screen to
-//                                          the first key in a window of class "Ultima Online", each
-//                                          time
-//   desktop_probe open X Y TITLE COUNT     milliseconds from such a click to the painted window of
-//                                          that title, which is closed again, each time
+//   desktop_probe cast X Y COUNT           COUNT times, milliseconds from a click on the screen to
+//                                          the first key in a window of class "Ultima Online"
+//   desktop_probe open X Y TITLE COUNT     COUNT times, milliseconds from a click to the painted
+//                                          window with that title, which is then closed
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -202,7 +201,7 @@ xcb_window_t MakeClient(const Display& display) {
     return window;
 }
 
-// Milliseconds to the first key press, or a negative number when none came.
+// Milliseconds to the first key press, or a negative number if none comes.
 double WaitForKey(const Display& display, Clock::time_point start) {
     double first = -1.0;
     Clock::time_point quiet = start + kPatience / 10;
@@ -223,7 +222,7 @@ double WaitForKey(const Display& display, Clock::time_point start) {
 int MeasureCast(int x, int y, int count) {
     const Display display;
     MakeClient(display);
-    // The watch needs a tick to see the client.
+    // The watch needs a tick to find the client.
     std::this_thread::sleep_for(std::chrono::milliseconds(2500));
     for (int i = 0; i < count; ++i) {
         FakeInput(display, XCB_MOTION_NOTIFY, 0, x, y);

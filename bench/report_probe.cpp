@@ -1,7 +1,7 @@
-// Stands in for an assist tool and times from outside how long a report takes to the screen:
-//   report_probe COUNT    milliseconds from the write of a stock report to the first changed pixel
-//                         of the screen, each time; the program's socket folder comes from the
-//                         environment
+// Stands in for an assist tool and times how long a report takes to reach the screen:
+//   report_probe COUNT    COUNT times, milliseconds from writing a stock report to the first
+//   changed
+//                         pixel on the screen; the environment gives the socket folder
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -60,7 +60,7 @@ int MeasureReports(ToolSocket& tool, int count) {
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         const Screen before = eye.Look();
         const Clock::time_point start = Clock::now();
-        // Bloodmoss: its counter and the casts of the page change.
+        // Bloodmoss: its counter and the amounts on the page change.
         if (!tool.Write("send 1325 1 " + std::to_string(100 + turn) + '\n')) {
             return 1;
         }

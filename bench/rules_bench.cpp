@@ -1,4 +1,5 @@
-// What a start and a repaint of the page cost: the spell table, the chances, the eight amounts.
+// The cost of a start and of a refresh of the page: the spell table, the chances, the eight
+// amounts.
 #include <fstream>
 #include <sstream>
 
@@ -34,7 +35,7 @@ SharedState LoadedState() {
     return state;
 }
 
-// The baseline: the bytes of the spell table are looked at once each.
+// The baseline: reads each byte of the spell table once.
 void CountTheCommas(benchmark::State& run) {
     const std::string text = ShippedText();
     for (auto _ : run) {
@@ -92,7 +93,7 @@ void RecalculateAllCosts(benchmark::State& run) {
 }
 BENCHMARK(RecalculateAllCosts);
 
-// Argument: the pressed page button.
+// The argument is the pressed page button.
 void EightAmounts(benchmark::State& run) {
     const SharedState state = LoadedState();
     const auto button = static_cast<i32>(run.range(0));
