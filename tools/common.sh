@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What ./run and ./test share: installing, building, and saying so in plain lines.
-# Both source this from the root of the tree.
+# Shared by ./run, ./test and ./package, which source it from the root of the tree: installing, building
+# and reporting.
 
 say() {
     printf '%s\n' "$*"
@@ -10,8 +10,8 @@ version_of_sources() {
     sed -n 's/^project(Spellwick VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt
 }
 
-# logged NAME COMMAND...: runs a long command with its output in build/NAME.log, and shows the end
-# of that if it fails.
+# logged NAME COMMAND...: runs a long command with its output in build/NAME.log; shows the end of the log
+# if it fails.
 logged() {
     local log=build/$1.log
     shift
@@ -28,7 +28,7 @@ show_failure() {
     tail -n 40 "$1" | sed 's/^/    /'
 }
 
-# packages_for GROUP...: the packages of tools/packages that any of these groups needs.
+# packages_for GROUP...: the packages in tools/packages that any of these groups needs.
 packages_for() {
     local group
     for group in "$@"; do
@@ -64,7 +64,7 @@ apt_get() {
     done
 }
 
-# install_for GROUP...: installs what is missing, or tells how and ends.
+# install_for GROUP...: installs what is missing, or says how and ends.
 install_for() {
     local package
     local -a missing=() as_root=()
@@ -98,7 +98,7 @@ configure() {
     logged "configure-$preset" cmake --preset "$preset" "$@"
 }
 
-# build PRESET [TARGET...]: all targets if none is named.
+# build PRESET [TARGET...]: builds all targets if none is named.
 build() {
     local preset=$1
     local -a targets=()
