@@ -1,5 +1,5 @@
-// Reports of the assist tool in any number and order: each is taken whole, left to the ordinary
-// handling, or fails as it is told to; none writes a cell that is not its own.
+// Reports of the assist tool in any number and order: each is handled, left to the default
+// handling, or fails in a defined way; none writes a cell that is not its own.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -106,8 +106,8 @@ class Tool {
     AssistDispatcher m_dispatcher{m_state, m_view, m_view, m_sink};
 };
 
-// Eleven bytes a report: which message, two numbers, the state of the link with the bag, and the
-// level of the meditation.
+// Eleven bytes per report: the message, two numbers, the state of the link and the bag, and the
+// meditation limit.
 constexpr std::size_t kReportBytes = 11;
 
 i32 NumberAt(const std::uint8_t* bytes) {
@@ -124,10 +124,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tool.State().AssistLinked = (data[9] & 1U) != 0;
         tool.State().Meditate = (data[9] & 2U) != 0;
         tool.State().MeditateLevel = static_cast<i16>(data[10]);
-        // Bags 0 to 9, the one behind them, and the one before.
+        // Bags 0 to 9, and one beyond either end.
         const int bag = (data[9] >> 3U) % (kBagCount + 2);
         tool.State().CurrentReagentBag = static_cast<i16>(bag > kBagCount ? -1 : bag);
-        // Small numbers as often as large ones.
+        // Make small numbers as frequent as large ones.
         const bool isSmall = (data[9] & 4U) != 0;
         const i32 wParam = isSmall ? NumberAt(data + 1) % 300 : NumberAt(data + 1);
         const i32 lParam = isSmall ? NumberAt(data + 5) % 40000 : NumberAt(data + 5);

@@ -1,5 +1,5 @@
-// What an assist tool writes to its socket: any bytes, in pieces of any size, give the same lines;
-// a line has its form or ends the connection; what this program writes it reads back.
+// What an assist tool writes to its socket: the same bytes give the same lines however they are
+// split; a malformed line ends the connection; what the program writes it can read back.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -56,7 +56,7 @@ void RequireReadBack(const AssistLine& line) {
     Require(ParseAssistLine(written) == line);
 }
 
-// How many of the lines have their form, up to the first that has not. The title comes first and
+// The number of well-formed lines before the first malformed one. The title must come first, and
 // once.
 std::size_t GoodLines(const std::vector<std::string>& lines) {
     std::size_t good = 0;
@@ -70,7 +70,7 @@ std::size_t GoodLines(const std::vector<std::string>& lines) {
     return good;
 }
 
-// Through a real connection: lines until the first that breaks the form, then the end.
+// Over a real connection: lines up to the first malformed one, then the end.
 void TryPeer(std::string_view bytes, const std::vector<std::string>& lines) {
     std::array<int, 2> ends{};
     Require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0);

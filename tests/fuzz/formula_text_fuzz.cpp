@@ -1,4 +1,4 @@
-// Texts with markers: any bytes expand, or fail at a number that has no figure.
+// Texts with markers: any bytes are expanded, or fail at a number without a figure.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace spellwick;
 
-// The same by rule of thumb: one marker at a time, searched from the start again.
+// A naive reference: expands one marker at a time, searching from the start each time.
 std::string ExpandSlowly(std::string text, const FormulaTexts& figures) {
     constexpr std::string_view kMarker = "#Formula";
     for (;;) {

@@ -1,5 +1,5 @@
-// Any text on any of the hand-made keymaps: a plan whose downs and ups mirror each other and that
-// types within the keymap, or a sentence.
+// Any text on any of the hand-made keymaps gives either a plan, whose downs and ups mirror each
+// other and which uses only the keymap, or an error for the user.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The client's macro file: any bytes leave macros that the table can hold, a second merge changes
-// nothing, and what is written comes back.
+// The client's macro file: any bytes give macros that fit the table, a second merge changes
+// nothing, and what is written can be read back.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -22,7 +22,8 @@ void Require(bool holds) {
     }
 }
 
-// Short names, so that the fuzzer finds them, and rows without one as in the shipped table.
+// Names that are short, so that the fuzzer finds them, and rows without one, as in the shipped
+// table.
 SharedState Tables() {
     SharedState state;
     state.Spells.GrowTo(kLastRow);
@@ -47,7 +48,8 @@ void RequireSound(const Macro& macro) {
     Require(macro.key.empty() || macro == kUntouched || MacroKeyOfEntry(macro.key) == macro.key);
 }
 
-// A small letter comes back as its capital and a brace as a blank; all other keys come back.
+// A lower-case letter is read back as a capital and a brace as a blank; all other keys are
+// unchanged.
 bool ComesBack(const std::string& key) {
     const bool isFunctionKey = key.size() > 2 && key.front() == '{';
     const bool isPlainSign = key.size() == 1 && key[0] >= ' ' && key[0] < 'a';

@@ -1,4 +1,4 @@
-// Any text through the forms of numbers and entries: only a RuntimeFailure may come out of it.
+// Any text through the number forms and entries: only a RuntimeFailure may be thrown.
 #include <cmath>
 #include <cstdlib>
 #include <string_view>

@@ -1,5 +1,5 @@
-// Any bytes as a spell data file: the reader must answer yes or no, and the table must hold no more
-// rows than the bytes can.
+// Any bytes as a spell data file: the reader must answer yes or no, and the table must not have
+// more rows than the bytes allow.
 #include <cstdlib>
 #include <sstream>
 #include <string>

@@ -1,5 +1,5 @@
-// Macro codes, digit strings and the other texts of the store: any bytes have a meaning or fail as
-// they are told to, and what was written is read back.
+// Macro codes, digit strings and the other texts of the store: any bytes are read or fail in a
+// defined way, and what was written is read back.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -34,7 +34,7 @@ void Require(bool holds) {
 
 void TryMacro(std::string_view text) {
     const Macro macro = ReadMacroCode(text);
-    // A key of no characters cannot be read: such a code is too short.
+    // An empty key cannot be read back, since the code is too short.
     Require(!macro.key.empty());
     Require(ReadMacroCode(MacroCode(macro)) == macro);
     SavedOrDefaultMacro(static_cast<i32>(text.size() % 96) + 1, text);

@@ -37,7 +37,7 @@ class SearchForAssist : public testing::Test {
         m_link.SetReceiver(m_dispatcher);
     }
 
-    // What the next registrations answer; 0 when there is none left.
+    // The answers to the next registrations; 0 when there are none left.
     void Answers(std::vector<i32> answers) {
         m_answers = std::move(answers);
         m_transport.onSend = [this](const Sent&) {
@@ -257,7 +257,7 @@ TEST_F(SearchForAssist, ReportWhileAbsent_SearchesAndLinks) {
     EXPECT_EQ(Flags(), kLinked);
 }
 
-// Reports are believed in every state alike.
+// Reports are trusted in every state.
 TEST_F(SearchForAssist, Reports_InAllThreeStates_AreHandledAlike) {
     m_link.HookWindow();
     const auto mana = [this](i32 points) {

@@ -19,10 +19,10 @@ inline constexpr Keycode kLevelThreeKey = 108;
 inline constexpr Keycode kCapsKey = 66;
 inline constexpr Keycode kEnterKey = 36;
 inline constexpr Keycode kSpaceKey = 65;
-inline constexpr Keycode kFirstFunctionKey = 67;  // F1 to F12 follow each other
-inline constexpr Keycode kDigitOneKey = 10;       // 1 to 9, 0 follow each other
+inline constexpr Keycode kFirstFunctionKey = 67;  // F1 to F12 are consecutive
+inline constexpr Keycode kDigitOneKey = 10;       // 1 to 9 and 0 are consecutive
 
-// Codes of letters by their place on an American keyboard: LetterKey('a').
+// The codes of letters by their place on an American keyboard: LetterKey('a').
 Keycode LetterKey(char letter);
 
 Keymap Us();

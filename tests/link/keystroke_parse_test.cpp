@@ -9,7 +9,7 @@
 namespace spellwick {
 namespace {
 
-// What was read, one word a key: "A+C+S+F1 a".
+// The parsed keys, one word each: "A+C+S+F1 a".
 std::string Read(std::string_view text) {
     std::string words;
     for (const Keystroke& keystroke : ParseKeystrokes(text)) {

@@ -216,7 +216,7 @@ std::string RandomText(std::mt19937& random) {
 }
 
 TEST(PlanKeystrokes, RandomTexts_EveryDownHasItsUpInMirroredOrder) {
-    std::mt19937 random(7);  // NOLINT: the same texts in every run
+    std::mt19937 random(7);  // NOLINT: same texts in every run
     const std::vector<Keymap> keymaps{Us(), De(), Fr(), Ru()};
     int planned = 0;
     for (int round = 0; round < 20000; ++round) {

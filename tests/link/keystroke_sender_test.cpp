@@ -151,13 +151,13 @@ TEST(KeystrokeSender, EmptyText_TouchesNothing) {
     EXPECT_THAT(keyboard.events, IsEmpty());
 }
 
-// A keyboard whose connection fails for a while, so that what is done afterwards can be seen.
+// A keyboard whose connection fails for a while, so that a test can see what is done afterwards.
 class FailingOnce : public RecordingKeyboard {
   public:
     FailingOnce(Keymap map, std::size_t failingEvent)
         : RecordingKeyboard(std::move(map)), m_left(failingEvent) {}
 
-    // The event reaches the system, and only the answer is lost.
+    // The event reaches the system; only the answer is lost.
     bool Press(Keycode code) override { return RecordingKeyboard::Press(code) && m_left-- != 0; }
     bool Release(Keycode code) override {
         return RecordingKeyboard::Release(code) && m_left-- != 0;

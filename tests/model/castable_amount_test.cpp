@@ -10,7 +10,7 @@ namespace {
 
 constexpr Colour kWarn = 0x0080FF;
 
-// A spell that takes `needs` of the reagents told by their numbers.
+// A spell that takes `needs`: pairs of reagent number and amount.
 SpellRecord SpellOf(std::initializer_list<std::pair<i32, int>> needs) {
     SpellRecord spell;
     for (const auto& [reagent, need] : needs) {
@@ -80,7 +80,7 @@ TEST(CastableByReagents, EveryReagent_IsLookedAt) {
 TEST(CastableByReagents, StockBelowOne_EndsTheLoopWithZero) {
     const SpellRecord spell = SpellOf({{1, 1}, {2, 1}, {3, 1}});
     EXPECT_EQ(CastableByReagents(spell, CountersOf({{1, "5"}, {2, "0"}, {3, "9"}})), 0);
-    // What stands behind the empty counter is not looked at, even if it would overflow.
+    // Counters after the empty one are not read, even if they would overflow.
     EXPECT_EQ(CastableByReagents(spell, CountersOf({{1, "5"}, {2, "0"}, {3, "1e300"}})), 0);
 }
 
@@ -153,7 +153,7 @@ TEST(CountsInTithes, Table_CirclesAndSlots) {
     }
 }
 
-// A state in which each row tells by its amount how it was counted: by tithes 3, by reagents 8.
+// A state in which each row's amount shows how it was counted: 3 by tithes, 8 by reagents.
 SharedState StateOfTwoCosts() {
     SharedState state;
     state.Spells.GrowTo(104);
@@ -197,10 +197,10 @@ TEST(CastableAmount, Oddity_LastSlotOfAUserPageCountsByReagents) {
         EXPECT_EQ(CastableAmount(state, button, 7, counters), 8) << "last slot";
         EXPECT_EQ(CastableAmount(state, button, 6, counters), 3) << "any other slot";
     }
-    // Row 95 itself costs reagents, yet goes by tithes outside the last slot.
+    // Row 95 costs reagents, but outside the last slot it is counted by tithes.
     state.UserSpells(2) = 95;
     EXPECT_EQ(CastableAmount(state, kUserPage1, 2, counters), 3);
-    // The first Paladin page goes by tithes in the last slot too.
+    // The first Paladin page is counted by tithes in the last slot too.
     state.UserSpells(7) = 80;
     EXPECT_EQ(CastableAmount(state, kUserPage1, 7, counters), 3);
 }
@@ -284,7 +284,7 @@ TEST(CounterHighlight, Table_ByTheCounter) {
 TEST(CounterHighlight, Oddity_FourIsGreenWhateverTheNeed) {
     EXPECT_EQ(CounterHighlight(40, "4", kWarn), kGreen);
     EXPECT_EQ(CounterHighlight(40, "3", kWarn), kWarn);
-    // The figure below the icon goes by the warning limit and the need instead.
+    // The figure above the icon follows the warning limit and the need instead.
     EXPECT_EQ(
         AmountColour(CastableByReagents(SpellOf({{1, 40}}), CountersOf({{1, "4"}})), 10, kWarn),
         kRed);

@@ -42,7 +42,7 @@ TEST(BaseChance, Table_LineBetweenTheEnds) {
     }
 }
 
-// 99 * reached / band in whole numbers, exact halves to the even neighbour.
+// 99 * reached / band, rounded, exact halves to even.
 i32 ExactChance(i32 reached, i32 band) {
     const i32 twice = 2 * 99 * reached;
     i32 whole = twice / (2 * band);
@@ -53,8 +53,8 @@ i32 ExactChance(i32 reached, i32 band) {
     return whole;
 }
 
-// Dividing first leaves 99 / band a little off; at an exact half this can tip the result, and then
-// the order of the two steps is what counts.
+// 99 / band is inexact. At an exact half that can tip the result, so the order of the two steps
+// counts.
 TEST(BaseChance, AllBandsOfTheGame_AgreeWithExactArithmetic) {
     int halves = 0;
     for (i16 minimum = 0; minimum <= 120; ++minimum) {
@@ -102,7 +102,7 @@ TEST(BaseChance, DifferencesBeyondAnI16_Overflow) {
     EXPECT_EQ(BaseChance(-32768, -32768, 32767), 0);
 }
 
-// Row 5 is a spell of Magery, 30 to 70, 40 mana; the caster is a master.
+// Row 5 is a Magery spell, 30 to 70, 40 mana; the caster is a master.
 SharedState Caster() {
     SharedState state;
     state.Spells.GrowTo(104);

@@ -10,7 +10,7 @@
 namespace spellwick {
 namespace {
 
-// Figure 7 is 12, figure 29 has inner blanks, 33 is "4 rounds".
+// Figure 7 is 12, figure 29 contains blanks, and 33 is "4 rounds".
 FormulaTexts Figures() {
     return BuildFormulaTexts({.magery = 50, .spiritSpeak = 20}, 1);
 }

@@ -1,4 +1,4 @@
-// The figures of the spell texts, each against values worked out by hand.
+// The figures in the spell texts, each against values calculated by hand.
 #include "model/formulas.h"
 
 #include <limits>
@@ -17,7 +17,7 @@ std::string Figure(i32 number, const CasterValues& values, i32 circle = 1) {
 struct TierRow {
     i16 magery;
     double tier;
-    const char* texts[5];  // of the figures 1, 4, 7, 10 and 13
+    const char* texts[5];  // for figures 1, 4, 7, 10 and 13
 };
 
 TEST(Formulas, MageryTier_AtEachBound_StepsByHalvesToEven) {
@@ -48,7 +48,7 @@ struct DamageRow {
     i16 evalInt;
     i16 targetResist;
     float factor;
-    const char* texts[12];  // of the figures 2, 3, 5, 6, 8, 9, 11, 12, 14, 15, 16 and 17
+    const char* texts[12];  // for figures 2, 3, 5, 6, 8, 9, 11, 12, 14, 15, 16 and 17
 };
 
 TEST(Formulas, Damage_AtEachBound_IsFactorTimesPointsCutDown) {
@@ -104,7 +104,7 @@ TEST(Formulas, Damage_AtEachBound_IsFactorTimesPointsCutDown) {
 
 // covers ODDITY(damage-short)
 TEST(Formulas, Damage_Oddity_RoundFactorFallsOnePointShort) {
-    // 0.9 times 20 is 18; the single nearest to 0.9 lies below it.
+    // 0.9 * 20 is 18, but the single-precision 0.9 is a little less.
     EXPECT_EQ(Figure(9, {.evalInt = 0, .targetResist = 20}), " 17");
     EXPECT_EQ(Figure(3, {.evalInt = 0, .targetResist = 20}), " 5");
 }

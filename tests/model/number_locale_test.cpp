@@ -1,4 +1,4 @@
-// Numbers and texts while the system writes numbers with a comma.
+// Numbers and texts under a locale with a decimal comma.
 #include <cstdio>
 #include <sstream>
 

@@ -1,4 +1,4 @@
-// The spell table as it is delivered, fact by fact.
+// The shipped spell table, fact by fact.
 #include <algorithm>
 #include <map>
 #include <set>
@@ -102,7 +102,7 @@ TEST(ShippedSpells, Gaps_HaveNoNameAndNoAmounts) {
     }
 }
 
-// A cast costs reagents on the pages that count in reagents, and tithes on those that count so.
+// A cast costs reagents on pages that are counted by reagents, and tithes on the others.
 TEST(ShippedSpells, Costs_FitTheirPages) {
     for (i32 row = 0; row <= 95; ++row) {
         const SpellRecord& spell = Shipped().Spells(row);
@@ -124,7 +124,7 @@ TEST(ShippedSpells, Names_AreTheirOwn) {
     EXPECT_EQ(names.size(), 91U);
 }
 
-// Rule, and the rows that it holds for.
+// A rule and its rows.
 TEST(ShippedSpells, DurationRules_HoldForTheirRows) {
     const std::map<i16, std::vector<i32>> expected = {
         {1, {0, 2, 7, 8, 9, 15, 16, 26, 43, 45}},
@@ -161,7 +161,7 @@ TEST(ShippedSpells, DurationRules_HoldForTheirRows) {
     EXPECT_EQ(found, expected);
 }
 
-// A marker takes two digits and one more character; only established entries are used.
+// A marker takes two digits and one more character; only defined figures may be used.
 TEST(ShippedSpells, FormulaMarkers_AreWellFormed) {
     const std::string mark = "#Formula";
     const std::set<std::string> open = {"01", "04", "07", "10", "13", "22"};

@@ -1,4 +1,4 @@
-// The facts of every spell as the table is to be delivered.
+// The facts of every spell in the table that is to be shipped.
 #pragma once
 
 #include "model/spell_lookup.h"
@@ -12,7 +12,7 @@ struct ShippedRow {
     i16 mana;
     i16 minimum;
     i16 maximum;
-    const char* reagents;  // codes of the reagents of which a cast takes one
+    const char* reagents;  // codes of the reagents; a cast takes one of each
     int tithes;
     const char* words;
     int inTown;

@@ -20,7 +20,7 @@ SharedState StateWithRows() {
     return state;
 }
 
-// Rows whose cell is 120.
+// The rows whose cell is 120.
 template <typename Cell>
 std::vector<i32> Changed(const SharedState& state, Cell cell) {
     std::vector<i32> rows;

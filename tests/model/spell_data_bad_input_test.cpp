@@ -1,4 +1,4 @@
-// Spell data files that must not load, and must neither crash, hang nor take memory.
+// Spell data files that must not load, and must not crash, hang or exhaust the memory either.
 #include <chrono>
 #include <fstream>
 #include <random>

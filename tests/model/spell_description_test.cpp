@@ -1,4 +1,4 @@
-// What the info window tells, for made-up spells and for all that are delivered.
+// The texts of the info window, for made-up spells and for all shipped ones.
 #include "model/spell_description.h"
 
 #include <fstream>
@@ -70,7 +70,7 @@ TEST(SpellDescription, FourTexts_AreExpandedAndTrimmedEachInItsPlace) {
     EXPECT_EQ(text.damage, "24");
     EXPECT_EQ(text.duration, "x100 s");
     EXPECT_EQ(text.extraInfo, "plain");
-    EXPECT_EQ(text.resisting, "44% chance");  // row 63 is of circle 8
+    EXPECT_EQ(text.resisting, "44% chance");  // row 63 is in circle 8
 }
 
 TEST(SpellDescription, BadMarkerOrRow_FailsAsSubscript) {
@@ -140,7 +140,8 @@ TEST(EnteredValue, Negative_Oddity_StandsAndFailsBelow16Bits) {
     EXPECT_EQ(FailureOf([] { EnteredValue("-32769"); }), FailureKind::kOverflow);
 }
 
-// Every text of every delivered spell for three characters, against a file worked out apart.
+// Every text of every shipped spell for three characters, against a file that was calculated
+// separately.
 TEST(SpellDescription, DeliveredSpells_MatchTheGoldenFile) {
     struct Character {
         const char* name;

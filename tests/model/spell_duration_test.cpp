@@ -1,4 +1,4 @@
-// How long spells last: every rule at its bounds, and every delivered spell.
+// How long spells last: every rule at its bounds, and every shipped spell.
 #include "model/spell_duration.h"
 
 #include <limits>
@@ -112,7 +112,8 @@ TEST(SpellDuration, ExtremeValues_GiveSecondsOrOverflow) {
 }
 
 TEST(SpellDuration, DeliveredSpells_LastAsTheTableSays) {
-    // By row; Magery, Intelligence and Spirit Speak at 100, resist at 0. All others do not last.
+    // By row, with Magery, Intelligence and Spirit Speak at 100 and resist at 0. No other spell
+    // lasts.
     const std::map<i32, i16> kSeconds{
         {0, 120},  {2, 120},  {5, 900},  {7, 120},  {8, 120},  {9, 120},  {14, 200}, {15, 120},
         {16, 120}, {23, 10},  {25, 120}, {26, 120}, {27, 54},  {32, 120}, {34, 120}, {37, 27},

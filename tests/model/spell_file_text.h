@@ -1,4 +1,4 @@
-// Texts of spell data files for the tests of the reader.
+// Builds spell data files for the tests of the reader.
 #pragma once
 
 #include <string>
@@ -52,7 +52,7 @@ inline std::string Join(const RowValues& values, const std::string& mark = ", ")
     return text;
 }
 
-// A file that says `count` and holds `rows` rows.
+// A file that claims `count` rows and has `rows`.
 inline std::string FileOf(const std::string& count, int rows) {
     std::string text = "Spell table of the season, " + count + "\n";
     for (int row = 0; row < rows; ++row) {
@@ -61,7 +61,7 @@ inline std::string FileOf(const std::string& count, int rows) {
     return text;
 }
 
-// A file of 96 rows of which the first has another text in value 1 to 32.
+// A file of 96 rows; the first has another text as one of its values 1 to 32.
 inline std::string FileWithValue(int value, const std::string& text) {
     RowValues first = SampleRow(1);
     first[static_cast<std::size_t>(value - 1)] = text;

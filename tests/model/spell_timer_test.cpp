@@ -1,4 +1,4 @@
-// One countdown, the list of them, and how they look.
+// A countdown, the list of countdowns, and their display.
 #include "model/spell_timer.h"
 
 #include <algorithm>
@@ -101,7 +101,7 @@ TEST(SpellTimer, ClockThatJumps_StaysWithinBounds) {
     EXPECT_EQ(forward.TimeRemaining(80000.0F), 0.0F);
     EXPECT_EQ(forward.PercentRemaining(80000.0F), 0);
     SpellTimer overMidnight = Started(20, 86395.0F);
-    EXPECT_EQ(overMidnight.TimeRemaining(40000.0F), 0.0F);  // taken for the next morning
+    EXPECT_EQ(overMidnight.TimeRemaining(40000.0F), 0.0F);  // counts as the next morning
     EXPECT_EQ(overMidnight.TimeRemaining(0.0F), 15.0F);
 }
 
@@ -124,7 +124,7 @@ class TimerListTest : public testing::Test {
         timers.DropEnding(now);
         timers.Sort(now);
     }
-    // Rows in the order of their slots.
+    // The rows, in the order of their slots.
     std::vector<i16> Shown() {
         std::vector<i16> rows(timers.Count(), -1);
         for (const SpellTimer& timer : timers.Timers()) {

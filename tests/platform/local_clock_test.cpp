@@ -1,4 +1,4 @@
-// The time of day in the zone of the system.
+// The time of day in the system's time zone.
 #include "platform/linux/local_clock.h"
 
 #include <chrono>
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kDay = 86400;
 
-// The zone of the process, put back at the end.
+// Sets the time zone of the process and restores it at the end.
 class Zone {
   public:
     explicit Zone(const char* name) {

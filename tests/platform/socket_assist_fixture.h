@@ -1,4 +1,4 @@
-// Assist tools of a test's own, and the transport that talks to them over their sockets.
+// A test's own assist tools, and the transport that talks to them over their sockets.
 #pragma once
 
 #include <algorithm>
@@ -69,7 +69,7 @@ class SocketAssist : public testing::Test {
         return titles;
     }
 
-    // Connects to a tool and takes its greeting.
+    // Connects to a tool and reads its title.
     void Greet(testing_support::ToolSocket& tool, const std::string& title = "UOAssist") {
         std::thread greeter([&] { EXPECT_TRUE(tool.AcceptAndGreet(title)); });
         Titles();
@@ -77,7 +77,7 @@ class SocketAssist : public testing::Test {
         EXPECT_THAT(Titles(), testing::Contains(title));
     }
 
-    // Serves what there is, as an event loop does, until `holds` or the time is over.
+    // Serves pending messages, as an event loop does, until `holds` is true or the time has passed.
     bool ServeUntil(const std::function<bool()>& holds,
                     std::chrono::milliseconds patience = std::chrono::seconds(5)) {
         const auto deadline = std::chrono::steady_clock::now() + patience;
@@ -101,14 +101,14 @@ class SocketAssist : public testing::Test {
         ServeUntil([] { return false; }, time);
     }
 
-    // Of this thread: a machine that is busy with something else is no fault of the transport.
+    // Processor time of this thread, since a busy machine is not the transport's fault.
     static std::chrono::nanoseconds ProcessorTime() {
         timespec used{};
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
         return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
     }
 
-    // No Service works for long, and hardly one waits for anything.
+    // No Service works for long, and hardly any waits.
     void ExpectShortServices() const {
         EXPECT_LT(m_longest, std::chrono::milliseconds(50) * testing_support::kPace);
         EXPECT_LE(m_late, m_services / 20 + 1);

@@ -1,4 +1,4 @@
-// The folder of the assist tools: whose it must be, and where it is.
+// The folder of the assist tools: its owner, its permissions, its place.
 #include <csignal>
 #include <cstdlib>
 #include <cstring>

@@ -1,4 +1,4 @@
-// Reports of assist tools: each is taken once and in its order, whatever the tools do.
+// Reports of assist tools: each is handled once and in order, whatever the tools do.
 #include <atomic>
 #include <thread>
 
@@ -92,7 +92,7 @@ TEST_F(SocketAssist, MillionReports_EachIsTakenOnceInOrderAndNoServiceIsLong) {
     m_transport.Attach(kOwnWindow, m_receiver);
     constexpr std::size_t kCount = 1000000;
     m_receiver.messages.reserve(kCount);
-    // Writes without reading an answer, as posted messages are.
+    // Writes without reading the answers, like posted messages.
     std::thread flooding([&] {
         std::string burst;
         for (std::size_t i = 0; i < kCount; ++i) {
@@ -110,7 +110,7 @@ TEST_F(SocketAssist, MillionReports_EachIsTakenOnceInOrderAndNoServiceIsLong) {
     for (std::size_t i = 0; i < kCount; ++i) {
         ASSERT_EQ(m_receiver.messages[i].lParam, static_cast<i32>(i));
     }
-    // And each has its answer.
+    // Each has been answered.
     std::atomic<std::size_t> answers = 0;
     std::thread reading([&] {
         while (answers < kCount && tool.ReadLine() == "result 7") {
@@ -194,7 +194,7 @@ TEST_F(SocketAssist, HandlerAtTheDeepestPlace_LeavesTheDescriptorQuiet) {
     EXPECT_GE(quietAt, 1);
 }
 
-// A box in the middle of a burst, for one.
+// For example a message box in the middle of a burst.
 TEST_F(SocketAssist, HandlerThatWaitsAtTheDeepestPlace_DoesNotKeepTheOthersOut) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);

@@ -124,7 +124,7 @@ TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilItIsGiven) {
     EXPECT_LT(steady_clock::now() - start - waited, 100ms);
     EXPECT_THAT(Titles(), ElementsAre("UOAssist"));
     EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
-    // The late answer is nobody's, and the tool is asked again.
+    // Nobody gets the late answer, and the tool is asked again.
     tool.Write("result 1\n");
     std::thread answering([&] {
         EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
@@ -136,7 +136,7 @@ TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilItIsGiven) {
     answering.join();
 }
 
-// Its reports are taken, but a question would hold the program up each time.
+// Its reports are handled, but a question would block the program each time.
 TEST_F(SocketAssist, Send_ToolThatReportsAndOwesAnAnswer_IsAskedNothing) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
@@ -152,7 +152,7 @@ TEST_F(SocketAssist, Send_ToolThatReportsAndOwesAnAnswer_IsAskedNothing) {
     }
     EXPECT_LT(steady_clock::now() - start, 300ms);
     EXPECT_EQ(tool.ReadLine(0ms), std::nullopt);
-    // What it answers in the end belongs to the first question and to no other.
+    // Its answer in the end belongs to the first question and to no other.
     tool.Write("result 1\n");
     ServeFor(30ms);
     std::thread answering([&] {

@@ -1,4 +1,4 @@
-// Which assist tools are there: sockets, greetings, titles.
+// Finding assist tools: sockets, titles.
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -111,7 +111,7 @@ TEST_F(SocketAssist, ToolThatComesAndGoes_LeavesNoDescriptorBehind) {
         ToolSocket tool(m_folder, "a.sock");
         Greet(tool);
         if (round % 2 == 0) {
-            tool.Write("broken\n");  // dropped by us, and not gone by itself
+            tool.Write("broken\n");  // dropped by us, not closed by the tool
         }
         ServeFor(5ms);
     }

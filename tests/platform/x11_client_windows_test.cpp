@@ -61,7 +61,7 @@ TEST_F(WithOpenbox, Find_WindowsProgram_GoesByTheBeginningOfItsTitle) {
 
 TEST_F(WithOpenbox, Find_ClassWithoutItsLastNul_IsReadToItsEnd) {
     const xcb_window_t window = session->MakeWindow("a", "b", "one");
-    // The length is a multiple of four: the reply has no byte to spare behind it.
+    // The length is a multiple of four, so the reply has no spare byte after it.
     SetProperty(window, "WM_CLASS", XCB_ATOM_STRING, "abcdefgh");
     EXPECT_EQ(windows->FindWindowByClass("abcdefgh"), window);
     SetProperty(window, "WM_CLASS", XCB_ATOM_STRING, std::string("abc\0defg", 8));
@@ -213,7 +213,7 @@ TEST_F(WithOpenbox, Foreground_MinimisedWindow_ComesBack) {
 TEST_F(WithOpenbox, Foreground_RefusedByTheManager_IsFalseAfterHalfASecond) {
     const xcb_window_t window = session->MakeWindow("a", kClient, "one");
     session->MakeWindow("b", "B", "two");
-    // A manager that hangs answers nothing.
+    // A hung window manager does not answer.
     const xcb_window_t unmanaged = xcb_generate_id(session->Connection());
     xcb_create_window(session->Connection(), XCB_COPY_FROM_PARENT, unmanaged, session->Root(), 0, 0,
                       10, 10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);

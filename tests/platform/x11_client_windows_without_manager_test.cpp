@@ -1,4 +1,4 @@
-// The real search and activation without a window manager, and with one that the test plays.
+// The real search and activation without a window manager, and with one played by the test.
 #include "tests/platform/x11_client_windows_fixture.h"
 
 namespace spellwick {

@@ -1,4 +1,4 @@
-// The real keyboard of a private X server, and somebody else's window that says what arrived.
+// The real keyboard of a private X server, and another program's window that reports what arrived.
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -48,7 +48,7 @@ class X11Typing : public testing::Test {
         ASSERT_TRUE(keyboard) << error;
     }
 
-    // Types in the layout and expects the witness to have seen this, and a keyboard as before.
+    // Types in the layout; expects the witness to see this, and the keyboard to be as before.
     void ExpectTyped(const std::string& text, const std::string& expected, Pace pace = {8ms, 8ms}) {
         SCOPED_TRACE("text " + text);
         const KeyboardState before = session->Keyboard();
@@ -166,8 +166,8 @@ TEST_F(X11Typing, ChangeOfLayoutBetweenSends_IsNoticed) {
     }
 }
 
-// A keyboard that is plugged in later, or has a layout of its own, differs from the device that
-// the server makes for test events.
+// A keyboard that is plugged in later, or has its own layout, differs from the device that the
+// server uses for test events.
 TEST_F(X11Typing, TestDeviceWithALayoutOfItsOwn_ItsLayoutCounts) {
     ASSERT_TRUE(session->SetLayout("de"));
     constexpr const char* kTestKeyboard = "5";
@@ -193,7 +193,7 @@ TEST_F(X11Typing, SlowClient_GetsBorrowedLettersToo) {
     ExpectAsBefore(before);
 }
 
-// A program that never reads key events but looks now and then which keys are down.
+// A program that does not read key events but polls which keys are down.
 class PollingProgram {
   public:
     PollingProgram(const std::string& display, std::chrono::milliseconds period)
@@ -249,7 +249,7 @@ TEST_F(X11Typing, ProgramThatPolls_SeesEveryKeyAtThePaceMeantForIt) {
     }
 }
 
-// An event loop that comes round every 50 ms.
+// An event loop with a cycle of 50 ms.
 TEST_F(X11Typing, SlowEventLoop_GetsEverything) {
     ASSERT_TRUE(session->SetLayout("us"));
     std::atomic<bool> ends = false;

@@ -1,4 +1,4 @@
-// Every key, its text and its default, against a list that is written out.
+// Every key, its text and its default, against a literal list.
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ void ExpectSame(const std::vector<SettingChange>& written,
     }
 }
 
-// Every saved variable with a value of its own.
+// A state in which every saved variable has a different value.
 SharedState DistinctState() {
     SharedState state = StartedState();
     state.CurrentPlayerName = kPlayer;
@@ -209,7 +209,7 @@ TEST(Catalogue, GlobalDefaults_AreAsWritten) {
          {"WindowTop", "WindowLeft", "TimerTop", "TimerLeft", "SettingsTop", "SettingsLeft"}) {
         EXPECT_EQ(io.ReadPosition(key), 0.0F) << key;
     }
-    EXPECT_TRUE(store.Batches().empty());  // nothing is made by a read
+    EXPECT_TRUE(store.Batches().empty());  // a read writes nothing
     EXPECT_TRUE(store.Sections().empty());
 }
 

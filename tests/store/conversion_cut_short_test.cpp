@@ -1,4 +1,4 @@
-// A conversion of old data that ends in the middle of a step, as with the program.
+// A conversion of old data that stops in the middle of a step, as if the program had ended.
 #include <gtest/gtest.h>
 
 #include "store/conversion.h"
@@ -26,7 +26,7 @@ class NoWait final : public WaitWindow {
     void ServeEvents() override {}
 };
 
-// A store that takes a number of changes and then no more, as one whose program was ended.
+// A store that accepts a number of changes and then no more, as if the program had been killed.
 class EndedStore final : public SettingsStore {
   public:
     EndedStore(MemorySettingsStore& inner, int taken) : m_inner(inner), m_left(taken) {}
@@ -85,7 +85,7 @@ TEST_F(CutShortTest, LastStep_IsDoneByTheNextStart) {
 }
 
 TEST_F(CutShortTest, Swap_LosesNoMacro) {
-    // The macros change places in the third change, as one.
+    // The third change swaps the macros, both at once.
     for (const int taken : {0, 1, 2, 3}) {
         SCOPED_TRACE(taken);
         Mark("Done 4.0");

@@ -1,5 +1,5 @@
-// Stores of every mark: as they come out of a start, and as they would if the spell table were
-// there in time.
+// Stores with every mark: as a start leaves them, and as it would if the spell table existed in
+// time.
 #include "store/conversion.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ class NotingWait final : public WaitWindow {
     std::vector<std::string> notes;
 };
 
-// A store of which nothing can be removed.
+// A store from which nothing can be removed.
 class KeepingStore final : public SettingsStore {
   public:
     explicit KeepingStore(MemorySettingsStore& inner) : m_inner(inner) {}
@@ -58,7 +58,7 @@ class KeepingStore final : public SettingsStore {
 
 class ConversionTest : public testing::Test {
   protected:
-    // Converts as the start does; with the failure that ends it, if any.
+    // Converts as the start does; returns the failure that ends it, if any.
     std::optional<FailureKind> Convert() { return ConvertOn(store); }
     std::optional<FailureKind> ConvertOn(SettingsStore& on) {
         SettingsIo io(state, on, view);
@@ -73,7 +73,7 @@ class ConversionTest : public testing::Test {
     std::string Value(std::string_view key, std::string_view section = kGlobalSection) {
         return store.Read(section, key).value_or("(none)");
     }
-    // One player's data as the oldest versions kept them.
+    // One player's data in the form of the oldest versions.
     void PutOldData() {
         Mark("Done 1.1");
         store.Put(kGlobalSection, "CurrentReagentBag", "2");
@@ -323,7 +323,7 @@ TEST_F(ConversionTest, Done40_WithASpellTable_CrossesAllKeysOfTheTwoRows) {
         store.Put(section, "User16", "15");
         store.Put(section, "Spellbook 14", "1");
     }
-    // Without names the next step would take the slots away.
+    // Without names the next step would remove the slots.
     store.Put(kGlobalSection, "Player 1", "first");
     store.Put(kGlobalSection, "Player 10", "tenth");
     EXPECT_EQ(Convert(), std::nullopt);

@@ -54,8 +54,8 @@ TEST(MacroCode, Reader_TakesFlagsByPlace) {
              Row{"AC-X", {true, true, false, "X"}},
              {"ACSX", {true, true, true, "X"}},
              {"---X", {false, false, false, "X"}},
-             {"CASX", {false, false, true, "X"}},   // letters at the wrong places
-             {"acsx", {false, false, false, "x"}},  // small letters are no flags
+             {"CASX", {false, false, true, "X"}},   // letters in the wrong places
+             {"acsx", {false, false, false, "x"}},  // lower-case letters are not flags
              {"AAAA", {true, false, false, "A"}},
              {"    ", {false, false, false, " "}},
              {"A--{F12}", {true, false, false, "{F12}"}},

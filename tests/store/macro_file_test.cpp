@@ -1,4 +1,4 @@
-// The client's macro file as a text: what is read from it.
+// Reading the text of the client's macro file.
 #include "store/macro_file.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace spellwick {
 namespace {
 
-// The macros of a fresh table after a text was merged; a failure ends the merge.
+// The macros of a fresh table after merging a text; a failure ends the merge.
 SharedState Merged(std::string_view text) {
     SharedState state = MacroState();
     EXPECT_EQ(FailureOf([&] { MergeMacroText(text, state); }), std::nullopt);

@@ -1,4 +1,4 @@
-// The macro file on the disk: what is written, round trips, and bad input.
+// The macro file on disk: writing, round trips, and bad input.
 #include <array>
 #include <ctime>
 #include <fstream>
@@ -32,7 +32,7 @@ class MacroFileTest : public testing::Test {
         return bytes.str();
     }
     void Write(const std::string& bytes) const { std::ofstream(m_file, std::ios::binary) << bytes; }
-    // What the failure says that ends the writing.
+    // The text of the failure that ends the writing.
     std::string Written(const SharedState& state) const {
         try {
             WriteMacroFile(m_file, state);
@@ -139,7 +139,7 @@ TEST_F(MacroFileTest, RoundTrip_OfAThousandRandomTables) {
     }
 }
 
-// The shipped table has five places without a spell, which take no key, and Exorcism behind them.
+// The shipped table has five rows without a spell, which get no key, and Exorcism after them.
 TEST_F(MacroFileTest, ShippedTable_RoundTripOfEverySpell) {
     std::mt19937 random(7);
     SharedState state;
@@ -245,7 +245,7 @@ TEST_F(MacroFileTest, NoFileToWrite_FailsAsFile) {
     }
 }
 
-// Ten megabytes of nothing but spell lines, and a hundred of a real file's lines.
+// Ten megabytes of spell lines alone, and a hundred with the lines of a real file.
 TEST_F(MacroFileTest, LargeFiles_AreMergedInTime) {
     std::string spells;
     while (spells.size() < 10'000'000) {

@@ -1,4 +1,4 @@
-// Pipes, devices and locked files in the place of the macro file, as only a Unix has them.
+// Pipes, devices and locked files in place of the macro file, which only Unix has.
 #include <csignal>
 #include <cstdint>
 #include <fstream>
@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The superuser reads and writes everything: while it lives, such a run is another user.
+// Root may read and write everything, so drop to another user for the lifetime of this object.
 class PlainUser {
   public:
     PlainUser() : m_superuser(geteuid() == 0) { Become(kNobody); }
@@ -41,7 +41,7 @@ class PlainUser {
     bool m_superuser;
 };
 
-// A disk with room for so many bytes of each file.
+// Limits files to so many bytes, like a full disk.
 class SmallDisk {
   public:
     explicit SmallDisk(rlim_t bytes) {

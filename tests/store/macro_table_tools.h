@@ -1,4 +1,4 @@
-// A spell table with made-up names, and macros to go with it, for the tests of the macro file.
+// A spell table with made-up names and matching macros, for the tests of the macro file.
 #pragma once
 
 #include <ostream>
@@ -31,7 +31,7 @@ inline Macro MacroOfRow(const SharedState& state, i32 row) {
     return MacroOf(state, row + 1);
 }
 
-// Any macro that comes back from a file as it was: no small letters, no brace.
+// A random macro that survives a file unchanged: no lower-case letter, no brace.
 inline Macro RandomMacro(std::mt19937& random) {
     static const std::vector<std::string> kKeys = [] {
         std::vector<std::string> keys;

@@ -1,4 +1,4 @@
-// Whole stores of every mark, as a start and one more leave them.
+// Whole stores with every mark, after one start and after two.
 #include <algorithm>
 #include <fstream>
 #include <map>
@@ -15,7 +15,7 @@ namespace {
 
 using testing::ElementsAreArray;
 
-// Lines of "section|key|value", in the order of the alphabet.
+// Lines of "section|key|value", in alphabetical order.
 using Lines = std::vector<std::string>;
 
 class YesBoxes final : public MessageBoxes {
@@ -38,8 +38,8 @@ class SilentWait final : public WaitWindow {
 
 struct OldStore {
     const char* file;
-    std::optional<FailureKind> failure;  // that ends the conversion at each start
-    int questions;                       // at each start
+    std::optional<FailureKind> failure;  // ends the conversion at each start
+    int questions;                       // asked at each start
 };
 
 void PrintTo(const OldStore& old, std::ostream* out) {
@@ -82,7 +82,7 @@ class OldStoresTest : public testing::TestWithParam<OldStore> {
         }
     }
 
-    // The part of a start that comes before the spell table, on the store as it lies on the disk.
+    // The part of a start before the spell table is read, on the store on disk.
     void Start() {
         const auto store = OpenWell(m_folder.Path());
         SharedState state;

@@ -36,7 +36,7 @@ class OpenStoreTest : public testing::Test {
         }
     }
 
-    // The store works: what is saved is there after another start.
+    // Checks that the store works: what is saved is there after another start.
     static void ExpectWorks(OpenedStore opened, const fs::path& folder) {
         ASSERT_NE(opened.store, nullptr);
         EXPECT_TRUE(opened.store->Apply({{"works", "key", "value"}}).ok);
@@ -44,7 +44,7 @@ class OpenStoreTest : public testing::Test {
         EXPECT_EQ(OpenWell(folder)->Read("works", "key"), "value");
     }
 
-    // The program can go on with it, though nothing is kept.
+    // Checks that the program can work with it, although nothing is kept.
     static void ExpectInMemory(const OpenedStore& opened) {
         ASSERT_NE(opened.store, nullptr);
         EXPECT_FALSE(opened.keptAside.has_value());
@@ -243,10 +243,10 @@ TEST_F(OpenStoreTest, BusyWithASave_IsOpened) {
     other.Run("ROLLBACK");
 }
 
-// The folder of the test belongs to root or to us; somebody else may not write there.
+// The folder of the test belongs to root or to us; other users may not write to it.
 class ForbiddenStoreTest : public OpenStoreTest {
   protected:
-    // What a user without rights gets: the opened store's state as words.
+    // What an unprivileged user gets: the state of the opened store, in words.
     std::string OpenedByNobody(const std::string& key) {
         return InChild([&]() -> std::string {
             if (geteuid() == 0 && (setegid(65534) != 0 || seteuid(65534) != 0)) {

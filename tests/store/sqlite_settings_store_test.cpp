@@ -286,7 +286,7 @@ TEST_F(SqliteStoreTest, SectionThatCannotBeRead_IsNotOverwritten) {
         bytes[at] = '\xEE';
     }
     WriteFile(File(), bytes);
-    // Too large to be checked whole at the start.
+    // Too large to be checked completely at the start.
     const auto store = OpenWell(folder.Path());
     SharedState state = StartedState();
     SettingsIo io(state, *store, view);

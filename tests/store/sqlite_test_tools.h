@@ -1,4 +1,4 @@
-// A raw connection to a store's file, and work in a second process.
+// A raw connection to a store's file, and running code in a second process.
 #pragma once
 
 #include <chrono>
@@ -17,7 +17,7 @@ namespace spellwick {
 
 using Rows = std::vector<std::vector<std::string>>;
 
-// Opens the store in a folder and expects that nothing is wrong with it.
+// Opens the store in a folder and expects no trouble.
 std::unique_ptr<SettingsStore> OpenWell(const std::filesystem::path& folder);
 
 class RawDatabase {
@@ -33,12 +33,12 @@ class RawDatabase {
 std::string ReadFile(const std::filesystem::path& file);
 void WriteFile(const std::filesystem::path& file, const std::string& bytes);
 
-// Starts work in a child process, which must bring its own connections; the returned function waits
-// for it and gives what it returned, or how it ended. Not to be called while there are other
-// threads: a lock that one of them holds would stay taken in the child for ever.
+// Runs `work` in a child process, which must open its own connections; the returned function waits
+// for it and returns its result, or how it ended. Do not call it while there are other threads: a
+// lock that one of them holds would stay locked in the child forever.
 std::function<std::string()> StartChild(const std::function<std::string()>& work);
 
-// The same, waited for at once.
+// The same, and waits for it.
 inline std::string InChild(const std::function<std::string()>& work) {
     return StartChild(work)();
 }

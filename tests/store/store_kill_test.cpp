@@ -17,7 +17,7 @@ namespace {
 constexpr const char* kPlayer = "Ultima Online - Mira Talon (Atlantic)";
 constexpr int kKills = 200;
 
-// What the child tells; it stands in memory that both share.
+// What the child reports, in shared memory.
 struct Progress {
     volatile int saves;
     volatile bool saving;
@@ -69,7 +69,7 @@ TEST(StoreKilledInASave, HoldsTheOldOrTheNewStateWhole) {
         if (child == 0) {
             SaveForever(folder.Path(), progress);
         }
-        // Both states have been saved once before the kill, so either may be the old one.
+        // Both states have been saved before the kill, so either may be the old one.
         for (int wait = 0; progress.saves < 2 && wait < 5000; ++wait) {
             usleep(1000);
         }
@@ -91,7 +91,7 @@ TEST(StoreKilledInASave, HoldsTheOldOrTheNewStateWhole) {
         // The prices belong to the same save.
         const auto price = store->Read("Settings", "BM price");
         ASSERT_EQ(price, std::to_string((isFirst ? first : second).RegPrice(3))) << "kill " << kill;
-        // A save that was reported done is not taken back.
+        // A save that was reported as done must not be lost.
         if (!progress.saving) {
             ASSERT_EQ(isFirst, progress.saves % 2 == 1) << "kill " << kill;
         }

@@ -1,4 +1,4 @@
-// What the assist tool's numbers of reagents and of spells above 100 stand for.
+// The meaning of the assist tool's numbers of reagents, and of its spell numbers above 100.
 #pragma once
 
 #include "text/number_types.h"

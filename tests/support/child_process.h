@@ -12,12 +12,12 @@
 
 namespace spellwick::testing_support {
 
-// Variables to set in the child; an empty value takes the variable away.
+// Variables to set in the child; an empty value unsets the variable.
 using Environment = std::map<std::string, std::string>;
 
 class ChildProcess {
   public:
-    // Output and error output go into a file of its own. Null if the program cannot be started.
+    // Its output and error output go into a file. Null if the program cannot be started.
     static std::unique_ptr<ChildProcess> Start(const std::vector<std::string>& command,
                                                const Environment& environment = {});
 
@@ -28,9 +28,9 @@ class ChildProcess {
 
     pid_t Id() const { return m_id; }
     bool Runs();
-    // Everything that it has written so far.
+    // Its output so far.
     std::string Output() const;
-    // The exit code once it has ended: 128 + number after a signal. None if it still runs then.
+    // The exit code, or 128 + number after a signal. None if it is still running after that time.
     std::optional<int> WaitForEnd(std::chrono::milliseconds patience);
     void Signal(int number) const;
 
@@ -47,7 +47,7 @@ struct RunResult {
     std::string output;
 };
 
-// Runs a program to its end. Exit code -1: it did not start or did not end in time.
+// Runs a program to its end. Exit code -1 means that it did not start, or did not end in time.
 RunResult RunToEnd(const std::vector<std::string>& command, const Environment& environment = {},
                    std::chrono::milliseconds patience = std::chrono::seconds(20));
 

@@ -1,5 +1,4 @@
-// A locale that writes numbers with a comma, in force for the life of the object, for C and for C++
-// alike.
+// A locale with a decimal comma, in force for the lifetime of the object, for C and C++ alike.
 #pragma once
 
 #include <locale>

@@ -1,4 +1,4 @@
-// What kind of RuntimeFailure an action ends with.
+// The kind of RuntimeFailure that an action ends with.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 
 namespace spellwick {
 
-// The kind of the failure that `action` throws, nothing when it ends well.
+// The kind of the failure that `action` throws; nothing if it succeeds.
 template <typename Action>
 std::optional<FailureKind> FailureOf(Action&& action) {
     try {

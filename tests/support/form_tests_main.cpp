@@ -1,4 +1,4 @@
-// Start of the tests that need the toolkit: offscreen, in the look of the program.
+// The main function of tests that need the toolkit: offscreen, in the program's style.
 #include <QApplication>
 
 #include <gtest/gtest.h>

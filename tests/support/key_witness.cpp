@@ -18,7 +18,7 @@ bool IsModifier(unsigned long keysym) {
     return (keysym >= 0xffe1 && keysym <= 0xffee) || keysym == 0xfe03 || keysym == 0xfe11;
 }
 
-// The character of a keysym in Latin 1 or in the Unicode range, or of the euro sign; else none.
+// The character of a keysym that is Latin 1, in the Unicode range, or the euro sign; else none.
 std::string CharacterOf(unsigned long keysym) {
     std::string text;
     if ((keysym >= 0x20 && keysym < 0x7f) || (keysym >= 0xa0 && keysym < 0x100) ||

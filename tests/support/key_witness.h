@@ -1,4 +1,4 @@
-// Somebody else's window (xev), and what it says has been typed into it.
+// Another program's window (xev), and its report of what has been typed into it.
 #pragma once
 
 #include <chrono>
@@ -16,27 +16,28 @@ struct WitnessedKey {
     unsigned state = 0;  // modifiers held before the event, bits as in the X protocol
     unsigned keycode = 0;
     unsigned long keysym = 0;
-    std::string name;  // of the keysym
+    std::string name;  // the keysym's
 };
 
 class KeyWitness {
   public:
-    // Programs that must be installed, for the sentence of GTEST_SKIP; empty if all are.
+    // The missing programs, as a sentence for GTEST_SKIP; empty if all are installed.
     static std::string WhatIsMissing();
 
-    // Starts the program, with this title, and waits for its window, which then gets this class
-    // unless it is empty. Null if no window comes.
+    // Starts the program with this title, waits for its window, and gives it this class unless that
+    // is empty. Null if no window appears.
     static std::unique_ptr<KeyWitness> Start(const XSession& session, const std::string& title,
                                              const std::string& windowClass = "");
 
     xcb_window_t Window() const { return m_window; }
     std::vector<WitnessedKey> Keys() const;
-    // What was pressed, modifiers apart: a character that is pressed with nothing but Shift or
-    // AltGr as itself, all else like "<Ctrl+Alt+Shift+F1>"; Caps Lock shows as "<Lock+...>".
+    // What was pressed: a character with no modifier but Shift or AltGr as itself, everything else
+    // like
+    // "<Ctrl+Alt+Shift+F1>"; Caps Lock shows as "<Lock+...>".
     std::string Typed() const;
-    // Waits until Typed() is this and all is released, and returns what it is then.
+    // Waits until Typed() is this and all keys are released; returns Typed().
     std::string WaitForTyped(const std::string& expected) const;
-    // Empty, or which key was released that was not the last one pressed, or not released.
+    // Empty, or the key that was released out of order or not at all.
     std::string Unmirrored() const;
     void ForgetKeys() { m_forgotten += Keys().size(); }
     void Close() { m_program.reset(); }

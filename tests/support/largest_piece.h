@@ -1,4 +1,4 @@
-// The largest piece of memory that the program asked for; linking this replaces operator new.
+// The largest piece of memory that the program has allocated; linking this replaces operator new.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@ namespace spellwick {
 
 void ForgetLargestPiece();
 
-// Bytes of the largest piece since it was last forgotten.
+// The size in bytes of the largest piece since the last reset.
 std::size_t LargestPiece();
 
 }  // namespace spellwick

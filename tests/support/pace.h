@@ -1,4 +1,4 @@
-// How much longer than the program a test may take that measures time.
+// The factor by which a test that measures time may be slower.
 #pragma once
 
 namespace spellwick::testing_support {

@@ -19,7 +19,7 @@ class RecordingAssistTransport : public AssistTransport {
         WindowHandle window = 0;
         std::uint32_t number = 0;
         std::uint32_t wParam = 0;
-        i32 word = 0;  // that the address led to
+        i32 word = 0;  // the word at the address
 
         bool operator==(const Sent&) const = default;
     };
@@ -38,7 +38,8 @@ class RecordingAssistTransport : public AssistTransport {
 
     bool IsAttached() const { return m_receiver != nullptr; }
 
-    // A message from a tool: the receiver's answer, nothing if the ordinary handling has it.
+    // Delivers a message from a tool; returns the receiver's answer, or nothing if it is left to
+    // the default handling.
     std::optional<i32> Deliver(const WindowMessage& message) const;
 
     // The desktop, in the order of enumeration. A test may change it at any time.
@@ -46,7 +47,7 @@ class RecordingAssistTransport : public AssistTransport {
     std::vector<Sent> sent;
     int searches = 0;
     WindowHandle attachedTo = 0;
-    // What the tool answers; called inside SendToWindow.
+    // Gives the tool's answer; called inside SendToWindow.
     std::function<i32(const Sent&)> onSend = [](const Sent&) { return 1; };
 
   private:

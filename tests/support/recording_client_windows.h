@@ -19,9 +19,8 @@ class RecordingClientWindows : public ClientWindows {
         bool refusesFocus = false;
     };
 
-    // Every call that is no mere look at a window adds a line to `log`, if there is one: "find
-    // Ultima Online", "foreground 7", "focus 7". Several doubles can share a log, which shows the
-    // order.
+    // Every call except pure queries adds a line to `log`, if there is one: "find Ultima Online",
+    // "foreground 7", "focus 7". Several doubles can share a log, which shows the order.
     explicit RecordingClientWindows(std::vector<std::string>* log = nullptr) : m_log(log) {}
 
     WindowHandle FindWindowByClass(std::string_view windowClass) override;

@@ -1,4 +1,4 @@
-// A desktop that writes down what it is asked, for tests.
+// A desktop that records what it is asked, for tests.
 #pragma once
 
 #include <string>
@@ -51,7 +51,7 @@ class RecordingDesktop : public Desktop {
     std::vector<std::string> browsed;
     std::vector<TopMost> topMostCalls;
     std::vector<WindowHandle> outOfTaskList;
-    // What the next openings answer.
+    // The result of the next openings.
     bool opens = true;
 
   private:

@@ -12,7 +12,7 @@ namespace spellwick {
 
 class RecordingDialogs : public Dialogs {
   public:
-    // A cancel, unless an answer is prepared.
+    // Cancels unless an answer is prepared.
     std::optional<i32> PickColour(i32 start) override {
         colourStarts.push_back(start);
         return Take(colours);
@@ -29,7 +29,7 @@ class RecordingDialogs : public Dialogs {
     std::vector<i32> colourStarts;
     std::vector<FileQuestion> opens;
     std::vector<FileQuestion> saves;
-    // Answers to come; nothing in them is a cancel.
+    // The next answers; an empty one is a cancel.
     std::deque<std::optional<i32>> colours;
     std::deque<std::optional<std::filesystem::path>> files;
 

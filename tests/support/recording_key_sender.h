@@ -1,4 +1,4 @@
-// A key sender that keeps what it was told to type.
+// A key sender that records what it is told to type.
 #pragma once
 
 #include <functional>
@@ -29,7 +29,7 @@ class RecordingKeySender : public KeySender {
 
     std::vector<std::string> sent;
     bool allWaited = true;
-    // What each send answers.
+    // The result of each send.
     SendResult result;
     std::function<void()> duringSend;
 

@@ -1,4 +1,4 @@
-// A keyboard made of a keymap: it records each key event with the modifiers held at it.
+// A keyboard with a given keymap that records each key event with the modifiers held.
 #pragma once
 
 #include <chrono>
@@ -39,8 +39,8 @@ class RecordingKeyboard : public Keyboard {
     void Pause(std::chrono::milliseconds time) override { m_now += time; }
     std::chrono::steady_clock::time_point Now() const override { return m_now; }
 
-    // What a program in front would take for typed: characters as they are, named keys and all
-    // that is pressed with Ctrl or Alt as "<Ctrl+Alt+Shift+name>".
+    // The text that a program in front would see: characters as they are, named keys and everything
+    // pressed with Ctrl or Alt as "<Ctrl+Alt+Shift+name>".
     std::string Typed() const;
     void ForgetEvents() { events.clear(); }
     const std::set<Keycode>& Down() const { return m_down; }
@@ -49,9 +49,10 @@ class RecordingKeyboard : public Keyboard {
     Keymap keymap;
     std::vector<Event> events;
     std::vector<SpareBinding> bound;
-    // Calls left until the connection is lost; none: it never is.
+    // Calls left until the connection is lost; none if it never is.
     std::optional<std::size_t> callsUntilLost;
-    // Keys that stay down whatever is released: a hand that the system does not overrule.
+    // Keys that stay down even if released: the user holds them, and the system cannot overrule
+    // that.
     std::set<Keycode> stuck;
 
   private:

@@ -1,4 +1,4 @@
-// Message boxes that a test answers, and the record of what they said.
+// Message boxes that a test answers, and the record of their texts.
 #pragma once
 
 #include <deque>
@@ -22,7 +22,7 @@ class RecordingMessageBoxes : public MessageBoxes {
         if (m_log != nullptr) {
             m_log->push_back("box " + box.text);
         }
-        // Taken away first: what it does may show a box of its own.
+        // Remove it first: it may show a message box itself.
         if (const std::function<void()> happens = std::exchange(whileStanding, nullptr)) {
             happens();
         }
@@ -36,7 +36,7 @@ class RecordingMessageBoxes : public MessageBoxes {
 
     std::vector<Box> shown;
     std::deque<BoxAnswer> answers;
-    // What happens while the next box stands.
+    // Runs while the next message box is open.
     std::function<void()> whileStanding;
 
   private:

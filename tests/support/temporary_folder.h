@@ -1,4 +1,4 @@
-// A new folder under the system's temporary one, gone with the object.
+// A new folder under the system's temporary one, removed with the object.
 #pragma once
 
 #include <filesystem>

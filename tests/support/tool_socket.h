@@ -1,4 +1,4 @@
-// An assist tool of a test's own: listens on a socket, and reads and writes lines as they stand.
+// A test's own assist tool: listens on a socket, and reads and writes raw lines.
 #pragma once
 
 #include <chrono>
@@ -26,21 +26,21 @@ class ToolSocket {
     // Removes the socket and ends the connection.
     ~ToolSocket();
 
-    // Takes the next connection; false if none comes in time.
+    // Accepts the next connection; false if none comes in time.
     bool Accept(std::chrono::milliseconds patience = std::chrono::seconds(5));
-    // The same, with the greeting.
+    // The same, and sends the title.
     bool AcceptAndGreet(const std::string& title);
 
-    // Writes all of it, waiting for the peer as long as it takes; false if the peer has gone.
+    // Writes all of it and waits for the peer as long as needed; false if the peer has gone.
     bool Write(std::string_view bytes) const;
     // The next line without its end; nothing if none comes in time or the peer has gone.
     std::optional<std::string> ReadLine(
         std::chrono::milliseconds patience = std::chrono::seconds(5));
-    // Whether the peer has ended the connection, waited for.
+    // Waits for the peer to end the connection; returns whether it has.
     bool PeerHasGone(std::chrono::milliseconds patience = std::chrono::seconds(5));
 
     void CloseConnection() { m_connection.Close(); }
-    // Nobody can connect any more; the file stays.
+    // Stops listening and leaves the file.
     void CloseListener() { m_listener.Close(); }
     int Connection() const { return m_connection.Number(); }
 

@@ -88,7 +88,7 @@ void XSession::MakeFolders() {
 }
 
 bool XSession::StartServer() {
-    // The server writes the number that it found free into this file, once it listens.
+    // The server writes the display number that it has chosen into this file once it listens.
     const std::filesystem::path numberFile = m_folder / "display";
     m_server = ChildProcess::Start(
         {"sh", "-c",
@@ -119,8 +119,8 @@ bool XSession::Connect() {
 
 bool XSession::StartOpenbox() {
     m_windowManager = Spawn({"openbox", "--sm-disable"});
-    // While it starts it announces itself and yet overlooks new windows, so one is shown to it
-    // again and again until it takes it.
+    // While starting, it announces itself but still misses new windows, so map one repeatedly until
+    // it manages it.
     return m_windowManager && WaitUntil([this] {
                if (LongProperty(m_root, "_NET_SUPPORTING_WM_CHECK").empty()) {
                    return false;
@@ -339,7 +339,7 @@ bool XSession::SyncWindowManager() const {
     if (!m_windowManager) {
         return true;
     }
-    // It answers this question even for a window that it does not manage.
+    // It answers this request even for a window that it does not manage.
     const xcb_window_t probe = xcb_generate_id(m_connection);
     xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, probe, m_root, 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);

@@ -34,8 +34,8 @@ class XSession {
     // The sentence for GTEST_SKIP if a program that this needs is not installed, else empty.
     static std::string WhatIsMissing(WindowManager manager = WindowManager::kOpenbox);
 
-    // Returns when the server answers and the window manager is up. Null if that fails although
-    // the programs are there; a test then fails.
+    // Returns when the server answers and the window manager is ready. Null if that fails although
+    // the programs are installed; the test should then fail.
     static std::unique_ptr<XSession> Start(WindowManager manager = WindowManager::kOpenbox);
 
     XSession(const XSession&) = delete;
@@ -44,7 +44,7 @@ class XSession {
 
     // Like ":5".
     const std::string& Display() const { return m_display; }
-    // DISPLAY, HOME and the XDG folders, all within Folder().
+    // DISPLAY, HOME and the XDG folders, all inside Folder().
     const Environment& Variables() const { return m_environment; }
     const std::filesystem::path& Folder() const { return m_folder; }
     std::filesystem::path DataHome() const { return m_folder / "data"; }
@@ -55,9 +55,9 @@ class XSession {
 
     std::unique_ptr<ChildProcess> Spawn(const std::vector<std::string>& command) const;
     RunResult Run(const std::vector<std::string>& command) const;
-    // The server dies, as at the end of a user's session.
+    // Kills the server, as at the end of a user's session.
     void KillServer();
-    // The window manager dies and leaves its properties on the root window.
+    // Kills the window manager, which leaves its properties on the root window.
     void KillWindowManager();
 
     // For example SetLayout("us,ru") or SetLayout("de", "nodeadkeys"). False if it fails.
@@ -66,7 +66,7 @@ class XSession {
     // Locks a layout group, 0 to 3, and the given modifiers (bits as in a key event).
     void LockGroup(std::uint8_t group) const;
     void LockModifiers(std::uint8_t modifiers) const;
-    // Keeps a key down, or lets go of it, as a user's hand would.
+    // Presses or releases a key, as the user would.
     void FakeKey(std::uint8_t keycode, bool down) const;
     // The key that has this keysym at its first level; 0 if none.
     std::uint8_t KeycodeOf(std::uint32_t keysym) const;
@@ -81,15 +81,16 @@ class XSession {
     void SetWindowName(xcb_window_t window, const std::string& title) const;
     void SetWindowClass(xcb_window_t window, const std::string& instance,
                         const std::string& windowClass) const;
-    // A mapped top-level window with this title, waited for; 0 if none comes.
+    // Waits for a mapped top-level window with this title; 0 if none appears.
     xcb_window_t WaitForWindow(const std::string& title) const;
-    // A window of the test itself, mapped; the WM_CLASS is instance and class.
+    // Maps a window of the test itself; the WM_CLASS is instance and class.
     xcb_window_t MakeWindow(const std::string& instance, const std::string& windowClass,
                             const std::string& title) const;
     void DestroyWindow(xcb_window_t window) const;
     void Sync() const;
-    // Returns when the window manager has dealt with all that was sent before, for example a
-    // button that it holds back until it has activated the window. True if it has, or none runs.
+    // Returns when the window manager has handled everything sent before, for example a button
+    // press that it holds back until it has activated the window. True if it has, or if none is
+    // running.
     bool SyncWindowManager() const;
 
   private:
@@ -112,7 +113,7 @@ class XSession {
     xcb_window_t m_root = 0;
 };
 
-// Looks until `holds` is true or the time is over, and says which.
+// Polls until `holds` is true or the time has passed; returns whether it holds.
 bool WaitUntil(const std::function<bool()>& holds,
                std::chrono::milliseconds patience = std::chrono::seconds(10));
 

@@ -94,7 +94,7 @@ TEST(NumericPrefix, NulByte_EndsTheNumber) {
               12.0);
 }
 
-// strtod knows hexadecimal, infinity and words as well; this alphabet cannot spell them.
+// strtod also accepts hexadecimal numbers, infinity and words, which this alphabet cannot spell.
 TEST(NumericPrefix, RandomTexts_AgreeWithTheStandardLibrary) {
     std::mt19937 random(7);
     const std::string alphabet = "0123456789012345678901+-.eE ";

@@ -17,7 +17,7 @@ using testing_support::PeerProcess;
 
 class CrowdedDesktop : public testing::Test {
   protected:
-    // More windows, of a process of its own.
+    // More windows, in another process.
     void Crowd(const std::wstring& windows) {
         const std::wstring title = L"a crowd of " + windows;
         m_peers.push_back(std::make_unique<PeerProcess>(
@@ -30,8 +30,8 @@ class CrowdedDesktop : public testing::Test {
         return windows;
     }
 
-    // The shortest of several times of what one tick searches, both classes of the client and the
-    // tool: the system has work of its own to do with windows that have just come.
+    // The shortest of several times of one tick's searches, for both classes of the client and the
+    // tool: the system is busy with the new windows at first.
     double MillisecondsOfTick() {
         std::vector<double> times;
         for (int round = 0; round < 9; ++round) {
@@ -67,7 +67,7 @@ TEST_F(CrowdedDesktop, TenThousandWindows_AreSearchedWithinATick) {
         std::cout << "one search of the tick with " << windows << " windows: " << milliseconds
                   << " ms\n";
         RecordProperty("windows" + std::to_string(row.atLeast), std::to_string(milliseconds));
-        // A tick comes once a second; generous, for a machine that does other things as well.
+        // A tick comes once a second; generous, since the machine may be busy.
         EXPECT_LT(milliseconds, 1000);
     }
     EXPECT_FALSE(m_state.AssistLinked);

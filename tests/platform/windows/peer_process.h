@@ -1,4 +1,4 @@
-// A program of the tests that runs beside them, and its window.
+// A helper program of the tests, and its window.
 #pragma once
 
 #include <chrono>
@@ -26,7 +26,7 @@ inline bool WaitUntil(const std::function<bool()>& holds,
     return true;
 }
 
-// Hands on what has been posted to the windows of this thread.
+// Dispatches the messages posted to the windows of this thread.
 inline void ServeEvents() {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
@@ -36,7 +36,7 @@ inline void ServeEvents() {
 
 class PeerProcess {
   public:
-    // Starts the program that lies beside the test, and waits for its window by the title.
+    // Starts the program beside the test, and waits for its window by the title.
     PeerProcess(const std::wstring& program, const std::vector<std::wstring>& arguments,
                 const std::wstring& title);
     PeerProcess(const PeerProcess&) = delete;
@@ -46,9 +46,9 @@ class PeerProcess {
     HWND Window() const { return m_window; }
     WindowHandle Handle() const { return HandleOf(m_window); }
 
-    // What the window answers to WM_APP + command.
+    // The window's answer to WM_APP + command.
     LRESULT Ask(UINT command, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    // The same, not waited for.
+    // The same, without waiting.
     void Tell(UINT command, WPARAM wParam = 0, LPARAM lParam = 0) const {
         PostMessageW(m_window, WM_APP + command, wParam, lParam);
     }

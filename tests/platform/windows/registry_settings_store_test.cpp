@@ -27,7 +27,7 @@ class RegistryStore : public testing::Test {
 
     void Clear() const { RegDeleteTreeW(HKEY_CURRENT_USER, m_root.c_str()); }
 
-    // Another program's view: one value of a key, written with its type.
+    // Writes one value of a key with its type, as another program would.
     void WriteRaw(const std::wstring& key, const std::wstring& value, DWORD type,
                   const std::string& bytes) const {
         LONG error = 0;
@@ -160,7 +160,7 @@ TEST_F(RegistryStore, EverySectionName_ComesBackAsItWas) {
         EXPECT_EQ(m_store.Read(names[i], "key"), std::to_string(i)) << names[i];
         EXPECT_EQ(m_store.ReadSection(names[i]), (SectionValues{{"key", std::to_string(i)}}));
     }
-    // Each is changed and removed without its neighbours.
+    // Each can be changed and removed without affecting its neighbours.
     for (std::size_t i = 0; i < names.size(); ++i) {
         ASSERT_TRUE(m_store.Apply({{names[i], "key", "new"}}).ok);
         EXPECT_EQ(m_store.Read(names[i], "key"), "new") << names[i];
@@ -170,7 +170,7 @@ TEST_F(RegistryStore, EverySectionName_ComesBackAsItWas) {
     }
 }
 
-// The same lists that a session writes on every system, and another program's reading of them.
+// The lists that a session writes on every system, as another program reads them.
 TEST_F(RegistryStore, SavedLists_AreTheRegistrysContent) {
     std::map<std::string, std::map<std::string, std::string>> expected;
     for (const char* name : {"saved_settings.txt", "saved_macros.txt"}) {
@@ -218,7 +218,7 @@ TEST_F(RegistryStore, PlainNames_AreTheirKeysNames) {
     EXPECT_EQ(KeyNameOfSection(std::wstring(255, L'x')), std::wstring(255, L'x'));
     EXPECT_EQ(KeyNameOfSection(std::wstring(256, L'x')), std::nullopt);
     EXPECT_EQ(KeyNameOfSection(std::wstring(86, L'\\')), std::nullopt);
-    // As somebody may write them by hand.
+    // As a user may write them by hand.
     EXPECT_EQ(SectionOfKeyName(L"50% off"), L"50% off");
 }
 
@@ -283,7 +283,7 @@ TEST_F(RegistryStore, NameInOtherLetters_BecomesTheOneThatIsSaved) {
                     .ok);
     EXPECT_EQ(m_store.ReadSection("Settings"),
               (SectionValues{{"RegYellow", "8"}, {"Pictures", "0"}, {"other", "o"}}));
-    // What fails leaves the value, if not the letters of its name.
+    // A failure keeps the value, though not the case of its name.
     WriteRaw(L"Mira", L"magery", REG_SZ, std::string("5\0\0\0", 4));
     EXPECT_FALSE(m_store.Apply({{"Mira", "Magery", "6"}, {"Mira", "", "x"}}).ok);
     EXPECT_EQ(m_store.Read("Mira", "Magery"), "5");
@@ -326,7 +326,7 @@ TEST_F(RegistryStore, KeysThatAreRemoved_AreGone_AndTheLastTakesTheSection) {
 
 TEST_F(RegistryStore, BatchThatFails_LeavesTheOldData) {
     ASSERT_TRUE(m_store.Apply({{"Mira", "a", "old"}, {"Mira", "b", "old"}}).ok);
-    // A name of a value has a limit, the empty one is not to be had.
+    // Names of values have a limit, and the empty one cannot be used.
     for (const std::string& bad : {std::string(), std::string(20000, 'k')}) {
         const StoreResult result = m_store.Apply({{"Mira", "a", "new"},
                                                   {"Mira", "b", std::nullopt},

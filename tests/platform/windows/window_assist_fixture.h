@@ -1,4 +1,4 @@
-// A window of ours that listens to an assist tool of another process.
+// A window of ours that listens to an assist tool in another process.
 #pragma once
 
 #include <chrono>
@@ -18,7 +18,7 @@
 
 namespace spellwick {
 
-// What the tool of the tests does at a command.
+// The commands of the tests' tool.
 inline constexpr UINT kSetAnswer = 1;
 inline constexpr UINT kTellAsked = 2;
 inline constexpr UINT kTellRegistered = 3;
@@ -40,7 +40,7 @@ class SinkThatCounts : public FailureSink {
     std::vector<std::string> failures;
 };
 
-// A window of ours with a procedure of its own, as the toolkit's windows have one.
+// A window of ours with its own procedure, like the toolkit's windows.
 inline LRESULT CALLBACK OrdinaryProcedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
     if (number == kOther) {
         return 4711;
@@ -75,7 +75,7 @@ class WindowAssist : public testing::Test {
             L"assist_tool", std::vector<std::wstring>{title, more}, title);
     }
 
-    // A linked tool, its reports heard.
+    // Links a tool and listens to its reports.
     std::unique_ptr<testing_support::PeerProcess> StartLinked() {
         auto tool = Start();
         m_link.FindAssist();
@@ -84,7 +84,8 @@ class WindowAssist : public testing::Test {
         return tool;
     }
 
-    // Lets the tool report, and tells what that made of the view. Sent ones are answered with 0.
+    // Makes the tool report, and returns the effect on the view. Reports that are sent are answered
+    // with 0.
     std::vector<std::string> Report(const testing_support::PeerProcess& tool, std::uint32_t number,
                                     i32 wParam, i32 lParam, bool posted) {
         tool.Ask(kSetReport, posted ? 1 : 0, static_cast<LPARAM>(number));

@@ -1,4 +1,4 @@
-// Every report of an assist tool of another process, and what it makes of the state.
+// Every report of an assist tool in another process, and its effect on the state.
 #include "tests/platform/windows/window_assist_fixture.h"
 #include "tests/support/assist_rows.h"
 
@@ -11,7 +11,7 @@ using testing_support::PeerProcess;
 using testing_support::ServeEvents;
 using testing_support::WaitUntil;
 
-// Every row of the messages, from another process: sent as the tool does it, and posted.
+// Every message from another process, both sent, as by the tool, and posted.
 class WindowAssistReports : public WindowAssist, public testing::WithParamInterface<bool> {
   protected:
     void SetUp() override {
@@ -120,7 +120,7 @@ TEST_P(WindowAssistReports, Count_BringsAllReports) {
         ServeEvents();
         return m_state.CurrentTithing == 1200;
     };
-    // Sent ones have come before the request is answered.
+    // Sent ones arrive before the request is answered.
     EXPECT_TRUE(m_posted ? WaitUntil(counted) : m_state.CurrentTithing == 1200);
     for (const ReagentRow& row : kReagentRows) {
         EXPECT_EQ(m_state.ReagentStock(row.reagent, 0), 1000 + row.wParam);

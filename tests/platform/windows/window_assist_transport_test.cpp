@@ -1,4 +1,4 @@
-// Real window messages between this program's window and an assist tool of another process.
+// Real window messages between this program's window and an assist tool in another process.
 #include "platform/windows/window_assist_transport.h"
 
 #include <algorithm>
@@ -190,7 +190,7 @@ TEST_F(WindowAssist, ToolThatHangsAtTheSearch_HoldsItUpOnce) {
     }));
 }
 
-// It takes every other message meanwhile, so that it does not look hung.
+// It takes every other message in the meantime, so it does not look hung.
 TEST_F(WindowAssist, ToolThatShowsABoxInsteadOfAnAnswer_IsAskedAtEverLongerIntervals) {
     const auto tool = Start();
     WindowAssistTransport transport(200ms);
@@ -225,7 +225,7 @@ TEST_F(WindowAssist, ToolThatEndsWhileItIsAsked_AnswersZero) {
     ending.join();
 }
 
-// Writes down the counts, and lets events run in the middle of each.
+// Records the counts, and serves events in the middle of each.
 class YieldingReceiver : public MessageReceiver {
   public:
     std::optional<i32> OnMessage(const WindowMessage& message) override {

@@ -114,7 +114,7 @@ TEST_F(ClientOnWindows, MinimisedClient_IsRestored) {
     const auto client = Start(L"Ultima Online", kTitle);
     ShowWindow(client->Window(), SW_MINIMIZE);
     ASSERT_TRUE(WaitUntil([&] { return IsIconic(client->Window()) != FALSE; }));
-    // The window manager is told later than the window itself, and would still take it down.
+    // The window manager hears of it later than the window, and would otherwise still hide it.
     std::this_thread::sleep_for(1s);
     EXPECT_TRUE(m_windows.SetForegroundWindow(client->Handle()));
     EXPECT_TRUE(WaitUntil([&] { return IsIconic(client->Window()) == FALSE; }));

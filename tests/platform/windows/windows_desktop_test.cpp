@@ -70,7 +70,7 @@ TEST_F(OwnWindow, OpeningWhatIsNotThere_Fails) {
     EXPECT_FALSE(m_desktop.OpenDocument(L"C:\\windows"));
 }
 
-// Makes the peer that leaves a mark the program for rich text, and gives the old one back.
+// Registers a peer, which leaves a mark, as the program for rich text, and restores the old one.
 class DocumentOpener : public testing::Test {
   protected:
     void SetUp() override {

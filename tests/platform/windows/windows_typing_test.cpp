@@ -1,4 +1,4 @@
-// The real key input of Windows, and somebody else's window that says what arrived.
+// The real key input of Windows, and another program's window that reports what arrived.
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -22,8 +22,8 @@ constexpr UINT kHang = 1;
 constexpr UINT kLockState = 4;
 constexpr const wchar_t* kTitle = L"Ultima Online - Mira Talon (Atlantic)";
 
-// What the window wrote down: the names of its messages with the virtual keys of key messages and
-// the characters of the others.
+// The window's record: the names of its messages, with the virtual keys of key messages and the
+// characters of the others.
 struct Noted {
     std::string what;
     unsigned number = 0;
@@ -62,7 +62,7 @@ class WindowsTyping : public testing::Test {
         return notes;
     }
 
-    // The characters that arrived, with Alt before those that came with it.
+    // The characters that arrived, with "Alt" before those that came with Alt.
     std::string Characters() const {
         std::wstring text;
         for (const Noted& noted : Journal()) {
@@ -76,7 +76,7 @@ class WindowsTyping : public testing::Test {
         return Utf8FromWide(text);
     }
 
-    // The virtual keys that went down and came up, as numbers with their sign.
+    // The virtual keys that went down (+) and up (-), as signed numbers.
     std::vector<int> Keys() const {
         std::vector<int> keys;
         for (const Noted& noted : Journal()) {
@@ -159,7 +159,7 @@ TEST_F(WindowsTyping, Keys_HaveTheirScanCodes) {
     EXPECT_EQ(scans, (std::vector<std::pair<unsigned, bool>>{{0x3b, false}, {0x53, true}}));
 }
 
-// With the prefix and another scan code the system finds no key at all.
+// With the prefix and a different scan code, the system finds no key.
 TEST(WindowsKeymap, PrefixedKeys_AreThoseThatKeyboardsSendWithAPrefix) {
     const std::set<int> prefixed{0x37, 0x47, 0x48, 0x49, 0x4b, 0x4d, 0x4f, 0x50, 0x51, 0x52, 0x53};
     std::set<int> found;

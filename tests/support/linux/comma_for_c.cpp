@@ -7,8 +7,8 @@
 
 namespace spellwick {
 
-// The C library reads compiled locales alone, and a system need not have one with a comma. The
-// compiler complains of the categories that are missing, and writes this one all the same.
+// The C library reads only compiled locales, and the system may not have one with a comma.
+// localedef warns about missing categories but writes this one anyway.
 bool SetCommaForC(const std::filesystem::path& folder) {
     const std::filesystem::path source = folder / "source";
     std::ofstream(source) << "LC_NUMERIC\n"
