@@ -25,23 +25,22 @@ TransferEntry CommitTransfer(StockTable& stock, i32 reagent, const BagPair& bags
     const bool isLeft = side == BagSide::kLeft;
     const bool fetches = text.starts_with('+');
     if (!fetches && !text.starts_with('-')) {
-        // ODDITY(bag-four-digits): of a longer count four digits are stored while the box goes on
-        // showing all; kept because only the stored value has the limit.
+        // ODDITY(bag-four-digits): of a longer count four digits are stored, but the edit still
+        // shows all; kept because only the stored value is limited.
         stock(reagent, isLeft ? bags.left : bags.right) = ToI16(FirstFour(text));
         return {};
     }
     i16& left = stock(reagent, bags.left);
     i16& right = stock(reagent, bags.right);
-    // ODDITY(backward-move): +-5 moves five the other way, and the bag that pays can go below zero;
-    // kept because the sign only names the side that pays, and the amount is a number like any
-    // other.
+    // ODDITY(backward-move): +-5 moves five the other way, and the paying bag can go below zero;
+    // kept because the sign only names the side that pays, and the amount may be any number.
     const double amount = RoundHalfEven(NumericPrefix(text.substr(1)));
     const bool leftPays = isLeft != fetches;
     if (amount > (leftPays ? left : right)) {
         return {.moves = true, .refused = true};
     }
-    // ODDITY(same-bag-move): with the same bag on both sides +5 is taken and nothing changes; kept
-    // because what the bag gives it gets back.
+    // ODDITY(same-bag-move): with the same bag on both sides +5 is accepted and changes nothing;
+    // kept because the bag gets back what it gives.
     left = ToI16(leftPays ? left - amount : left + amount);
     right = ToI16(leftPays ? right + amount : right - amount);
     return {.moves = true, .refused = false};
@@ -54,7 +53,7 @@ i16 CountOfBox(std::string_view text) {
 i16 TotalOfReagent(const StockTable& stock, i32 reagent) {
     // ODDITY(stock-total): more than 32767 of one reagent in all bags together ends the program
     // when the settings are opened, with all data saved; kept because the total has 16 bits like
-    // the counts that it is made of, and nobody carries as many.
+    // the counts in it, and nobody carries that many.
     i16 total = 0;
     for (i32 bag = 0; bag < kBagCount; ++bag) {
         total = ToI16(i32{total} + stock(reagent, bag));

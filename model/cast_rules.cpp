@@ -12,9 +12,9 @@ void RequireSpellRow(i32 row) {
 }
 
 std::optional<std::string_view> SkillRefusal(i32 row) {
-    // ODDITY(skill-message-rows): the messages stand one row late, so that row 0 is refused without
-    // a word and the first Necromancer and Paladin rows speak of the school before; kept because
-    // the refusal itself is right and users know these texts.
+    // ODDITY(skill-message-rows): the messages are shifted by one row, so row 0 is refused without
+    // a message and the first Necromancer and Paladin rows name the school before; kept because the
+    // refusal itself is right and users know these texts.
     if (row >= 1 && row <= 64) {
         return "Not enough Magery skill to cast this spell.";
     }
@@ -37,8 +37,8 @@ std::optional<std::string> DebitCounter(i32 need, std::string_view counter) {
     if (need == 0 || stock <= 0.0) {
         return std::nullopt;
     }
-    // ODDITY(debit-below-zero): a counter above 0 pays the whole need and can fall below 0; kept
-    // because the minus tells the user by how much the count was wrong.
+    // ODDITY(debit-below-zero): a counter above 0 pays the whole cost and can go below 0; kept
+    // because the negative number shows how far the count was off.
     return PlainText(stock - need);
 }
 

@@ -18,8 +18,9 @@ constexpr i32 kPlentyTithes = 30;  // tithing points above this are not marked
 }  // namespace
 
 bool CountsInTithes(i32 circle, i32 slot) {
-    // ODDITY(reagent-slot): in the last slot of a page a spell of Paladin page 2 counts by
-    // reagents, in any other slot by tithes; kept because Exorcism stands there and costs reagents.
+    // ODDITY(reagent-slot): in the last slot of a page, a spell of Paladin page 2 is counted by
+    // reagents, in any other slot by tithes; kept because Exorcism has that slot and costs
+    // reagents.
     const bool isReagentSpell = circle == kMixedCircle && slot == kReagentSlot;
     return circle >= kFirstTithingCircle && !isReagentSpell;
 }
@@ -27,7 +28,7 @@ bool CountsInTithes(i32 circle, i32 slot) {
 i16 CastableByTithes(const SpellRecord& spell, i32 tithing) {
     const i32 need = spell.Reagents(kTithes);
     // ODDITY(free-spell): a spell that costs nothing shows 0 casts, in red; kept because the figure
-    // counts what the purse pays for, and such a row is a gap or a spell still to be filled in.
+    // counts what the stock pays for, and such a row is a gap or a spell that is not filled in yet.
     if (need == 0 || tithing < need) {
         return 0;
     }
@@ -46,8 +47,8 @@ i16 CastableByReagents(const SpellRecord& spell, const CounterTexts& counters) {
             return 0;
         }
         const i16 casts = ToI16(TruncatingDivide(ToI32(stock), need));
-        // ODDITY(scarce-reagent): a stock of at least 1 that is too small for one cast is passed
-        // over when another reagent follows; kept because only an empty counter is final.
+        // ODDITY(scarce-reagent): a stock of at least 1 that is too small for one cast is ignored
+        // if another reagent follows; kept because only an empty counter is final.
         if (amount == 0 || casts < amount) {
             amount = casts;
         }
@@ -66,7 +67,7 @@ i16 CastableAmount(const SharedState& state, i32 pressedButton, i32 slot,
 }
 
 Colour AmountColour(i16 amount, i16 regYellow, Colour colorWarn) {
-    // ODDITY(negative-limit): with a warning limit below 0 an amount of 0 shows green; kept because
+    // ODDITY(negative-limit): with a warning limit below 0, an amount of 0 is green; kept because
     // the limit is compared as the user set it.
     if (amount > regYellow) {
         return kGreen;
@@ -79,8 +80,9 @@ Colour CounterHighlight(i32 need, std::string_view counter, Colour colorWarn) {
         return kWindowBackground;
     }
     const i32 stock = ToI32(NumericPrefix(counter));
-    // ODDITY(hover-limit): under the mouse a counter is green from 4 on, whatever the warning limit
-    // and the need of the spell; kept because it marks a purse to be filled, not the casts left.
+    // ODDITY(hover-limit): with the mouse over a spell, a counter is green from 4 up, whatever the
+    // warning limit and the spell's needs; kept because the colour marks counters to refill, not
+    // the casts that are left.
     if (stock >= kPlenty) {
         return kGreen;
     }

@@ -50,8 +50,8 @@ std::string ExpandFormulas(std::string_view text, const FormulaTexts& figures) {
             }
             ahead.remove_prefix(next + kMarker.size());
         }
-        // ODDITY(marker-swallows): a blank behind a marker's two digits is lost; kept because the
-        // marker takes one more character, whatever it is, and the spell texts count on it.
+        // ODDITY(marker-swallows): a blank right after a marker's two digits is lost; kept because
+        // the marker takes one more character, whatever it is, and the spell texts rely on it.
         const i32 number = ToI32(NumericPrefix(FirstCharacters(ahead, 2)));
         done.append(TrimBlanks(figures(number)));
         ahead = SkipCharacters(ahead, 3);

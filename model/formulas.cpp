@@ -32,9 +32,9 @@ std::string Strangle(const Source& from) {
            StandardText(from.spiritSpeak / 10.0 + 1.0);
 }
 
-// ODDITY(spirit-speak-limit): with Spirit Speak beyond 409 or below -409 in the saved data, or with
-// such a negative entry, showing any spell ends the run; kept because the figures of all spells are
-// worked out together, and this product has 16 bits.
+// ODDITY(spirit-speak-limit): with a saved Spirit Speak above 409 or below -409, or an entry below
+// -409, showing any spell ends the run; kept because the figures of all spells are calculated
+// together, and this product has 16 bits.
 std::string VengefulSpirit(const Source& from) {
     return StandardText(ToI16(i32{from.caster.spiritSpeak} * 80) / 1200.0 + 10.0);
 }
@@ -107,8 +107,8 @@ double MageryTier(i16 magery) {
 }
 
 float DamageFactor(i16 evalInt, i16 targetResist) {
-    // ODDITY(damage-short): where the factor is a round one, such as 0.9 or 0.98, a damage that
-    // should be whole can be one point less; kept because the factor is kept in single precision.
+    // ODDITY(damage-short): with a round factor such as 0.9 or 0.98, a damage that should be whole
+    // can be one point less; kept because the factor is in single precision.
     const double divisor = targetResist > evalInt ? 200.0 : 500.0;
     return static_cast<float>(1.0 + (evalInt - targetResist) / divisor);
 }

@@ -17,8 +17,8 @@ constexpr double kMostTithes = 10000.0;
 }  // namespace
 
 CounterEntry CommitCounterEntry(std::string_view text, i16 stock) {
-    // ODDITY(four-characters-added): of the number behind a sign only four characters count, so
-    // +12345 adds 1234; kept because the boxes take numbers of four digits everywhere.
+    // ODDITY(four-characters-added): after a sign only four characters count, so +12345 adds 1234;
+    // kept because number edits take four digits everywhere.
     if (text.starts_with('+')) {
         return {ToI16(stock + FirstFour(text.substr(1))), true, false};
     }
@@ -29,14 +29,14 @@ CounterEntry CommitCounterEntry(std::string_view text, i16 stock) {
         }
         return {ToI16(stock - taken), true, false};
     }
-    // ODDITY(four-digits-stored): of a longer entry four digits are stored while the box goes on
-    // showing all; kept because only the stored value has the limit.
+    // ODDITY(four-digits-stored): of a longer entry four digits are stored, but the edit still
+    // shows all; kept because only the stored value is limited.
     return {ToI16(FirstFour(PlainText(NumericPrefix(text)))), false, false};
 }
 
 i32 CommitTithesEntry(std::string_view text, i32 tithing) {
     // ODDITY(last-nine): of a longer entry the last nine characters count, so a sign before them is
-    // lost; kept because the box shows no more than these nine.
+    // lost; kept because the edit shows no more than nine.
     const std::string_view entry = LastCharacters(text, kTithesBoxLength);
     double points = 0.0;
     if (entry.starts_with('+') || entry.starts_with('-')) {
@@ -45,9 +45,9 @@ i32 CommitTithesEntry(std::string_view text, i32 tithing) {
     } else {
         points = NumericPrefix(entry);
     }
-    // ODDITY(tithes-cut-down): too much taken leaves 0 and too much added leaves 10000, without a
-    // word, where a counter refuses; kept because users empty or fill the tithes with one large
-    // number.
+    // ODDITY(tithes-cut-down): taking too much leaves 0 and adding too much leaves 10000, both
+    // without the message that a counter would show; kept because users empty or fill the tithes
+    // with one large number.
     return ToI32(std::clamp(points, 0.0, kMostTithes));
 }
 

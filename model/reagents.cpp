@@ -8,8 +8,8 @@ namespace spellwick {
 
 namespace {
 
-// ODDITY(crossed-stock-keys): stock of Grave Dust is kept under "DB" and of Daemon Blood under
-// "GD"; kept because the stores that players have are written this way.
+// ODDITY(crossed-stock-keys): the stock of Grave Dust is saved under "DB" and that of Daemon Blood
+// under "GD"; kept because players' existing stores are written this way.
 constexpr std::array<ReagentFacts, 14> kReagents{{
     {"Mandrake Root", "MR", "MR", "MR price", 3},
     {"Sulphurous Ash", "SA", "SA", "SA price", 3},

@@ -9,8 +9,8 @@ namespace spellwick {
 namespace {
 
 std::string ReagentList(const SharedState& state, const SpellRecord& spell) {
-    // ODDITY(info-tithes-only): for a spell with tithes and reagents the info window names the
-    // tithes alone; kept because such a spell is an ability, and is paid for in tithes.
+    // ODDITY(info-tithes-only): for a spell with tithes and reagents, the info window names only
+    // the tithes; kept because such a spell is an ability and is paid for with tithes.
     if (const i32 tithes = spell.Reagents(kTithes); tithes > 0) {
         return PlainText(tithes) + " " + state.ReagentName(kTithes);
     }
@@ -50,8 +50,8 @@ SpellShortage ShortageFor(const SharedState& state, i32 row) {
 i16 EnteredValue(std::string_view text) {
     constexpr i16 kHighest = 100;
     const double value = NumericPrefix(text);
-    // ODDITY(info-no-lower-limit): a negative value stands, and one below -32768 ends the run; kept
-    // because only the upper end is of use, and a value has 16 bits.
+    // ODDITY(info-no-lower-limit): a negative value is accepted, and one below -32768 ends the run;
+    // kept because only the upper limit matters, and a value has 16 bits.
     return value >= kHighest ? kHighest : ToI16(value);
 }
 

@@ -22,8 +22,8 @@ void SpellTimer::StartTimer(const SpellTable& spells, i16 spellNumber, i16 durat
     m_key = std::move(key);
     m_startTime = now;
     m_endTime = now + m_duration;
-    // ODDITY(timer-at-midnight): a timer that ends on the stroke of midnight starts to count a
-    // whole day then; kept because only an end beyond midnight counts as one of the next day.
+    // ODDITY(timer-at-midnight): a timer that ends exactly at midnight starts to count a whole day;
+    // kept because only an end after midnight counts as the next day's.
     m_wrapsMidnight = m_endTime > kSecondsOfDay;
 }
 

@@ -25,7 +25,7 @@ i32 BarWidth(i32 percent) {
 
 Colour BarRestColour(i32 percent) {
     // ODDITY(timer-two-limits): the bar warns at half the percentage at which the seconds of the
-    // text mode warn; kept because the bar itself shows how little is left.
+    // text mode warn; kept because the bar's length already shows how little is left.
     return ByLimits(percent, 20, 10);
 }
 

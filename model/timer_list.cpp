@@ -15,8 +15,8 @@ void TimerList::Create(const SpellTable& spells, i16 spellNumber, i16 duration, 
 }
 
 void TimerList::DropEnding(float now) {
-    // ODDITY(timer-last-second): a timer in its last second is gone as soon as another one starts
-    // or ends; kept because a spell with less than a second left is as good as over.
+    // ODDITY(timer-last-second): a timer in its last second disappears when another one starts or
+    // ends; kept because with less than a second left a spell counts as over.
     std::erase_if(m_timers, [now](SpellTimer& timer) { return timer.TimeRemaining(now) < 1.0F; });
 }
 
