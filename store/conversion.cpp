@@ -72,9 +72,9 @@ void Conversion::ConvertOldData() {
 }
 
 bool Conversion::SplitIntoSlots() {
-    // ODDITY(conversion-second-start): where there is nothing to copy the chain stops at a mark in
-    // its middle, and the last step follows at the next start; kept because a step that has ended
-    // is marked on its own.
+    // ODDITY(conversion-second-start): if there is nothing to copy, the chain stops at a mark in
+    // its middle, and the last step follows at the next start; kept because each completed step is
+    // marked on its own.
     if (RequiredNumber(Read(kGlobalSection, "CurrentReagentBag", "99")) == kNoOldData) {
         WriteMark(kTitles);
         return false;
@@ -97,11 +97,11 @@ bool Conversion::SplitIntoSlots() {
 
 void Conversion::CopyToSlots() {
     // ODDITY(conversion-first-step): data without slots are never copied: the question comes at
-    // each start, the window that asks for patience stays, and players are read from the old data
-    // or as new; kept because the spell table is read after the conversion, and the load of a
-    // player ends at its spell texts.
-    // ODDITY(conversion-answer-no): the answer No starts all ten slots anew, slot 1 included;
-    // kept because the load looks at the counter of a later step.
+    // each start, the window "Please wait" stays open, and players are read from the old data or as
+    // new; kept because the spell table is read after the conversion, and loading a player stops at
+    // its spell texts.
+    // ODDITY(conversion-answer-no): answering No resets all ten slots, including slot 1; kept
+    // because the load looks at the counter of a later step.
     for (i32 slot = 1; slot <= kPlayerSlots; ++slot) {
         m_parts.io.LoadPlayerSettings(PlainText(slot));
         const StoreResult saved = m_parts.io.SavePlayerSettings(PlainText(slot));
@@ -139,8 +139,8 @@ void Conversion::RemoveOldKeys() {
 }
 
 void Conversion::ClearTestName() {
-    // ODDITY(conversion-test-name): a store of this mark is never converted further; kept because
-    // the name of a player is compared as a number, which no name is.
+    // ODDITY(conversion-test-name): a store with this mark is never converted further; kept because
+    // players' names are compared as numbers, and no name is a number.
     for (i32 slot = 1; slot <= kPlayerSlots; ++slot) {
         Do([&] {
             const double name = RequiredNumber(Read(kGlobalSection, SlotKey(slot), ""));
@@ -153,8 +153,8 @@ void Conversion::ClearTestName() {
 }
 
 void Conversion::SwapSpells() {
-    // ODDITY(conversion-swap): on a store of this mark the macros of two spells change places at
-    // each start; kept because the step ends at the first use of the spell table, which is read
+    // ODDITY(conversion-swap): on a store with this mark the macros of two spells trade places at
+    // each start; kept because the step stops at the first use of the spell table, which is read
     // after the conversion, and so is never marked as done.
     Do([&] { Write(kGlobalSection, SpellRegsKey(kFirstSwapped), "011000000000000"); });
     Do([&] { Write(kGlobalSection, SpellRegsKey(kSecondSwapped), "010010010000000"); });
@@ -208,9 +208,9 @@ void Conversion::SwapSpellsOfPlayer() {
 }
 
 void Conversion::NameSectionsByTitle() {
-    // ODDITY(conversion-titles): the slots of a store of this mark keep their numbers, and their
-    // data are out of reach; kept because the load of a slot ends at its spell texts while there
-    // is no spell table.
+    // ODDITY(conversion-titles): the slots of a store with this mark keep their numbers, and their
+    // data are out of reach; kept because loading a slot stops at its spell texts while there is no
+    // spell table.
     for (i32 slot = 1; slot <= kPlayerSlots; ++slot) {
         const std::string key = SlotKey(slot);
         const std::string name = Read(kGlobalSection, key, "");

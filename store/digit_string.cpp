@@ -20,11 +20,12 @@ constexpr std::size_t PlaceOf(i32 reagent) {
 
 }  // namespace
 
-// ODDITY(one-digit-tithes): a tithing cost of 1 to 9 comes back as ten times as much, for its one
-// digit is written into the first of the two places; kept because saved strings are read this way.
-// ODDITY(one-digit-amounts): an amount of 10 or more of a reagent comes back as its first digit,
-// for the next reagent's amount is written over the others; kept because saved strings have one
-// place for each reagent.
+// ODDITY(one-digit-tithes): a tithing cost of 1 to 9 is read back ten times as large, since its
+// single digit is written into the first of the two places; kept because saved strings are read
+// this way.
+// ODDITY(one-digit-amounts): an amount of 10 or more of a reagent is read back as its first digit,
+// since the next amount overwrites the rest; kept because saved strings have one place for each
+// reagent.
 std::string DigitString(const ReagentAmounts& amounts) {
     std::string text(kSavedPlaces, '0');
     for (i32 reagent = 1; reagent <= kTithes; ++reagent) {

@@ -70,9 +70,9 @@ Macro SavedOrDefaultMacro(i32 number, std::string_view code) {
 }
 
 Macro MacroOfDialog(i32 number, std::string_view code) {
-    // ODDITY(last-macros): the places without a spell on the last page, and Exorcism, have the key
+    // ODDITY(last-macros): the slots without a spell on the last page, and Exorcism, have the key
     // AA until the user sets another; kept because it marks macros that were never set, and their
-    // saved codes say so.
+    // saved codes contain it.
     const bool hasDefault = number <= kLastDialogDefault;
     return hasDefault ? SavedOrDefaultMacro(number, code) : ReadMacroCode(code);
 }

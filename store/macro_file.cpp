@@ -52,10 +52,10 @@ std::size_t LengthOfFunctionKey(std::string_view line) {
 }
 
 KeyLine ReadKeyLine(std::string_view line) {
-    // ODDITY(macro-key-name): a key with a name of several letters comes in as its first letter
-    // with modifiers from the wrong places, Alt+Tab as Shift+T, and a small f1 as the letter f;
-    // kept because the table holds single characters and F1 to F12, and keys of the client have no
-    // other place in it.
+    // ODDITY(macro-key-name): a key whose name has several letters is read as its first letter with
+    // modifiers from the wrong places, Alt+Tab as Shift+T, and a lower-case f1 as the letter f;
+    // kept because the table holds single characters and F1 to F12, and has no place for other
+    // keys.
     const std::size_t length =
         std::max(LengthOfFunctionKey(line), std::min<std::size_t>(1, line.size()));
     return {line.substr(0, length), From(line, length + 1)};
@@ -86,15 +86,15 @@ RowsByName FindRows(const SpellTable& spells) {
 
 void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& spell,
                const KeyLine& key) {
-    // ODDITY(macro-exact-name): a spell whose name in the file differs by a letter, by the case of
-    // one or by a blank at its end keeps its key; kept because the file and the spell table name
-    // the same spells, and a guess could set the key of another one.
+    // ODDITY(macro-exact-name): a spell whose name in the file differs by a letter, its case or a
+    // blank at the end keeps its old key; kept because the file and the spell table name the same
+    // spells, and a guess could change the key of another.
     const auto found = rows.find(spell);
     if (found != rows.end()) {
         const Macro macro = MacroOfKeyLine(key);
         // ODDITY(macro-nameless-spell): a line CastSpell without a name gives its key to all rows
         // without a spell and ends the load there; kept because the last of these rows has no
-        // macro, and what was loaded before stays.
+        // macro, and what was loaded before is kept.
         for (const i32 row : found->second) {
             SetMacro(state, row + 1, macro);
         }
@@ -179,9 +179,9 @@ void MergeMacroText(std::string_view text, SharedState& state) {
         if (previous == kEndOfBlock) {
             key = ReadKeyLine(line);
         }
-        // ODDITY(macro-block-without-key): a block that opens with its CastSpell line binds the
-        // spell to C, and one that opens with an empty line leaves the spell without a key; kept
-        // because the first line of a block is its key line, whatever stands there.
+        // ODDITY(macro-block-without-key): a block that begins with its CastSpell line binds the
+        // spell to C, and one that begins with an empty line leaves the spell without a key; kept
+        // because the first line of a block is its key, whatever it says.
         if (line.starts_with(kCastSpell)) {
             TakeMacro(state, rows, Utf8FromWindows1252(From(line, kCastSpell.size() + 1)), key);
         }
@@ -197,12 +197,12 @@ std::string MacroBlock(const SharedState& state, i32 row) {
     const Macro macro = MacroOf(state, row + 1);
     std::string key = Windows1252FromUtf8(macro.key);
     if (key.starts_with('{')) {
-        // ODDITY(macro-brace): a spell on the key { is written without a key and comes back with a
+        // ODDITY(macro-brace): a spell on the key { is written without a key and read back with a
         // blank as its key; kept because braces only mark the names of function keys here.
         key = key.size() > 2 ? key.substr(1, key.size() - 2) : std::string();
     }
-    // ODDITY(macro-capitals): a key of a small letter is written as its capital and comes back as
-    // one; kept because the client's own file has capitals, and a spell's key is typed small.
+    // ODDITY(macro-capitals): a lower-case key is written as a capital and read back as one; kept
+    // because the client's own file has capitals, and a spell's key is typed in lower case.
     std::ranges::transform(key, key.begin(), [](char letter) {
         return static_cast<char>(UpperCaseWindows1252(static_cast<unsigned char>(letter)));
     });
@@ -225,8 +225,8 @@ void WriteMacroFile(const fs::path& file, const SharedState& state) {
                              "The file \"" + file.string() + "\" cannot be written.");
     }
     // ODDITY(macro-save-ends): saving the macros to a file ends the program with an error report;
-    // kept because the loop over the spells has always gone one row beyond the macro tables, and
-    // the file is complete and all data are saved by then.
+    // kept because the loop over the spells has always run one row past the macro tables, and by
+    // then the file is complete and all data are saved.
     throw RuntimeFailure(FailureKind::kSubscript,
                          "There is no macro for row 96. The file \"" + file.string() +
                              "\" is complete: it holds the macros of all 96 spells.");

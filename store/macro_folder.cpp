@@ -18,8 +18,9 @@ constexpr std::array<const char*, 2> kInstallationKeys{
 }  // namespace
 
 std::string MacroFolderOf(std::string_view startPath) {
-    // ODDITY(client-program-capitals): with a client written UO.EXE the file dialogs do not start
-    // in the folder of its macros; kept because the name is compared as the installer writes it.
+    // ODDITY(client-program-capitals): if the client's program is written UO.EXE, the file dialogs
+    // do not start in the folder of its macros; kept because the name is compared with the
+    // installer's spelling.
     const std::size_t place = startPath.find(kClientProgram);
     if (place == std::string_view::npos) {
         return std::string(startPath);
