@@ -18,8 +18,9 @@ void AssistSearch::FindAssist() {
         }
     });
     if (m_state.AssistWindow == 0) {
-        // ODDITY(wait-stays): when the tool closes during a count the button stays at "Wait.." and
-        // off until a report sets it back; kept because a search leaves the caption alone.
+        // ODDITY(wait-stays): if the tool closes during a count, the button keeps saying "Wait.."
+        // and stays disabled until a report resets it; kept because a search leaves the caption
+        // alone.
         m_enable(false);
         m_state.AssistLinked = false;
         m_state.AssistRegistered = false;
@@ -27,8 +28,8 @@ void AssistSearch::FindAssist() {
     }
     m_enable(true);
     m_state.AssistLinked = true;
-    // ODDITY(quick-restart): a tool that restarts within a second is not registered again and
-    // stays silent; kept because only a search that finds nothing ends a registration.
+    // ODDITY(quick-restart): a tool that restarts within a second is not registered again and stays
+    // silent; kept because only a search that finds nothing ends a registration.
     if (!m_state.AssistRegistered) {
         // If the tool still lists the window from before, the first message removes it and the
         // second adds it again.
@@ -46,8 +47,8 @@ void AssistSearch::HookWindow() {
     m_transport.Attach(m_state.MainWindowHandle, *m_receiver);
 }
 
-// ODDITY(no-unregister): after the program has ended the tool still lists its window; kept because
-// the tool has no message for leaving, and a second registration would be one too many.
+// ODDITY(no-unregister): after the program has ended, the tool still lists its window; kept because
+// the tool has no message for signing off, and a second registration would be one too many.
 void AssistSearch::UnhookWindow() {
     m_transport.Detach();
 }
