@@ -25,7 +25,7 @@ void RunningTimers::CreateNewSpellTimer(i16 spellNumber, i16 spellDuration) {
 }
 
 void RunningTimers::SortTimers(float now) {
-    // Dropped before they are shown: a timer of no seconds has no percentage.
+    // Drop ended timers before they are shown: a timer of 0 seconds has no percentage.
     m_timers.DropEnding(now);
     m_timers.Sort(now);
 }

@@ -11,7 +11,7 @@ namespace spellwick {
 
 inline constexpr i32 kTimerSlots = 4;
 
-// One running timer, for both ways to show it.
+// One running timer, for both display modes.
 struct TimerSlot {
     i32 row = 0;  // row of the spell table
     std::string name;
@@ -25,8 +25,8 @@ struct TimerSlot {
 struct TimerScreen {
     bool visible = false;
     TimerMode mode = kTimersOff;
-    bool horizontal = false;       // icons stand in a row, else in a column
-    std::vector<TimerSlot> shown;  // those that end first, at most kTimerSlots
+    bool horizontal = false;       // icons in a row, else in a column
+    std::vector<TimerSlot> shown;  // the timers that end first, at most kTimerSlots
 
     bool operator==(const TimerScreen&) const = default;
 };
