@@ -57,8 +57,8 @@ void X11WindowHints::RequestActivation(xcb_window_t window, xcb_timestamp_t time
     xcb_flush(m_connection.Get());
 }
 
-// The properties of a window manager that is gone stay on the root window; the window that it names
-// itself by does not.
+// The properties of a window manager that has ended remain on the root window; its check window
+// does not.
 bool X11WindowHints::ManagerRuns(xcb_get_property_cookie_t check) const {
     xcb_window_t named = XCB_NONE;
     if (xcb_ewmh_get_supporting_wm_check_reply(Get(), check, &named, nullptr) == 0) {

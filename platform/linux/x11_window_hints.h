@@ -1,5 +1,5 @@
 // The window manager hints of an X server: the library's handle with its atoms, looked up once, and
-// what the manager says of itself.
+// the window manager's own properties.
 #pragma once
 
 #include <memory>
@@ -21,8 +21,8 @@ struct WipeWindowHints {
 
 class X11WindowHints {
   public:
-    // The connection must outlive the hints. If it is lost by now, Work() is false and nothing else
-    // may be called; if it is lost later, every call returns empty.
+    // The connection must outlive the hints. If it is already lost, Work() is false and nothing
+    // else may be called; if it is lost later, every call returns an empty result.
     explicit X11WindowHints(const X11Connection& connection);
 
     bool Work() const { return m_hints != nullptr; }
@@ -30,11 +30,11 @@ class X11WindowHints {
     // For the library's functions. Its members are the atoms.
     xcb_ewmh_connection_t* Get() const { return m_hints.get(); }
 
-    // Whether a window manager runs that supports this hint.
+    // Whether a window manager that supports this hint is running.
     bool ManagerSupports(xcb_atom_t hint) const;
 
-    // The manager's windows, lowest first if it keeps them in that order; nothing if no manager
-    // runs or it keeps no list.
+    // The window manager's windows, lowest first if it keeps them in that order; nothing if none is
+    // running or it keeps no list.
     std::optional<std::vector<xcb_window_t>> ManagedWindows() const;
 
     // XCB_NONE if there is none.
@@ -43,7 +43,7 @@ class X11WindowHints {
     void RequestActivation(xcb_window_t window, xcb_timestamp_t time) const;
 
   private:
-    // The cookie is that of the root window's _NET_SUPPORTING_WM_CHECK.
+    // The cookie is for the root window's _NET_SUPPORTING_WM_CHECK.
     bool ManagerRuns(xcb_get_property_cookie_t check) const;
 
     const X11Connection& m_connection;
