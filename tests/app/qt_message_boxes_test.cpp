@@ -1,4 +1,4 @@
-// The real boxes of the toolkit: what they say, how they are answered.
+// The toolkit's real message boxes: their texts, and how they are answered.
 #include "app/qt_message_boxes.h"
 
 #include <QApplication>
@@ -22,7 +22,7 @@ namespace {
 
 class QtMessageBoxesTest : public testing::Test {
   protected:
-    // Shows a box and runs something once it stands.
+    // Shows a message box and runs something once it is open.
     BoxAnswer Show(const Box& box, const std::function<void(QMessageBox&)>& whileStanding) {
         bool stood = false;
         QTimer::singleShot(0, qApp, [&] {
@@ -149,7 +149,8 @@ TEST_F(QtMessageBoxesTest, Show_OwnerGone_StandsAlone) {
     });
 }
 
-// A window with an entry that shows a box when it is left, and controls to press.
+// A window with controls to press, and with an edit that shows a message box when it loses the
+// focus.
 class RefusingWindow : public QWidget {
   public:
     explicit RefusingWindow(std::function<void()> refuse) : m_refuse(std::move(refuse)) {
@@ -187,7 +188,7 @@ TEST_F(QtMessageBoxesTest, PressThatBringsABoxUp_LeavesNothingPressed) {
         RefusingWindow window([&] {
             Show({.text = "refused"}, [&](QMessageBox& box) {
                 ++boxes;
-                // The finger is lifted over the box.
+                // The button is released over the message box.
                 QTest::mouseRelease(box.windowHandle(), Qt::LeftButton);
                 box.button(QMessageBox::Ok)->click();
             });

@@ -1,4 +1,4 @@
-// The end of the run: exit codes, the report of an uncaught failure, what is saved before it.
+// The end of the run: exit codes, the report of an uncaught failure, and what is saved first.
 #include "app/run_end.h"
 
 #include <cstdio>
@@ -11,7 +11,7 @@
 namespace spellwick {
 namespace {
 
-// Ends the process in a child; each box, the saving and the last step write a line.
+// Ends the process in a child; each message box, the saving and the last step write a line.
 class TellingBoxes : public MessageBoxes {
   public:
     BoxAnswer Show(const Box& box) override {
@@ -25,7 +25,7 @@ void FailWith(const std::exception& failure, bool saves) {
     RunEnd end(boxes);
     end.SetSaving([&] {
         std::fprintf(stderr, "saving\n");
-        // A failure on the way out is part of the same end.
+        // A failure during the end does not start another.
         end.OnUncaughtFailure(std::runtime_error("another"), "saving");
         return saves;
     });
@@ -62,7 +62,7 @@ TEST_F(RunEndDeathTest, OnUncaughtFailure_NotAllSaved_SaysSo) {
                 "was.\nlast\n$");
 }
 
-// As a signal does that asks the program to end.
+// Like a signal that asks the program to end.
 class EndingBoxes : public MessageBoxes {
   public:
     BoxAnswer Show(const Box& /*box*/) override {

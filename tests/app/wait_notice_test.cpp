@@ -1,4 +1,4 @@
-// The window that asks for patience.
+// The window "Please wait".
 #include "app/wait_notice.h"
 
 #include <QApplication>

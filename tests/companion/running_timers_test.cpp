@@ -1,4 +1,4 @@
-// Which running timers are shown, with what, and whether their window is.
+// Which running timers are shown, how, and whether their window is visible.
 #include "companion/running_timers.h"
 
 #include <chrono>
