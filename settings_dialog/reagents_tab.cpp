@@ -79,7 +79,7 @@ void ReagentsTab::MakeLine(i32 reagent) {
     line.right = MakeSide(BagSide::kRight, reagent);
     line.total = Named(new QLabel(this), IndexedName("LabelTotal", reagent));
     line.total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_events.On(line.arrows, &TransferArrows::Pressed, "moving a reagent",
+    m_events.On(line.arrows, &TransferArrows::MoveWanted, "moving a reagent",
                 [this, reagent](BagSide to) { ClickArrow(reagent, to); });
 }
 

@@ -1,15 +1,13 @@
-// The pair of small arrows between two columns: a press moves something to the side that the arrow
-// points to, and goes on while it is held.
+// The pair of small arrows between two columns: they move something to the side that they point
+// to, also by the arrow keys.
 #pragma once
 
-#include <QTimer>
-#include <QWidget>
-
 #include "model/bag_transfer.h"
+#include "widgets/arrow_pair.h"
 
 namespace spellwick {
 
-class TransferArrows : public QWidget {
+class TransferArrows : public ArrowPair {
     Q_OBJECT
 
   public:
@@ -18,21 +16,10 @@ class TransferArrows : public QWidget {
     QSize sizeHint() const override;
 
   signals:
-    void Pressed(spellwick::BagSide to);
+    void MoveWanted(spellwick::BagSide to);
 
   protected:
-    void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-
-  private:
-    void StepHeld(int untilNextMs);
-
-    QTimer m_repeat{this};
-    BagSide m_side = BagSide::kLeft;
-    bool m_held = false;
 };
 
 }  // namespace spellwick

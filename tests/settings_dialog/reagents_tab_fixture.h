@@ -44,8 +44,7 @@ class ReagentsTabTest : public SettingsFixture {
     }
     void ClickArrow(int reagent, BagSide to) {
         QWidget& arrows = Named("UpDown1", reagent);
-        QTest::mouseClick(&arrows, Qt::LeftButton, Qt::NoModifier,
-                          QPoint(to == kLeft ? 4 : arrows.width() - 4, arrows.height() / 2));
+        ClickSpot(arrows, {to == kLeft ? 4 : arrows.width() - 4, arrows.height() / 2});
     }
     // A different count in every cell.
     void FillStock() {

@@ -1,5 +1,4 @@
 // Moves between two bags by arrows and by signs, plain counts and totals.
-#include <QTimer>
 
 #include "tests/settings_dialog/reagents_tab_fixture.h"
 
@@ -87,21 +86,43 @@ TEST_F(ReagentsTabTest, Arrows_HeldDown_GoOnButNotWhileABoxStands) {
     OpenTab();
     SetCounts(5, 5);
     QWidget& arrows = Named("UpDown1", 1);
-    const QTimer& repeat = *arrows.findChild<QTimer*>();
     const QPoint left = arrows.mapTo(&Form(), QPoint(4, 4));
+    const auto taken = [this] { return m_state.ReagentStock(1, 0); };
     QTest::mousePress(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
-    EXPECT_TRUE(repeat.isActive());
-    QTest::mouseRelease(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
-    EXPECT_FALSE(repeat.isActive());
     ExpectCounts(6, 4, "one step");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return taken() > 6; }, 2000));
+    QTest::mouseRelease(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+    const i16 reached = taken();
+    QTest::qWait(500);
+    EXPECT_EQ(taken(), reached);
 
     Pick(Bag(1), 0);
-    bool repeatsBehindTheBox = true;
-    m_boxes.whileStanding = [&] { repeatsBehindTheBox = repeat.isActive(); };
+    m_boxes.whileStanding = [] { QTest::qWait(600); };
     QTest::mousePress(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
     EXPECT_THAT(TakeBoxes(), ElementsAre(kTwoBagsBox));
-    EXPECT_FALSE(repeatsBehindTheBox);
     QTest::mouseRelease(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+}
+
+TEST_F(ReagentsTabTest, Arrows_HeldDown_GoOnWhenTheMouseSlidesOff) {
+    OpenTab();
+    SetCounts(5, 5);
+    QWidget& arrows = Named("UpDown1", 1);
+    const QPoint left = arrows.mapTo(&Form(), QPoint(4, 4));
+    QTest::mousePress(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+    QTest::mouseMove(Form().windowHandle(), left - QPoint(0, 60));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_state.ReagentStock(1, 0) > 6; }, 2000));
+    QTest::mouseRelease(Form().windowHandle(), Qt::LeftButton, Qt::NoModifier, left);
+}
+
+TEST_F(ReagentsTabTest, Arrows_OtherButtons_MoveNothing) {
+    OpenTab();
+    SetCounts(5, 5);
+    QWidget& arrows = Named("UpDown1", 1);
+    const QPoint left = arrows.mapTo(&Form(), QPoint(4, 4));
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        QTest::mouseClick(Form().windowHandle(), button, Qt::NoModifier, left);
+        ExpectCounts(5, 5, "another button");
+    }
 }
 
 TEST_F(ReagentsTabTest, Arrows_DoNotAddTheTotalsUp) {

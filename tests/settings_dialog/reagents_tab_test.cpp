@@ -137,8 +137,7 @@ TEST_F(ReagentsTabTest, Spins_StoreTheWholeBoxAndAddTheTotalsUp) {
     SetCounts(10, 3);
     const auto step = [this](const char* name, bool up) {
         QWidget& spin = Named(name, 1);
-        QTest::mouseClick(&spin, Qt::LeftButton, Qt::NoModifier,
-                          QPoint(spin.width() / 2, up ? 2 : spin.height() - 2));
+        ClickSpot(spin, {spin.width() / 2, up ? 2 : spin.height() - 2});
     };
     step("UpDownLeft", true);
     ExpectCounts(11, 3, "left up");
@@ -200,7 +199,7 @@ TEST_F(ReagentsTabTest, Edits_OfTheBagInUse_ShowInTheMainWindowAtOnce) {
     SetCounts(10, 3);
     const auto spin = [this] {
         QWidget& arrows = Named("UpDownRight", 1);
-        QTest::mouseClick(&arrows, Qt::LeftButton, Qt::NoModifier, QPoint(arrows.width() / 2, 2));
+        ClickSpot(arrows, {arrows.width() / 2, 2});
     };
     for (const i16 bag : {i16{0}, i16{1}}) {
         m_state.CurrentReagentBag = bag;

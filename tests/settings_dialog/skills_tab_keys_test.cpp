@@ -139,10 +139,9 @@ TEST_F(SkillsTabTest, Spin_OfTheIntelligence_ShowsMoreThanCounts) {
 TEST_F(SkillsTabTest, Spin_ByMouseAndByArrowKeys) {
     OpenTab();
     QWidget& spin = *Form().Skills().UpDownSkill;
-    QTest::mouseClick(&spin, Qt::LeftButton, Qt::NoModifier, QPoint(spin.width() / 2, 2));
+    ClickSpot(spin, {spin.width() / 2, 2});
     EXPECT_EQ(m_state.Magery, 51);
-    QTest::mouseClick(&spin, Qt::LeftButton, Qt::NoModifier,
-                      QPoint(spin.width() / 2, spin.height() - 2));
+    ClickSpot(spin, {spin.width() / 2, spin.height() - 2});
     EXPECT_EQ(m_state.Magery, 50);
     Click("MinimumSkill", kCharacter);
     Press(Qt::Key_Up);

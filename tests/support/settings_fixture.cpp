@@ -139,7 +139,10 @@ void SettingsFixture::Click(QWidget& control) {
     // A check box has its own at its left end.
     const QPoint place = control.rect().center();
     const bool isWide = control.inherits("QCheckBox") || control.inherits("QRadioButton");
-    const QPoint spot = isWide ? QPoint(8, place.y()) : place;
+    ClickSpot(control, isWide ? QPoint(8, place.y()) : place);
+}
+
+void SettingsFixture::ClickSpot(QWidget& control, QPoint spot) {
     QTest::mouseClick(m_form->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       control.mapTo(m_form.get(), spot));
 }

@@ -105,6 +105,8 @@ class SettingsFixture : public testing::Test, public FailureSink {
     void Click(QWidget& control);
     void Click(const char* name);
     void Click(const char* name, int index);
+    // A click on a spot of a control, or on what lies there within it.
+    void ClickSpot(QWidget& control, QPoint spot);
     void Type(const std::string& text);
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     // Replaces the text of a box by typing, without leaving it.
