@@ -27,24 +27,14 @@ i16 ShiftMask(Qt::KeyboardModifiers modifiers) {
     return static_cast<i16>(mask);
 }
 
-SpellIcon::SpellIcon(QWidget* parent) : QWidget(parent) {
-    setMouseTracking(true);
+SpellIcon::SpellIcon(QWidget* parent) : IconPicture(parent) {
     setFixedSize(42, 42);
 }
 
-void SpellIcon::SetPicture(const QPixmap& strip, const QRect& cell) {
-    if (cell != m_cell || strip.cacheKey() != m_strip.cacheKey()) {
-        m_strip = strip;
-        m_cell = cell;
-        update();
-    }
-}
-
-void SpellIcon::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), m_strip, m_cell);
+void SpellIcon::paintEvent(QPaintEvent* event) {
+    IconPicture::paintEvent(event);
     if (underMouse()) {
+        QPainter painter(this);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
         painter.drawRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
     }

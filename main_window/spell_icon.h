@@ -1,11 +1,8 @@
-// The icon of one slot of the page: shows a cell of an icon strip and tells of presses, clicks and
-// the mouse moving over it.
+// The icon of one slot of the page, with signals for presses, clicks and the mouse moving over it.
 #pragma once
 
-#include <QPixmap>
-#include <QWidget>
-
 #include "text/number_types.h"
+#include "widgets/icon_picture.h"
 
 namespace spellwick {
 
@@ -15,15 +12,11 @@ i16 MouseButtonNumber(Qt::MouseButton button);
 // Mask of modifiers: 1 Shift, 2 Ctrl, 4 Alt, 8 any other; lock keys do not count.
 i16 ShiftMask(Qt::KeyboardModifiers modifiers);
 
-class SpellIcon : public QWidget {
+class SpellIcon : public IconPicture {
     Q_OBJECT
 
   public:
     explicit SpellIcon(QWidget* parent);
-
-    // `cell` is a part of a strip at the density of the screen; it is drawn over the whole icon.
-    void SetPicture(const QPixmap& strip, const QRect& cell);
-    const QRect& Cell() const { return m_cell; }
 
   signals:
     void Pressed(spellwick::i16 button, spellwick::i16 shift);
@@ -41,8 +34,6 @@ class SpellIcon : public QWidget {
     void leaveEvent(QEvent* event) override;
 
   private:
-    QPixmap m_strip;
-    QRect m_cell;  // in pixels of the strip
     bool m_pressed = false;
 };
 

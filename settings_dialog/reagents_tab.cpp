@@ -35,9 +35,9 @@ enum GridColumn {
 
 ReagentsTab::ReagentsTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
-      PicRegsL(Named(new ReagentColumn(services.pictures.reagents, this),
+      PicRegsL(Named(new ReagentPictures(services.pictures.reagents, Qt::Vertical, this),
                      QStringLiteral("PicRegsL"), QStringLiteral("Reagents"))),
-      PicRegsR(Named(new ReagentColumn(services.pictures.reagents, this),
+      PicRegsR(Named(new ReagentPictures(services.pictures.reagents, Qt::Vertical, this),
                      QStringLiteral("PicRegsR"), QStringLiteral("Reagents"))),
       m_totalHeading(
           Named(new QLabel(QStringLiteral("Total"), this), IndexedName("LabelTotal", 0))) {
@@ -132,6 +132,9 @@ void ReagentsTab::PlaceControls() {
     }
     for (int line = 0; line < kMageryReagents; ++line) {
         grid->setRowMinimumHeight(kFirstLineRow + line, kPitch);
+    }
+    for (ReagentPictures* pictures : {PicRegsL, PicRegsR}) {
+        pictures->setFixedWidth(m_services.pictures.reagents.CellSize().width());
     }
     grid->addWidget(PicRegsL, kFirstLineRow, kLeftPicture, kMageryReagents, 1);
     grid->addWidget(PicRegsR, kFirstLineRow, kRightPicture, kMageryReagents, 1);
@@ -234,7 +237,7 @@ void ReagentsTab::ShowReagentType() {
             control->setVisible(shown);
         }
     }
-    for (ReagentColumn* pictures : {PicRegsL, PicRegsR}) {
+    for (ReagentPictures* pictures : {PicRegsL, PicRegsR}) {
         pictures->Show(isMagery ? 1 : kFirstNecroReagent,
                        isMagery ? kMageryReagents : kReagentCount - kMageryReagents);
     }

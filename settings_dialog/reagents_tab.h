@@ -8,7 +8,7 @@
 
 #include "model/bag_transfer.h"
 #include "settings_dialog/controls.h"
-#include "settings_dialog/reagent_column.h"
+#include "settings_dialog/reagent_pictures.h"
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/transfer_arrows.h"
 #include "widgets/counter_box.h"
@@ -42,13 +42,11 @@ class ReagentsTab : public SettingsTab {
     UpDown& UpDownRight(i32 reagent) { return *m_lines(reagent).right.upDown; }
     TransferArrows& UpDown1(i32 reagent) { return *m_lines(reagent).arrows; }
     QLabel& LabelTotal(i32 reagent) { return *m_lines(reagent).total; }
-    QLabel& LblRegMan1(i32 reagent) { return *m_lines(reagent).left.name; }
-    QLabel& LblRegMan2(i32 reagent) { return *m_lines(reagent).right.name; }
 
     std::array<ChoiceBox*, 2> ComboTransfer{};
     std::array<QToolButton*, 2> RegType{};
-    ReagentColumn* PicRegsL;
-    ReagentColumn* PicRegsR;
+    ReagentPictures* PicRegsL;
+    ReagentPictures* PicRegsR;
 
   protected:
     void resizeEvent(QResizeEvent* event) override;

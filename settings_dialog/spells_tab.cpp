@@ -19,6 +19,7 @@ constexpr int kMageryPages = 8;
 constexpr int kOtherColumns = 6;  // reagents 9 to 13 and the tithes
 constexpr double kMostInCell = 99.0;
 constexpr std::size_t kCellCharacters = 3;
+constexpr int kColumnWidth = 40;
 constexpr int kNameGap = 8;
 constexpr int kPictureInset = 5;  // puts a picture above the middle of its box
 constexpr int kHeadingWidth = 52;
@@ -53,7 +54,7 @@ SpellsTab::SpellsTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
       ComboSpellLevel(Named(new ChoiceBox(this), QStringLiteral("ComboSpellLevel"),
                             QStringLiteral("Page of spells"))),
-      PicRegHolder(Named(new ReagentRow(services.pictures.reagents, this),
+      PicRegHolder(Named(new ReagentPictures(services.pictures.reagents, Qt::Horizontal, this),
                          QStringLiteral("PicRegHolder"), QStringLiteral("Reagents"))),
       CheckPics(Named(new QCheckBox(QStringLiteral("Pictures"), this), QStringLiteral("CheckPics"),
                       QStringLiteral("Pictures of the reagents"))),
@@ -65,6 +66,7 @@ SpellsTab::SpellsTab(const SettingsServices& services, QWidget* parent)
     m_events.On(ComboSpellLevel, &QComboBox::activated, "choosing a page of spells",
                 [this] { ClickSpellLevel(); });
     m_events.On(CheckPics, &QCheckBox::clicked, "changing an option", [this] { ClickPics(); });
+    MakePictures();
     for (int row = 0; row < kSlotCount; ++row) {
         MakeRow(row);
     }
@@ -124,6 +126,18 @@ void SpellsTab::MakeColumn(int column) {
                 [this, column] { ChangeRegPrice(column); });
 }
 
+// What is drawn is up to the row; the place of each picture carries its tooltip.
+void SpellsTab::MakePictures() {
+    PicRegHolder->SetPitch(kColumnWidth);
+    for (int column = 0; column < kSpellColumns; ++column) {
+        auto* place = Named(new QWidget(PicRegHolder), IndexedName("imgReg", column));
+        place->setGeometry(PicRegHolder->PlaceOf(column));
+        m_pictures[static_cast<std::size_t>(column)] = place;
+    }
+    const QRect last = m_pictures.back()->geometry();
+    PicRegHolder->setFixedSize(last.right() + 1, last.height());
+}
+
 void SpellsTab::PlaceControls() {
     constexpr int kGap = 2;
     auto* grid = new QGridLayout(this);
@@ -132,7 +146,7 @@ void SpellsTab::PlaceControls() {
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(kGapColumn, kNameGap);
     for (int column = 0; column < kSpellColumns; ++column) {
-        grid->setColumnMinimumWidth(kFirstReagentColumn + column, ReagentRow::kColumnWidth);
+        grid->setColumnMinimumWidth(kFirstReagentColumn + column, kColumnWidth);
     }
     grid->addWidget(ComboSpellLevel, kPageRow, 0);
     auto* pictures = new QHBoxLayout;
@@ -167,7 +181,7 @@ void SpellsTab::PlaceControls() {
 
 void SpellsTab::PlaceRows() {
     auto* grid = static_cast<QGridLayout*>(layout());
-    constexpr int kBoxWidth = ReagentRow::kColumnWidth - 2;
+    constexpr int kBoxWidth = kColumnWidth - 2;
     for (int row = 0; row < kSlotCount; ++row) {
         const auto at = static_cast<std::size_t>(row);
         const int line = kFirstSpellRow + row;
@@ -220,7 +234,6 @@ void SpellsTab::Load() {
 
 void SpellsTab::ClickSpellLevel() {
     RefreshSpellPage();
-    PicRegHolder->update();
 }
 
 void SpellsTab::RefreshSpellPage() {
@@ -272,9 +285,9 @@ void SpellsTab::ShowColumn(int column) {
 
 void SpellsTab::ShowPictures() {
     PicRegHolder->setVisible(CheckPics->isChecked());
-    PicRegHolder->SetFirstReagent(ReagentOfColumn(0));
+    PicRegHolder->Show(ReagentOfColumn(0), Columns());
     for (int column = 0; column < kSpellColumns; ++column) {
-        QWidget& place = PicRegHolder->ImgReg(column);
+        QWidget& place = *m_pictures[static_cast<std::size_t>(column)];
         place.setVisible(CheckPics->isChecked() && column < Columns());
         if (column < Columns()) {
             place.setToolTip(ToQString(m_state.ReagentName(ReagentOfColumn(column))));

@@ -10,7 +10,7 @@
 
 #include "model/spell_record.h"
 #include "settings_dialog/controls.h"
-#include "settings_dialog/reagent_row.h"
+#include "settings_dialog/reagent_pictures.h"
 #include "settings_dialog/settings_tab.h"
 #include "widgets/counter_box.h"
 #include "widgets/entry_box.h"
@@ -51,7 +51,7 @@ class SpellsTab : public SettingsTab {
     std::array<QCheckBox*, kSlotCount> CheckTown{};
     std::array<CounterBox*, kSpellColumns> RegPrice{};
     std::array<QLabel*, kSpellColumns> Label2{};
-    ReagentRow* PicRegHolder;
+    ReagentPictures* PicRegHolder;
     QCheckBox* CheckPics;
     QPushButton* Command2;
     QPushButton* Command3;
@@ -60,7 +60,7 @@ class SpellsTab : public SettingsTab {
   private:
     void MakeRow(int row);
     void MakeColumn(int column);
-    void MakePrices();
+    void MakePictures();
     void PlaceControls();
     void PlaceRows();
     int Page() const { return ComboSpellLevel->currentIndex(); }
@@ -72,6 +72,7 @@ class SpellsTab : public SettingsTab {
     void ShowPictures();
     void MarkSchool(bool inBook);
 
+    std::array<QWidget*, kSpellColumns> m_pictures{};
     std::array<EntryBox*, std::size_t{kSlotCount} * kSpellColumns> m_reagents{};
 };
 

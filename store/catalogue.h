@@ -17,12 +17,17 @@ struct KeyOf {
 };
 
 // Global options.
+inline constexpr std::string_view kDisableCastingKey = "DisableCasting";
+inline constexpr std::string_view kDisplayVerticalKey = "DisplayVertical";
+inline constexpr std::string_view kAlwaysOnTopKey = "AlwaysOnTop";
+inline constexpr std::string_view kShowNecroRegsKey = "ShowNecroRegs";
+inline constexpr std::string_view kMeditateKey = "Meditate";
 inline constexpr std::array<KeyOf<bool>, 5> kSwitchKeys{{
-    {"DisableCasting", &SharedState::DisableCasting, true},
-    {"DisplayVertical", &SharedState::DisplayVertical, false},
-    {"AlwaysOnTop", &SharedState::AlwaysOnTop, false},
-    {"ShowNecroRegs", &SharedState::ShowNecroRegs, true},
-    {"Meditate", &SharedState::Meditate, false},
+    {kDisableCastingKey, &SharedState::DisableCasting, true},
+    {kDisplayVerticalKey, &SharedState::DisplayVertical, false},
+    {kAlwaysOnTopKey, &SharedState::AlwaysOnTop, false},
+    {kShowNecroRegsKey, &SharedState::ShowNecroRegs, true},
+    {kMeditateKey, &SharedState::Meditate, false},
 }};
 inline constexpr std::array<KeyOf<i16>, 2> kLimitKeys{{
     {"MeditateLevel", &SharedState::MeditateLevel, 20},

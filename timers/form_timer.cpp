@@ -54,7 +54,7 @@ void FormTimer::MakeParts() {
         m_names[slot]->setObjectName(IndexedName("lblSpellName", i));
         m_seconds[slot] = new TimerLabel(this, Qt::AlignRight);
         m_seconds[slot]->setObjectName(IndexedName("lblTimeRemaining", i));
-        m_pictures[slot] = new TimerPicture(this);
+        m_pictures[slot] = new IconPicture(this);
         m_pictures[slot]->setObjectName(IndexedName("imgSpell", i));
         m_bars[slot] = new TimerBar(this);
         m_bars[slot]->setObjectName(IndexedName("picProg", i));

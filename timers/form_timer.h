@@ -12,6 +12,7 @@
 #include "timers/timer_parts.h"
 #include "timers/timer_plan.h"
 #include "widgets/guarded_events.h"
+#include "widgets/icon_picture.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {
@@ -56,11 +57,11 @@ class FormTimer : public QWidget {
     RunningTimers& m_timers;
     const GuardedEvents m_events;
     IconClip m_icons;
-    std::array<TimerLabel*, kTimerSlots> m_names{};       // lblSpellName
-    std::array<TimerLabel*, kTimerSlots> m_seconds{};     // lblTimeRemaining
-    std::array<TimerPicture*, kTimerSlots> m_pictures{};  // imgSpell
-    std::array<TimerBar*, kTimerSlots> m_bars{};          // picProg
-    std::array<TimerControl*, 2> m_controls{};            // lblControls
+    std::array<TimerLabel*, kTimerSlots> m_names{};      // lblSpellName
+    std::array<TimerLabel*, kTimerSlots> m_seconds{};    // lblTimeRemaining
+    std::array<IconPicture*, kTimerSlots> m_pictures{};  // imgSpell
+    std::array<TimerBar*, kTimerSlots> m_bars{};         // picProg
+    std::array<TimerControl*, 2> m_controls{};           // lblControls
     bool m_dragging = false;
     QPoint m_pressPlace;  // of the mouse on the screen
     QPoint m_pressWindow;

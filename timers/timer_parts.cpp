@@ -58,24 +58,6 @@ void TimerBar::paintEvent(QPaintEvent* /*event*/) {
                      OnBlack(BarRestColour(m_percent), QGuiApplication::palette()));
 }
 
-TimerPicture::TimerPicture(QWidget* parent) : QWidget(parent) {
-    setMouseTracking(true);
-}
-
-void TimerPicture::SetPicture(const QPixmap& strip, const QRect& cell) {
-    if (cell != m_cell || strip.cacheKey() != m_strip.cacheKey()) {
-        m_strip = strip;
-        m_cell = cell;
-        update();
-    }
-}
-
-void TimerPicture::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), m_strip, m_cell);
-}
-
 TimerControl::TimerControl(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignCenter);

@@ -3,8 +3,6 @@
 #pragma once
 
 #include <QLabel>
-#include <QPixmap>
-#include <QRect>
 
 #include "model/colours.h"
 
@@ -47,25 +45,6 @@ class TimerBar : public QWidget {
 
   private:
     i32 m_percent = 0;
-};
-
-// The icon of one timer.
-class TimerPicture : public QWidget {
-    Q_OBJECT
-
-  public:
-    explicit TimerPicture(QWidget* parent);
-
-    // `cell` is a part of a strip at the density of the screen.
-    void SetPicture(const QPixmap& strip, const QRect& cell);
-    const QRect& Cell() const { return m_cell; }
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-
-  private:
-    QPixmap m_strip;
-    QRect m_cell;  // in pixels of the strip
 };
 
 // One of the two small buttons; never takes the focus.

@@ -54,7 +54,7 @@ class FormTimerTest : public testing::Test, public FailureSink {
     }
     TimerLabel& Name(int slot) { return Named<TimerLabel>("lblSpellName", slot); }
     TimerLabel& Seconds(int slot) { return Named<TimerLabel>("lblTimeRemaining", slot); }
-    TimerPicture& Picture(int slot) { return Named<TimerPicture>("imgSpell", slot); }
+    IconPicture& Picture(int slot) { return Named<IconPicture>("imgSpell", slot); }
     TimerBar& Bar(int slot) { return Named<TimerBar>("picProg", slot); }
     TimerControl& Control(int index) { return Named<TimerControl>("lblControls", index); }
 
