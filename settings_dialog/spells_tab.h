@@ -1,5 +1,5 @@
-// The tab of spells and reagent prices: what the eight spells of a page take and cost, which are in
-// the book and which may be cast in town. Every edit acts at once.
+// The Spells & Reagents tab: which reagents the eight spells of a page need, what they cost, which
+// are in the book and which may be cast in town. Every change takes effect at once.
 #pragma once
 
 #include <QCheckBox>
@@ -18,6 +18,7 @@
 namespace spellwick {
 
 inline constexpr int kSpellColumns = 8;
+inline constexpr int kOtherColumns = 6;  // beyond Magery: reagents 9 to 13 and the tithes
 
 class SpellsTab : public SettingsTab {
     Q_OBJECT
@@ -29,7 +30,7 @@ class SpellsTab : public SettingsTab {
     void Refresh() override { RefreshSpellPage(); }
     QWidget* FirstControl() override { return ComboSpellLevel; }
 
-    // Fills the tab for the page of ComboSpellLevel; costs are calculated anew.
+    // Fills the tab for the page of ComboSpellLevel and recalculates the costs.
     void RefreshSpellPage();
 
     void ClickSpellLevel();
