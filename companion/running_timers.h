@@ -1,4 +1,4 @@
-// The countdowns of the spells that were cast: how long each lasts, which ones are shown, and
+// The countdowns of the spells that were cast: how long each runs, which ones are shown, and
 // whether their window is.
 #pragma once
 

@@ -17,7 +17,7 @@ QLabel* MakeCredit(QWidget* parent, const char* name, const char* text) {
     return credit;
 }
 
-// The program's icon, large.
+// The program's icon at a large size.
 QPixmap Icon(double devicePixelRatio) {
     QPixmap icon(QStringLiteral(":/pictures/spellwick-256.png"));
     if (icon.isNull()) {

@@ -1,4 +1,4 @@
-// The tab that says what this is and who made it.
+// The About tab: the program's version and its makers.
 #pragma once
 
 #include <QLabel>

@@ -1,5 +1,5 @@
-// The one colour and file dialog of the settings dialog. What it holds stays until the end of the
-// run: the name of the last file, and whether a cancel is a failure.
+// The one colour and file dialog of the settings dialog. Keeps two things until the program ends:
+// the name of the last file, and whether a cancel counts as a failure.
 #pragma once
 
 #include <string>
@@ -13,14 +13,14 @@ class CommonDialog {
   public:
     explicit CommonDialog(Dialogs& dialogs) : m_dialogs(dialogs) {}
 
-    // From now on the cancel of any of the dialogs throws RuntimeFailure (cancelled).
+    // From now on, cancelling any of the dialogs throws RuntimeFailure (cancelled).
     void ReportCancelAsFailure() { m_cancelFails = true; }
 
-    // The colour chosen, `start` after a cancel that is no failure.
+    // The chosen colour; `start` if the user cancels and that is no failure.
     Colour ShowColour(Colour start);
 
-    // Ask for a file, with FileName standing in the dialog in place of the question's own name. The
-    // whole path of a chosen file becomes FileName; a cancel leaves it.
+    // Ask for a file, offering FileName instead of the question's own name. The full path of the
+    // chosen file becomes FileName; a cancel leaves FileName as it was.
     void ShowOpen(FileQuestion question);
     void ShowSave(FileQuestion question);
 

@@ -62,13 +62,13 @@ QFrame* MakeLine(QWidget* parent, const QString& name) {
     return line;
 }
 
-bool ShowText(QLineEdit& box, const std::string& text) {
+bool ShowText(QLineEdit& edit, const std::string& text) {
     const QString shown = ToQString(text);
-    if (box.text() == shown) {
+    if (edit.text() == shown) {
         return false;
     }
-    const QSignalBlocker quiet(box);
-    box.setText(shown);
+    const QSignalBlocker quiet(edit);
+    edit.setText(shown);
     return true;
 }
 

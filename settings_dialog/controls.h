@@ -1,4 +1,4 @@
-// The little that the tabs share in making their controls.
+// Controls that several tabs share, and helpers to make them.
 #pragma once
 
 #include <QComboBox>
@@ -14,8 +14,8 @@
 
 namespace spellwick {
 
-// A list to choose from. The wheel changes it only where the user is at work, not when it passes
-// by.
+// A combo box that ignores the mouse wheel unless it has the focus, so that scrolling past it
+// changes nothing.
 class ChoiceBox : public QComboBox {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ class ChoiceBox : public QComboBox {
     void wheelEvent(QWheelEvent* event) override;
 };
 
-// One of several captions with a picture; the one that is on stands out in every theme.
+// One of several exclusive buttons with a picture; the checked one stands out in every theme.
 class PictureOption : public QToolButton {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ class PictureOption : public QToolButton {
     void initStyleOption(QStyleOptionToolButton* option) const override;
 };
 
-// Gives a control its name and the words that a person would want read out.
+// Sets a control's object name and its accessible name.
 template <typename Control>
 Control* Named(Control* control, const QString& name, const QString& accessibleName = {}) {
     control->setObjectName(name);
@@ -48,18 +48,18 @@ Control* Named(Control* control, const QString& name, const QString& accessibleN
 // A caption "Label1(index)".
 QLabel* MakeCaption(QWidget* parent, int index, const QString& text);
 
-// A heading for a column of this width: what is too wide goes on in the next line.
+// A heading for a column of this width; longer text wraps.
 QLabel* MakeHeading(QWidget* parent, int index, const QString& text, int width);
 
-// A thin line across.
+// A thin horizontal line.
 QFrame* MakeLine(QWidget* parent, const QString& name);
 
-// Writes a box unless it holds the text already, so that an unchanged box keeps its selection. True
-// when the text changed; the box sends no signal, so that a change handler can be called in its
-// place and its failures reach the caller.
-bool ShowText(QLineEdit& box, const std::string& text);
+// Writes an edit unless it holds the text already, so that an unchanged edit keeps its selection.
+// True if the text changed. The edit sends no signal: the caller runs the change handler itself, so
+// that its failures reach the caller.
+bool ShowText(QLineEdit& edit, const std::string& text);
 
-// Room for the longest name of a spell, in pixels.
+// Width of the longest spell name, in pixels.
 int WidestSpellName(const QLabel& label, const SpellTable& spells);
 
 // The twelve pages of eight spells as the tabs list them.

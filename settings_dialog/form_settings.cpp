@@ -16,14 +16,14 @@ namespace spellwick {
 namespace {
 
 constexpr float kTwipsPerPixel = 15.0F;
-// The least size, 8340 by 5655 twips; a font that needs more room gets it.
+// Minimum size, 8340 by 5655 twips; a larger font makes the dialog larger.
 constexpr QSize kLeastSize(556, 377);
 
 constexpr std::array<const char*, kTabCount> kTabCaptions{
     "Spells && Reagents", "User Spells", "Macros", "Skills",
     "Reagent Management", "Spell texts", "About",  "Settings"};
 
-// Keeps an entry that the user has not finished, while the program refills its box.
+// Keeps the user's unfinished entry while the program refills its edit.
 class UnfinishedEntry {
   public:
     explicit UnfinishedEntry(QWidget* focused) : m_box(qobject_cast<QLineEdit*>(focused)) {
@@ -122,7 +122,7 @@ void FormSettings::MakeButtons() {
     row->addWidget(Command1);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
 
-    // The Enter key presses it; nobody sees it or tabs to it.
+    // The Enter key presses it. It is out of sight and not reachable by Tab.
     CommandDummy = new QPushButton(this);
     CommandDummy->setObjectName(QStringLiteral("CommandDummy"));
     CommandDummy->setAccessibleName(QStringLiteral("Take the entry"));
@@ -149,7 +149,7 @@ void FormSettings::Form_Load() {
     FitSize();
 }
 
-// A window takes its place as that of its frame only if it has the place before it has a handle.
+// move() sets the place of the frame only before the native window exists.
 void FormSettings::RestorePlace() {
     const auto read = [this](float& place, std::string_view key) {
         IgnoreFailure([&] {
@@ -190,8 +190,8 @@ void FormSettings::RefreshWhatWorks() {
 }
 
 void FormSettings::UpdateChance() {
-    // Another character has logged in while the dialog stands open: its boxes must not go on
-    // showing the last one's data, which they would give to this one when they are left.
+    // Another character has logged in while the dialog is open. Its edits must not keep the
+    // previous character's data: losing the focus would write them to the new one.
     if (isVisible() && m_shownPlayer != m_state.CurrentPlayerName) {
         m_general->Activate();
         RefreshWhatWorks();
@@ -243,7 +243,7 @@ StoreResult FormSettings::Form_Unload() {
     return m_services.mainWindow.SaveMacros(hasPlace ? std::optional(m_place) : std::nullopt);
 }
 
-// While the dialog is shown its frame stands where pos() says; a hidden one has lost its frame.
+// pos() is the place of the frame only while the dialog is shown; hiding it removes the frame.
 void FormSettings::KeepPlace() {
     if (isVisible() && !isMinimized() && !isMaximized() && !isFullScreen()) {
         const QPoint shown(ToI32(double{m_place.left / kTwipsPerPixel}),
@@ -262,7 +262,7 @@ void FormSettings::changeEvent(QEvent* event) {
     }
     m_events.Run("showing the settings", [&] {
         if (m_justShown) {
-            // All is filled; only now is there a window on the screen to raise.
+            // Everything is filled already; only now is there a window to raise.
             m_justShown = false;
             m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
         } else {
@@ -282,7 +282,7 @@ void FormSettings::showEvent(QShowEvent* event) {
 void FormSettings::closeEvent(QCloseEvent* event) {
     event->ignore();
     m_events.Run("closing the settings", [&] {
-        // A box that is being edited runs its check, as with the button.
+        // Moves the focus, so that the edit in use checks its entry, as the button does.
         Command1->setFocus(Qt::OtherFocusReason);
         m_services.mainWindow.ReportSave(Form_Unload());
         hide();

@@ -1,5 +1,5 @@
-// The settings dialog: eight buttons over eight panels, one class for each panel. It is made once,
-// hidden, and shown modally; every edit acts at once.
+// The settings dialog: eight buttons over eight panels, one class for each panel. Built once,
+// hidden, and shown modally; every change takes effect at once.
 #pragma once
 
 #include <QDialog>
@@ -32,24 +32,24 @@ class FormSettings : public QDialog {
     // `services` is copied; what it refers to outlives the dialog.
     FormSettings(const SettingsServices& services, QWidget* parent);
 
-    // Place, lists and first fill, once for each run. A step that fails is passed over, as in the
-    // start of the program, of which this is a part.
+    // Sets the place, fills the lists and the tabs; once per run. This is part of the program's
+    // start, so a step that fails is skipped.
     void Form_Load();
 
-    // Each time the dialog becomes active: its top-most state, the player, all tabs.
+    // Due each time the dialog becomes active: its top-most state, the player, all tabs.
     void Form_Activate();
 
-    // What the end of the dialog saves: its place, unless it is minimised, and all macro codes.
+    // Saves the dialog's place, unless it is minimised, and all macro codes.
     StoreResult Form_Unload();
 
     // Refills every tab from the shared state.
     void RefreshDialog();
 
-    // Refreshes the chances of the skills tab, also while the dialog is hidden; all tabs when
-    // another player is loaded while it is shown.
+    // Refreshes the chances on the skills tab, even while the dialog is hidden; refreshes all tabs
+    // if another player was loaded while it is shown.
     void UpdateChance();
 
-    // The handlers of the buttons; a tab is 0 to 7.
+    // Button handlers; tabs are 0 to 7.
     void ClickCheckTab(int tab);
     void ClickCommand1();
     void ClickCommandDummy();
@@ -68,7 +68,7 @@ class FormSettings : public QDialog {
     QPushButton* Command1 = nullptr;
     QPushButton* CommandDummy = nullptr;
 
-    // Escape is no answer here: there is nothing to take back.
+    // Escape does nothing: there is nothing to cancel.
     void reject() override {}
 
   protected:
@@ -85,7 +85,7 @@ class FormSettings : public QDialog {
     void KeepPlace();
     void FitSize();
     std::array<SettingsTab*, 5> TabsOfRefresh() const;
-    // RefreshDialog outside of an action of the user: a tab that fails does not end the program.
+    // RefreshDialog when the user has done nothing: a tab that fails does not end the program.
     void RefreshWhatWorks();
 
     SettingsServices m_services;

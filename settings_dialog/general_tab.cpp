@@ -137,8 +137,8 @@ void GeneralTab::Load() {
     if (mode >= 0 && mode < static_cast<i32>(optSpellTimer.size())) {
         optSpellTimer[static_cast<std::size_t>(mode)]->setChecked(true);
     }
-    // ODDITY(player-list): a character seen for the first time is not in the list of window names
-    // until the program is started again; kept because the list is read once, with the dialog.
+    // ODDITY(player-list): a new character is missing from the list of window names until the
+    // program is started again; kept because the list is read once, when the dialog is built.
     for (const std::string& player : PlayerNames(m_services.store)) {
         ComboUOwindow->addItem(ToQString(player));
     }
@@ -165,7 +165,7 @@ void GeneralTab::Activate() {
         --entry;
     }
     ComboUOwindow->setCurrentIndex(entry);
-    // The choice of spell timer is made in the timer window.
+    // The timer window itself has the choice of display.
     Frame2->hide();
 }
 
@@ -188,9 +188,9 @@ void GeneralTab::SaveSwitch(std::string_view key, bool on) {
 }
 
 void GeneralTab::ClickAlwaysOnTop() {
-    // ODDITY(dialog-on-top): the settings dialog itself comes to the top, or leaves it, only when
-    // it becomes active the next time; kept because the option is about the main window, which
-    // follows as soon as it has the focus.
+    // ODDITY(dialog-on-top): the settings dialog itself follows the option only when it next
+    // becomes active; kept because the option is about the main window, which follows as soon as it
+    // has the focus.
     m_state.AlwaysOnTop = CheckAlwaysOnTop->isChecked();
     SaveSwitch(kAlwaysOnTopKey, m_state.AlwaysOnTop);
 }
@@ -223,10 +223,10 @@ void GeneralTab::ClickShowNecroRegs() {
     ClickDisplayVertical();
 }
 
-// ODDITY(limit-digits): of a mana limit or warning limit longer than four characters only the first
-// four count, while the box goes on showing all; kept because all number boxes read that many.
+// ODDITY(limit-digits): only the first four characters of a mana limit or warning limit count,
+// while the edit still shows all of them; kept because every number edit reads four.
 // ODDITY(limit-exponent): a limit typed with an exponent, such as 9e9, ends the program; kept
-// because it is a number that no limit can hold, and the data are saved all the same.
+// because no limit can hold such a number, and the data are saved all the same.
 void GeneralTab::ChangeMana() {
     m_state.MeditateLevel = ToI16(FirstFour(ToText(TextMana->text())));
 }

@@ -15,7 +15,7 @@
 
 namespace spellwick {
 
-// A patch of colour that can be clicked.
+// A clickable patch of colour.
 class ColourPatch : public QAbstractButton {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ class GeneralTab : public SettingsTab {
     void Load() override;
     QWidget* FirstControl() override { return ComboUOwindow; }
 
-    // A step of the dialog's becoming active: selects CurrentPlayerName, hides the timer options.
+    // Called when the dialog becomes active: selects CurrentPlayerName, hides the timer options.
     void Activate();
 
     void ClickUOwindow();

@@ -16,7 +16,7 @@ namespace spellwick {
 
 namespace {
 
-// Eight spells stand in two blocks of four, with the same columns: icon, key, three marks.
+// Two blocks of four spells, with the same columns: icon, key, three marks.
 constexpr int kBlockRows = 4;
 constexpr int kBlockColumns = 6;
 enum GridRow { kPageRow, kFirstSpellRow, kMeditationRow = kFirstSpellRow + kBlockRows, kHintRow };
@@ -211,9 +211,9 @@ void MacrosTab::KeyLostFocus(int line) {
         return;
     }
     const i32 macro = MacroOf(line);
-    // ODDITY(blank-key-two-boxes): a cleared key of a spell is refused with two boxes, one after
-    // the other, and that of Meditation with the second alone; kept because the first names the
-    // slip and the second is the answer to whatever is no key.
+    // ODDITY(blank-key-two-boxes): clearing a spell's key brings up two message boxes in turn,
+    // clearing Meditation's only the second; kept because the first names the mistake and the
+    // second answers anything that is not a key.
     if (TextMacro(line).text().isEmpty() && line < kSlotCount) {
         Complain(line, kKeyLeftBlank);
     }
@@ -228,8 +228,8 @@ void MacrosTab::KeyLostFocus(int line) {
 
 void MacrosTab::Complain(int line, std::string_view text) {
     m_services.boxes.Show({.text = std::string(text), .icon = BoxIcon::kCritical});
-    // The box that the focus was on its way to was not edited: a check of it could refuse it as
-    // well, and the two would ask for the focus in turn without an end.
+    // The edit that was about to get the focus is unchanged. Checking it too could refuse it as
+    // well, and the two would take the focus from each other without end.
     m_givesFocusBack = true;
     TextMacro(line).setFocus(Qt::OtherFocusReason);
     m_givesFocusBack = false;
@@ -247,8 +247,8 @@ FileQuestion MacrosTab::QuestionForFile(const char* title) const {
 void MacrosTab::ClickRead() {
     const FileQuestion question = QuestionForFile("Load Macro File");
     m_services.boxes.Show({.text = kReadNotice, .icon = BoxIcon::kExclamation});
-    // ODDITY(cancelled-load): a load that is cancelled loads the last file once more; kept because
-    // the dialog holds its name, and the same file changes nothing.
+    // ODDITY(cancelled-load): cancelling a load loads the last file again; kept because the dialog
+    // still holds its name, and the same file changes nothing.
     IgnoreFailure([&] {
         m_commonDialog.ShowOpen(question);
         MergeMacroFile(PathFromUtf8(m_commonDialog.FileName), m_state);
@@ -262,8 +262,8 @@ void MacrosTab::ClickWrite() {
     m_services.boxes.Show({.text = kWriteNotice, .icon = BoxIcon::kExclamation});
     m_commonDialog.FileName = kUnsetFileName;
     // ODDITY(cancelled-save): once a colour has been chosen in this run, cancelling the save of the
-    // macros ends the program, with all data saved; kept because the colour dialog and the file
-    // dialogs are one, and a cancel counts as a failure from then on.
+    // macros ends the program, with all data saved; kept because one dialog serves colours and
+    // files, and a cancel counts as a failure from then on.
     m_commonDialog.ShowSave(question);
     if (m_commonDialog.FileName != kUnsetFileName) {
         WriteMacroFile(PathFromUtf8(m_commonDialog.FileName), m_state);

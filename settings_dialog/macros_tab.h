@@ -1,5 +1,5 @@
-// The tab of the keys of the client's macros: one page of eight spells and the Meditation skill,
-// with load and save of the client's macro file. Every accepted edit acts at once.
+// The Macros tab: the client's macro keys for one page of eight spells and the Meditation skill,
+// and load and save of the client's macro file. Every accepted change takes effect at once.
 #pragma once
 
 #include <QCheckBox>
@@ -20,14 +20,14 @@ class MacrosTab : public SettingsTab {
   public:
     MacrosTab(const SettingsServices& services, CommonDialog& commonDialog, QWidget* parent);
 
-    // Reads the macros of the spells once more from the store, and shows the first page.
+    // Reads the spells' macros from the store again and shows the first page.
     void Load() override;
     QWidget* FirstControl() override { return ComboMacro; }
 
     // Shows the page of ComboMacro, and the Meditation skill.
     void RefreshMacroPage();
 
-    // Lines are 0 to 7 and 9, the Meditation skill.
+    // Lines are 0 to 7 for spells and 9 for the Meditation skill.
     void KeyLostFocus(int line);
     void ClickAlt(int line);
     void ClickCtrl(int line);

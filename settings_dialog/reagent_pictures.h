@@ -15,13 +15,13 @@ class ReagentPictures : public QWidget {
     ReagentPictures(const PictureStrip& strip, Qt::Orientation orientation, QWidget* parent)
         : QWidget(parent), m_strip(strip), m_orientation(orientation) {}
 
-    // The reagents that are drawn, from reagent `first` on.
+    // Draws `count` reagents, starting with `first`.
     void Show(i32 first, int count);
 
-    // From one picture to the next, in pixels.
+    // The distance from one picture to the next, in pixels.
     void SetPitch(int pitch);
 
-    // Where a picture stands, from 0.
+    // The place of a picture, counted from 0.
     QRect PlaceOf(int picture) const;
 
   protected:

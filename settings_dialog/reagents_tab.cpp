@@ -13,7 +13,7 @@ constexpr int kMageryReagents = kFirstNecroReagent - 1;
 constexpr int kCountWidth = 48;
 constexpr int kSpinWidth = 14;
 constexpr int kTotalWidth = 44;
-// A picture of 20 pixels with room around it.
+// Room for a picture of 20 pixels, with a margin.
 constexpr int kPitch = 27;
 
 enum GridRow { kTypeRow, kHintRow, kBagRow, kFirstLineRow };
@@ -162,7 +162,7 @@ void ReagentsTab::PlaceLine(i32 reagent) {
     grid->addWidget(line.total, row, kTotal);
 }
 
-// The rows lie as far apart as the boxes, of which a font can want more.
+// The pictures follow the pitch of the edits, which a large font increases.
 void ReagentsTab::resizeEvent(QResizeEvent* event) {
     SettingsTab::resizeEvent(event);
     const auto* grid = static_cast<QGridLayout*>(layout());
@@ -186,8 +186,8 @@ void ReagentsTab::ShowCount(BagSide side, i32 reagent) {
     ShowText(Count(side, reagent), PlainText(i32{m_state.ReagentStock(reagent, bag)}));
 }
 
-// Casts are taken from what the main window's counters show: an old count there would undo the
-// edit.
+// A cast debits what the main window's counters show, so a stale count there would undo the
+// change.
 void ReagentsTab::ShowInMainWindow(i32 reagent) {
     const BagPair bags = Bags();
     const i32 inUse = m_state.CurrentReagentBag;
@@ -259,8 +259,8 @@ void ReagentsTab::ClickArrow(i32 reagent, BagSide to) {
     if (LacksTwoBags(Bags())) {
         m_services.boxes.Show({.text = std::string(kSelectTwoBags), .icon = BoxIcon::kExclamation});
     }
-    // ODDITY(silent-arrow): an arrow at a reagent of which the other bag has none does nothing and
-    // says nothing; kept because the count of 0 beside it tells all.
+    // ODDITY(silent-arrow): an arrow does nothing, without a message, if the other bag has none of
+    // the reagent; kept because the count beside it shows 0.
     if (MoveOne(m_state.ReagentStock, reagent, Bags(), to)) {
         ShowInMainWindow(reagent);
         ShowCount(BagSide::kLeft, reagent);

@@ -1,5 +1,5 @@
-// The tab of the stock of ten bags: two of them side by side, moves between them, totals. Every
-// edit acts at once.
+// The Reagent Management tab: two of the ten bags side by side, moves between them, and totals.
+// Every change takes effect at once.
 #pragma once
 
 #include <QLabel>
@@ -29,7 +29,7 @@ class ReagentsTab : public SettingsTab {
     void UpdateReagentTotals();
     void ShowReagentType();
 
-    // A bag was chosen in list 0 or 1.
+    // Handles the choice of a bag in list 0 or 1.
     void ClickTransfer(int list);
     // Reagents are 1 to 13.
     void ClickArrow(i32 reagent, BagSide to);

@@ -1,4 +1,4 @@
-// The common face of the tabs: each is the panel with its controls, and no tab knows another.
+// The base of the tabs. Each tab is the panel with its controls; no tab knows another.
 #pragma once
 
 #include <QWidget>
@@ -8,7 +8,8 @@
 
 namespace spellwick {
 
-// While it lives the program itself fills controls, and handlers that look at Updating do nothing.
+// During its lifetime the program fills controls itself, and handlers that check Updating do
+// nothing.
 class UpdatingScope {
   public:
     explicit UpdatingScope(SharedState& state) : m_state(state) { m_state.Updating = true; }
@@ -33,17 +34,17 @@ class SettingsTab : public QWidget {
           m_state(services.state),
           m_events(services.failures, this) {}
 
-    // The tab's steps of the load of the dialog, once for each run. The controls are there before.
+    // Fills the tab, once per run; the controls exist already.
     virtual void Load() {}
 
     // Refills the controls from the shared state.
     virtual void Refresh() {}
 
-    // The control that takes the focus when the tab is opened; null for none.
+    // The control that gets the focus when the tab is opened; null for none.
     virtual QWidget* FirstControl() { return nullptr; }
 
-    // Whether an entry counts only when its box is left and is unfinished until then; else it acts
-    // while it is typed.
+    // Whether an entry counts only when its edit loses the focus; else it takes effect while it is
+    // typed.
     virtual bool TakesEntriesWhenLeft() const { return true; }
 
   protected:

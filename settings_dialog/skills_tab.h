@@ -1,5 +1,5 @@
-// The tab of the character's skills and what the spells require. Every edit acts at once and is
-// followed by new chances.
+// The Skills tab: the character's skills and what the spells require. Every change takes effect at
+// once and recalculates the chances.
 #pragma once
 
 #include <QLabel>
@@ -29,14 +29,14 @@ class SkillsTab : public SettingsTab {
     QWidget* FirstControl() override { return MinimumSkill[kCharacterLine]; }
     bool TakesEntriesWhenLeft() const override { return false; }
 
-    // Shows the chances of the group in their colours.
+    // Shows the chances of the selected group, in their colours.
     void UpdateChance();
 
-    // Put a value that was reported into the character's line, as an entry there.
+    // Put a reported value into the character's line, as if it were typed there.
     void ShowReportedSkill(const std::string& text);
     void ShowReportedInt(const std::string& text);
 
-    // The group of the option that is on, and the character's value of it.
+    // The selected group, and the character's skill in it.
     int SelectedSkillGroup() const;
     i16 SelectedSkillValue() const;
 
@@ -63,7 +63,7 @@ class SkillsTab : public SettingsTab {
     QLabel& LblSkillCircles(int line) { return *m_titles[static_cast<std::size_t>(line)]; }
 
   signals:
-    // A chance, which is read-only, has got the focus.
+    // A chance, which is read-only, got the focus and must pass it on.
     void FocusGivenAway();
 
   protected:
@@ -78,7 +78,7 @@ class SkillsTab : public SettingsTab {
     void PlaceControls();
     void PlaceLine(int line, int gridRow);
     void ShowLine(int group, int line);
-    // Store what a box says, without new chances.
+    // Store the value of an edit without recalculating the chances.
     void TakeMinimumInt(int line);
     void TakeMinimumSkill(int line);
 

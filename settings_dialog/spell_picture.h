@@ -1,4 +1,4 @@
-// The icon of a spell in a grid.
+// The icon of a spell, loaded when it is first painted.
 #pragma once
 
 #include <QWidget>
@@ -14,7 +14,7 @@ class SpellPicture : public QWidget {
   public:
     SpellPicture(IconClip& icons, QWidget* parent);
 
-    // The spell row, 0 to 95, whose icon is shown.
+    // Sets the spell row, 0 to 95, whose icon is shown.
     void SetRow(i32 row);
     i32 Row() const { return m_row; }
 

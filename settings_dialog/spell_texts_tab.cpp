@@ -8,10 +8,10 @@ namespace spellwick {
 
 namespace {
 
-// Longest text that the game takes in one line.
+// The longest text that the game accepts in one line.
 constexpr int kLineLength = 76;
 
-// A text is kept whole, however long it is.
+// A text is never cut short.
 void LiftLimit(QLineEdit& box) {
     box.setMaxLength(std::numeric_limits<int>::max());
 }
@@ -48,7 +48,7 @@ SpellTextsTab::SpellTextsTab(const SettingsServices& services, QWidget* parent)
                     [this, row] { ChangeText(row); });
     }
     PlaceControls();
-    // By the keyboard as they stand: the page, its texts, then the switches.
+    // Tab order as on the screen: the page, its texts, then the switches.
     QWidget* before = ComboSpellText;
     for (QLineEdit* box : TextSpell) {
         setTabOrder(before, box);
@@ -113,8 +113,8 @@ void SpellTextsTab::ChangeText(int row) {
     const QString text = box.text();
     m_state.Spells(SpellRow(row)).SpellText = ToText(text);
     // ODDITY(long-text-marked): from the 77th character on a spell text is marked while it is
-    // typed, so that the next key replaces what is marked; kept because it shows what the game
-    // would not say, and a pasted text is kept whole.
+    // typed, so that the next key replaces the selection; kept because it shows what the game
+    // would not say, and a pasted text is never cut short.
     if (text.size() > kLineLength) {
         box.setSelection(kLineLength, static_cast<int>(text.size()) - kLineLength);
     }

@@ -1,4 +1,4 @@
-// The tab of the texts that the character says with a spell.
+// The Spell texts tab: what the character says with a spell.
 #pragma once
 
 #include <QCheckBox>
@@ -18,7 +18,7 @@ class SpellTextsTab : public SettingsTab {
     SpellTextsTab(const SettingsServices& services, QWidget* parent);
 
     void Load() override;
-    // The switches and the suffix, which belong to the player, and the page.
+    // Shows the switches and the suffix, which belong to the player, and the page.
     void Refresh() override;
     QWidget* FirstControl() override { return ComboSpellText; }
     bool TakesEntriesWhenLeft() const override { return false; }

@@ -1,5 +1,5 @@
-// The pair of small arrows between two columns: they move something to the side that they point
-// to, also by the arrow keys.
+// The pair of small arrows between two columns. An arrow, or the arrow key for it, moves one
+// reagent to the side that it points to.
 #pragma once
 
 #include "model/bag_transfer.h"

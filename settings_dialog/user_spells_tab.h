@@ -1,4 +1,4 @@
-// The tab that chooses the eight spells of each of the two user pages.
+// The User Spells tab: the eight spells of each of the two user pages.
 #pragma once
 
 #include <QGroupBox>
@@ -18,7 +18,7 @@ class UserSpellsTab : public SettingsTab {
   public:
     UserSpellsTab(const SettingsServices& services, QWidget* parent);
 
-    // Fills the lists: one entry for each spell row, so that the index is the row.
+    // Fills the lists with one entry per spell row, so that the index is the row.
     void Load() override;
     void Refresh() override;
     QWidget* FirstControl() override { return ComboUserSpell[0]; }

@@ -1,4 +1,4 @@
-// The two pages that buttons of the dialog open. A user can put another address in the store.
+// The two web pages that the dialog's buttons open. The settings store can hold other addresses.
 #pragma once
 
 #include "settings_dialog/services.h"
@@ -8,7 +8,7 @@ namespace spellwick {
 inline constexpr const char* kDefaultGuildPage = "https://www.uoguide.com/";
 inline constexpr const char* kDefaultHomePage = "https://uo.com/";
 
-// Opens the address under the key, or the default. A browser that does not start is no failure.
+// Open the address in the store, or the default. A browser that does not start is no failure.
 void OpenGuildPage(const SettingsServices& services);
 void OpenHomePage(const SettingsServices& services);
 

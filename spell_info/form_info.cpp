@@ -53,10 +53,10 @@ enum LineIndex { kName, kWords, kCost, kDamage, kResisting, kDuration, kReagents
 struct LineFacts {
     const char* caption;
     int number;  // in the array Label
-    int height;  // in lines of text, at least
+    int height;  // minimum, in lines of text
 };
 
-// In the order on the screen.
+// In screen order.
 constexpr std::array<LineFacts, 8> kLines{{
     {"Name", 11, 1},
     {"Incantation", 12, 1},
@@ -128,7 +128,7 @@ void FormInfo::MakeLines() {
         line->setTextFormat(Qt::PlainText);
         line->setWordWrap(true);
         line->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        // The first lines leave room for the icon beside them.
+        // The icon stands beside the first lines.
         const bool isBesideIcon = i <= kCost;
         line->setFixedWidth(isBesideIcon ? kTextWidth - kIconSize - kTextMargin : kTextWidth);
         grid.addWidget(line, i, 1, 1, isBesideIcon ? 1 : 2, Qt::AlignTop);
@@ -137,7 +137,7 @@ void FormInfo::MakeLines() {
     QFont strong = font();
     strong.setBold(true);
     m_lines[kName]->setFont(strong);
-    // The desktop gives the window a place by the size that it comes with.
+    // The window manager places the window by its first size.
     for (int i = 0; i < static_cast<int>(kLines.size()); ++i) {
         ShowText(i, {});
     }
@@ -179,20 +179,20 @@ void FormInfo::ComeForward() {
 }
 
 void FormInfo::DisplayInfo(i32 row) {
-    // ODDITY(info-last-spell): leaving a box shows the spell that was cast last, if one was cast
-    // meanwhile; kept because the window and the casts share one last spell.
+    // ODDITY(info-last-spell): leaving an edit shows the spell cast last, if one was cast in the
+    // meantime; kept because the window and the casts share one last spell.
     m_state.CurrentSpell = ToI16(row);
     m_state.Updating = true;
     for (int index = 0; index < kBoxCount; ++index) {
         ShowValue(index);
     }
-    // The next spell finds the focus in a box, and its text is to be typed over.
+    // Typing replaces the text of the edit that has the focus, with each new spell.
     if (auto* box = qobject_cast<CounterBox*>(focusWidget())) {
         box->selectAll();
     }
     // ODDITY(info-magery-box): a Necromancer spell or Paladin ability that is too hard turns the
-    // Magery box red and never the Necromancy box; kept because one box warns of the skill,
-    // whatever the skill is.
+    // Magery edit red and never the Necromancy edit; kept because one edit warns of the skill,
+    // whichever skill it is.
     const SpellShortage shortage = ShortageFor(m_state, row);
     SetGround(TextBox(kIntelligenceBox), shortage.intelligence ? kTooLow : kWindowBackground);
     SetGround(TextBox(kMageryBox), shortage.skill ? kTooLow : kWindowBackground);
@@ -218,13 +218,13 @@ void FormInfo::ShowValue(int index) {
 void FormInfo::ShowText(int line, const std::string& text) {
     QLabel& label = *m_lines[static_cast<std::size_t>(line)];
     label.setText(ToQString(text));
-    label.setMinimumHeight(0);  // or it asks for no less than the text before
+    label.setMinimumHeight(0);  // else heightForWidth keeps the previous height
     const int least =
         kLines[static_cast<std::size_t>(line)].height * label.fontMetrics().lineSpacing();
     label.setFixedHeight(std::max(least, label.heightForWidth(label.width())));
 }
 
-// Texts that would need more than half of the screen are scrolled: the boxes stay within reach.
+// Texts that need more than half of the screen scroll, so that the edits stay visible.
 void FormInfo::FitTextArea() {
     QWidget& texts = *m_textArea->widget();
     texts.layout()->activate();
@@ -256,8 +256,8 @@ void FormInfo::ChangeBox(int index) {
         EnteredValue(ToText(TextBox(index).text()));
 }
 
-// Showing all rewrites the box too, and the value goes to the box, not back: a report or another
-// character can have brought one that the box would not take.
+// Showing everything also rewrites the edit. The value goes to the edit and not back: a report or
+// another character may have brought one that the edit would not accept.
 void FormInfo::LeaveBox() {
     DisplayInfo(m_state.CurrentSpell);
 }
@@ -281,8 +281,8 @@ void FormInfo::changeEvent(QEvent* event) {
         });
         return;
     }
-    // Another window of the program takes the focus; another program's would leave the box alone.
-    // Which it is, is known once the toolkit has settled it.
+    // Only another window of this program commits the edit, not another program's. Which of the two
+    // it is, Qt knows once the event has been handled.
     QTimer::singleShot(0, this, [this] {
         if (!isActiveWindow() && QApplication::activeWindow() != nullptr) {
             m_events.Run("showing a spell", [&] { LeaveFocusedBox(); });
@@ -290,13 +290,13 @@ void FormInfo::changeEvent(QEvent* event) {
     });
 }
 
-// It comes back where it stood; the desktop would place it anew.
+// Makes the window come back in the same place; the window manager would choose another.
 void FormInfo::closeEvent(QCloseEvent* event) {
     move(pos());
     QWidget::closeEvent(event);
 }
 
-// What a box leaves over of its keys, such as Enter.
+// Keys that the edit ignores, such as Enter.
 void FormInfo::keyPressEvent(QKeyEvent* event) {
     if (!event->text().isEmpty()) {
         m_events.Run("entering a value", [&] { m_services.desktop.Beep(); });

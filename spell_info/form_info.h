@@ -1,5 +1,5 @@
-// The spell info window: all that is known about one spell, for the values of the character, which
-// can be changed here to see what would be.
+// The spell info window: everything known about one spell for the character's values. They can be
+// changed here to try others.
 #pragma once
 
 #include <QLabel>
@@ -33,11 +33,11 @@ class FormInfo : public QWidget {
 
     explicit FormInfo(const InfoServices& services);
 
-    // Shows the window in front of the others, also when it was minimised, and gives it the focus.
+    // Shows the window, restores it if minimised, raises it and gives it the focus.
     void ComeForward();
 
-    // Shows a row. RuntimeFailure: subscript for a row outside the table or a text that asks for a
-    // figure that does not exist, overflow for a value that does not fit its figure.
+    // Shows a row. RuntimeFailure: subscript for a row outside the table or a text that asks for an
+    // unknown figure, overflow for a value that does not fit its figure.
     void DisplayInfo(i32 row);
 
     CounterBox& TextBox(int index) { return *m_boxes[static_cast<std::size_t>(index)]; }

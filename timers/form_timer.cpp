@@ -150,7 +150,7 @@ void FormTimer::ShowIcon(std::size_t slot, const TimerSlot& timer) {
 }
 
 void FormTimer::MakeVisible() {
-    // The handle must be there, and known to the window system, before it is told about.
+    // The native window must exist on the window system's side first.
     const auto handle = static_cast<WindowHandle>(winId());
     QGuiApplication::sync();
     m_services.desktop.LeaveTaskList(handle);
@@ -175,7 +175,7 @@ void FormTimer::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     if (event->buttons().testFlag(Qt::LeftButton)) {
-        // Places on the screen, since the window follows the mouse with a delay.
+        // Screen coordinates, because the window follows the mouse with a delay.
         move(m_pressWindow + event->globalPosition().toPoint() - m_pressPlace);
     } else {
         m_dragging = false;
@@ -194,7 +194,7 @@ void FormTimer::mouseReleaseEvent(QMouseEvent* event) {
 
 void FormTimer::paintEvent(QPaintEvent* /*event*/) {
     m_events.Run("showing the timers", [&] {
-        // The window manager knows the window by now.
+        // By now the window manager knows the window.
         if (m_services.state.AlwaysOnTop && !m_onTop) {
             m_onTop = true;
             m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), true);
@@ -207,7 +207,7 @@ void FormTimer::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
 }
 
-// A window manager's way to close it is one more way to hide it.
+// Closing the window through the window manager hides it.
 void FormTimer::closeEvent(QCloseEvent* event) {
     event->ignore();
     m_events.Run("hiding the timers", [&] { HideForUser(); });

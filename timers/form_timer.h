@@ -1,5 +1,5 @@
-// The window of the running timers: at most four of them, those that end first, as names with their
-// seconds or as icons with a bar. It never takes the keyboard from the game.
+// The window of the running timers. Shows at most four, those that end first, as names with seconds
+// or as icons with a bar. It never takes the keyboard from the game.
 #pragma once
 
 #include <QWidget>
@@ -32,7 +32,7 @@ class FormTimer : public QWidget {
     // `place` is the saved position in pixels.
     FormTimer(const TimerServices& services, QPoint place);
 
-    // Draws the running timers as their screen says; shows or hides the window with it.
+    // Draws the timers' screen, and shows or hides the window by it.
     void ShowTimers();
 
   protected:
@@ -63,9 +63,9 @@ class FormTimer : public QWidget {
     std::array<TimerBar*, kTimerSlots> m_bars{};         // picProg
     std::array<TimerControl*, 2> m_controls{};           // lblControls
     bool m_dragging = false;
-    QPoint m_pressPlace;  // of the mouse on the screen
+    QPoint m_pressPlace;  // mouse, in screen coordinates
     QPoint m_pressWindow;
-    bool m_onTop = false;  // the top-most state was asked for since the window was shown
+    bool m_onTop = false;  // top-most state already requested for this showing
 };
 
 }  // namespace spellwick

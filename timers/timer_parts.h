@@ -1,5 +1,5 @@
-// The small parts of the window of the timers. The mouse goes through all but TimerControl to the
-// window.
+// The parts of the timers' window. Mouse events pass through all of them to the window, except for
+// TimerControl.
 #pragma once
 
 #include <QLabel>
@@ -8,11 +8,11 @@
 
 namespace spellwick {
 
-// The desktop's own colour on the black ground of the window: the face of its buttons, or the text
-// on them where that face is a dark one.
+// A colour on the window's black ground. For a system colour that is the desktop's button face, or
+// its button text if the face is dark.
 QColor OnBlack(Colour colour, const QPalette& desktop);
 
-// A text in one line, shortened where it does not fit.
+// A single line of text, elided if it does not fit.
 class TimerLabel : public QLabel {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ class TimerBar : public QWidget {
     i32 m_percent = 0;
 };
 
-// One of the two small buttons; never takes the focus.
+// One of the two small buttons; never gets the focus.
 class TimerControl : public QLabel {
     Q_OBJECT
 

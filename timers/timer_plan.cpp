@@ -44,7 +44,7 @@ TimerPlan PlanColumn(i32 count, QSize control) {
     PlaceEach(plan.bars, {kTimerBarWidth, kTimerBarHeight},
               [&](int i) { return QPoint(kMargin, top(i) + kTimerIcon); });
     // ODDITY(timer-fourth-bar): of the fourth bar in a column two pixels are in sight; kept because
-    // the window ends where it always did, and the time left of the first three counts.
+    // the window keeps its size, and the first three timers matter most.
     plan.window =
         QSize(kTimerIcon + 2 * kMargin, plan.pictures.back().top() + kTimerIcon + kMargin);
     PlaceEach(plan.controls, control, [&](int i) {

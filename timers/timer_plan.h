@@ -1,5 +1,5 @@
-// Where everything in the window of the timers stands, for each of its arrangements. All numbers
-// are device-independent pixels.
+// The place of every part of the timers' window, for each of its arrangements. All numbers are
+// device-independent pixels.
 #pragma once
 
 #include <QRect>
@@ -10,11 +10,11 @@
 
 namespace spellwick {
 
-inline constexpr int kTimerIcon = 42;  // both ways
+inline constexpr int kTimerIcon = 42;  // width and height
 
 struct TimerPlan {
-    i32 texts = 0;  // slots 0 up to this show a name and its seconds
-    i32 icons = 0;  // slots 0 up to this show an icon and its bar
+    i32 texts = 0;  // slots below this show a name and its seconds
+    i32 icons = 0;  // slots below this show an icon and its bar
     bool showsControls = false;
     std::array<QRect, kTimerSlots> names{};
     std::array<QRect, kTimerSlots> seconds{};
@@ -24,10 +24,10 @@ struct TimerPlan {
     QSize window{};
 };
 
-// Names with seconds, for `count` timers; the window has room for four in any case.
+// Names with seconds, for `count` timers; the window always has room for four.
 TimerPlan PlanTexts(i32 count, QSize name, QSize seconds);
 
-// Icons with bars in a column, or in a row, for `count` timers; `control` is the size of the two
+// Icons with bars, in a column or in a row, for `count` timers; `control` is the size of the two
 // small buttons.
 TimerPlan PlanColumn(i32 count, QSize control);
 TimerPlan PlanRow(i32 count, QSize control);

@@ -1,4 +1,4 @@
-// Clicks on widgets that have no click of their own, for event filters.
+// For event filters: clicks on widgets that have no clicked signal.
 #pragma once
 
 #include <QMouseEvent>
@@ -6,8 +6,7 @@
 
 namespace spellwick {
 
-// Whether an event that a filter sees ends a click on the watched widget: a mouse button that is
-// let go over it.
+// Whether an event ends a click on the watched widget: the release of a mouse button over it.
 inline bool IsClick(const QObject* watched, const QEvent* event) {
     const auto* widget = qobject_cast<const QWidget*>(watched);
     return widget != nullptr && event->type() == QEvent::MouseButtonRelease &&

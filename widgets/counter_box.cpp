@@ -13,11 +13,11 @@ namespace spellwick {
 
 namespace {
 
-constexpr int kToolkitMargin = 2;  // that the toolkit keeps on either side of the text
+constexpr int kToolkitMargin = 2;  // that Qt keeps on either side of the text
 constexpr int kSmallestPixels = 8;
 
-// Whether a key would type something into the box, and not what a counter takes. The toolkit types
-// whatever is no control character and comes without Ctrl alone or Ctrl with Shift, also with Alt.
+// Whether a key would type something that a counter does not take. Qt types every character that is
+// not a control character, unless Ctrl alone or Ctrl+Shift is down; with Alt it types.
 bool IsDropped(const QKeyEvent& key) {
     const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
     if (modifiers == Qt::ControlModifier ||
@@ -34,7 +34,7 @@ bool IsDropped(const QKeyEvent& key) {
 
 CounterBox::CounterBox(QWidget* parent) : EntryBox(parent) {
     setAlignment(Qt::AlignRight);
-    // Takes the toolkit's own margins back: three digits need the room.
+    // Undoes Qt's own margins: three digits need the room.
     setTextMargins(-kToolkitMargin, 0, -kToolkitMargin + 1, 0);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     connect(this, &QLineEdit::textChanged, this, &CounterBox::FitNumber);

@@ -1,5 +1,5 @@
-// A box for a number with its small commands: takes digits and signs, and drops all other keys with
-// a beep.
+// An edit for a number or a change of it (+5, -3): takes digits and signs, and reports every other
+// key as dropped.
 #pragma once
 
 #include <QFont>
@@ -15,7 +15,7 @@ class CounterBox : public EntryBox {
   public:
     explicit CounterBox(QWidget* parent);
 
-    // The font of a number that fits; a longer one gets a smaller font, so that no digit is lost.
+    // Sets the font; a number too long for it gets a smaller one, so that every digit shows.
     void SetNumberFont(const QFont& font);
 
   signals:

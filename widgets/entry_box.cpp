@@ -17,15 +17,15 @@ bool IsEnter(const QKeyEvent& key) {
 void EntryBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     m_focusedByMouse = event->reason() == Qt::MouseFocusReason;
-    // The window that comes to the front for the first time brings its first box the focus.
+    // A window's first activation gives its first edit the focus.
     if (IsFocusMove(event->reason()) || !m_entered) {
         m_entered = true;
         emit GotFocus();
     }
 }
 
-// The press that brings the focus selects the whole text, as the focus does; it would otherwise
-// take the selection away again.
+// Select the text again after the click that gave the focus: the base class has cleared the
+// selection.
 void EntryBox::mousePressEvent(QMouseEvent* event) {
     QLineEdit::mousePressEvent(event);
     if (m_focusedByMouse) {

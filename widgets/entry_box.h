@@ -1,16 +1,16 @@
-// A box for an entry: tells of the focus when it moves within the program, and selects its whole
-// text when the mouse brings the focus.
+// An edit that reports a focus change only if the focus moves within the program, and selects its
+// whole text when a click gives it the focus.
 #pragma once
 
 #include <QLineEdit>
 
 namespace spellwick {
 
-// Whether a change of focus is one within the program. A switch to another program, a menu that
-// pops up and a window that comes to the front leave an unfinished entry as it is.
+// Whether the focus moves within the program. Switching to another program, opening a menu and
+// activating a window do not count: they leave an unfinished entry alone.
 bool IsFocusMove(Qt::FocusReason reason);
 
-// Enter on either side of the keyboard.
+// Enter on the main keyboard or the keypad.
 bool IsEnter(const QKeyEvent& key);
 
 class EntryBox : public QLineEdit {
@@ -30,7 +30,7 @@ class EntryBox : public QLineEdit {
 
   private:
     bool m_focusedByMouse = false;
-    bool m_entered = false;  // has had the focus since it last lost it
+    bool m_entered = false;  // has reported GotFocus since the last LostFocus
 };
 
 }  // namespace spellwick

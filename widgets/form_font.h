@@ -5,7 +5,7 @@
 
 namespace spellwick {
 
-// The desktop's font in the size that the forms are laid out for.
+// The desktop's font at the size that the forms are designed for.
 QFont FormFont();
 
 }  // namespace spellwick

@@ -8,7 +8,7 @@
 
 namespace spellwick {
 
-// The toolkit's colour for 0x00BBGGRR.
+// Qt's colour for 0x00BBGGRR.
 inline QColor ToQColor(Colour colour) {
     const auto bits = static_cast<unsigned>(colour);
     return {static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
@@ -19,11 +19,11 @@ inline bool IsSystemColour(Colour colour) {
     return (static_cast<unsigned>(colour) & 0x80000000U) != 0;
 }
 
-// Gives a control a ground with black text on it; a system colour gives back the desktop's own
-// colours. Costs nothing when the ground is as asked.
+// Sets a control's ground, with black text; a system colour restores the desktop's own colours.
+// Does nothing if the ground is set already.
 void SetGround(QWidget& control, Colour colour);
 
-// The ground that SetGround gave last; `unset` for a control that never got one.
+// The ground that SetGround set last; `unset` if there is none.
 Colour GroundOf(const QWidget& control, Colour unset);
 
 }  // namespace spellwick

@@ -9,7 +9,7 @@ PageButton::PageButton(QWidget* parent) : QAbstractButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
 }
 
-// Wide enough for the caption also while it is bold.
+// Wide enough for the caption in bold.
 QSize PageButton::sizeHint() const {
     constexpr QSize kLeast(43, 24);
     constexpr int kMargin = 6;
@@ -31,8 +31,8 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QPalette& colours = palette();
     const bool pressed = isChecked();
-    // Some systems show nothing chosen in a window that is not in front, where this one is while
-    // the game is played.
+    // Use the active colours: some themes hide the highlight in an inactive window, and this one is
+    // inactive while the game is played.
     QColor ground = pressed ? colours.color(QPalette::Active, QPalette::Highlight)
                             : colours.color(QPalette::Button);
     if (m_overPicture && !pressed) {

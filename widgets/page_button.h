@@ -1,5 +1,5 @@
-// A small button that stays pressed while its page is shown. It draws itself, so that a caption of
-// one letter is readable on a button of 14 pixels.
+// A small button that stays pressed while its page is shown. It paints itself, so that a one-letter
+// caption is readable on a button of 14 pixels.
 #pragma once
 
 #include <QAbstractButton>
@@ -12,7 +12,7 @@ class PageButton : public QAbstractButton {
   public:
     explicit PageButton(QWidget* parent);
 
-    // Over a picture the ground is solid and slightly raised.
+    // Over a picture the ground is nearly opaque.
     void SetOverPicture(bool over) { m_overPicture = over; }
 
     // Whether the caption is bold while the button is pressed.

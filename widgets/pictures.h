@@ -12,15 +12,15 @@
 
 namespace spellwick {
 
-// A strip of equal cells, loaded at the density that suits the screen.
+// A strip of equal cells, loaded at the screen's density.
 class PictureStrip {
   public:
-    // `name` is the resource without its ending; `columns` by `rows` cells.
+    // `name` is the resource without its extension; `columns` by `rows` cells.
     PictureStrip(const QString& name, int columns, int rows, double devicePixelRatio);
 
     const QPixmap& Strip() const { return m_strip; }
 
-    // Cell in pixels of the strip; row-major, from 0.
+    // A cell in pixels of the strip; row-major, from 0.
     QRect Cell(i32 number) const;
 
     // Size of a cell in device-independent pixels.
@@ -33,11 +33,11 @@ class PictureStrip {
     QSize m_cellSize;
 };
 
-// The icons of the spells in one tone. Each page of eight is loaded when it is first shown: to
-// decode all of them would take a good part of the start.
+// The icons of the spells in one tone. Each page of eight is loaded when it is first shown:
+// decoding all of them would slow the start noticeably.
 class IconClip {
   public:
-    // `tone` is the part of the resource's name that tells the tone.
+    // `tone` is the part of the resource name that stands for the tone.
     IconClip(QString tone, double devicePixelRatio)
         : m_tone(std::move(tone)), m_devicePixelRatio(devicePixelRatio) {}
 

@@ -1,4 +1,4 @@
-// Between the program's UTF-8 texts and the toolkit's.
+// Converts between UTF-8 texts and QString.
 #pragma once
 
 #include <QString>

@@ -1,4 +1,4 @@
-// The settings dialog at the end of the program, as the main window sees to it.
+// How the main window ends the settings dialog at the end of the program.
 #include "tests/support/main_window_fixture.h"
 
 namespace spellwick {

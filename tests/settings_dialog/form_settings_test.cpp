@@ -32,7 +32,7 @@ class FormSettingsTest : public SettingsFixture {
         }
         return shown;
     }
-    // Another window of the program comes to the front, then the dialog again.
+    // Activates another window of the program, then the dialog again.
     void LeaveAndComeBack() {
         QWidget other;
         other.show();
@@ -208,7 +208,8 @@ TEST_F(FormSettingsTest, ComingBackFromAnotherWindow_KeepsAnUnfinishedEntry) {
     EXPECT_EQ(m_state.Spells(0).Reagents(1), 12);
 }
 
-// What acts while it is typed is no unfinished entry: it would go over what has come since.
+// An entry that takes effect while typed is never unfinished: keeping it would overwrite newer
+// data.
 TEST_F(FormSettingsTest, ComingBackFromAnotherWindow_ShowsWhatHasComeSince) {
     Open();
     ShowTab(3);
@@ -260,7 +261,7 @@ TEST_F(FormSettingsTest, AnotherCharacterWhileOpen_WhoseStocksAreTooMany_EndsNot
     EXPECT_EQ(Text("MinimumInt", 8), "77");
 }
 
-// The start passes over what fails, and the dialog is made in it.
+// The dialog is built during the start, which skips steps that fail.
 TEST_F(FormSettingsTest, Load_AStepThatFails_LeavesTheRestToRun) {
     const struct {
         const char* name;

@@ -59,7 +59,7 @@ class MacrosTabFileTest : public SettingsFixture {
         Click("CommandMacroWrite");
         EXPECT_THAT(TakeBoxes(), ElementsAre(kWriteNotice));
     }
-    // A page that is shown anew shows this.
+    // Showing the page again shows this.
     void ChangeBehindThePage() { m_state.MacroKey(8) = "new"; }
     bool IsPageRefreshed() { return Text("TextMacro", 7) == "new"; }
     void ChooseAColour(bool cancelled) {
@@ -216,7 +216,7 @@ TEST_F(MacrosTabFileTest, Read_BadFiles_RefreshThePageAndSayNothing) {
     OpenTab();
     const fs::path locked = Write("locked", "q 0 0 0\r\nCastSpell Clumsy\r\n");
     fs::permissions(locked, fs::perms::none);
-    // A superuser reads it all the same.
+    // The superuser can read it all the same.
     if (std::ifstream(locked).good()) {
         fs::remove(locked);
     }
@@ -257,7 +257,7 @@ TEST_F(MacrosTabFileTest, Read_LineEndsOfEverySystem) {
     }
 }
 
-// The shipped table has places without a spell down to its last row.
+// The shipped table has gaps down to its last row.
 TEST_F(MacrosTabFileTest, Read_CastSpellWithoutAName_KeepsWhatWasMergedBefore) {
     OpenTab();
     m_dialogs.files.push_back(Write(

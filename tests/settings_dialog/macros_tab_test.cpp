@@ -28,7 +28,7 @@ class MacrosTabTest : public SettingsFixture {
         Enter(Key(row), text);
         Leave();
     }
-    // The marks and the key of a line as a code shows them.
+    // The marks and the key of a line, in the form of a macro code.
     std::string Line(int row) {
         return std::string(IsTicked("CheckAlt", row) ? "A" : "-") +
                (IsTicked("CheckCtrl", row) ? "C" : "-") +
@@ -39,7 +39,7 @@ class MacrosTabTest : public SettingsFixture {
         m_state.MacroCtrl(number) = ctrl;
         m_state.MacroShift(number) = shift;
     }
-    // The dialog loses the front to a window that is closed again, as to a box.
+    // Another window takes the activation and closes again, as a message box does.
     void LoseTheFrontForAMoment() {
         QWidget other;
         other.show();

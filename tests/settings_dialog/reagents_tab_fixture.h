@@ -1,4 +1,4 @@
-// The open tab of the stock of ten bags, for its tests.
+// The open Reagent Management tab.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The tab of the stock of ten bags: what it shows, its boxes and spins, and where edits go.
+// The Reagent Management tab: what it shows, its edits and arrows, and where changes go.
 #include <QToolButton>
 
 #include "tests/settings_dialog/reagents_tab_fixture.h"

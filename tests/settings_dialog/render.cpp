@@ -1,5 +1,5 @@
-// Pictures of the settings dialog's tabs: render FOLDER [dark]. For looking at, at the density of
-// QT_SCALE_FACTOR.
+// Renders the tabs of the settings dialog at the density of QT_SCALE_FACTOR, for a look at them:
+// render FOLDER [dark]
 #include <QApplication>
 #include <QPalette>
 

@@ -1,4 +1,4 @@
-// What a report of the assist tool does in the character's line of the skills tab.
+// How the assist tool's reports change the character's line on the Skills tab.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ using testing::Contains;
 
 constexpr int kSkillsTab = 3;
 
-// The tool's reports, joined to the dialog alone.
+// The tool's reports, connected to the dialog alone.
 class DialogView : public RecordingAssistView {
   public:
     explicit DialogView(SkillsTab& skills) : m_skills(skills) {}

@@ -1,4 +1,4 @@
-// Nothing in the dialog is clipped, covered or unreadable, at the scale that the run was given.
+// Nothing in the dialog is clipped, covered or unreadable at the scale of this run.
 #include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
@@ -53,7 +53,7 @@ class SettingsLayoutTest : public SettingsFixture, public testing::WithParamInte
         QApplication::setPalette(QPalette());
     }
 
-    // The controls that a person sees on the panel, without the parts of composed ones.
+    // The visible controls of the panel, without the parts of compound ones.
     std::vector<QWidget*> Shown(QWidget& panel) {
         std::vector<QWidget*> controls;
         for (QWidget* control : panel.findChildren<QWidget*>()) {

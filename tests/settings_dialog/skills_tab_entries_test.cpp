@@ -1,4 +1,4 @@
-// What an entry on the tab of skills is read as, and which cells it goes to.
+// How entries on the Skills tab are read, and which cells they go to.
 #include "tests/settings_dialog/skills_tab_fixture.h"
 
 namespace spellwick {

@@ -1,4 +1,4 @@
-// The open tab of skills with known values of the character, for its tests.
+// The open Skills tab, with known values of the character.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Focus, keys and arrows of the boxes on the tab of skills.
+// Focus, keys and arrows of the edits on the Skills tab.
 #include <algorithm>
 
 #include "tests/settings_dialog/skills_tab_fixture.h"
@@ -28,7 +28,7 @@ TEST_F(SkillsTabTest, WhileUpdating_NoChangeIsTaken) {
     EXPECT_THAT(TakeLog(), IsEmpty());
 }
 
-// The main window is asked first, and what the dialog shows is older at that time, or it is newer.
+// Whether the main window is asked before or after the dialog shows the new value.
 TEST_F(SkillsTabTest, LostFocus_OrderOfTheRefreshes) {
     OpenTab();
     std::vector<std::string> shown;

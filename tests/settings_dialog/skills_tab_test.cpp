@@ -1,4 +1,4 @@
-// The tab of the character's skills: groups, what their lines show, and where edits go in the end.
+// The Skills tab: groups, what their lines show, and how changes reach the store.
 #include <QLabel>
 #include <QToolButton>
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The tab of the texts that are said with a spell.
+// The Spell texts tab.
 #include <QElapsedTimer>
 #include <QLabel>
 

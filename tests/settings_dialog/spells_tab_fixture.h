@@ -1,4 +1,4 @@
-// The tab of spells and reagent prices, for its tests.
+// The Spells & Reagents tab.
 #pragma once
 
 #include <string>

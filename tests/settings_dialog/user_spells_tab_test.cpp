@@ -1,4 +1,4 @@
-// The tab of the user's own pages.
+// The User Spells tab.
 #include <QApplication>
 #include <QWheelEvent>
 

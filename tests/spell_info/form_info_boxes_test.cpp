@@ -1,4 +1,4 @@
-// The boxes of the spell info window, used by mouse and keyboard.
+// The edits of the spell info window, used by mouse and keyboard.
 #include <QApplication>
 #include <limits>
 

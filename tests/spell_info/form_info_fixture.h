@@ -1,4 +1,4 @@
-// The spell info window over the delivered spell table, on recording parts.
+// The spell info window with the delivered spell table and recording doubles.
 #pragma once
 
 #include <QTest>

@@ -1,4 +1,4 @@
-// What the spell info window shows, and in which size.
+// What the spell info window shows, and at which size.
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -204,7 +204,7 @@ TEST_F(FormInfoTest, TextOfAMegabyte_IsScrolledAndTheBoxesStayWithinReach) {
         EXPECT_TRUE(m_form->rect().contains(Box(i).geometry())) << i;
         EXPECT_GE(Box(i).y(), area->geometry().bottom()) << i;
     }
-    // Down to its end, and its whole width.
+    // It scrolls to the end, at its full width.
     QScrollBar& bar = *area->verticalScrollBar();
     EXPECT_TRUE(bar.isVisible());
     bar.setValue(bar.maximum());
@@ -212,7 +212,7 @@ TEST_F(FormInfoTest, TextOfAMegabyte_IsScrolledAndTheBoxesStayWithinReach) {
               area->viewport()->height() - 1);
     EXPECT_LT(Label(17).mapTo(area->viewport(), Label(17).rect().bottomRight()).x(),
               area->viewport()->width());
-    // The next spell is as if nothing had been.
+    // The next spell is unaffected.
     m_state.Spells(0).ExtraText1 = before;
     m_form->DisplayInfo(0);
     QCoreApplication::processEvents();

@@ -1,4 +1,4 @@
-// The window of the running timers on recording parts, with a clock that the test sets.
+// The window of the running timers with recording doubles and a clock that the test sets.
 #pragma once
 
 #include <QGuiApplication>

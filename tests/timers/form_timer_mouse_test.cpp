@@ -1,4 +1,4 @@
-// The window of the running timers under the mouse and among the other windows.
+// The window of the running timers: its mouse events, and its place among other windows.
 #include <QMouseEvent>
 
 #include "tests/timers/form_timer_fixture.h"
@@ -15,7 +15,7 @@ TEST_F(FormTimerTest, Window_NeverTakesTheKeyboardAndStaysOutOfTheTaskList) {
     EXPECT_TRUE(m_form->testAttribute(Qt::WA_ShowWithoutActivating));
     EXPECT_EQ(m_desktop.outOfTaskList,
               (std::vector<WindowHandle>{static_cast<WindowHandle>(m_form->winId())}));
-    // Each time that it is shown.
+    // Once for each showing.
     SetMode(kTimersOff);
     SetMode(kTimersAsText);
     EXPECT_EQ(m_desktop.outOfTaskList.size(), 2U);

@@ -53,7 +53,7 @@ TEST_F(FormTimerTest, RowBehindThePages_HasABarWithoutAnIcon) {
     TickAt(1010.0F);
     EXPECT_EQ(Bar(0).Percent(), 50);
     EXPECT_EQ(Picture(0).Cell(), QRect());
-    // Nor the icon of the timer that stood in the slot before.
+    // Nor the icon of the timer that had the slot before.
     Start(95, 5);
     EXPECT_NE(Picture(0).Cell(), QRect());
     TickAt(1015.0F);
@@ -116,7 +116,7 @@ TEST_F(FormTimerTest, ModeOff_TimersRunAndTheWindowStaysAway) {
     EXPECT_FALSE(m_form->isVisible());
     TickAt(1010.0F);
     EXPECT_FALSE(m_form->isVisible());
-    // Shown in spite of that, it hides itself.
+    // If it is shown anyway, it hides itself.
     m_form->show();
     m_form->ShowTimers();
     EXPECT_FALSE(m_form->isVisible());

@@ -1,4 +1,4 @@
-// The places of all parts in the three arrangements.
+// The places of the window's parts in each of the three arrangements.
 #include "timers/timer_plan.h"
 
 #include <gtest/gtest.h>
