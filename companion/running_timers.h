@@ -14,30 +14,30 @@ class RunningTimers {
     // Both references outlive it.
     RunningTimers(SharedState& state, const Clock& clock) : m_state(state), m_clock(clock) {}
 
-    // Starts the countdown of a spell that has just been cast, for as long as its row tells for
-    // this character; none for a spell that does not last. RuntimeFailure: subscript for a row
-    // outside the table, overflow for values that make no number of seconds.
+    // Starts the countdown of a spell that has just been cast, for the duration that its row gives
+    // for this character; none for a spell that does not last. RuntimeFailure: subscript for a row
+    // outside the table, overflow for values that do not give a number of seconds.
     void StartTimer(i32 row);
 
-    // Starts a countdown of whole seconds and brings back a window that the user has hidden.
+    // Starts a countdown of whole seconds and shows the window again if the user has hidden it.
     void CreateNewSpellTimer(i16 spellNumber, i16 spellDuration);
 
-    // Whether a timer is running, shown or not.
+    // Whether a timer is running, visible or not.
     bool SpellsActive() const { return !m_timers.IsEmpty(); }
 
-    // One refresh, due about once a second.
+    // Refreshes what is shown; call it about once a second.
     void Update();
 
     // A TimerMode, also for the settings.
     void SetMode(i32 newMode);
 
-    // From a column of icons to a row, and back.
+    // Switches between a column and a row of icons.
     void ToggleLayout();
 
     // Hides the window until the next timer starts.
     void HideForUser();
 
-    // As of the last of the calls above.
+    // What is shown since the last of the calls above.
     const TimerScreen& Screen() const { return m_screen; }
 
   private:
