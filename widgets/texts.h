@@ -15,7 +15,7 @@ inline std::string ToText(const QString& text) {
     return text.toStdString();
 }
 
-// Name of a control of an array, such as "LabelAmount(3)".
+// The name of a control in an array, such as "LabelAmount(3)".
 inline QString IndexedName(const char* name, int index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
