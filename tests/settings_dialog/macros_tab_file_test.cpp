@@ -1,4 +1,4 @@
-// Load and save of the client's macro file by the buttons of the macro tab.
+// Load and save of the client's macro file with the buttons of the macro tab.
 #include <QTemporaryDir>
 #include <fstream>
 #include <sstream>

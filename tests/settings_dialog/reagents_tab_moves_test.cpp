@@ -1,4 +1,4 @@
-// Moves between two bags by arrows and by signs, plain counts and totals.
+// Moves between two bags with arrows and signs, plain counts, and totals.
 
 #include "tests/settings_dialog/reagents_tab_fixture.h"
 

@@ -23,7 +23,7 @@ QPalette DarkPalette() {
     return palette;
 }
 
-// Contrast of two colours, 1 to 21.
+// The contrast of two colours, 1 to 21.
 double Contrast(const QColor& one, const QColor& other) {
     const auto luminance = [](const QColor& colour) {
         const auto part = [](double value) {

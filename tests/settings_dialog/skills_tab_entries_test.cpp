@@ -12,7 +12,7 @@ struct NumberRow {
     const char* text;
     i16 value;
 };
-// What the key filter lets through, and what a paste brings.
+// What the key filter lets through, and what a paste inserts.
 constexpr NumberRow kNumbers[] = {
     {"80", 80},         {"", 0},         {"-", 0},     {"+", 0},     {"-5", -5},
     {"+7", 7},          {"abc", 0},      {"12.5", 12}, {"13.5", 14}, {"1234567890", 125},

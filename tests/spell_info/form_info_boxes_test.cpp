@@ -28,7 +28,7 @@ TEST_F(FormInfoTest, SavedValueAbove100_IsShownAndKeptUntilItIsEdited) {
 TEST_F(FormInfoTest, ValueThatChangedMeanwhile_IsShownOnLeavingAndKept) {
     Show(17);
     LeaveTo(0);
-    m_state.Magery = 120;  // by a report of the assist tool, or with another character
+    m_state.Magery = 120;  // from a report of the assist tool, or another character
     LeaveTo(1);
     EXPECT_EQ(Box(0).text(), " 120");
     EXPECT_EQ(m_state.Magery, 120);

@@ -33,7 +33,7 @@ class FormTimerTest : public testing::Test, public FailureSink {
         ++m_failures;
     }
 
-    // With no timer running, as when the program starts.
+    // Without running timers, as when the program starts.
     FormTimer& Make(QPoint place = {40, 50}) {
         m_form.reset();
         m_timers.emplace(m_state, m_clock);
