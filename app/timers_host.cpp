@@ -1,15 +1,9 @@
 #include "app/timers_host.h"
 
 #include "store/catalogue.h"
-#include "text/number_forms.h"
+#include "store/twips.h"
 
 namespace spellwick {
-
-namespace {
-
-constexpr float kTwipsPerPixel = 15.0F;
-
-}  // namespace
 
 void TimersHost::StartTimer(i32 row) {
     m_services.timers.StartTimer(row);
@@ -23,8 +17,7 @@ void TimersHost::Update() {
 
 WindowPlaces::Place TimersHost::TimerPlace() {
     const QPoint place = Window().pos();
-    return {.top = static_cast<float>(place.y()) * kTwipsPerPixel,
-            .left = static_cast<float>(place.x()) * kTwipsPerPixel};
+    return {.top = TwipsOf(place.y()), .left = TwipsOf(place.x())};
 }
 
 void TimersHost::SetMode(i32 mode) {
@@ -48,7 +41,7 @@ FormTimer& TimersHost::Window() {
 
 int TimersHost::SavedPixels(std::string_view key) const {
     int pixels = 0;
-    IgnoreFailure([&] { pixels = ToI32(double{m_savedPosition(key) / kTwipsPerPixel}); });
+    IgnoreFailure([&] { pixels = PixelsOf(m_savedPosition(key)); });
     return pixels;
 }
 

@@ -8,6 +8,7 @@
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"
+#include "store/twips.h"
 #include "text/number_forms.h"
 #include "widgets/form_font.h"
 
@@ -15,7 +16,6 @@ namespace spellwick {
 
 namespace {
 
-constexpr float kTwipsPerPixel = 15.0F;
 // Minimum size, 8340 by 5655 twips; a larger font makes the dialog larger.
 constexpr QSize kLeastSize(556, 377);
 
@@ -162,7 +162,7 @@ void FormSettings::RestorePlace() {
     read(m_place.top, kSettingsTopKey);
     read(m_place.left, kSettingsLeftKey);
     const WindowPlaces::Place place = m_place;
-    move(ToI32(double{place.left / kTwipsPerPixel}), ToI32(double{place.top / kTwipsPerPixel}));
+    move(PixelsOf(place.left), PixelsOf(place.top));
     m_place = place;
 }
 
@@ -246,11 +246,9 @@ StoreResult FormSettings::Form_Unload() {
 // pos() is the place of the frame only while the dialog is shown; hiding it removes the frame.
 void FormSettings::KeepPlace() {
     if (isVisible() && !isMinimized() && !isMaximized() && !isFullScreen()) {
-        const QPoint shown(ToI32(double{m_place.left / kTwipsPerPixel}),
-                           ToI32(double{m_place.top / kTwipsPerPixel}));
+        const QPoint shown(PixelsOf(m_place.left), PixelsOf(m_place.top));
         if (pos() != shown) {
-            m_place = {.top = static_cast<float>(y()) * kTwipsPerPixel,
-                       .left = static_cast<float>(x()) * kTwipsPerPixel};
+            m_place = {.top = TwipsOf(y()), .left = TwipsOf(x())};
         }
     }
 }
