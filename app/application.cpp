@@ -7,8 +7,7 @@
 #include <QTimer>
 #include <chrono>
 
-#include "store/conversion.h"
-#include "widgets/texts.h"
+#include "widgets/guarded_events.h"
 
 namespace spellwick {
 
@@ -36,22 +35,30 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard) {
 Application::Application(System system)
     : m_system(std::move(system)),
       m_keys(MakeKeySender(m_system.keyboard.get())),
-      m_timers({.timers = m_running,
+      m_companion(Services()),
+      m_timers({.timers = m_companion.Timers(),
                 .state = m_state,
                 .desktop = *m_system.desktop,
                 .failures = m_runEnd},
-               [this](std::string_view key) { return m_main->Io().ReadPosition(key); }) {
-    m_main = std::make_unique<FormMain>(Services());
+               [this](std::string_view key) { return m_companion.Io().ReadPosition(key); }) {
+    m_companion.SetForms(*this);
+    m_main = std::make_unique<FormMain>(MainWindowServices{
+        .companion = m_companion, .desktop = *m_system.desktop, .failures = m_runEnd});
     m_boxes.SetOwner(m_main.get());
+    const GuardedEvents events(m_runEnd, m_main.get());
+    events.On(m_main.get(), &FormMain::SettingsWanted, "pressing Settings",
+              [this] { ShowSettings(); });
+    events.On(m_main.get(), &FormMain::InfoWanted, "pressing a spell",
+              [this](i32 row) { ShowInfo(row); });
     ConnectAssist();
-    m_runEnd.SetSaving([this] { return m_main->SaveAfterFailure(); });
+    m_runEnd.SetSaving([this] { return m_companion.SaveAfterFailure(); });
     m_runEnd.SetCleanUp([this] {
         m_keys.reset();
         m_system.store.reset();
     });
 }
 
-MainWindowServices Application::Services() {
+CompanionServices Application::Services() {
     return {.state = m_state,
             .store = *m_system.store,
             .clients = *m_system.clients,
@@ -59,12 +66,9 @@ MainWindowServices Application::Services() {
             .desktop = *m_system.desktop,
             .boxes = m_boxes,
             .assist = m_assist,
-            .oldData = *this,
-            .settings = *this,
-            .spellInfo = *this,
-            .timers = m_timers,
+            .wait = m_wait,
+            .clock = *m_system.clock,
             .failures = m_runEnd,
-            .process = m_runEnd,
             .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
 }
 
@@ -81,18 +85,30 @@ std::optional<int> Application::Start() {
     return std::nullopt;
 }
 
+void Application::Show(const Changes& changes) {
+    m_main->Show(changes);
+    // A dialog that is not built yet fills itself when it is.
+    if (m_settings != nullptr) {
+        m_settings->Show(m_companion.Shown(), changes);
+    }
+    if (changes.timers) {
+        m_timers.Show();
+    }
+}
+
+void Application::ServeEvents() {
+    QCoreApplication::processEvents();
+}
+
 void Application::ConnectAssist() {
-    SettingsPort& settings = *this;
-    m_reports = std::make_unique<AssistReports>(*m_main, m_boxes, settings, m_timers);
-    m_dispatcher = std::make_unique<AssistDispatcher>(m_state, *m_reports, m_assist, m_runEnd);
-    m_assist.SetCountButton([this](bool enabled) { m_reports->EnableCount(enabled); });
-    m_assist.SetReceiver(*m_dispatcher);
+    m_assist.SetCountButton([this](bool enabled) { m_companion.EnableCount(enabled); });
+    m_assist.SetReceiver(m_companion.Reports());
     if (m_system.assist->Descriptor() >= 0) {
         auto* reports =
             new QSocketNotifier(m_system.assist->Descriptor(), QSocketNotifier::Read, m_main.get());
-        QObject::connect(reports, &QSocketNotifier::activated, m_main.get(), [this] {
-            Guard(m_runEnd, "serving the assist tool", [&] { m_system.assist->Service(); });
-        });
+        GuardedEvents(m_runEnd, m_main.get())
+            .On(reports, &QSocketNotifier::activated, "serving the assist tool",
+                [this] { m_system.assist->Service(); });
     }
 }
 
@@ -102,25 +118,16 @@ void Application::WatchForEnd() {
     if (m_system.endRequests >= 0) {
         auto* requests =
             new QSocketNotifier(m_system.endRequests, QSocketNotifier::Read, m_main.get());
-        QObject::connect(requests, &QSocketNotifier::activated, m_main.get(), [this, requests] {
-            // One request is enough, and it stays there to be read: while a box stands at the end
-            // it would be told again and again.
-            requests->setEnabled(false);
-            Guard(m_runEnd, "ending the program", [&] { m_main->Form_Unload(); });
-        });
+        GuardedEvents(m_runEnd, m_main.get())
+            .On(requests, &QSocketNotifier::activated, "ending the program", [this, requests] {
+                // Never drained, so the notifier would fire again behind a message box; disable it.
+                requests->setEnabled(false);
+                m_companion.End();
+            });
     }
 }
 
-void Application::ConvertOldData() {
-    Conversion({.state = m_state,
-                .store = *m_system.store,
-                .io = m_main->Io(),
-                .boxes = m_boxes,
-                .wait = m_wait})
-        .ConvertOldData();
-}
-
-void Application::DisplayInfo(i32 row) {
+void Application::ShowInfo(i32 row) {
     if (m_info == nullptr) {
         m_info = std::make_unique<FormInfo>(
             InfoServices{.state = m_state, .desktop = *m_system.desktop, .failures = m_runEnd});
@@ -129,9 +136,8 @@ void Application::DisplayInfo(i32 row) {
     m_info->DisplayInfo(row);
 }
 
-// The dialog takes as long to make as the page: it is made when the page has been painted, before
-// anybody can ask for it.
-void Application::Load() {
+// Costly to build; deferred until after the first paint, before anybody can ask for it.
+void Application::LoadSettings() {
     QTimer::singleShot(kAfterFirstPaint, m_main.get(), [this] {
         Guard(m_runEnd, "making the settings dialog", [&] { MakeSettings(); });
     });
@@ -141,7 +147,6 @@ void Application::MakeSettings() {
     if (m_settings != nullptr) {
         return;
     }
-    m_settingsHost = std::make_unique<SettingsHost>(*m_main, m_timers);
     m_settings =
         std::make_unique<FormSettings>(SettingsServices{.state = m_state,
                                                         .store = *m_system.store,
@@ -150,42 +155,19 @@ void Application::MakeSettings() {
                                                         .dialogs = m_dialogs,
                                                         .installation = *m_system.installation,
                                                         .failures = m_runEnd,
-                                                        .mainWindow = *m_settingsHost,
+                                                        .mainWindow = m_companion,
                                                         .pictures = m_main->PictureStrips()},
                                        m_main.get());
-    // Its load can call back here, so it is there before it is filled.
+    // Its load can call back here, so keep it before it is filled.
     m_settings->Form_Load();
 }
 
-void Application::ShowModal() {
+void Application::ShowSettings() {
     MakeSettings();
     m_settings->exec();
 }
 
-void Application::UpdateChance() {
-    // A dialog that is still to come fills itself.
-    if (m_settings != nullptr) {
-        m_settings->UpdateChance();
-    }
-}
-
-void Application::ShowMinimumSkill(const std::string& text) {
-    WithSettings([&] { m_settings->Skills().ShowReportedSkill(text); });
-}
-
-void Application::ShowMinimumInt(const std::string& text) {
-    WithSettings([&] { m_settings->Skills().ShowReportedInt(text); });
-}
-
-// The dialog shows the spell table: before that is read there is none, and it fills itself later.
-void Application::WithSettings(const std::function<void()>& show) {
-    if (m_state.Spells.Last() >= 0) {
-        MakeSettings();
-        show();
-    }
-}
-
-StoreResult Application::Unload() {
+StoreResult Application::UnloadSettings() {
     return m_settings != nullptr ? m_settings->Form_Unload() : StoreResult{};
 }
 

@@ -1,4 +1,5 @@
-// The composition root: makes the state, the platform's parts and the forms, and wires them.
+// The composition root: makes the state, the platform's parts, the companion and the forms, and
+// wires them.
 #pragma once
 
 #include <memory>
@@ -6,13 +7,11 @@
 #include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
 #include "app/run_end.h"
-#include "app/settings_host.h"
 #include "app/timers_host.h"
 #include "app/wait_notice.h"
-#include "link/assist_dispatcher.h"
+#include "companion/companion.h"
 #include "link/assist_search.h"
 #include "link/keystroke_sender.h"
-#include "main_window/assist_reports.h"
 #include "main_window/form_main.h"
 #include "platform/system.h"
 #include "settings_dialog/form_settings.h"
@@ -20,31 +19,33 @@
 
 namespace spellwick {
 
-class Application : private SettingsPort, private SpellInfoPort, private OldDataConversion {
+class Application : private Forms {
   public:
     explicit Application(System system);
 
     // Starts the program; the exit code if the start ended it, or nothing to go on.
     std::optional<int> Start();
 
-    FormMain& MainWindow() { return *m_main; }
-
   private:
-    // SettingsPort
-    void Load() override;
-    void ShowModal() override;
-    void UpdateChance() override;
-    void ShowMinimumSkill(const std::string& text) override;
-    void ShowMinimumInt(const std::string& text) override;
-    StoreResult Unload() override;
-    // SpellInfoPort
-    void DisplayInfo(i32 row) override;
-    // OldDataConversion
-    void ConvertOldData() override;
+    // Forms
+    void Show(const Changes& changes) override;
+    WindowHandle MakeMainWindow() override { return m_main->MakeHandle(); }
+    void LoadSettings() override;
+    void FocusPage() override { m_main->FocusPage(); }
+    void FocusCounter(i32 reagent) override { m_main->FocusCounter(reagent); }
+    void FocusHelp() override { m_main->FocusHelp(); }
+    void ServeEvents() override;
+    void Pause() override { m_main->Pause(); }
+    WindowPlaces MainPlace() override { return m_main->Places(); }
+    WindowPlaces::Place TimerPlace() override { return m_timers.TimerPlace(); }
+    void HideMainWindow() override { m_main->hide(); }
+    StoreResult UnloadSettings() override;
+    void EndProcess(int exitCode) override { m_runEnd.EndProcess(exitCode); }
 
-    MainWindowServices Services();
+    CompanionServices Services();
     void MakeSettings();
-    void WithSettings(const std::function<void()>& show);
+    void ShowSettings();
+    void ShowInfo(i32 row);
     void ConnectAssist();
     void WatchForEnd();
 
@@ -54,14 +55,11 @@ class Application : private SettingsPort, private SpellInfoPort, private OldData
     RunEnd m_runEnd{m_boxes};
     AssistSearch m_assist{m_state, *m_system.assist};
     std::unique_ptr<KeySender> m_keys;
-    RunningTimers m_running{m_state, *m_system.clock};
-    TimersHost m_timers;
     WaitNotice m_wait;
-    std::unique_ptr<FormMain> m_main;
     QtDialogs m_dialogs;
-    std::unique_ptr<SettingsHost> m_settingsHost;
-    std::unique_ptr<AssistReports> m_reports;
-    std::unique_ptr<AssistDispatcher> m_dispatcher;
+    Companion m_companion;
+    TimersHost m_timers;
+    std::unique_ptr<FormMain> m_main;
     std::unique_ptr<FormSettings> m_settings;
     std::unique_ptr<FormInfo> m_info;
 };

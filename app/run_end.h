@@ -4,12 +4,12 @@
 
 #include <functional>
 
-#include "main_window/services.h"
 #include "model/failure_guard.h"
+#include "platform/message_boxes.h"
 
 namespace spellwick {
 
-class RunEnd : public FailureSink, public ProcessEnd {
+class RunEnd : public FailureSink {
   public:
     explicit RunEnd(MessageBoxes& boxes) : m_boxes(boxes) {}
 
@@ -23,7 +23,8 @@ class RunEnd : public FailureSink, public ProcessEnd {
     // is part of the same end and adds nothing.
     void OnUncaughtFailure(const std::exception& failure, std::string_view action) override;
 
-    void EndProcess(int exitCode) override;
+    // Ends the process at once.
+    void EndProcess(int exitCode);
 
   private:
     MessageBoxes& m_boxes;

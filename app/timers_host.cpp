@@ -5,24 +5,9 @@
 
 namespace spellwick {
 
-void TimersHost::StartTimer(i32 row) {
-    m_services.timers.StartTimer(row);
-    Show();
-}
-
-void TimersHost::Update() {
-    m_services.timers.Update();
-    Show();
-}
-
 WindowPlaces::Place TimersHost::TimerPlace() {
     const QPoint place = Window().pos();
     return {.top = TwipsOf(place.y()), .left = TwipsOf(place.x())};
-}
-
-void TimersHost::SetMode(i32 mode) {
-    m_services.timers.SetMode(mode);
-    Show();
 }
 
 void TimersHost::Show() {

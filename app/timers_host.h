@@ -6,29 +6,26 @@
 #include <string_view>
 
 #include "companion/running_timers.h"
-#include "main_window/services.h"
+#include "store/setting_changes.h"
 #include "timers/form_timer.h"
 
 namespace spellwick {
 
-class TimersHost : public TimersPort {
+class TimersHost {
   public:
     // `savedPosition` reads one of the two positions of the window by its key, in twips. A
     // RuntimeFailure of it counts as 0, or the program could neither start a timer nor end well.
     TimersHost(const TimerServices& services, std::function<float(std::string_view)> savedPosition)
         : m_services(services), m_savedPosition(std::move(savedPosition)) {}
 
-    void StartTimer(i32 row) override;
-    void Update() override;
-    WindowPlaces::Place TimerPlace() override;
+    // Shows what is to be seen; a window that is not there yet is made only for that.
+    void Show();
 
-    // Stores the mode of display and puts it into force.
-    void SetMode(i32 mode);
+    // Where the window stands, in twips; makes it if need be.
+    WindowPlaces::Place TimerPlace();
 
   private:
     FormTimer& Window();
-    // Shows what is to be seen; a window that is not there yet is made only for that.
-    void Show();
     int SavedPixels(std::string_view key) const;
 
     TimerServices m_services;

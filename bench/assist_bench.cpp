@@ -18,20 +18,21 @@ namespace {
 // A window that shows nothing: what is measured is the way to it.
 class NoView : public AssistView, public AssistLink, public FailureSink {
   public:
-    void ShowCounter(i32 /*reagent*/, const std::string& text) override { shown += text.size(); }
-    void ShowTithes(const std::string& text) override { shown += text.size(); }
+    void ShowCounter(i32 /*reagent*/, i32 count) override { shown += count; }
+    void ShowTithes(i32 points) override { shown += points; }
     void ShowCurrentMana() override {}
-    void UpdateAmounts() override {}
-    void UpdateChances() override {}
+    void ShowAmounts() override {}
+    void ShowChances() override {}
     void DebitSpell(i32 /*row*/) override {}
     void StartTimer(i32 /*row*/) override {}
     void EnableCount(bool /*enabled*/) override {}
     void CaptionCount(const std::string& /*caption*/) override {}
     void ArmMeditation() override {}
-    void ShowMinimumSkill(const std::string& text) override { shown += text.size(); }
-    void ShowMinimumInt(const std::string& text) override { shown += text.size(); }
+    void ShowReportedMagery(i32 points) override { shown += points; }
+    void ShowReportedIntelligence(i32 points) override { shown += points; }
     void ShowBox(const std::string& /*text*/) override {}
     void YieldEvents() override {}
+    void EndReport() override {}
     void FindAssist() override {}
     void HookWindow() override {}
     void UnhookWindow() override {}
@@ -41,7 +42,7 @@ class NoView : public AssistView, public AssistLink, public FailureSink {
         std::abort();
     }
 
-    std::size_t shown = 0;
+    std::int64_t shown = 0;
 };
 
 struct Joined {

@@ -21,7 +21,7 @@
 namespace spellwick {
 namespace {
 
-class QuietMainWindow : public MainWindowPort {
+class QuietMainWindow : public DialogActions {
   public:
     explicit QuietMainWindow(SharedState& state) : m_state(state) {}
 
@@ -31,6 +31,7 @@ class QuietMainWindow : public MainWindowPort {
     void UpdateAmounts() override {}
     void ShowCounter(i32 /*reagent*/) override {}
     void UpdateChances() override { CalculateChances(m_state); }
+    void ShowSkillGroup(i32 /*group*/) override {}
     void ParseClientTitle() override {}
     void SetTimerMode(i32 /*mode*/) override {}
     void SavePlayer() override {}
@@ -44,14 +45,6 @@ class QuietMainWindow : public MainWindowPort {
 
   private:
     SharedState& m_state;
-};
-
-class NoView : public PlayerView {
-  public:
-    void ShowBagNames() override {}
-    void SelectBag() override {}
-    void ShowStock() override {}
-    void ShowTithes() override {}
 };
 
 // A failure in a bench ends it.
@@ -70,8 +63,7 @@ class Dialog {
         if (!LoadSpellData(m_state, SPELLWICK_SPELL_DATA)) {
             std::abort();
         }
-        NoView view;
-        SettingsIo(m_state, m_store, view).LoadGlobalSettings();
+        SettingsIo(m_state, m_store, [](PlayerPart) {}).LoadGlobalSettings();
     }
 
     void Make() {

@@ -14,14 +14,6 @@
 namespace spellwick {
 namespace {
 
-class NoView final : public PlayerView {
-  public:
-    void ShowBagNames() override {}
-    void SelectBag() override {}
-    void ShowStock() override {}
-    void ShowTithes() override {}
-};
-
 std::string ProfileName(int number) {
     std::string digits = std::to_string(number);
     digits.insert(0, 5 - digits.size(), '0');
@@ -66,7 +58,7 @@ class Fixture {
     void Open() {
         io.reset();
         m_opened = OpenSettingsStore(m_folder, std::chrono::system_clock::now());
-        io = std::make_unique<SettingsIo>(state, *m_opened.store, view);
+        io = std::make_unique<SettingsIo>(state, *m_opened.store, [](PlayerPart) {});
     }
     const SettingsStore& Store() const { return *m_opened.store; }
 
@@ -93,7 +85,6 @@ class Fixture {
     }
 
     SharedState state;
-    NoView view;
     std::unique_ptr<SettingsIo> io;
 
   private:

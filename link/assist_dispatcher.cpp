@@ -69,9 +69,17 @@ std::optional<i32> MapSpellNumber(i32 number) {
 
 std::optional<i32> AssistDispatcher::OnMessage(const WindowMessage& message) {
     bool ours = true;
-    const auto take = [&] { ours = Dispatch(message).has_value(); };
+    const auto take = [&] {
+        try {
+            ours = Dispatch(message).has_value();
+        } catch (...) {
+            m_view.EndReport();
+            throw;
+        }
+        m_view.EndReport();
+    };
     if (m_state.Spells.Last() < 0) {
-        // A box of the start stands, and the spell table is still to be read.
+        // A start-up message is open; the spells are not loaded yet.
         IgnoreFailure(take);
     } else {
         Guard(m_failures, "handling a report of the assist tool", take);
@@ -113,10 +121,10 @@ void AssistDispatcher::Stock(i32 counted, i32 count) {
         // reports other tithing points; kept because the next refresh shows them, and such reports
         // come with each count.
         m_state.CurrentTithing = count;
-        m_view.ShowTithes(PlainText(count));
+        m_view.ShowTithes(count);
     }
     if (changed) {
-        m_view.UpdateAmounts();
+        m_view.ShowAmounts();
         m_view.YieldEvents();
     }
     FindUnlessLinked();
@@ -132,7 +140,7 @@ bool AssistDispatcher::StoreStock(i32 reagent, i32 count) {
         return false;
     }
     cell = ToI16(count);
-    m_view.ShowCounter(reagent, PlainText(count));
+    m_view.ShowCounter(reagent, count);
     return true;
 }
 
@@ -166,11 +174,8 @@ void AssistDispatcher::Cast(i32 number) {
 
 void AssistDispatcher::Magery(i32 points) {
     m_state.Magery = ToI16(points);
-    // ODDITY(magery-report-group): while the skills tab is on Necromancy or Chivalry, a report of
-    // Magery gives that skill the same value; kept because the box of the character's skill takes a
-    // report as it takes an entry, and the tool's next list of skills sets it right.
-    m_view.ShowMinimumSkill(PlainText(points));
-    m_view.UpdateChances();
+    m_view.ShowReportedMagery(points);
+    m_view.ShowChances();
 }
 
 void AssistDispatcher::Stats(i32 intelligence, i32 mana) {
@@ -181,11 +186,9 @@ void AssistDispatcher::Stats(i32 intelligence, i32 mana) {
     if (m_state.Meditate && low && falling) {
         m_view.ArmMeditation();
     }
-    // ODDITY(report-ceiling): Intelligence above 125 is cut down to 125 when the tool reports it,
-    // as Magery is; kept because the box that shows it takes a report as it takes an entry.
-    m_view.ShowMinimumInt(PlainText(i32{m_state.Intelligence}));
+    m_view.ShowReportedIntelligence(intelligence);
     m_view.ShowCurrentMana();
-    m_view.UpdateChances();
+    m_view.ShowChances();
     m_state.LastMana = m_state.CurrentMana;
 }
 

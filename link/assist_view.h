@@ -11,14 +11,15 @@ class AssistView {
   public:
     virtual ~AssistView() = default;
 
-    // Text of a counter, reagent 1 to 13.
-    virtual void ShowCounter(i32 reagent, const std::string& text) = 0;
-    // Text of the tithing points, in the label and its editor.
-    virtual void ShowTithes(const std::string& text) = 0;
+    // Shows a count in the counter of reagent 1 to 13.
+    virtual void ShowCounter(i32 reagent, i32 count) = 0;
+    // Shows tithing points, in the label and its edit.
+    virtual void ShowTithes(i32 points) = 0;
     // Shows the mana of the state, in brackets.
     virtual void ShowCurrentMana() = 0;
-    virtual void UpdateAmounts() = 0;
-    virtual void UpdateChances() = 0;
+    // Works out the figures of the page anew and shows them.
+    virtual void ShowAmounts() = 0;
+    virtual void ShowChances() = 0;
     // Takes the cost of one cast; RuntimeFailure (subscript) for a row that is not 0 to 96.
     virtual void DebitSpell(i32 row) = 0;
     // Starts the countdown of a spell that lasts; row 0 to 96.
@@ -30,15 +31,17 @@ class AssistView {
     // Starts the timer that presses the meditation button.
     virtual void ArmMeditation() = 0;
 
-    // Texts of the character's line in the settings dialog, which is made if it does not exist yet.
-    // What such an entry stores it stores here too.
-    virtual void ShowMinimumSkill(const std::string& text) = 0;
-    virtual void ShowMinimumInt(const std::string& text) = 0;
+    // Puts points into the character's line of the skills tab. What such an entry stores it stores
+    // here too.
+    virtual void ShowReportedMagery(i32 points) = 0;
+    virtual void ShowReportedIntelligence(i32 points) = 0;
 
     // A plain message box; returns when it is answered.
     virtual void ShowBox(const std::string& text) = 0;
     // Lets pending events run once.
     virtual void YieldEvents() = 0;
+    // A report has been taken, or has failed.
+    virtual void EndReport() = 0;
 };
 
 }  // namespace spellwick

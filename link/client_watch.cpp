@@ -10,10 +10,6 @@ constexpr std::string_view kClientClass = "Ultima Online";
 constexpr std::string_view kThirdDawnClass = "Ultima Online Third Dawn";
 constexpr std::size_t kTitlePrefixLength = 16;  // characters of "Ultima Online - "
 
-bool IsRealServer(const std::string& server) {
-    return !server.empty() && server != "?";
-}
-
 }  // namespace
 
 std::optional<TitleNames> ParseTitle(std::string_view title) {
@@ -32,6 +28,10 @@ std::optional<TitleNames> ParseTitle(std::string_view title) {
     const std::string_view server = names.substr(open + 1);
     return TitleNames{std::string(FirstCharacters(names, before - 1)),
                       std::string(server.substr(0, server.find(')')))};
+}
+
+bool IsRealServer(std::string_view server) {
+    return !server.empty() && server != "?";
 }
 
 std::string CaptionText(std::string_view character, std::string_view server) {
@@ -56,48 +56,25 @@ void ClientWatch::ParseClientTitle() {
         m_state.CharacterName = names->character;
         m_state.ServerName = names->server;
     }
-    m_host.ShowCaption();
 }
 
-void ClientWatch::Tick() {
+bool ClientWatch::ReadClient() {
     bool found = FindClient();
     if (found) {
         ReadClientTitle();
     }
-    // A client that closes while its title is read leaves an empty one; it must not pass for a new
-    // character, or the old one's data would have no name to be saved under.
+    // A client that closes while its title is read leaves an empty one. That must not pass for a
+    // new character, or the old one's data would have no name to be saved under.
     if (found && m_state.ClientTitle.empty()) {
         found = FindClient();
         ReadClientTitle();
     }
-    if (found) {
-        ParseClientTitle();
-        FollowTitle();
-    } else {
+    if (!found) {
         m_state.ClientTitle = kNoClientTitle;
         m_state.CharacterName = "?";
         m_state.ServerName = "?";
     }
-    m_host.FindAssist();
-}
-
-void ClientWatch::FollowTitle() {
-    if (m_state.ClientTitle == m_state.CurrentPlayerName) {
-        return;
-    }
-    if (!m_state.CurrentPlayerName.empty()) {
-        // ODDITY(saves-at-login-screen): while the client shows its login screen the last character
-        // is saved once a second; kept because it does no harm and loses nothing.
-        m_host.SavePlayer();
-    }
-    if (!IsRealServer(m_state.ServerName)) {
-        return;
-    }
-    // ODDITY(bare-title-is-a-player): a client that drops character and server from its title gets
-    // a profile under the bare title; kept because the names of before still stand then.
-    m_state.CurrentPlayerName = m_state.ClientTitle;
-    m_host.LoadPlayer();
-    m_host.UpdatePage();
+    return found;
 }
 
 }  // namespace spellwick

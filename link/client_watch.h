@@ -1,5 +1,4 @@
-// Finds the game client, reads the character out of its title and switches the player when the
-// title changes.
+// Finds the game client and reads the character out of its title.
 #pragma once
 
 #include <optional>
@@ -13,18 +12,6 @@ namespace spellwick {
 
 inline constexpr std::string_view kNoClientTitle = "Ultima Online - ? (?)";
 
-// What the watch calls in the rest of the program.
-class ClientWatchHost {
-  public:
-    virtual ~ClientWatchHost() = default;
-
-    virtual void ShowCaption() = 0;
-    virtual void SavePlayer() = 0;  // under CurrentPlayerName
-    virtual void LoadPlayer() = 0;  // of CurrentPlayerName
-    virtual void UpdatePage() = 0;
-    virtual void FindAssist() = 0;
-};
-
 struct TitleNames {
     std::string character;
     std::string server;
@@ -36,13 +23,16 @@ struct TitleNames {
 // RuntimeFailure (invalid call) when the bracket stands where the character should begin.
 std::optional<TitleNames> ParseTitle(std::string_view title);
 
+// Whether a character is logged in there: at the login, and without a client, the server is "?" or
+// empty.
+bool IsRealServer(std::string_view server);
+
 // Text of the main window's caption.
 std::string CaptionText(std::string_view character, std::string_view server);
 
 class ClientWatch {
   public:
-    ClientWatch(SharedState& state, ClientWindows& windows, ClientWatchHost& host)
-        : m_state(state), m_windows(windows), m_host(host) {}
+    ClientWatch(SharedState& state, ClientWindows& windows) : m_state(state), m_windows(windows) {}
 
     // Looks for the client by its two classes and keeps its handle; false when there is none.
     bool FindClient();
@@ -50,18 +40,17 @@ class ClientWatch {
     // Reads the title of ClientWindow into ClientTitle.
     void ReadClientTitle();
 
-    // Fills CharacterName and ServerName from ClientTitle and shows the caption.
+    // Finds the client and reads its title. Without a client the title and both names become those
+    // of no client, and the answer is false.
+    bool ReadClient();
+
+    // Fills CharacterName and ServerName from ClientTitle; a title without a bracket leaves them.
+    // RuntimeFailure as ParseTitle.
     void ParseClientTitle();
 
-    // The work of each second.
-    void Tick();
-
   private:
-    void FollowTitle();
-
     SharedState& m_state;
     ClientWindows& m_windows;
-    ClientWatchHost& m_host;
 };
 
 }  // namespace spellwick

@@ -1,15 +1,11 @@
 #include "main_window/circle_page.h"
 
-#include "model/chances.h"
-#include "text/number_forms.h"
 #include "widgets/clicks.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
 
 namespace {
-
-constexpr i16 kRightButton = 2;
 
 // Row 96 belongs to no page and has no icon; a user page that holds it shows an empty tile.
 constexpr i32 kEmptyTileRow = 94;
@@ -42,7 +38,10 @@ QLabel* MakeTextLabel(QWidget* form, const char* name, const char* accessibleNam
 }  // namespace
 
 CirclePage::CirclePage(const MainWindowServices& services, Pictures& pictures, QWidget* form)
-    : QObject(form), m_services(services), m_state(services.state), m_pictures(pictures) {
+    : QObject(form),
+      m_companion(services.companion),
+      m_events(services.failures, this),
+      m_pictures(pictures) {
     MakeSlots(form);
     MakeButtons(form);
     MakeLabels(form);
@@ -59,21 +58,13 @@ void CirclePage::MakeSlots(QWidget* form) {
         auto* icon = new SpellIcon(form);
         icon->setObjectName(IndexedName("SpellIcon", slot));
         SpellIcons[static_cast<std::size_t>(slot)] = icon;
-        connect(icon, &SpellIcon::Pressed, this, [this, slot](i16 button, i16 shift) {
-            Guard(m_services.failures, "pressing a spell", [&] { PressIcon(slot, button, shift); });
-        });
-        const auto cast = [this, slot] {
-            Guard(m_services.failures, "casting a spell", [&] {
-                if (m_state.LastMouseButton != kRightButton) {
-                    OnCastWanted(slot);
-                }
-            });
-        };
-        connect(icon, &SpellIcon::Clicked, this, cast);
-        connect(icon, &SpellIcon::DoubleClicked, this, cast);
-        connect(icon, &SpellIcon::Hovered, this, [this, slot] {
-            Guard(m_services.failures, "showing a spell", [&] { Hover(slot); });
-        });
+        m_events.On(icon, &SpellIcon::Pressed, "pressing a spell",
+                    [this, slot](i16 button, i16 shift) { PressIcon(slot, button, shift); });
+        const auto cast = [this, slot] { m_companion.ClickSlot(slot); };
+        m_events.On(icon, &SpellIcon::Clicked, "casting a spell", cast);
+        m_events.On(icon, &SpellIcon::DoubleClicked, "casting a spell", cast);
+        m_events.On(icon, &SpellIcon::Hovered, "showing a spell",
+                    [this, slot] { m_companion.HoverSlot(slot); });
 
         auto* chance = new CellLabel(form);
         chance->setObjectName(IndexedName("LabelChance", slot));
@@ -100,9 +91,8 @@ void CirclePage::MakeButtons(QWidget* form) {
         button->setAccessibleName(PageName(index));
         button->SetOverPicture(index >= kNecromancerButton);
         CheckCircle[static_cast<std::size_t>(index)] = button;
-        connect(button, &QAbstractButton::clicked, this, [this, index] {
-            Guard(m_services.failures, "choosing a page", [&] { ClickCheckCircle(index); });
-        });
+        m_events.On(button, &QAbstractButton::clicked, "choosing a page",
+                    [this, index] { m_companion.ChoosePage(index); });
     }
 }
 
@@ -123,108 +113,60 @@ void CirclePage::MakeLabels(QWidget* form) {
 bool CirclePage::eventFilter(QObject* watched, QEvent* event) {
     if (IsClick(watched, event)) {
         const int button = watched == Image1[0] ? kNecromancerButton : kPaladinButton;
-        Guard(m_services.failures, "choosing a page", [&] { ClickCheckCircle(button); });
+        m_events.Run("choosing a page", [&] { m_companion.ChoosePage(button); });
         return true;
     }
     return QObject::eventFilter(watched, event);
 }
 
-void CirclePage::InitCircleButtons() {
-    m_state.Updating = true;
-    CheckCircle[kFirstCircleButton]->setChecked(true);
-    m_state.Updating = false;
-}
-
-void CirclePage::ClearSpellLabels() {
-    for (QLabel* label : {LabelMana, LabelCost, LabelName, LabelWords, LabelCurrentMana}) {
-        label->clear();
+void CirclePage::PressIcon(int slot, i16 button, i16 shift) {
+    if (const auto row = m_companion.PressSlot(slot, button, shift)) {
+        emit InfoWanted(*row);
     }
 }
 
-i32 CirclePage::PressedButton() const {
-    for (int index = 0; index < kPageButtonCount; ++index) {
-        if (CheckCircle[static_cast<std::size_t>(index)]->isChecked()) {
-            return index;
+void CirclePage::Show(const Screen& screen, const Changes& changes) {
+    if (changes.page) {
+        for (int index = 0; index < kPageButtonCount; ++index) {
+            CheckCircle[static_cast<std::size_t>(index)]->setChecked(index == screen.pressedPage);
         }
     }
-    return -1;
-}
-
-i32 CirclePage::SpellAtSlot(i32 slot) const {
-    return spellwick::SpellAtSlot(PressedButton(), m_state.UserSpells, slot);
-}
-
-void CirclePage::ClickCheckCircle(int index) {
-    if (m_state.Updating) {
-        return;
+    for (std::size_t slot = 0; slot < screen.spellSlots.size(); ++slot) {
+        const SlotScreen& shown = screen.spellSlots[slot];
+        if (changes.icons) {
+            ShowIcon(slot, shown);
+        }
+        if (changes.chances) {
+            LabelChance[slot]->setText(ToQString(shown.chance));
+        }
+        if (changes.amounts) {
+            LabelAmount[slot]->setText(ToQString(shown.amount));
+            LabelAmount[slot]->SetCellGround(shown.amountGround);
+        }
     }
-    m_state.Updating = true;
-    for (PageButton* button : CheckCircle) {
-        button->setChecked(false);
+    if (changes.spellLines) {
+        ShowSpellLines(screen);
     }
-    CheckCircle[static_cast<std::size_t>(index)]->setChecked(true);
-    m_state.Updating = false;
-    UpdatePage();
-}
-
-void CirclePage::UpdatePage() {
-    for (int slot = 0; slot < kSlotCount; ++slot) {
-        const i32 row = SpellAtSlot(slot);
-        const SpellRecord& spell = m_state.Spells(row);
-        const std::size_t at = static_cast<std::size_t>(slot);
-        const i32 icon = row <= kLastPagedRow ? row : kEmptyTileRow;
-        const PictureStrip& strip =
-            m_pictures.clip[m_state.Spellbook(row) == 0 ? 0 : 1].StripOf(icon);
-        SpellIcons[at]->SetPicture(strip.Strip(), strip.Cell(icon % kSlotCount));
-        SpellIcons[at]->setAccessibleName(spell.Name.empty() ? QStringLiteral("No spell")
-                                                             : ToQString(spell.Name));
-        LabelChance[at]->SetCellGround(ChanceGround(spell));
-    }
-    UpdateChances();
-    UpdateAmounts();
-}
-
-void CirclePage::UpdateChances() {
-    CalculateChances(m_state);
-    for (int slot = 0; slot < kSlotCount; ++slot) {
-        LabelChance[static_cast<std::size_t>(slot)]->setText(
-            ToQString(PlainText(i32{m_state.Chance(SpellAtSlot(slot))})));
-    }
-    m_services.settings.UpdateChance();
-}
-
-void CirclePage::UpdateAmounts() {
-    const CounterTexts counters = m_purse->Counters();
-    const i32 pressed = PressedButton();
-    for (int slot = 0; slot < kSlotCount; ++slot) {
-        const i16 amount = CastableAmount(m_state, pressed, slot, counters);
-        CellLabel& label = *LabelAmount[static_cast<std::size_t>(slot)];
-        label.setText(ToQString(StandardText(i32{amount})));
-        label.SetCellGround(AmountColour(amount, m_state.RegYellow, m_state.ColorWarn));
+    if (changes.currentMana) {
+        LabelCurrentMana->setText(ToQString(screen.currentMana));
     }
 }
 
-void CirclePage::PressIcon(int slot, i16 button, i16 shift) {
-    m_state.LastMouseButton = button;
-    m_state.LastMouseShift = shift;
-    if (button == kRightButton) {
-        m_services.spellInfo.DisplayInfo(SpellAtSlot(slot));
-    }
+void CirclePage::ShowIcon(std::size_t slot, const SlotScreen& shown) {
+    const i32 icon = shown.row <= kLastPagedRow ? shown.row : kEmptyTileRow;
+    const PictureStrip& strip = m_pictures.clip[shown.inBook ? 0 : 1].StripOf(icon);
+    SpellIcons[slot]->SetPicture(strip.Strip(), strip.Cell(icon % kSlotCount));
+    const std::string& name = m_companion.State().Spells(shown.row).Name;
+    SpellIcons[slot]->setAccessibleName(name.empty() ? QStringLiteral("No spell")
+                                                     : ToQString(name));
+    LabelChance[slot]->SetCellGround(shown.chanceGround);
 }
 
-void CirclePage::Hover(int slot) {
-    const SpellRecord& spell = m_state.Spells(SpellAtSlot(slot));
-    m_purse->Highlight(spell);
-    LabelMana->setText(ToQString(PlainText(i32{spell.Mana})) + QStringLiteral(" mana"));
-    LabelCost->setText(ToQString(PlainText(i32{spell.Cost})) + QStringLiteral(" gold"));
-    LabelWords->setText(ToQString(spell.Words));
-    LabelName->setText(ToQString(spell.Name));
-    m_purse->CommitTithes();
-}
-
-void CirclePage::ShowCurrentMana() {
-    LabelCurrentMana->setText(
-        QStringLiteral("(%1)").arg(ToQString(PlainText(i32{m_state.CurrentMana}))));
+void CirclePage::ShowSpellLines(const Screen& screen) {
+    LabelMana->setText(ToQString(screen.mana));
+    LabelCost->setText(ToQString(screen.cost));
+    LabelWords->setText(ToQString(screen.words));
+    LabelName->setText(ToQString(screen.name));
 }
 
 }  // namespace spellwick

@@ -1,13 +1,16 @@
 #include "main_window/form_main.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "text/number_forms.h"
+#include "store/catalogue.h"
+#include "store/twips.h"
 #include "widgets/form_font.h"
 #include "widgets/texts.h"
 
@@ -15,10 +18,10 @@ namespace spellwick {
 
 namespace {
 
+constexpr int kPauseMs = 100;
 constexpr int kWatchMs = 1000;
 constexpr int kMeditationMs = 100;
-constexpr const char* kMeditateTag = "Meditate";
-constexpr const char* kHelpFile = "ReadMe.wri";
+constexpr float kFarthestTwips = 40000.0F;
 
 enum CommandIndex { kUndo, kHelp, kSettings, kCount, kMeditate };
 
@@ -26,14 +29,15 @@ struct CommandFacts {
     const char* caption;
     const char* toolTip;
     const char* accessibleName;
+    const char* action;
 };
 
 constexpr std::array<CommandFacts, 5> kCommands{{
-    {"Undo", "", "Undo the last debit"},
-    {"?", "Click me for help", "Help"},
-    {"Settings", "", "Settings"},
-    {"Count", "", "Count the reagents"},
-    {"Meditate", "Click this to use the Meditation skill", "Meditate"},
+    {"Undo", "", "Undo the last debit", "pressing Undo the last debit"},
+    {"?", "Click me for help", "Help", "pressing Help"},
+    {"Settings", "", "Settings", "pressing Settings"},
+    {"Count", "", "Count the reagents", "pressing Count the reagents"},
+    {"Meditate", "Click this to use the Meditation skill", "Meditate", "pressing Meditate"},
 }};
 
 // Gives the form its font before the controls measure themselves by it.
@@ -55,184 +59,204 @@ std::array<QPushButton*, 5> MakeCommands(QWidget* form) {
 
 FormMain::FormMain(const MainWindowServices& services)
     : m_services(services),
-      m_state(m_services.state),
+      m_companion(services.companion),
+      m_state(services.companion.State()),
+      m_events(services.failures, this),
       m_pictures(qGuiApp->devicePixelRatio()),
-      m_io(m_state, m_services.store, *this),
       m_page(m_services, m_pictures, this),
-      m_purse(m_services, this),
+      m_counters(m_services, this),
       m_tithes(m_services, this),
-      m_command(MakeCommands(this)),
-      m_watch(m_state, m_services.clients, *this),
-      m_casting(m_services,
-                {.page = m_page,
-                 .purse = m_purse,
-                 .tithes = m_tithes,
-                 .watch = m_watch,
-                 .helpButton = *m_command[kHelp]},
-                this) {
+      m_command(MakeCommands(this)) {
     setObjectName(QStringLiteral("FormMain"));
     setAccessibleName(QStringLiteral("Spellwick"));
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     setMouseTracking(true);
-    m_page.SetPurse(*this);
-    m_purse.OnAmountsChanged = [this] { m_page.UpdateAmounts(); };
-    m_tithes.OnAmountsChanged = [this] { m_page.UpdateAmounts(); };
-    m_page.OnCastWanted = [this](int slot) { m_casting.CastSpell(slot); };
+    connect(&m_page, &CirclePage::InfoWanted, this, &FormMain::InfoWanted);
     ConnectCommands();
-    ConnectTimers();
+    MakeTimers();
 }
 
 void FormMain::ConnectCommands() {
     for (int index = 0; index < 5; ++index) {
-        connect(&Command(index), &QPushButton::clicked, this, [this, index] {
-            Guard(m_services.failures,
-                  std::string("pressing ") +
-                      kCommands[static_cast<std::size_t>(index)].accessibleName,
-                  [&] { ClickCommand(index); });
-        });
+        m_events.On(&Command(index), &QPushButton::clicked,
+                    kCommands[static_cast<std::size_t>(index)].action,
+                    [this, index] { ClickCommand(index); });
     }
 }
 
-void FormMain::ConnectTimers() {
+void FormMain::MakeTimers() {
+    m_pauseTimer.setObjectName(QStringLiteral("Timer1(0)"));
+    m_pauseTimer.setTimerType(Qt::PreciseTimer);
+    m_pauseTimer.setInterval(kPauseMs);
+    connect(&m_pauseTimer, &QTimer::timeout, &m_pauseTimer, &QTimer::stop);
     m_watchTimer.setObjectName(QStringLiteral("Timer1(1)"));
     m_watchTimer.setInterval(kWatchMs);
-    connect(&m_watchTimer, &QTimer::timeout, this, [this] {
-        Guard(m_services.failures, "watching the game client", [&] {
-            m_services.keys.Tick();
-            m_watch.Tick();
-            m_services.timers.Update();
-        });
-    });
+    m_events.On(&m_watchTimer, &QTimer::timeout, "watching the game client",
+                [this] { m_companion.WatchTick(); });
     m_meditationTimer.setObjectName(QStringLiteral("Timer1(2)"));
     m_meditationTimer.setInterval(kMeditationMs);
-    connect(&m_meditationTimer, &QTimer::timeout, this, [this] {
-        Guard(m_services.failures, "starting to meditate", [&] { MeditationTick(); });
-    });
+    m_events.On(&m_meditationTimer, &QTimer::timeout, "starting to meditate",
+                [this] { m_companion.MeditationTick(); });
 }
 
 QTimer& FormMain::Timer1(int index) {
     if (index == 0) {
-        return m_casting.WaitTimer();
+        return m_pauseTimer;
     }
     return index == 1 ? m_watchTimer : m_meditationTimer;
 }
 
-void FormMain::ArmMeditation() {
-    MeditationTag = kMeditateTag;
-    if (!m_meditationTimer.isActive()) {
+LoadOutcome FormMain::Form_Load() {
+    const LoadOutcome outcome = m_companion.Load();
+    if (outcome == LoadOutcome::kReady) {
+        m_watchTimer.start();
+    }
+    return outcome;
+}
+
+void FormMain::Form_Activate() {
+    IgnoreFailure([&] {
+        // Some desktops have no such state; the window then stays as it is.
+        static_cast<void>(
+            m_services.desktop.SetTopMost(m_state.MainWindowHandle, m_state.AlwaysOnTop));
+    });
+    if (m_activated) {
+        return;
+    }
+    m_companion.RefreshAtFirstActivation();
+    hide();
+    RestorePlace();
+    IgnoreFailure([&] { LayoutAgain(); });
+    m_activated = true;
+    // No caret blinks in a counter until the user puts it there.
+    m_page.CheckCircle[kFirstCircleButton]->setFocus(Qt::OtherFocusReason);
+    show();
+}
+
+// A window takes its place as that of its frame only if it has place and size before it has a
+// handle, so lay it out once ahead of the options that the start is about to read.
+WindowHandle FormMain::MakeHandle() {
+    IgnoreFailure([&] { TakePlace(); });
+    return static_cast<WindowHandle>(winId());
+}
+
+void FormMain::TakePlace() {
+    RestorePlace();
+    m_state.ShowNecroRegs = m_companion.Io().ReadSwitch(kShowNecroRegsKey);
+    m_state.DisplayVertical = m_companion.Io().ReadSwitch(kDisplayVerticalKey);
+    LayoutAgain();
+}
+
+void FormMain::RestorePlace() {
+    float top = 0.0F;
+    float left = 0.0F;
+    const auto read = [this](float& place, std::string_view key) {
+        IgnoreFailure([&] {
+            const float saved = m_companion.Io().ReadPosition(key);
+            place = saved >= 0.0F && saved <= kFarthestTwips ? saved : 0.0F;
+        });
+    };
+    read(top, kWindowTopKey);
+    read(left, kWindowLeftKey);
+    const QPoint place(PixelsOf(left), PixelsOf(top));
+    if (!testAttribute(Qt::WA_Moved) || pos() != place) {
+        move(place);
+    }
+}
+
+WindowPlaces FormMain::Places() const {
+    WindowPlaces places;
+    if (!isMinimized() && !isMaximized() && !isFullScreen()) {
+        places.main = {.top = TwipsOf(y()), .left = TwipsOf(x())};
+    }
+    return places;
+}
+
+void FormMain::Show(const Changes& changes) {
+    const Screen& screen = m_companion.Shown();
+    if (changes.caption && windowTitle() != ToQString(screen.caption)) {
+        setWindowTitle(ToQString(screen.caption));
+    }
+    if (changes.layout) {
+        LayoutAgain();
+    }
+    m_page.Show(screen, changes);
+    m_counters.Show(screen, changes);
+    m_tithes.Show(screen, changes);
+    ShowCommands(screen, changes);
+}
+
+void FormMain::ShowCommands(const Screen& screen, const Changes& changes) {
+    if (changes.countButton) {
+        Command(kCount).setText(ToQString(screen.countCaption));
+        Command(kCount).setEnabled(screen.countEnabled);
+    }
+    if (!changes.meditation) {
+        return;
+    }
+    if (screen.meditationTag != kMeditateTag) {
+        m_meditationTimer.stop();
+    } else if (!m_meditationTimer.isActive()) {
         m_meditationTimer.start();
     }
 }
 
-void FormMain::MeditationTick() {
-    if (MeditationTag != kMeditateTag) {
-        return;
+void FormMain::FocusPage() {
+    m_page.CheckCircle[0]->setFocus(Qt::OtherFocusReason);
+}
+
+void FormMain::FocusHelp() {
+    Command(kHelp).setFocus(Qt::OtherFocusReason);
+}
+
+void FormMain::Pause() {
+    m_pauseTimer.start();
+    while (m_pauseTimer.isActive()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
-    MeditationTag.clear();
-    m_meditationTimer.stop();
-    ClickCommand(kMeditate);
+    // An outer pause that ends with this one must not wait for one more event.
+    QAbstractEventDispatcher::instance()->wakeUp();
 }
 
 void FormMain::ClickCommand(int index) {
     switch (index) {
         case kUndo:
-            m_casting.Undo();
+            m_companion.Undo();
             return;
         case kHelp:
-            OpenHelp();
+            m_companion.OpenHelp();
             return;
         case kSettings:
             OpenSettings();
             return;
         case kCount:
-            Count();
+            m_companion.Count();
             return;
         default:
-            m_casting.Meditate();
-    }
-}
-
-void FormMain::OpenHelp() {
-    // ODDITY(help-fails): a help text that is not there, or no program to open it, ends the run;
-    // kept because the start of the opener is not looked after, and the data are saved all the
-    // same.
-    if (!m_services.desktop.OpenDocument(m_services.folder / kHelpFile)) {
-        throw RuntimeFailure(FailureKind::kFile, "The help text ReadMe.wri cannot be opened.");
+            m_companion.Meditate();
     }
 }
 
 void FormMain::OpenSettings() {
     setCursor(Qt::WaitCursor);
-    m_services.settings.ShowModal();
+    emit SettingsWanted();
     unsetCursor();
-    m_page.UpdatePage();
-}
-
-void FormMain::Count() {
-    m_services.assist.FindAssist();
-    if (m_state.AssistLinked) {
-        Command(kCount).setEnabled(false);
-        Command(kCount).setText(QStringLiteral("Wait.."));
-        m_services.assist.RequestCount();
-    } else {
-        m_services.boxes.Show({.text = "Could not find UO Assist. Without UO Assist the count "
-                                       "function does not work.",
-                               .icon = BoxIcon::kInformation});
-    }
-    if (m_watch.FindClient()) {
-        m_services.clients.SetForegroundWindow(m_state.ClientWindow);
-        QCoreApplication::processEvents();
-    } else {
-        m_casting.ShowClientNotFound();
-    }
-}
-
-void FormMain::EnterKey() {
-    const i32 box = m_purse.FocusedReagent();
-    m_casting.CommitEntries();
-    if (box > 0) {
-        m_purse.Reagent(box).setFocus(Qt::OtherFocusReason);
-        if (m_purse.FocusedReagent() != box) {
-            m_purse.ReagentGotFocus(box);
-        }
-    }
-    m_page.UpdateAmounts();
-}
-
-void FormMain::ShowCaption() {
-    const QString caption = ToQString(CaptionText(m_state.CharacterName, m_state.ServerName));
-    if (windowTitle() != caption) {
-        setWindowTitle(caption);
-    }
-}
-
-void FormMain::ShowTithes() {
-    m_tithes.ShowEverywhere(PlainText(m_state.CurrentTithing));
-}
-
-void FormMain::Highlight(const SpellRecord& spell) {
-    m_purse.Highlight(spell);
-    m_tithes.Highlight(spell);
-}
-
-void FormMain::CommitTithes() {
-    if (m_tithes.IsEditing()) {
-        m_tithes.LostFocus();
-    }
+    m_companion.UpdatePage();
 }
 
 void FormMain::paintEvent(QPaintEvent* /*event*/) {
-    Guard(m_services.failures, "painting the window", [&] {
+    m_events.Run("painting the window", [&] {
         // ODDITY(caption-at-paint): after the client has closed the caption goes on showing the
         // character until the window is painted again; kept because the watch leaves the caption
         // alone without a client.
-        ShowCaption();
+        m_companion.ShowCaption();
         QPainter painter(this);
         DrawReagents(painter);
         if (!m_mapped) {
             m_mapped = true;
-            m_services.desktop.SetTopMost(m_state.MainWindowHandle, m_state.AlwaysOnTop);
+            static_cast<void>(
+                m_services.desktop.SetTopMost(m_state.MainWindowHandle, m_state.AlwaysOnTop));
         }
     });
 }
@@ -240,25 +264,25 @@ void FormMain::paintEvent(QPaintEvent* /*event*/) {
 void FormMain::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_activated) {
-        Guard(m_services.failures, "activating the window", [&] { Form_Activate(); });
+        m_events.Run("activating the window", [&] { Form_Activate(); });
     }
 }
 
 void FormMain::closeEvent(QCloseEvent* event) {
     event->ignore();
-    Guard(m_services.failures, "ending the program", [&] { Form_Unload(); });
+    m_events.Run("ending the program", [&] { m_companion.End(); });
 }
 
 void FormMain::keyPressEvent(QKeyEvent* event) {
     if (IsEnter(*event)) {
-        Guard(m_services.failures, "committing an entry", [&] { EnterKey(); });
+        m_events.Run("committing an entry", [&] { m_companion.CommitByEnter(); });
         return;
     }
     QWidget::keyPressEvent(event);
 }
 
 void FormMain::mouseMoveEvent(QMouseEvent* event) {
-    m_purse.ClearHighlight();
+    m_events.Run("leaving the spells", [&] { m_companion.LeaveSlots(); });
     QWidget::mouseMoveEvent(event);
 }
 

@@ -1,4 +1,4 @@
-// The two arrangements put to work, and the pictures that the form draws itself.
+// The two arrangements at work, and the pictures that the form draws itself.
 #include <QFontMetrics>
 #include <QPainter>
 #include <QScreen>
@@ -29,17 +29,15 @@ TextSizes FormMain::MeasureTexts() const {
     }
     texts.captionHeight = metrics.height();
     texts.joinedWidth = metrics.horizontalAdvance(m_command[0]->text() + m_command[1]->text());
-    texts.comboHeight = m_purse.ComboReagent->sizeHint().height();
+    texts.comboHeight = m_counters.ComboReagent->sizeHint().height();
     return texts;
 }
 
 void FormMain::LayoutVertical() {
-    m_state.DisplayVertical = true;
     Apply(PlanVertical(m_state.ShowNecroRegs, MeasureTexts()));
 }
 
 void FormMain::LayoutHorizontal() {
-    m_state.DisplayVertical = false;
     const LayoutPlan plan = PlanHorizontal(m_state.ShowNecroRegs, MeasureTexts());
     Apply(plan);
     const int frame = frameGeometry().width() - width();
@@ -66,15 +64,15 @@ void FormMain::Apply(const LayoutPlan& plan) {
         if (plan.reagent[k].height <= kSmallRow) {
             counterFont.setPixelSize(kSmallFontPixels);
         }
-        m_purse.Reagent(reagent).SetNumberFont(counterFont);
-        Place(m_purse.ImgReg(static_cast<int>(k)), plan.imgReg[k]);
-        Place(m_purse.Reagent(reagent), plan.reagent[k]);
-        Place(m_purse.Arrows(reagent), plan.upDown[k]);
-        m_purse.ImgReg(static_cast<int>(k)).setVisible(shown);
-        m_purse.Reagent(reagent).setVisible(shown);
-        m_purse.Arrows(reagent).setVisible(shown);
+        m_counters.Reagent(reagent).SetNumberFont(counterFont);
+        Place(m_counters.ImgReg(static_cast<int>(k)), plan.imgReg[k]);
+        Place(m_counters.Reagent(reagent), plan.reagent[k]);
+        Place(m_counters.Arrows(reagent), plan.upDown[k]);
+        m_counters.ImgReg(static_cast<int>(k)).setVisible(shown);
+        m_counters.Reagent(reagent).setVisible(shown);
+        m_counters.Arrows(reagent).setVisible(shown);
     }
-    Place(*m_purse.ComboReagent, plan.comboReagent);
+    Place(*m_counters.ComboReagent, plan.comboReagent);
     for (std::size_t slot = 0; slot < plan.spellIcon.size(); ++slot) {
         Place(*m_page.LabelAmount[slot], plan.labelAmount[slot]);
         Place(*m_page.SpellIcons[slot], plan.spellIcon[slot]);
@@ -107,10 +105,10 @@ void FormMain::Apply(const LayoutPlan& plan) {
 void FormMain::SetTabOrder(bool vertical) {
     std::vector<QWidget*> order;
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        order.push_back(&m_purse.Reagent(reagent));
+        order.push_back(&m_counters.Reagent(reagent));
     }
-    order.push_back(m_purse.ComboReagent);
-    // Upright the user pages lie below the circles, lying flat they come first.
+    order.push_back(m_counters.ComboReagent);
+    // Vertical: user pages after the circles; horizontal: before.
     for (int index = 0; index < kPageButtonCount; ++index) {
         const int shifted = vertical && index < 10 ? (index + 2) % 10 : index;
         order.push_back(m_page.CheckCircle[static_cast<std::size_t>(shifted)]);
@@ -124,10 +122,10 @@ void FormMain::SetTabOrder(bool vertical) {
 
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const bool isSmall = m_purse.ImgReg(0).height() <= kSmallRow;
+    const bool isSmall = m_counters.ImgReg(0).height() <= kSmallRow;
     const PictureStrip& strip = isSmall ? m_pictures.smallReagents : m_pictures.reagents;
     for (int k = 0; k < kReagentCount; ++k) {
-        const QWidget& place = m_purse.ImgReg(k);
+        const QWidget& place = m_counters.ImgReg(k);
         if (place.isVisibleTo(this)) {
             painter.drawPixmap(QRect(place.pos(), strip.CellSize()), strip.Strip(), strip.Cell(k));
         }

@@ -36,6 +36,15 @@ i16 ReadSkillEntry(std::string_view text) {
     return ToI16(std::min(RoundHalfEven(FirstFour(text)), kMostSkill));
 }
 
+i16 SkillEntryOf(i32 points) {
+    constexpr i32 kMostOfFour = 9999;
+    constexpr i32 kLeastOfFour = -999;  // the sign is one of the four characters
+    while (points > kMostOfFour || points < kLeastOfFour) {
+        points /= 10;
+    }
+    return ToI16(std::min(points, static_cast<i32>(kMostSkill)));
+}
+
 i16 SkillOfGroup(const SharedState& state, i32 group) {
     return state.*SkillCell(group);
 }

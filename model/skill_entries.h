@@ -14,6 +14,9 @@ inline constexpr i32 kSkillGroups = 5;
 // (overflow) below -32768.
 i16 ReadSkillEntry(std::string_view text);
 
+// The same for a number.
+i16 SkillEntryOf(i32 points);
+
 // The character's value of a group.
 i16 SkillOfGroup(const SharedState& state, i32 group);
 void SetSkillOfGroup(SharedState& state, i32 group, i16 value);

@@ -199,6 +199,18 @@ void FormSettings::UpdateChance() {
     m_skills->UpdateChance();
 }
 
+void FormSettings::Show(const Screen& screen, const Changes& changes) {
+    if (changes.reportedMagery) {
+        m_skills->ShowReportedSkill(screen.reportedMagery);
+    }
+    if (changes.reportedIntelligence) {
+        m_skills->ShowReportedInt(screen.reportedIntelligence);
+    }
+    if (changes.chances) {
+        UpdateChance();
+    }
+}
+
 void FormSettings::Form_Activate() {
     m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
     m_general->Activate();

@@ -8,6 +8,7 @@
 #include <array>
 #include <optional>
 
+#include "companion/screen.h"
 #include "settings_dialog/about_tab.h"
 #include "settings_dialog/common_dialog.h"
 #include "settings_dialog/general_tab.h"
@@ -48,6 +49,9 @@ class FormSettings : public QDialog {
     // Refreshes the chances on the skills tab, even while the dialog is hidden; refreshes all tabs
     // if another player was loaded while it is shown.
     void UpdateChance();
+
+    // Draws what an action of the companion has changed here.
+    void Show(const Screen& screen, const Changes& changes);
 
     // Button handlers; tabs are 0 to 7.
     void ClickCheckTab(int tab);

@@ -192,7 +192,7 @@ void GeneralTab::ClickAlwaysOnTop() {
     // becomes active; kept because the option is about the main window, which follows as soon as it
     // has the focus.
     m_state.AlwaysOnTop = CheckAlwaysOnTop->isChecked();
-    SaveSwitch(kAlwaysOnTopKey, m_state.AlwaysOnTop);
+    SaveSwitch(kAlwaysOnTopKey.key, m_state.AlwaysOnTop);
 }
 
 void GeneralTab::ClickDisplayVertical() {
@@ -204,22 +204,22 @@ void GeneralTab::ClickDisplayVertical() {
     } else {
         m_services.mainWindow.LayoutHorizontal();
     }
-    SaveSwitch(kDisplayVerticalKey, m_state.DisplayVertical);
+    SaveSwitch(kDisplayVerticalKey.key, m_state.DisplayVertical);
 }
 
 void GeneralTab::ClickCasting() {
     m_state.DisableCasting = CheckCasting->isChecked();
-    SaveSwitch(kDisableCastingKey, m_state.DisableCasting);
+    SaveSwitch(kDisableCastingKey.key, m_state.DisableCasting);
 }
 
 void GeneralTab::ClickMeditation() {
     m_state.Meditate = CheckMeditation->isChecked();
-    SaveSwitch(kMeditateKey, m_state.Meditate);
+    SaveSwitch(kMeditateKey.key, m_state.Meditate);
 }
 
 void GeneralTab::ClickShowNecroRegs() {
     m_state.ShowNecroRegs = CheckShowNecroRegs->isChecked();
-    SaveSwitch(kShowNecroRegsKey, m_state.ShowNecroRegs);
+    SaveSwitch(kShowNecroRegsKey.key, m_state.ShowNecroRegs);
     ClickDisplayVertical();
 }
 

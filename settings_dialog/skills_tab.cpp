@@ -56,6 +56,7 @@ void SkillsTab::Refresh() {
 }
 
 void SkillsTab::ClickSkillType(int group) {
+    m_services.mainWindow.ShowSkillGroup(group);
     const SkillGroup& shown = kSkillGroupFacts[static_cast<std::size_t>(group)];
     QPalette colours = lblSkillType->palette();
     colours.setColor(QPalette::Window, Qt::white);
@@ -178,14 +179,12 @@ void SkillsTab::MaximumSkillLostFocus(int line) {
     UpdateChance();
 }
 
-void SkillsTab::ShowReportedSkill(const std::string& text) {
-    ShowText(*MinimumSkill[kCharacterLine], text);
-    ChangeMinimumSkill(kCharacterLine);
+void SkillsTab::ShowReportedSkill(i32 points) {
+    ShowText(*MinimumSkill[kCharacterLine], PlainText(points));
 }
 
-void SkillsTab::ShowReportedInt(const std::string& text) {
-    ShowText(*MinimumInt[kCharacterLine], text);
-    ChangeMinimumInt(kCharacterLine);
+void SkillsTab::ShowReportedInt(i32 points) {
+    ShowText(*MinimumInt[kCharacterLine], PlainText(points));
 }
 
 void SkillsTab::ClickLHWS() {

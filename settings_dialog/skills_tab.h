@@ -32,9 +32,9 @@ class SkillsTab : public SettingsTab {
     // Shows the chances of the selected group, in their colours.
     void UpdateChance();
 
-    // Put a reported value into the character's line, as if it were typed there.
-    void ShowReportedSkill(const std::string& text);
-    void ShowReportedInt(const std::string& text);
+    // Show points that were reported in the character's line. What they change is stored already.
+    void ShowReportedSkill(i32 points);
+    void ShowReportedInt(i32 points);
 
     // The selected group, and the character's skill in it.
     int SelectedSkillGroup() const;

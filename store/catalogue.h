@@ -17,18 +17,15 @@ struct KeyOf {
 };
 
 // Global options.
-inline constexpr std::string_view kDisableCastingKey = "DisableCasting";
-inline constexpr std::string_view kDisplayVerticalKey = "DisplayVertical";
-inline constexpr std::string_view kAlwaysOnTopKey = "AlwaysOnTop";
-inline constexpr std::string_view kShowNecroRegsKey = "ShowNecroRegs";
-inline constexpr std::string_view kMeditateKey = "Meditate";
-inline constexpr std::array<KeyOf<bool>, 5> kSwitchKeys{{
-    {kDisableCastingKey, &SharedState::DisableCasting, true},
-    {kDisplayVerticalKey, &SharedState::DisplayVertical, false},
-    {kAlwaysOnTopKey, &SharedState::AlwaysOnTop, false},
-    {kShowNecroRegsKey, &SharedState::ShowNecroRegs, true},
-    {kMeditateKey, &SharedState::Meditate, false},
-}};
+inline constexpr KeyOf<bool> kDisableCastingKey{"DisableCasting", &SharedState::DisableCasting,
+                                                true};
+inline constexpr KeyOf<bool> kDisplayVerticalKey{"DisplayVertical", &SharedState::DisplayVertical,
+                                                 false};
+inline constexpr KeyOf<bool> kAlwaysOnTopKey{"AlwaysOnTop", &SharedState::AlwaysOnTop, false};
+inline constexpr KeyOf<bool> kShowNecroRegsKey{"ShowNecroRegs", &SharedState::ShowNecroRegs, true};
+inline constexpr KeyOf<bool> kMeditateKey{"Meditate", &SharedState::Meditate, false};
+inline constexpr std::array kSwitchKeys{kDisableCastingKey, kDisplayVerticalKey, kAlwaysOnTopKey,
+                                        kShowNecroRegsKey, kMeditateKey};
 inline constexpr std::array<KeyOf<i16>, 2> kLimitKeys{{
     {"MeditateLevel", &SharedState::MeditateLevel, 20},
     {"RegYellow", &SharedState::RegYellow, 3},

@@ -9,7 +9,6 @@
 #include "model/shared_state.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
-#include "store/old_data.h"
 #include "store/settings_io.h"
 
 namespace spellwick {
@@ -28,7 +27,8 @@ class WaitWindow {
     virtual void ServeEvents() = 0;
 };
 
-class Conversion : public OldDataConversion {
+// Runs once in each start, before the spell table exists.
+class Conversion {
   public:
     // All references outlive it.
     struct Parts {
@@ -43,7 +43,7 @@ class Conversion : public OldDataConversion {
 
     // Does nothing without the key. RuntimeFailure where a step fails: what it wrote before stands,
     // and the key keeps its value.
-    void ConvertOldData() override;
+    void ConvertOldData();
 
   private:
     // False when there are no data to convert and the chain ends here.

@@ -144,7 +144,7 @@ void SettingsIo::LoadPlayerSettings(std::string_view section) {
     for (i32 bag = 0; bag < kBagCount; ++bag) {
         m_state.BagName(bag) = player.Text(BagNameKey(bag), DefaultBagName(bag));
     }
-    m_view.ShowBagNames();
+    m_onLoaded(PlayerPart::kBagNames);
     for (i32 bag = 0; bag < kBagCount; ++bag) {
         for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
             m_state.ReagentStock(reagent, bag) =
@@ -155,13 +155,13 @@ void SettingsIo::LoadPlayerSettings(std::string_view section) {
     for (const auto& entry : kBagChoiceKeys) {
         player.Into(m_state, entry);
         if (entry.cell == &SharedState::CurrentReagentBag) {
-            m_view.SelectBag();
+            m_onLoaded(PlayerPart::kBagChoice);
         }
     }
     if (m_state.CurrentReagentBag >= 0 && m_state.CurrentReagentBag < kBagCount) {
-        m_view.ShowStock();
+        m_onLoaded(PlayerPart::kStock);
     }
-    m_view.ShowTithes();
+    m_onLoaded(PlayerPart::kTithingPoints);
     for (i32 cell = 0; cell < kUserCells; ++cell) {
         m_state.UserSpells(cell) = player.Number(UserSpellKey(cell), 0);
     }
@@ -190,9 +190,9 @@ float SettingsIo::ReadPosition(std::string_view key) const {
     return text ? ReadFloat(*text) : 0.0F;
 }
 
-bool SettingsIo::ReadSwitch(std::string_view key, bool unset) const {
-    const std::optional<std::string> text = m_store.Read(kGlobalSection, key);
-    return text ? ReadBool(*text) : unset;
+bool SettingsIo::ReadSwitch(const KeyOf<bool>& entry) const {
+    const std::optional<std::string> text = m_store.Read(kGlobalSection, entry.key);
+    return text ? ReadBool(*text) : entry.fallback;
 }
 
 StoreResult SettingsIo::SaveOption(std::string_view key, const std::string& value) {

@@ -1,21 +1,27 @@
 // Load and save of everything that survives a restart, on the settings store.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "model/shared_state.h"
 #include "platform/settings_store.h"
-#include "store/player_view.h"
+#include "store/catalogue.h"
 #include "store/setting_changes.h"
 
 namespace spellwick {
 
+// Parts of a player that a load has just read, in this order. The window shows each at once, since
+// a value that cannot be read ends the load there.
+enum class PlayerPart { kBagNames, kBagChoice, kStock, kTithingPoints };
+
 class SettingsIo {
   public:
-    SettingsIo(SharedState& state, SettingsStore& store, PlayerView& view)
-        : m_state(state), m_store(store), m_view(view) {}
+    // `onLoaded` runs in the middle of the load of a player.
+    SettingsIo(SharedState& state, SettingsStore& store, std::function<void(PlayerPart)> onLoaded)
+        : m_state(state), m_store(store), m_onLoaded(std::move(onLoaded)) {}
 
     // Reads all global keys, then the player CurrentPlayerName, then recalculates the costs.
     // RuntimeFailure when a saved text is no number; what was read before it stands.
@@ -42,8 +48,8 @@ class SettingsIo {
     // A saved position in twips, 0 when there is none; RuntimeFailure when it is no number.
     float ReadPosition(std::string_view key) const;
 
-    // A saved option, `unset` when there is none; RuntimeFailure when it is no such value.
-    bool ReadSwitch(std::string_view key, bool unset) const;
+    // A saved option, its default when there is none; RuntimeFailure when it is no such value.
+    bool ReadSwitch(const KeyOf<bool>& entry) const;
 
     // Writes one key of the global section, for options that are saved when they are clicked.
     StoreResult SaveOption(std::string_view key, const std::string& value);
@@ -51,7 +57,7 @@ class SettingsIo {
   private:
     SharedState& m_state;
     SettingsStore& m_store;
-    PlayerView& m_view;
+    std::function<void(PlayerPart)> m_onLoaded;
 };
 
 }  // namespace spellwick

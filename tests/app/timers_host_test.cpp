@@ -32,6 +32,20 @@ class TimersHostTest : public testing::Test, public FailureSink {
         FAIL() << action << ": " << failure.what();
     }
 
+    // What the companion does, and tells the host of.
+    void StartTimer(i32 row) {
+        m_running.StartTimer(row);
+        m_timers.Show();
+    }
+    void Update() {
+        m_running.Update();
+        m_timers.Show();
+    }
+    void SetMode(i32 mode) {
+        m_running.SetMode(mode);
+        m_timers.Show();
+    }
+
     FormTimer* Window() {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (auto* timers = qobject_cast<FormTimer*>(window)) {
@@ -68,14 +82,14 @@ class TimersHostTest : public testing::Test, public FailureSink {
 TEST_F(TimersHostTest, Cast_LastsByItsRuleAndTheValuesOfThatMoment) {
     m_state.Spells(7).File5 = kMagery120;
     m_state.Magery = 50;
-    m_timers.StartTimer(7);
+    StartTimer(7);
     m_state.Magery = 100;
-    m_timers.StartTimer(7);
+    StartTimer(7);
     EXPECT_EQ(Shown("lblSpellName", 0), "Spell 7");
     EXPECT_EQ(Shown("lblTimeRemaining", 0), "60");
     EXPECT_EQ(Shown("lblTimeRemaining", 1), "120");
     m_clock.now = 1010.0F;
-    m_timers.Update();
+    Update();
     EXPECT_EQ(Shown("lblTimeRemaining", 0), "50");
 }
 
@@ -84,10 +98,10 @@ TEST_F(TimersHostTest, SpellThatDoesNotLast_MakesNoWindow) {
     m_state.Spells(7).File5 = kMagery120;
     for (const i16 rule : std::initializer_list<i16>{0, kMagery120, 25, -1}) {
         m_state.Spells(7).File5 = rule;
-        m_timers.StartTimer(7);
+        StartTimer(7);
     }
     EXPECT_EQ(Window(), nullptr);
-    m_timers.Update();
+    Update();
     EXPECT_EQ(Window(), nullptr);
     EXPECT_EQ(m_placesRead, 0);
 }
@@ -95,10 +109,10 @@ TEST_F(TimersHostTest, SpellThatDoesNotLast_MakesNoWindow) {
 TEST_F(TimersHostTest, OneSecond_CountsAndLessDoesNot) {
     m_state.Spells(64).File5 = kPlusSpirit;
     m_state.SpiritSpeak = -1;  // 0.7 seconds
-    m_timers.StartTimer(64);
+    StartTimer(64);
     EXPECT_EQ(Window(), nullptr);
     m_state.SpiritSpeak = 0;
-    m_timers.StartTimer(64);
+    StartTimer(64);
     EXPECT_EQ(Shown("lblTimeRemaining", 0), "1");
 }
 
@@ -130,12 +144,12 @@ TEST_F(TimersHostTest, PlaceThatIsNoNumber_CountsAs0AndIsMendedByTheNextSave) {
 TEST_F(TimersHostTest, SetMode_StoresTheModeAndShowsIt) {
     m_state.Spells(7).File5 = kMagery120;
     m_state.Magery = 50;
-    m_timers.StartTimer(7);
+    StartTimer(7);
     EXPECT_TRUE(IsShown());
-    m_timers.SetMode(kTimersOff);
+    SetMode(kTimersOff);
     EXPECT_EQ(m_state.SpellTimerMode, kTimersOff);
     EXPECT_FALSE(IsShown());
-    m_timers.SetMode(kTimersAsIcons);
+    SetMode(kTimersAsIcons);
     EXPECT_TRUE(IsShown());
     EXPECT_EQ(Shown("lblSpellName", 0), "");
 }

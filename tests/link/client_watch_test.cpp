@@ -9,30 +9,9 @@ namespace spellwick {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* kMira = "Ultima Online - Mira Talon (Atlantic)";
 constexpr const char* kBran = "Ultima Online - Bran (Oak Hill)";
-
-// Writes down the calls of the watch, with the player that each save and load is for.
-class RecordingHost : public ClientWatchHost {
-  public:
-    explicit RecordingHost(const SharedState& state) : m_state(state) {}
-
-    void ShowCaption() override {
-        caption = CaptionText(m_state.CharacterName, m_state.ServerName);
-    }
-    void SavePlayer() override { calls.push_back("save " + m_state.CurrentPlayerName); }
-    void LoadPlayer() override { calls.push_back("load " + m_state.CurrentPlayerName); }
-    void UpdatePage() override { calls.emplace_back("page"); }
-    void FindAssist() override { calls.emplace_back("assist"); }
-
-    std::vector<std::string> calls;
-    std::string caption;
-
-  private:
-    const SharedState& m_state;
-};
 
 class ClientWatchTest : public testing::Test {
   protected:
@@ -40,18 +19,10 @@ class ClientWatchTest : public testing::Test {
         m_windows.windows = {{.handle = 7, .windowClass = windowClass, .title = title}};
     }
 
-    // Calls of one tick.
-    std::vector<std::string> Tick() {
-        m_host.calls.clear();
-        m_watch.Tick();
-        return m_host.calls;
-    }
-
     SharedState m_state;
     std::vector<std::string> m_log;
     RecordingClientWindows m_windows{&m_log};
-    RecordingHost m_host{m_state};
-    ClientWatch m_watch{m_state, m_windows, m_host};
+    ClientWatch m_watch{m_state, m_windows};
 };
 
 struct TitleRow {
@@ -120,6 +91,13 @@ TEST(CaptionText, HasThreeBlanksBeforeEachLabel) {
               "Spellwick 7.5   Character: Mira Talon   Server: Atlantic");
 }
 
+TEST(IsRealServer, NeitherNothingNorAQuestionMark) {
+    EXPECT_TRUE(IsRealServer("Atlantic"));
+    EXPECT_TRUE(IsRealServer("??"));
+    EXPECT_FALSE(IsRealServer(""));
+    EXPECT_FALSE(IsRealServer("?"));
+}
+
 TEST_F(ClientWatchTest, FindClient_TriesBothClassesInOrder) {
     EXPECT_FALSE(m_watch.FindClient());
     EXPECT_THAT(m_log, ElementsAre("find Ultima Online", "find Ultima Online Third Dawn"));
@@ -135,113 +113,26 @@ TEST_F(ClientWatchTest, FindClient_TriesBothClassesInOrder) {
     EXPECT_EQ(m_state.ClientWindow, 7U);
 }
 
-TEST_F(ClientWatchTest, Tick_NoClient_SetsThePlaceholderAndLeavesCaptionAndPlayer) {
+TEST_F(ClientWatchTest, ReadClient_NoClient_SetsThePlaceholder) {
     m_state.CurrentPlayerName = kMira;
-    m_host.caption = "as it was";
-    EXPECT_THAT(Tick(), ElementsAre("assist"));
+    m_state.CharacterName = "Mira Talon";
+    EXPECT_FALSE(m_watch.ReadClient());
     EXPECT_EQ(m_state.ClientWindow, 0U);
     EXPECT_EQ(m_state.ClientTitle, "Ultima Online - ? (?)");
     EXPECT_EQ(m_state.CharacterName, "?");
     EXPECT_EQ(m_state.ServerName, "?");
     EXPECT_EQ(m_state.CurrentPlayerName, kMira);
-    EXPECT_EQ(m_host.caption, "as it was");
 }
 
-TEST_F(ClientWatchTest, Tick_FirstLogin_LoadsWithoutASave) {
-    ShowClient(kMira);
-    EXPECT_THAT(Tick(),
-                ElementsAre("load Ultima Online - Mira Talon (Atlantic)", "page", "assist"));
-    EXPECT_EQ(m_state.CurrentPlayerName, kMira);
-    EXPECT_EQ(m_host.caption, "Spellwick 7.5   Character: Mira Talon   Server: Atlantic");
-}
-
-TEST_F(ClientWatchTest, Tick_SameTitle_TouchesNoProfile) {
-    ShowClient(kMira);
-    Tick();
-    EXPECT_THAT(Tick(), ElementsAre("assist"));
-}
-
-TEST_F(ClientWatchTest, Tick_TitleInOtherCase_IsAnotherPlayer) {
-    ShowClient(kMira);
-    Tick();
-    ShowClient("Ultima Online - mira talon (Atlantic)");
-    EXPECT_THAT(Tick(),
-                ElementsAre("save Ultima Online - Mira Talon (Atlantic)",
-                            "load Ultima Online - mira talon (Atlantic)", "page", "assist"));
-}
-
-TEST_F(ClientWatchTest, Tick_OtherCharacter_SavesTheOldBeforeTheNewIsLoaded) {
-    ShowClient(kMira);
-    Tick();
-    ShowClient(kBran);
-    EXPECT_THAT(Tick(), ElementsAre("save Ultima Online - Mira Talon (Atlantic)",
-                                    "load Ultima Online - Bran (Oak Hill)", "page", "assist"));
-    EXPECT_EQ(m_state.CharacterName, "Bran");
-    EXPECT_EQ(m_state.ServerName, "Oak Hill");
-}
-
-TEST_F(ClientWatchTest, Tick_ClientClosesAndComesBack_NeitherSavesNorLoads) {
-    ShowClient(kMira);
-    Tick();
-    m_windows.windows.clear();
-    EXPECT_THAT(Tick(), ElementsAre("assist"));
-    ShowClient(kMira);
-    EXPECT_THAT(Tick(), ElementsAre("assist"));
-    EXPECT_EQ(m_state.ServerName, "Atlantic");
-}
-
-// covers ODDITY(saves-at-login-screen)
-TEST_F(ClientWatchTest, Tick_Oddity_OldPlayerIsSavedEachSecondAtTheLoginScreen) {
-    ShowClient(kMira);
-    Tick();
-    m_windows.windows.clear();
-    Tick();
-    ShowClient("Ultima Online");
-    for (int second = 0; second < 3; ++second) {
-        EXPECT_THAT(Tick(), ElementsAre("save Ultima Online - Mira Talon (Atlantic)", "assist"));
-    }
-    ShowClient(kBran);
-    EXPECT_THAT(Tick(), ElementsAre("save Ultima Online - Mira Talon (Atlantic)",
-                                    "load Ultima Online - Bran (Oak Hill)", "page", "assist"));
-}
-
-TEST_F(ClientWatchTest, Tick_EmptyServer_DoesNotSwitch) {
-    ShowClient(kMira);
-    Tick();
-    ShowClient("Ultima Online - Mira Talon ()");
-    EXPECT_THAT(Tick(), ElementsAre("save Ultima Online - Mira Talon (Atlantic)", "assist"));
-    EXPECT_EQ(m_state.CurrentPlayerName, kMira);
-}
-
-// covers ODDITY(bare-title-is-a-player)
-TEST_F(ClientWatchTest, Tick_Oddity_BareTitleAfterAServerBecomesAPlayer) {
-    ShowClient(kMira);
-    Tick();
-    ShowClient("Ultima Online");
-    EXPECT_THAT(Tick(), ElementsAre("save Ultima Online - Mira Talon (Atlantic)",
-                                    "load Ultima Online", "page", "assist"));
-    EXPECT_EQ(m_state.CharacterName, "Mira Talon");
-    EXPECT_EQ(m_state.ServerName, "Atlantic");
-}
-
-// covers ODDITY(title-prefix-unread)
-TEST_F(ClientWatchTest, Tick_Oddity_AnyTitleOfTheClassIsParsed) {
-    ShowClient("Some other window Mira (Atlantic)");
-    Tick();
-    EXPECT_EQ(m_state.CharacterName, "w Mira");
-    EXPECT_EQ(m_state.CurrentPlayerName, "Some other window Mira (Atlantic)");
-}
-
-TEST_F(ClientWatchTest, Tick_TwoClients_TakesWhatTheSearchReturns) {
+TEST_F(ClientWatchTest, ReadClient_TwoClients_TakesWhatTheSearchReturns) {
     m_windows.windows = {{.handle = 7, .windowClass = "Ultima Online", .title = kMira},
                          {.handle = 8, .windowClass = "Ultima Online", .title = kBran}};
-    Tick();
+    EXPECT_TRUE(m_watch.ReadClient());
     EXPECT_EQ(m_state.ClientWindow, 7U);
-    EXPECT_EQ(m_state.CurrentPlayerName, kMira);
-    EXPECT_THAT(Tick(), ElementsAre("assist"));
+    EXPECT_EQ(m_state.ClientTitle, kMira);
 }
 
-TEST_F(ClientWatchTest, Tick_ClientClosesWhileItsTitleIsRead_KeepsThePlayer) {
+TEST_F(ClientWatchTest, ReadClient_ClientClosesWhileItsTitleIsRead_KeepsThePlayer) {
     // Finds a client, but has no title for it, and no client the next time.
     class ClosingClient : public ClientWindows {
       public:
@@ -259,20 +150,19 @@ TEST_F(ClientWatchTest, Tick_ClientClosesWhileItsTitleIsRead_KeepsThePlayer) {
     m_state.CurrentPlayerName = kMira;
     m_state.ServerName = "Atlantic";
     ClosingClient windows;
-    ClientWatch watch(m_state, windows, m_host);
-    watch.Tick();
-    EXPECT_THAT(m_host.calls, ElementsAre("assist"));
+    ClientWatch watch(m_state, windows);
+    EXPECT_FALSE(watch.ReadClient());
     EXPECT_EQ(m_state.CurrentPlayerName, kMira);
     EXPECT_EQ(m_state.ServerName, "?");
 }
 
-TEST_F(ClientWatchTest, ParseClientTitle_NoBracket_KeepsTheNamesAndShowsTheCaption) {
+TEST_F(ClientWatchTest, ParseClientTitle_NoBracket_KeepsTheNames) {
     m_state.CharacterName = "Mira Talon";
     m_state.ServerName = "Atlantic";
     m_state.ClientTitle = "Ultima Online";
     m_watch.ParseClientTitle();
-    EXPECT_EQ(m_host.caption, "Spellwick 7.5   Character: Mira Talon   Server: Atlantic");
-    EXPECT_THAT(m_host.calls, IsEmpty());
+    EXPECT_EQ(m_state.CharacterName, "Mira Talon");
+    EXPECT_EQ(m_state.ServerName, "Atlantic");
 }
 
 }  // namespace

@@ -43,8 +43,7 @@ TEST_F(CommandsTest, Help_OpensTheTextBesideTheProgram) {
     StartWithMira();
     Click("Command", 1);
     ASSERT_EQ(m_desktop.opened.size(), 1U);
-    EXPECT_EQ(m_desktop.opened[0],
-              std::filesystem::path(m_folder.path().toStdString()) / "ReadMe.wri");
+    EXPECT_EQ(m_desktop.opened[0], m_folder.Path() / "ReadMe.wri");
 }
 
 // covers ODDITY(help-fails)

@@ -67,7 +67,7 @@ TEST_F(CountersTest, Entry_OnLeaving_IsWhatTheTableSays) {
         } else {
             EXPECT_TRUE(boxes.empty());
         }
-        EXPECT_EQ(Form().PurseControls().FocusedReagent(), 0);
+        EXPECT_EQ(Shown().focusedReagent, 0);
     }
 }
 
@@ -111,9 +111,9 @@ TEST_F(CountersTest, Focus_SelectsTheWholeTextAndIsKnown) {
         }
         EXPECT_EQ(FocusName(), "Reagent(3)");
         EXPECT_EQ(Reagent(3).selectedText(), QStringLiteral("50"));
-        EXPECT_EQ(Form().PurseControls().FocusedReagent(), 3);
+        EXPECT_EQ(Shown().focusedReagent, 3);
         Leave();
-        EXPECT_EQ(Form().PurseControls().FocusedReagent(), 0);
+        EXPECT_EQ(Shown().focusedReagent, 0);
     }
 }
 
@@ -121,7 +121,7 @@ TEST_F(CountersTest, Focus_FromCounterToCounter_IsTheNewOnes) {
     StartWithMira();
     Enter(Reagent(3), "+1");
     Click(Reagent(5));
-    EXPECT_EQ(Form().PurseControls().FocusedReagent(), 5);
+    EXPECT_EQ(Shown().focusedReagent, 5);
     EXPECT_EQ(Cell(), 51);
 }
 
@@ -133,7 +133,7 @@ TEST_F(CountersTest, Focus_SwitchToAnotherProgram_LeavesTheEntryAsItIs) {
     game.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&game));
     EXPECT_EQ(Text("Reagent", 3), "+10");
-    EXPECT_EQ(Form().PurseControls().FocusedReagent(), 3);
+    EXPECT_EQ(Shown().focusedReagent, 3);
     Form().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
     EXPECT_EQ(FocusName(), "Reagent(3)");
@@ -146,7 +146,7 @@ TEST_F(CountersTest, Focus_SwitchToAnotherProgram_LeavesTheEntryAsItIs) {
 TEST_F(CountersTest, Focus_AtTheStart_IsInNoCounter) {
     StartWithMira();
     EXPECT_EQ(FocusName(), "CheckCircle(2)");
-    EXPECT_EQ(Form().PurseControls().FocusedReagent(), 0);
+    EXPECT_EQ(Shown().focusedReagent, 0);
 }
 
 TEST_F(CountersTest, Keys_EveryPrintableKey_PassesOrIsDroppedWithABeep) {
@@ -229,7 +229,7 @@ TEST_F(CountersTest, Enter_CommitsExactlyOnceAndKeepsTheFocusWithTheTextSelected
         EXPECT_EQ(Text("Reagent", 3), "60");
         EXPECT_EQ(FocusName(), "Reagent(3)");
         EXPECT_EQ(Reagent(3).selectedText(), QStringLiteral("60"));
-        EXPECT_EQ(Form().PurseControls().FocusedReagent(), 3);
+        EXPECT_EQ(Shown().focusedReagent, 3);
         EXPECT_EQ(Text("LabelAmount", 0), " 50");
         Press(key);
         EXPECT_EQ(Cell(), 60);

@@ -44,7 +44,7 @@ TEST_F(EndTest, FormUnload_PendingEventsRunOnTheHiddenWindowBeforeTheSave) {
             State().ReagentStock(1, 0) = 33;
         },
         Qt::QueuedConnection);
-    Form().Form_Unload();
+    Program().End();
     EXPECT_TRUE(ran);
     EXPECT_EQ(Saved(kMira, "MR 0"), "33");
 }
@@ -121,7 +121,7 @@ TEST_F(EndTest, FormUnload_SaveFails_SaysSoAndEndsAllTheSame) {
 TEST_F(EndTest, FormUnload_CalledAgainWhileItRuns_DoesNothingMore) {
     StartWithMira();
     m_parts.hooked = "unhook";
-    m_parts.hook = [&] { Form().Form_Unload(); };
+    m_parts.hook = [&] { Program().End(); };
     Form().close();
     EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
 }
@@ -130,7 +130,7 @@ TEST_F(EndTest, SaveAfterFailure_SavesPlayerAndGlobalKeysEachOnItsOwn) {
     StartWithMira();
     State().ReagentStock(1, 0) = 33;
     State().MeditateLevel = 44;
-    EXPECT_TRUE(Form().SaveAfterFailure());
+    EXPECT_TRUE(Program().SaveAfterFailure());
     EXPECT_THAT(m_store.Batches(), SizeIs(2));
     EXPECT_EQ(Saved(kMira, "MR 0"), "33");
     EXPECT_EQ(Saved("Settings", "MeditateLevel"), "44");
@@ -142,7 +142,7 @@ TEST_F(EndTest, SaveAfterFailure_AStepFails_TheOthersAreDone) {
     State().ReagentStock(1, 0) = 33;
     State().MeditateLevel = 44;
     m_parts.failing = "unhook";
-    EXPECT_FALSE(Form().SaveAfterFailure());
+    EXPECT_FALSE(Program().SaveAfterFailure());
     EXPECT_EQ(Saved(kMira, "MR 0"), "33");
     EXPECT_EQ(Saved("Settings", "MeditateLevel"), "44");
 }
@@ -150,20 +150,20 @@ TEST_F(EndTest, SaveAfterFailure_AStepFails_TheOthersAreDone) {
 TEST_F(EndTest, SaveAfterFailure_StoreFails_SaysSo) {
     StartWithMira();
     m_store.FailWith("The disk is full.");
-    EXPECT_FALSE(Form().SaveAfterFailure());
+    EXPECT_FALSE(Program().SaveAfterFailure());
 }
 
 TEST_F(EndTest, SaveAfterFailure_WithoutASpellTable_KeepsTheStoreAsItWas) {
     SavePlayer(kMira);
     Make();
-    EXPECT_FALSE(Form().SaveAfterFailure());
+    EXPECT_FALSE(Program().SaveAfterFailure());
     EXPECT_THAT(m_store.Batches(), IsEmpty());
     EXPECT_EQ(Saved(kMira, "MR 0"), "50");
 }
 
 TEST_F(EndTest, SaveOption_WritesOneKeyAtOnce) {
     StartWithMira();
-    Form().SaveOption("AlwaysOnTop", "True");
+    Program().SaveOption("AlwaysOnTop", "True");
     EXPECT_THAT(m_store.Batches(),
                 ElementsAre(ElementsAre(SettingChange{"Settings", "AlwaysOnTop", "True"})));
 }

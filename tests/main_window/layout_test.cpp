@@ -61,7 +61,7 @@ TEST_F(LayoutTest, Controls_DoNotOverlapButWhereTold) {
         StartIn(arrangement);
         for (const bool editing : {false, true}) {
             if (editing) {
-                Form().TithesControls().BeginEdit();
+                Program().EditTithes();
             }
             const std::vector<QWidget*> controls = Controls();
             ASSERT_GT(controls.size(), 70U);
@@ -94,7 +94,7 @@ TEST_F(LayoutTest, Controls_LieWithinTheWindow) {
 
 TEST_F(LayoutTest, Controls_AllHaveAnAccessibleName) {
     StartIn(kArrangements[0]);
-    Form().TithesControls().BeginEdit();
+    Program().EditTithes();
     for (QWidget* control : Controls()) {
         EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
         EXPECT_FALSE(control->objectName().isEmpty());
@@ -196,13 +196,13 @@ TEST_F(LayoutTest, Switch_WhileItRuns_TakesEffectAtOnce) {
     const int height = Form().height();
     const int top = Named(QStringLiteral("ComboReagent")).y();
     State().ShowNecroRegs = false;
-    Form().LayoutAgain();
+    Program().LayoutVertical();
     EXPECT_EQ(Form().height(), height - 60);
     EXPECT_EQ(Named(QStringLiteral("ComboReagent")).y(), top - 60);
-    Form().LayoutHorizontal();
+    Program().LayoutHorizontal();
     EXPECT_FALSE(State().DisplayVertical);
     EXPECT_GT(Form().width(), Form().height());
-    Form().LayoutVertical();
+    Program().LayoutVertical();
     EXPECT_TRUE(State().DisplayVertical);
     EXPECT_EQ(Form().height(), height - 60);
     EXPECT_EQ(Form().width(), 183);
@@ -212,7 +212,7 @@ TEST_F(LayoutTest, Horizontal_RightEdgePassesTheScreen_MovesLeft) {
     StartIn(kArrangements[0]);
     const int screen = Form().screen()->virtualGeometry().width();
     Form().move(screen - 200, 40);
-    Form().LayoutHorizontal();
+    Program().LayoutHorizontal();
     EXPECT_EQ(Form().pos(), QPoint(std::max(0, screen - Form().frameGeometry().width()), 40));
 }
 

@@ -28,7 +28,7 @@ class PageTest : public MainWindowFixture {
         std::vector<i32> rows;
         rows.reserve(8);
         for (int slot = 0; slot < 8; ++slot) {
-            rows.push_back(Form().Page().SpellAtSlot(slot));
+            rows.push_back(Program().SpellAtSlot(slot));
         }
         return rows;
     }
@@ -39,7 +39,7 @@ class PageTest : public MainWindowFixture {
         return kStrip.copy(row % 8 * 42 + 4, row / 8 * 42 + 4, 34, 34)
             .convertToFormat(QImage::Format_RGB32);
     }
-    QImage Shown(int slot) {
+    QImage ShownIcon(int slot) {
         return Icon(slot).grab().toImage().copy(4, 4, 34, 34).convertToFormat(QImage::Format_RGB32);
     }
     // Up to the rounding of the painter.

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "link/assist_messages.h"
 #include "tests/main_window/page_fixture.h"
 
 namespace spellwick {
@@ -41,18 +42,17 @@ TEST_F(PageTest, Hover_ColoursTheTithes) {
     struct Row {
         const char* name;
         int need;
-        const char* tithes;
+        i32 tithes;
         Colour ground;
     };
     StartWithMira();
     ShowPage(12);
     for (const Row& row :
-         {Row{"no cost", 0, "0", kButtonFace}, Row{"plenty", 10, "31", kButtonFace},
-          Row{"thirty", 10, "30", kWarn}, Row{"one", 1, "1", kWarn}, Row{"none", 10, "0", kRed},
-          Row{"plenty but not enough", 40, "31", kRed},
-          Row{"some but not enough", 20, "19", kRed}}) {
+         {Row{"no cost", 0, 0, kButtonFace}, Row{"plenty", 10, 31, kButtonFace},
+          Row{"thirty", 10, 30, kWarn}, Row{"one", 1, 1, kWarn}, Row{"none", 10, 0, kRed},
+          Row{"plenty but not enough", 40, 31, kRed}, Row{"some but not enough", 20, 19, kRed}}) {
         State().Spells(80).Reagents(kTithes) = static_cast<unsigned char>(row.need);
-        Named<QLabel>(QStringLiteral("LabelTithes")).setText(QLatin1String(row.tithes));
+        Program().Reports().OnMessage({kAssistStock, 200, row.tithes});
         Hover(1);
         Hover(0);
         EXPECT_EQ(Ground(QStringLiteral("LabelTithes")), row.ground) << row.name;

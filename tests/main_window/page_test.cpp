@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "link/assist_messages.h"
 #include "tests/main_window/page_fixture.h"
 
 namespace spellwick {
@@ -55,7 +56,7 @@ TEST_F(PageTest, CheckCircle_CaptionsAndPages) {
         EXPECT_EQ(Rows(), row.rows);
         for (int slot = 0; slot < 8; ++slot) {
             const i32 spell = row.rows[static_cast<std::size_t>(slot)];
-            EXPECT_TRUE(Alike(Shown(slot), Picture(spell))) << spell;
+            EXPECT_TRUE(Alike(ShownIcon(slot), Picture(spell))) << spell;
         }
     }
 }
@@ -80,7 +81,7 @@ TEST_F(PageTest, CheckCircle_ByKeyboard_TurnsThePage) {
 TEST_F(PageTest, CheckCircle_WhileUpdating_DoesNothing) {
     StartWithMira();
     State().Updating = true;
-    Form().Page().ClickCheckCircle(5);
+    Program().ChoosePage(5);
     State().Updating = false;
     EXPECT_THAT(PressedButtons(), ElementsAre(2));
     EXPECT_THAT(TakeLog(), IsEmpty());
@@ -131,7 +132,7 @@ TEST_F(PageTest, UpdatePage_SpellOutOfTheBook_TurnsGreyAtTheNextUpdate) {
         const QImage colour = Icon(slot).grab().toImage();
         State().Spellbook(9) = 1;
         EXPECT_EQ(Icon(slot).grab().toImage(), colour);
-        Form().UpdatePage();
+        Program().UpdatePage();
         const QImage grey = Icon(slot).grab().toImage();
         EXPECT_NE(grey, colour);
         bool isGrey = true;
@@ -154,7 +155,7 @@ TEST_F(PageTest, UpdatePage_GroundOfTheChance_FollowsInTownAndNotTheChance) {
                            Row{0, 0, 0x8080FF}, Row{2, 100, 0x8080FF}}) {
         State().Spells(0).InTown = row.inTown;
         State().Magery = row.magery;
-        Form().UpdatePage();
+        Program().UpdatePage();
         EXPECT_EQ(ChanceGroundOf(0), row.ground);
     }
 }
@@ -171,7 +172,7 @@ TEST_F(PageTest, UpdateChances_PlainNumbersOfThePage) {
         EXPECT_EQ(Text("LabelChance", slot), "2") << button;
     }
     State().Magery = 100;
-    Form().Page().UpdateChances();
+    Program().UpdateChances();
     EXPECT_EQ(Text("LabelChance", 7), "99");
 }
 
@@ -180,14 +181,14 @@ TEST_F(PageTest, UpdateChances_CurrentMana_CountsWithTheLinkOnly) {
     State().Spells(0).Mana = 40;
     State().Intelligence = 80;
     State().CurrentMana = 39;
-    Form().Page().UpdateChances();
+    Program().UpdateChances();
     EXPECT_EQ(Text("LabelChance", 0), "99");
     State().AssistLinked = true;
-    Form().Page().UpdateChances();
+    Program().UpdateChances();
     EXPECT_EQ(Text("LabelChance", 0), "0");
     EXPECT_EQ(State().SkillChance(0), 99);
     State().Intelligence = 39;
-    Form().Page().UpdateChances();
+    Program().UpdateChances();
     EXPECT_EQ(State().SkillChance(0), 0);
 }
 
@@ -206,7 +207,7 @@ TEST_F(PageTest, UpdateAmounts_ColoursAndForm) {
           Row{"32767", " 32767", 0x00FF00}}) {
         Reagent(3).setText(QLatin1String(row.stock));
         Reagent(7).setText(QStringLiteral("32767"));
-        Form().Page().UpdateAmounts();
+        Program().UpdateAmounts();
         EXPECT_EQ(Text("LabelAmount", 0), row.amount);
         EXPECT_EQ(AmountGround(0), row.ground) << row.stock;
     }
@@ -222,7 +223,7 @@ TEST_F(PageTest, UpdateAmounts_TithesOfTheAbility) {
     ShowPage(12);
     for (const Row& row : {Row{19, " 0"}, Row{20, " 1"}, Row{39, " 1"}, Row{40, " 2"}}) {
         State().CurrentTithing = row.tithing;
-        Form().Page().UpdateAmounts();
+        Program().UpdateAmounts();
         EXPECT_EQ(Text("LabelAmount", 0), row.amount);
     }
 }
@@ -236,7 +237,7 @@ TEST_F(PageTest, UpdateAmounts_LastSlotOfAUserPage_GoesByReagents) {
     ShowPage(0);
     EXPECT_EQ(Text("LabelAmount", 6), " 50");
     Reagent(1).setText(QStringLiteral("7"));
-    Form().Page().UpdateAmounts();
+    Program().UpdateAmounts();
     EXPECT_EQ(Text("LabelAmount", 7), " 7");
     EXPECT_EQ(Text("LabelAmount", 6), " 50");
 }
@@ -264,15 +265,14 @@ TEST_F(PageTest, UpdatePage_RowBeyondThePages_ShowsAnEmptyTile) {
     StartWithMira();
     State().UserSpells(2) = 96;
     ShowPage(0);
-    EXPECT_TRUE(Alike(Shown(2), Picture(94)));
+    EXPECT_TRUE(Alike(ShownIcon(2), Picture(94)));
     EXPECT_EQ(Text("LabelAmount", 2), " 0");
     EXPECT_EQ(Icon(2).accessibleName(), QStringLiteral("No spell"));
 }
 
 TEST_F(PageTest, ShowCurrentMana_PutsItInBrackets) {
     StartWithMira();
-    State().CurrentMana = 42;
-    Form().Page().ShowCurrentMana();
+    Program().Reports().OnMessage({kAssistStats, 100, 42});
     EXPECT_EQ(Text("LabelCurrentMana"), "(42)");
 }
 

@@ -20,7 +20,7 @@ TEST_F(PauseTest, WaitTick_TakesOneTickOfATenthOfASecond) {
     StartWithMira();
     QElapsedTimer clock;
     clock.start();
-    Form().Pipeline().WaitTick();
+    Form().Pause();
     EXPECT_GE(clock.elapsed(), 95);
     EXPECT_LT(clock.elapsed(), 400);
     EXPECT_FALSE(Form().Timer1(0).isActive());
@@ -78,7 +78,7 @@ TEST_F(PauseTest, CastSpell_FrontGivenBackToUsInThePause_IsTakenAgainBeforeTheKe
     });
     ClickSpell(0);
     EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7",
-                                       "keys %1{ENTER}", "timer 0"));
+                                       "keys %1{ENTER}"));
     EXPECT_EQ(m_clients.foreground, 7U);
     // The client has a whole pause again to take the focus.
     EXPECT_GE(clock.elapsed(), 150);
@@ -98,7 +98,7 @@ TEST_F(PauseTest, CastSpell_FrontLostAgainAndAgain_TheKeysAreNotPutOffForEver) {
     m_clients.afterSetForeground = [&] { m_clients.foreground = 0; };
     ClickSpell(0);
     EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7",
-                                       "keys %1{ENTER}", "timer 0"));
+                                       "keys %1{ENTER}"));
 }
 
 // covers ODDITY(debit-after-switch)
@@ -134,7 +134,7 @@ TEST_F(PauseTest, CastSpell_ClientGoneBeforeIt_NothingSticks) {
     StartWithMira();
     m_clients.windows.clear();
     ClickSpell(0);
-    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}", "timer 0"));
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}"));
     EXPECT_FALSE(Form().Timer1(0).isActive());
 }
 
@@ -218,7 +218,7 @@ TEST_F(PauseTest, CastSpell_AnotherCastWhileABoxStands_BothGoOut) {
     StartWithMira();
     State().Spellbook(0) = 1;
     m_boxes.answers = {BoxAnswer::kYes};
-    m_boxes.whileStanding = [&] { Form().Pipeline().CastSpell(1); };
+    m_boxes.whileStanding = [&] { Program().ClickSlot(1); };
     ClickSpell(0);
     TakeBoxes();
     EXPECT_THAT(m_keys.sent, ElementsAre("%2{ENTER}", "%1{ENTER}"));
@@ -245,7 +245,7 @@ TEST_F(PauseTest, CastSpell_CommitOfAnEntryRefused_TheBoxComesBeforeTheKeys) {
     Enter(Reagent(1), "-60");
     ClickSpell(0);
     EXPECT_THAT(TakeLog(), ElementsAre("box You do not have that amount of reagents",
-                                       "foreground 7", "focus 7", "keys %1{ENTER}", "timer 0"));
+                                       "foreground 7", "focus 7", "keys %1{ENTER}"));
     TakeBoxes();
 }
 

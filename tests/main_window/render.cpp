@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPalette>
 
+#include "link/assist_messages.h"
 #include "tests/support/main_window_fixture.h"
 
 namespace spellwick {
@@ -39,8 +40,7 @@ class Render : public MainWindowFixture {
             Reagent(5).setText(QStringLiteral("1234"));
             Reagent(6).setText(QStringLiteral("12345"));
             Reagent(12).setText(QStringLiteral("-3"));
-            State().CurrentMana = 100;
-            Form().Page().ShowCurrentMana();
+            Program().Reports().OnMessage({kAssistStats, 100, 100});
             QCoreApplication::processEvents();
             Form().grab().save(QStringLiteral("%1/%2_%3_%4.png")
                                    .arg(m_target, QLatin1String(row.name), m_tone)

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "link/assist_messages.h"
 #include "tests/support/main_window_fixture.h"
 
 namespace spellwick {
@@ -17,7 +18,9 @@ using testing::Not;
 
 class StartTest : public MainWindowFixture {
   protected:
-    QString SpellData() const { return m_folder.filePath(QStringLiteral("SpellData.txt")); }
+    QString SpellData() const {
+        return QString::fromStdString((m_folder.Path() / "SpellData.txt").string());
+    }
     void WriteSpellData(const char* text) {
         QFile file(SpellData());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -223,23 +226,24 @@ TEST_F(StartTest, Timer0_TickStopsIt) {
 
 TEST_F(StartTest, Timer2_WithItsTag_PressesMeditateOnce) {
     StartWithMira();
-    Form().MeditationTag = "Meditate";
-    Form().Timer1(2).start();
+    State().Meditate = true;
+    State().MeditateLevel = 25;
+    State().LastMana = 30;
+    Program().Reports().OnMessage({kAssistStats, 100, 20});
+    EXPECT_EQ(Shown().meditationTag, "Meditate");
+    EXPECT_TRUE(Form().Timer1(2).isActive());
     Tick(2);
     EXPECT_FALSE(Form().Timer1(2).isActive());
-    EXPECT_EQ(Form().MeditationTag, "");
+    EXPECT_EQ(Shown().meditationTag, "");
     EXPECT_THAT(m_keys.sent, ElementsAre(" {ENTER}"));
 }
 
-TEST_F(StartTest, Timer2_WithAnotherTag_DoesNothing) {
+TEST_F(StartTest, Timer2_WithoutItsTag_DoesNothing) {
     StartWithMira();
-    for (const char* tag : {"", "meditate", "Other"}) {
-        Form().MeditationTag = tag;
-        Form().Timer1(2).start();
-        Tick(2);
-        EXPECT_TRUE(Form().Timer1(2).isActive()) << tag;
-        EXPECT_EQ(Form().MeditationTag, tag);
-    }
+    Form().Timer1(2).start();
+    Tick(2);
+    EXPECT_TRUE(Form().Timer1(2).isActive());
+    EXPECT_EQ(Shown().meditationTag, "");
     EXPECT_THAT(TakeLog(), IsEmpty());
 }
 

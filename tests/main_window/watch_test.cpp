@@ -1,4 +1,6 @@
-// The watch on the client's window and the switch of the player that follows its title.
+// What the watch's findings look like in the window.
+#include <QComboBox>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -6,14 +8,6 @@
 
 namespace spellwick {
 namespace {
-
-using testing::Each;
-using testing::ElementsAre;
-using testing::Field;
-using testing::IsEmpty;
-using testing::SizeIs;
-
-constexpr const char* kThirdDawn = "Ultima Online Third Dawn";
 
 class WatchTest : public MainWindowFixture {
   protected:
@@ -26,121 +20,16 @@ class WatchTest : public MainWindowFixture {
     void Paint() { m_form->grab(); }
 };
 
-TEST_F(WatchTest, Tick_SearchesBothClassesInOrder) {
-    struct Row {
-        const char* name = nullptr;
-        std::vector<RecordingClientWindows::Window> windows;
-        WindowHandle found = 0;
-        std::vector<std::string> log;
-    };
-    StartWithMira();
-    for (const Row& row : {Row{"the first class",
-                               {{7, "Ultima Online", kMira}},
-                               7,
-                               {"find Ultima Online", "find assist", "refresh timers"}},
-                           Row{"the second class",
-                               {{8, kThirdDawn, kMira}},
-                               8,
-                               {"find Ultima Online", "find Ultima Online Third Dawn",
-                                "find assist", "refresh timers"}},
-                           Row{"both",
-                               {{8, kThirdDawn, kMira}, {7, "Ultima Online", kMira}},
-                               7,
-                               {"find Ultima Online", "find assist", "refresh timers"}},
-                           Row{"two of the first class",
-                               {{9, "Ultima Online", kMira}, {7, "Ultima Online", kBran}},
-                               9,
-                               {"find Ultima Online", "find assist", "refresh timers"}},
-                           Row{"a class in other letters",
-                               {{7, "ultima online", kMira}},
-                               0,
-                               {"find Ultima Online", "find Ultima Online Third Dawn",
-                                "find assist", "refresh timers"}},
-                           Row{"none",
-                               {},
-                               0,
-                               {"find Ultima Online", "find Ultima Online Third Dawn",
-                                "find assist", "refresh timers"}}}) {
-        SCOPED_TRACE(row.name);
-        m_clients.windows = row.windows;
-        TakeLog();
-        Tick(1);
-        EXPECT_EQ(State().ClientWindow, row.found);
-        EXPECT_EQ(TakeLog(), row.log);
-    }
-}
-
-TEST_F(WatchTest, Tick_SameTitle_TouchesNoProfile) {
-    StartWithMira();
-    const std::size_t reads = m_store.SectionsRead().size();
-    Reagent(1).setText("7");
-    Tick(1);
-    EXPECT_THAT(m_store.Batches(), IsEmpty());
-    EXPECT_EQ(m_store.SectionsRead().size(), reads);
-    EXPECT_EQ(Text("Reagent", 1), "7");
-}
-
-TEST_F(WatchTest, Tick_NewTitle_SavesTheFormerPlayerBeforeItReadsTheNext) {
+TEST_F(WatchTest, Tick_NewTitle_DrawsTheNextPlayer) {
     StartWithMira();
     SavePlayer(kBran);
     SetSaved(kBran, "MR 0", "9");
     SetSaved(kBran, "Bag 0", "Sack");
-    Enter(Reagent(1), "44");
-    Leave();
-    const std::size_t reads = m_store.SectionsRead().size();
-    TakeLog();
     SeeClient(kBran);
-    // Mira's stock is in the store, and Bran's section is read once, after it.
-    ASSERT_THAT(m_store.Batches(), SizeIs(1));
-    EXPECT_THAT(m_store.Batches()[0], Each(Field(&SettingChange::section, kMira)));
-    EXPECT_EQ(Saved(kMira, "MR 0"), "44");
-    ASSERT_EQ(m_store.SectionsRead().size(), reads + 1);
-    EXPECT_EQ(m_store.SectionsRead().back(), kBran);
     EXPECT_EQ(Text("Reagent", 1), "9");
     EXPECT_EQ(Named<QComboBox>(QStringLiteral("ComboReagent")).currentText(),
               QStringLiteral("Sack"));
-    EXPECT_EQ(State().CurrentPlayerName, kBran);
     EXPECT_EQ(Caption(), "Spellwick 7.5   Character: Bran   Server: Oak Hill");
-    EXPECT_THAT(TakeLog(), ElementsAre("find Ultima Online", "update chance", "find assist",
-                                       "refresh timers"));
-}
-
-TEST_F(WatchTest, Tick_NewTitleFirstPlayerEver_SavesNothing) {
-    Make();
-    Start();
-    SeeClient(kMira);
-    EXPECT_THAT(m_store.Batches(), IsEmpty());
-    EXPECT_EQ(State().CurrentPlayerName, kMira);
-    // The defaults of a title never seen.
-    EXPECT_EQ(State().BagName(0), "Red Backpack");
-    EXPECT_EQ(State().Spellbook(0), 1);
-    EXPECT_EQ(State().SendSpellText, 1);
-    EXPECT_EQ(State().SpellTextSuffix, "... Alakazam ...");
-    EXPECT_EQ(State().RightReagentBag, 1);
-    EXPECT_EQ(Text("LabelTithes"), "0");
-}
-
-TEST_F(WatchTest, Tick_TitlesThatDifferInCase_AreTwoPlayers) {
-    StartWithMira();
-    SeeClient("Ultima Online - mira talon (Atlantic)");
-    EXPECT_EQ(State().CurrentPlayerName, "Ultima Online - mira talon (Atlantic)");
-    EXPECT_THAT(m_store.Batches(), SizeIs(1));
-}
-
-TEST_F(WatchTest, Tick_ClientGone_KeepsThePlayerAndSavesNothing) {
-    StartWithMira();
-    SeeClient("");
-    EXPECT_EQ(State().ClientTitle, "Ultima Online - ? (?)");
-    EXPECT_EQ(State().CharacterName, "?");
-    EXPECT_EQ(State().ServerName, "?");
-    EXPECT_EQ(State().CurrentPlayerName, kMira);
-    EXPECT_THAT(m_store.Batches(), IsEmpty());
-    // The same client comes back: no reload.
-    Reagent(1).setText("7");
-    SeeClient(kMira);
-    EXPECT_EQ(Text("Reagent", 1), "7");
-    EXPECT_THAT(m_store.Batches(), IsEmpty());
-    EXPECT_EQ(State().ServerName, "Atlantic");
 }
 
 // covers ODDITY(caption-at-paint)
@@ -151,144 +40,6 @@ TEST_F(WatchTest, Tick_Oddity_ClientGoneShowsInTheCaptionAtTheNextPaintOnly) {
     EXPECT_EQ(Caption(), "Spellwick 7.5   Character: Mira Talon   Server: Atlantic");
     Paint();
     EXPECT_EQ(Caption(), "Spellwick 7.5   Character: ?   Server: ?");
-}
-
-TEST_F(WatchTest, Tick_AtTheLoginScreenTheFormerPlayerIsSavedAtEachTick) {
-    StartWithMira();
-    SeeClient("");
-    m_store.ForgetBatches();
-    OpenClient("Ultima Online");
-    for (std::size_t tick = 1; tick <= 3; ++tick) {
-        Tick(1);
-        EXPECT_THAT(m_store.Batches(), SizeIs(tick));
-        EXPECT_EQ(State().CurrentPlayerName, kMira);
-    }
-    SeeClient(kMira);
-    EXPECT_THAT(m_store.Batches(), SizeIs(3));
-}
-
-TEST_F(WatchTest, Tick_LogoutMakesTheBareTitleAPlayer) {
-    // With a server from before, the login screen's title gets a profile of its own.
-    StartWithMira();
-    SeeClient("Ultima Online");
-    EXPECT_EQ(State().CurrentPlayerName, "Ultima Online");
-    EXPECT_EQ(State().CharacterName, "Mira Talon");
-    EXPECT_EQ(State().ServerName, "Atlantic");
-    EXPECT_EQ(Text("Reagent", 1), "0");
-    EXPECT_THAT(m_store.Batches(), SizeIs(1));
-    SeeClient(kMira);
-    EXPECT_EQ(Text("Reagent", 1), "50");
-}
-
-TEST_F(WatchTest, Tick_FirstSixteenCharactersAreSkippedUnread) {
-    StartWithMira();
-    SeeClient("Quite another, aYsolde (Oak Hill)");
-    EXPECT_EQ(State().CharacterName, "Ysolde");
-    EXPECT_EQ(State().ServerName, "Oak Hill");
-    EXPECT_EQ(State().CurrentPlayerName, "Quite another, aYsolde (Oak Hill)");
-}
-
-TEST_F(WatchTest, Tick_Titles_AreTakenApart) {
-    struct Row {
-        const char* name = nullptr;
-        std::string title;
-        std::string character;
-        std::string server;
-    };
-    StartWithMira();
-    for (const Row& row : {
-             Row{"blanks in either part", "Ultima Online - Mira van Oak (Oak Hill)", "Mira van Oak",
-                 "Oak Hill"},
-             Row{"no blank before the bracket", "Ultima Online - Bran(Atlantic)", "Bra",
-                 "Atlantic"},
-             Row{"bracket in second place", "Ultima Online - x(Atlantic)", "", "Atlantic"},
-             Row{"no closing bracket", "Ultima Online - Bran (Atlantic, east", "Bran",
-                 "Atlantic, east"},
-             Row{"text behind the bracket", "Ultima Online - Bran (Atlantic) more (x)", "Bran",
-                 "Atlantic"},
-             Row{"an umlaut is one character", "Ultima Online - Jörg (Zürich)", "Jörg", "Zürich"},
-             Row{"right to left", "Ultima Online - מירה (אטלנטי)", "מירה", "אטלנטי"},
-             Row{"emoji", "Ultima Online - 🧙 (🌊)", "🧙", "🌊"},
-             Row{"300 characters", "Ultima Online - " + std::string(280, 'M') + " (S)",
-                 std::string(280, 'M'), "S"},
-             Row{"5000 characters", "Ultima Online - " + std::string(5000, 'M') + " (S)",
-                 std::string(5000, 'M'), "S"},
-         }) {
-        SCOPED_TRACE(row.name);
-        SeeClient(row.title);
-        EXPECT_EQ(State().ClientTitle, row.title);
-        EXPECT_EQ(State().CharacterName, row.character);
-        EXPECT_EQ(State().ServerName, row.server);
-        EXPECT_EQ(State().CurrentPlayerName, row.title);
-        EXPECT_EQ(Caption(),
-                  "Spellwick 7.5   Character: " + row.character + "   Server: " + row.server);
-    }
-}
-
-TEST_F(WatchTest, Tick_NoServerOrAQuestionMark_DoesNotSwitch) {
-    StartWithMira();
-    for (const char* title : {"Ultima Online - Bran ()", "Ultima Online - Bran (?)"}) {
-        SeeClient(title);
-        EXPECT_EQ(State().CurrentPlayerName, kMira) << title;
-    }
-}
-
-TEST_F(WatchTest, Tick_BracketInPlaceOfTheCharacter_IsAnUncaughtFailure) {
-    for (const char* title : {"Ultima Online - (Atlantic)", "Ultima Online - ("}) {
-        StartWithMira();
-        SeeClient(title);
-        EXPECT_THAT(TakeFailures(), ElementsAre(UncaughtFailure{FailureKind::kInvalidCall,
-                                                                "watching the game client"}));
-        EXPECT_EQ(State().CurrentPlayerName, kMira);
-    }
-}
-
-TEST_F(WatchTest, Tick_ShortAndEmptyTitles_KeepTheNames) {
-    StartWithMira();
-    for (const char* title : {"Ultima Online", "()", "Ultima Online - "}) {
-        SeeClient(title);
-        EXPECT_EQ(State().CharacterName, "Mira Talon") << title;
-    }
-}
-
-TEST_F(WatchTest, Tick_SavedNumberOfTheNewPlayerIsNone_IsAnUncaughtFailure) {
-    StartWithMira();
-    SavePlayer(kBran);
-    SetSaved(kBran, "Magery", "much");
-    SeeClient(kBran);
-    EXPECT_THAT(TakeFailures(), ElementsAre(UncaughtFailure{FailureKind::kTypeMismatch,
-                                                            "watching the game client"}));
-}
-
-TEST_F(WatchTest, Tick_SaveFails_OneBoxForOneTrouble) {
-    StartWithMira();
-    SeeClient("");
-    m_store.FailWith("The settings cannot be saved: the disk is full.");
-    OpenClient("Ultima Online");
-    for (int tick = 0; tick < 3; ++tick) {
-        Tick(1);
-    }
-    const Box box{.text = "The settings cannot be saved: the disk is full.",
-                  .icon = BoxIcon::kExclamation};
-    EXPECT_THAT(TakeBoxes(), ElementsAre(box));
-    // It works again and fails anew: a new trouble.
-    m_store.FailWith("");
-    Tick(1);
-    m_store.FailWith("The settings cannot be saved: the disk is full.");
-    Tick(1);
-    EXPECT_THAT(TakeBoxes(), ElementsAre(box));
-    EXPECT_EQ(State().CurrentPlayerName, kMira);
-}
-
-TEST_F(WatchTest, Tick_FallsIntoTheSwitchOfAnotherTick_EndsWithTheLastTitle) {
-    StartWithMira();
-    m_parts.hooked = "update chance";
-    m_parts.hook = [&] {
-        m_parts.hooked.clear();
-        SeeClient("Ultima Online - Ysolde (Oak Hill)");
-    };
-    SeeClient(kBran);
-    EXPECT_EQ(State().CurrentPlayerName, "Ultima Online - Ysolde (Oak Hill)");
 }
 
 }  // namespace

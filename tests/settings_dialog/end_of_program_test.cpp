@@ -11,7 +11,7 @@ TEST_F(EndOfProgramTest, Unload_TheDialogsStepsComeBeforeTheMainWindowsSaving) {
     std::size_t savedBefore = 1;
     m_parts.hooked = "unload settings";
     m_parts.hook = [&] { savedBefore = m_store.Batches().size(); };
-    Form().Form_Unload();
+    Program().End();
     EXPECT_EQ(savedBefore, 0U);
     EXPECT_EQ(m_store.Batches().size(), 1U);
     EXPECT_THAT(TakeLog(), testing::ElementsAre("unhook", "unload settings", "end 0"));
@@ -21,7 +21,7 @@ TEST_F(EndOfProgramTest, AfterAFailure_TheDialogsStepsCostTheOthersNothing) {
     StartWithMira();
     m_parts.failing = "unload settings";
     m_state.CurrentTithing = 77;
-    EXPECT_FALSE(Form().SaveAfterFailure());
+    EXPECT_FALSE(Program().SaveAfterFailure());
     EXPECT_EQ(Saved(kMira, "CurrentTithing"), " 77");
     EXPECT_THAT(TakeLog(), testing::Contains("unload settings"));
 }

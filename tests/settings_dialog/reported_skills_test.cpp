@@ -2,9 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "link/assist_dispatcher.h"
 #include "link/assist_messages.h"
-#include "tests/support/recording_assist_view.h"
+#include "tests/support/main_window_fixture.h"
 #include "tests/support/settings_fixture.h"
 
 namespace spellwick {
@@ -14,46 +13,82 @@ using testing::Contains;
 
 constexpr int kSkillsTab = 3;
 
-// The tool's reports, connected to the dialog alone.
-class DialogView : public RecordingAssistView {
-  public:
-    explicit DialogView(SkillsTab& skills) : m_skills(skills) {}
-
-    void ShowMinimumSkill(const std::string& text) override { m_skills.ShowReportedSkill(text); }
-    void ShowMinimumInt(const std::string& text) override { m_skills.ShowReportedInt(text); }
-
-  private:
-    SkillsTab& m_skills;
-};
-
-class ReportedSkillsTest : public SettingsFixture {
+// The program with its main window and the settings dialog.
+class ReportedSkillsTest : public MainWindowFixture {
   protected:
-    void Report(std::uint32_t number, i32 wParam, i32 lParam = 0) {
-        DialogView view(Form().Skills());
-        AssistDispatcher(m_state, view, view, *this).OnMessage({number, wParam, lParam});
-    }
-    void ShowGroup(int group) {
-        ShowTab(kSkillsTab);
-        Click("SkillType", group);
+    // Makes the dialog without showing it.
+    void Load() {
+        StartWithMira();
+        m_settings =
+            std::make_unique<FormSettings>(SettingsServices{.state = m_state,
+                                                            .store = m_store,
+                                                            .desktop = m_desktop,
+                                                            .boxes = m_boxes,
+                                                            .dialogs = m_dialogs,
+                                                            .installation = m_installation,
+                                                            .failures = *this,
+                                                            .mainWindow = Program(),
+                                                            .pictures = m_form->PictureStrips()},
+                                           nullptr);
+        m_settings->Form_Load();
         TakeLog();
     }
+    void Open() {
+        Load();
+        m_settings->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_settings.get()));
+    }
+    void TearDown() override {
+        m_settings.reset();
+        MainWindowFixture::TearDown();
+    }
+    void Show(const Changes& changes) override {
+        MainWindowFixture::Show(changes);
+        if (m_settings != nullptr) {
+            m_settings->Show(Shown(), changes);
+        }
+    }
+
+    void Report(std::uint32_t number, i32 wParam, i32 lParam = 0) {
+        EXPECT_EQ(Program().Reports().OnMessage({number, wParam, lParam}), 0);
+    }
+    std::string Shows(const char* name, int index) {
+        return m_settings
+            ->findChild<QLineEdit*>(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index))
+            ->text()
+            .toStdString();
+    }
+    void ClickIn(const char* name, int index) {
+        auto* control = m_settings->findChild<QAbstractButton*>(
+            QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index));
+        QTest::mouseClick(control, Qt::LeftButton);
+    }
+    void ShowGroup(int group) {
+        ClickIn("CheckTab", kSkillsTab);
+        ClickIn("SkillType", group);
+        TakeLog();
+    }
+
+    RecordingDialogs m_dialogs;
+    RecordingInstallation m_installation;
+    std::unique_ptr<FormSettings> m_settings;
 };
 
 TEST_F(ReportedSkillsTest, Magery_ShowsInTheBoxAndColoursTheTable) {
     Open();
     ShowGroup(0);
     Report(kAssistMagery, 12);
-    EXPECT_EQ(Text("MinimumSkill", 8), "12");
+    EXPECT_EQ(Shows("MinimumSkill", 8), "12");
     EXPECT_EQ(m_state.Magery, 12);
-    EXPECT_EQ(Text("TextChance", 7), "0");
-    EXPECT_THAT(TakeLog(), Contains("update chances"));
+    EXPECT_EQ(Shows("TextChance", 7), "0");
+    EXPECT_THAT(TakeLog(), Contains("update chance"));
 }
 
 TEST_F(ReportedSkillsTest, Intelligence_ShowsInTheBox) {
     Open();
     ShowGroup(0);
     Report(kAssistStats, 88, 40);
-    EXPECT_EQ(Text("MinimumInt", 8), "88");
+    EXPECT_EQ(Shows("MinimumInt", 8), "88");
     EXPECT_EQ(m_state.Intelligence, 88);
     EXPECT_EQ(m_state.CurrentMana, 40);
 }
@@ -62,8 +97,8 @@ TEST_F(ReportedSkillsTest, HiddenDialog_TakesTheReportToo) {
     Load();
     Report(kAssistStats, 88, 40);
     Report(kAssistMagery, 77);
-    EXPECT_EQ(Text("MinimumInt", 8), "88");
-    EXPECT_EQ(Text("MinimumSkill", 8), "77");
+    EXPECT_EQ(Shows("MinimumInt", 8), "88");
+    EXPECT_EQ(Shows("MinimumSkill", 8), "77");
     EXPECT_EQ(m_state.Magery, 77);
 }
 
@@ -92,7 +127,7 @@ TEST_F(ReportedSkillsTest, Report_Oddity_Above125IsCutDown) {
     for (int times = 0; times < 2; ++times) {
         Report(kAssistStats, 140, 90);
         EXPECT_EQ(m_state.Intelligence, 125);
-        EXPECT_EQ(Text("MinimumInt", 8), "140");
+        EXPECT_EQ(Shows("MinimumInt", 8), "140");
         Report(kAssistMagery, 130);
         EXPECT_EQ(m_state.Magery, 125);
     }

@@ -123,7 +123,7 @@ void FillGlobals(SharedState& state, unsigned seed) {
     state.SpellTimerMode = draw.Between(0, 3);
 }
 
-void SaveAll(SharedState& state, SettingsStore& store, PlayerView& view) {
+void SaveAll(SharedState& state, SettingsStore& store, RecordingView& view) {
     SettingsIo io(state, store, view);
     ASSERT_TRUE(io.SaveGlobalSettings({}).ok);
     ASSERT_TRUE(io.SaveMacros({}).ok);

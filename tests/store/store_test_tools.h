@@ -1,6 +1,7 @@
 // What the tests of the store share: a view that records, states to compare.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -12,24 +13,30 @@
 #include "model/shared_state.h"
 #include "platform/settings_store.h"
 #include "store/macro_code.h"
-#include "store/player_view.h"
+#include "store/settings_io.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 
-// Keeps the names of the calls, and runs something at each.
-class RecordingView final : public PlayerView {
+// Keeps the names of the parts of a player as they are loaded, and runs something at each.
+class RecordingView {
   public:
-    void ShowBagNames() override { Note("bag names"); }
-    void SelectBag() override { Note("bag"); }
-    void ShowStock() override { Note("stock"); }
-    void ShowTithes() override { Note("tithes"); }
+    RecordingView() = default;
+    RecordingView(const RecordingView&) = delete;
+    RecordingView& operator=(const RecordingView&) = delete;
+
+    // What SettingsIo calls; this outlives it.
+    operator std::function<void(PlayerPart)>() {  // NOLINT(google-explicit-constructor)
+        return [this](PlayerPart part) { Note(part); };
+    }
 
     std::vector<std::string> calls;
     std::function<void(const std::string&)> onCall;
 
   private:
-    void Note(const std::string& call) {
+    void Note(PlayerPart part) {
+        constexpr std::array kNames{"bag names", "bag", "stock", "tithes"};
+        const std::string call = kNames.at(static_cast<std::size_t>(part));
         calls.push_back(call);
         if (onCall) {
             onCall(call);
@@ -52,7 +59,7 @@ void FillPlayer(SharedState& state, unsigned seed);
 void FillGlobals(SharedState& state, unsigned seed);
 
 // Saves everything as a session with clicks on all options and a closed settings dialog does.
-void SaveAll(SharedState& state, SettingsStore& store, PlayerView& view);
+void SaveAll(SharedState& state, SettingsStore& store, RecordingView& view);
 
 // Names of the saved variables in which two states differ; empty when they are alike.
 std::string PlayerDifferences(const SharedState& left, const SharedState& right);

@@ -1,7 +1,7 @@
 #include "tests/support/main_window_fixture.h"
 
 #include <QApplication>
-#include <QFile>
+#include <QCoreApplication>
 #include <mutex>
 
 #include "widgets/texts.h"
@@ -23,9 +23,6 @@ void OnMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QStr
     }
 }
 
-const char* const kStockCodes[] = {"MR", "SA", "BM", "SS", "GA", "BP", "NI",
-                                   "GI", "BW", "DB", "GD", "NC", "PI"};
-
 }  // namespace
 
 std::vector<std::string> TakeWarnings() {
@@ -36,96 +33,28 @@ void CollectWarnings() {
     qInstallMessageHandler(OnMessage);
 }
 
-void RecordingParts::Note(const std::string& line) {
-    m_log.push_back(line);
-    if (line == hooked) {
-        hook();
-    }
-    if (line == failing) {
-        throw RuntimeFailure(FailureKind::kInvalidCall, line);
-    }
-}
-
-void PrintTo(const UncaughtFailure& failure, std::ostream* out) {
-    *out << FailureName(failure.kind) << " while " << failure.action;
-}
-
-void PrintTo(const Box& box, std::ostream* out) {
-    *out << "[" << box.title << "] " << box.text << " (icon " << static_cast<int>(box.icon)
-         << (box.buttons == BoxButtons::kYesNo ? ", Yes/No)" : ")");
-}
-
 MainWindowFixture::MainWindowFixture() {
     TakeWarnings();
-    QFile::copy(QStringLiteral(SPELLWICK_SOURCE_FOLDER "/data/SpellData.txt"),
-                m_folder.filePath(QStringLiteral("SpellData.txt")));
 }
 
 MainWindowFixture::~MainWindowFixture() = default;
 
 void MainWindowFixture::TearDown() {
     m_form.reset();
-    EXPECT_THAT(TakeBoxes(), testing::IsEmpty()) << "a box that nobody asked for";
-    EXPECT_THAT(TakeFailures(), testing::IsEmpty()) << "a failure that nobody asked for";
+    CompanionFixture::TearDown();
     EXPECT_THAT(TakeWarnings(), testing::IsEmpty()) << "a warning of the toolkit";
 }
 
-void MainWindowFixture::OnUncaughtFailure(const std::exception& failure, std::string_view action) {
-    const auto* known = dynamic_cast<const RuntimeFailure*>(&failure);
-    ASSERT_NE(known, nullptr) << failure.what();
-    m_failures.push_back({known->Kind(), std::string(action)});
-    m_log.push_back("failure");
-}
-
-void MainWindowFixture::SavePlayer(const std::string& title) {
-    SetSaved("Settings", "CurrentPlayerName", title);
-    for (const char* key :
-         {"EvalInt", "Magery", "Necro", "Chivalry", "SpiritSpeak", "Intelligence"}) {
-        SetSaved(title, key, "100");
-    }
-    for (int row = 0; row <= kLastRow; ++row) {
-        SetSaved(title, "Spellbook " + std::to_string(row), "0");
-    }
-    for (const char* code : kStockCodes) {
-        SetSaved(title, std::string(code) + " 0", "50");
-        SetSaved(title, std::string(code) + " 1", "20");
-    }
-    SetSaved(title, "CurrentTithing", " 500");
-    SetSaved(title, "SendSpellText", "0");
-}
-
-void MainWindowFixture::SetSaved(const std::string& section, const std::string& key,
-                                 const std::string& value) {
-    m_store.Put(section, key, value);
-}
-
-std::string MainWindowFixture::Saved(const std::string& section, const std::string& key) const {
-    return m_store.Read(section, key).value_or("(none)");
-}
-
-void MainWindowFixture::OpenClient(const std::string& title) {
-    m_clients.windows.clear();
-    if (!title.empty()) {
-        m_clients.windows.push_back({kClient, "Ultima Online", title});
-    }
-}
-
 FormMain& MainWindowFixture::Make() {
-    m_form =
-        std::make_unique<FormMain>(MainWindowServices{.state = m_state,
-                                                      .store = m_store,
-                                                      .clients = m_clients,
-                                                      .keys = m_keys,
-                                                      .desktop = m_desktop,
-                                                      .boxes = m_boxes,
-                                                      .assist = *m_assist,
-                                                      .oldData = m_parts,
-                                                      .settings = m_parts,
-                                                      .spellInfo = m_parts,
-                                                      .timers = m_parts,
-                                                      .failures = *this,
-                                                      .process = m_parts,
-                                                      .folder = m_folder.path().toStdString()});
+    m_form.reset();
+    Companion& companion = CompanionFixture::Make();
+    m_form = std::make_unique<FormMain>(
+        MainWindowServices{.companion = companion, .desktop = m_desktop, .failures = *this});
+    const GuardedEvents events(*this, m_form.get());
+    events.On(m_form.get(), &FormMain::SettingsWanted, "pressing Settings",
+              [this] { m_parts.Note("show settings"); });
+    events.On(m_form.get(), &FormMain::InfoWanted, "pressing a spell",
+              [this](i32 row) { m_parts.Note("info " + std::to_string(row)); });
     return *m_form;
 }
 
@@ -136,7 +65,7 @@ void MainWindowFixture::Start() {
     ASSERT_TRUE(QTest::qWaitForWindowActive(m_form.get()));
 }
 
-FormMain& MainWindowFixture::StartWithMira() {
+void MainWindowFixture::StartWithMira() {
     SavePlayer(kMira);
     OpenClient(kMira);
     Make();
@@ -144,7 +73,11 @@ FormMain& MainWindowFixture::StartWithMira() {
     Tick(1);
     TakeLog();
     m_store.ForgetBatches();
-    return *m_form;
+}
+
+void MainWindowFixture::Show(const Changes& changes) {
+    m_form->Show(changes);
+    CompanionFixture::Show(changes);
 }
 
 void MainWindowFixture::Tick(int index) {
@@ -218,12 +151,24 @@ void MainWindowFixture::Leave() {
     Named("Command", 0).setFocus(Qt::TabFocusReason);
 }
 
-void MainWindowFixture::ClickSpell(int slot, Qt::KeyboardModifiers modifiers) {
+void MainWindowFixture::ClickSpell(int slot, i16 shift) {
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ShiftModifier, (shift & 1) != 0);
+    modifiers.setFlag(Qt::ControlModifier, (shift & 2) != 0);
+    modifiers.setFlag(Qt::AltModifier, (shift & 4) != 0);
+    ClickSpellWith(slot, modifiers);
+}
+
+void MainWindowFixture::ClickSpellWith(int slot, Qt::KeyboardModifiers modifiers) {
     Click("SpellIcon", slot, modifiers);
 }
 
 void MainWindowFixture::ShowPage(int button) {
     Click("CheckCircle", button);
+}
+
+void MainWindowFixture::EnterCounter(int reagent, const std::string& text) {
+    Enter(Reagent(reagent), text);
 }
 
 std::string MainWindowFixture::FocusName() const {
@@ -235,18 +180,6 @@ std::string MainWindowFixture::FocusName() const {
     return name.startsWith(QStringLiteral("qt_")) || name.isEmpty()
                ? focus->parentWidget()->objectName().toStdString()
                : name.toStdString();
-}
-
-std::vector<std::string> MainWindowFixture::TakeLog() {
-    return std::exchange(m_log, {});
-}
-
-std::vector<Box> MainWindowFixture::TakeBoxes() {
-    return std::exchange(m_boxes.shown, {});
-}
-
-std::vector<UncaughtFailure> MainWindowFixture::TakeFailures() {
-    return std::exchange(m_failures, {});
 }
 
 }  // namespace spellwick

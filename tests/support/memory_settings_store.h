@@ -10,7 +10,7 @@
 
 namespace spellwick {
 
-class MemorySettingsStore final : public SettingsStore {
+class MemorySettingsStore : public SettingsStore {
   public:
     std::optional<std::string> Read(std::string_view section, std::string_view key) const override;
     SectionValues ReadSection(std::string_view section) const override;

@@ -14,13 +14,13 @@ namespace spellwick {
 
 class RecordingAssistView : public AssistView, public AssistLink {
   public:
-    void ShowCounter(i32 reagent, const std::string& text) override {
-        Log("counter " + std::to_string(reagent) + ' ' + text);
+    void ShowCounter(i32 reagent, i32 count) override {
+        Log("counter " + std::to_string(reagent) + ' ' + std::to_string(count));
     }
-    void ShowTithes(const std::string& text) override { Log("tithes " + text); }
+    void ShowTithes(i32 points) override { Log("tithes " + std::to_string(points)); }
     void ShowCurrentMana() override { Log("mana"); }
-    void UpdateAmounts() override { Log("amounts"); }
-    void UpdateChances() override { Log("chances"); }
+    void ShowAmounts() override { Log("amounts"); }
+    void ShowChances() override { Log("chances"); }
     void DebitSpell(i32 row) override {
         Log("debit " + std::to_string(row));
         RequireSpellRow(row);
@@ -29,8 +29,8 @@ class RecordingAssistView : public AssistView, public AssistLink {
     void EnableCount(bool enabled) override { Log(enabled ? "enable" : "disable"); }
     void CaptionCount(const std::string& caption) override { Log("caption " + caption); }
     void ArmMeditation() override { Log("meditate"); }
-    void ShowMinimumSkill(const std::string& text) override { Log("skill " + text); }
-    void ShowMinimumInt(const std::string& text) override { Log("int " + text); }
+    void ShowReportedMagery(i32 points) override { Log("skill " + std::to_string(points)); }
+    void ShowReportedIntelligence(i32 points) override { Log("int " + std::to_string(points)); }
     void ShowBox(const std::string& text) override { Log("box " + text); }
     void YieldEvents() override {
         Log("yield");
@@ -38,6 +38,8 @@ class RecordingAssistView : public AssistView, public AssistLink {
             duringYield();
         }
     }
+
+    void EndReport() override {}
 
     void FindAssist() override { Log("search"); }
     void HookWindow() override { Log("hook"); }

@@ -23,10 +23,10 @@
 namespace spellwick {
 
 // A main window that writes down what is asked of it, saves and loads, and calculates chances.
-class RecordingMainWindow : public MainWindowPort, private PlayerView {
+class RecordingMainWindow : public DialogActions {
   public:
     RecordingMainWindow(SharedState& state, SettingsStore& store, std::vector<std::string>& log)
-        : io(state, store, *this), m_state(state), m_log(log) {}
+        : io(state, store, [](PlayerPart) {}), m_state(state), m_log(log) {}
 
     void LayoutVertical() override;
     void LayoutHorizontal() override;
@@ -34,6 +34,7 @@ class RecordingMainWindow : public MainWindowPort, private PlayerView {
     void UpdateAmounts() override { Note("update amounts"); }
     void ShowCounter(i32 reagent) override { Note("counter " + std::to_string(reagent)); }
     void UpdateChances() override;
+    void ShowSkillGroup(i32 group) override { skillGroup = group; }
     void ParseClientTitle() override { Note("parse title"); }
     void SetTimerMode(i32 mode) override {
         m_state.SpellTimerMode = mode;
@@ -51,12 +52,9 @@ class RecordingMainWindow : public MainWindowPort, private PlayerView {
     std::function<void()> updateChance = [] {};
     // The call that fails, each time.
     std::string failing;
+    i32 skillGroup = 0;
 
   private:
-    void ShowBagNames() override {}
-    void SelectBag() override {}
-    void ShowStock() override {}
-    void ShowTithes() override {}
     void Note(const std::string& line);
 
     SharedState& m_state;

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/main_window/assist_reports_fixture.h"
+#include "tests/companion/assist_reports_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -32,11 +32,11 @@ TEST_F(AssistReportsTest, CastReport_NeedsNoClick) {
 TEST_F(AssistReportsTest, Undo_BeforeTheReport_AddsAnEarlierDebitOnly) {
     StartLinked();
     ClickSpell(kHeal);
-    Click("Command", 0);
+    ClickCommand(0);
     EXPECT_EQ(Counters(), FiftyLessOneAt({}));
     Report(kAssistCast, 1);
     ClickSpell(kHeal);
-    Click("Command", 0);
+    ClickCommand(0);
     EXPECT_EQ(Counters(), FiftyLessOneAt({}));
 }
 
@@ -101,17 +101,17 @@ TEST_F(AssistReportsTest, FallingMana_PressesMeditateOnce) {
     m_state.Meditate = true;
     m_state.MeditateLevel = 25;
     ReportMana(30);
-    EXPECT_FALSE(Form().Timer1(2).isActive());
+    EXPECT_FALSE(MeditationArmed());
     ReportMana(20);
-    EXPECT_TRUE(Form().Timer1(2).isActive());
-    EXPECT_EQ(Form().MeditationTag, "Meditate");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_keys.sent.empty(); }, 2000));
+    EXPECT_TRUE(MeditationArmed());
+    EXPECT_EQ(Shown().meditationTag, "Meditate");
+    Tick(2);
     EXPECT_EQ(m_keys.sent.size(), 1U);
-    EXPECT_FALSE(Form().Timer1(2).isActive());
-    EXPECT_EQ(Form().MeditationTag, "");
+    EXPECT_FALSE(MeditationArmed());
+    EXPECT_EQ(Shown().meditationTag, "");
     ReportMana(20);
     ReportMana(22);
-    EXPECT_FALSE(Form().Timer1(2).isActive());
+    EXPECT_FALSE(MeditationArmed());
 }
 
 TEST_F(AssistReportsTest, FirstManaReport_NeverMeditates) {
@@ -119,7 +119,7 @@ TEST_F(AssistReportsTest, FirstManaReport_NeverMeditates) {
     m_state.Meditate = true;
     m_state.MeditateLevel = 25;
     ReportMana(0);
-    EXPECT_FALSE(Form().Timer1(2).isActive());
+    EXPECT_FALSE(MeditationArmed());
     EXPECT_EQ(m_state.LastMana, 0);
 }
 

@@ -1,10 +1,8 @@
 // The main window with an assist tool: what its reports show and store.
-#include <QFile>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/main_window/assist_reports_fixture.h"
+#include "tests/companion/assist_reports_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -47,8 +45,8 @@ TEST_F(AssistReportsTest, ReportsBeforeTheSpellTableIsRead_AreTakenAsFarAsTheyCa
 }
 
 TEST_F(AssistReportsTest, ReportsWhileTheBoxOfABadSpellTableStands_AreLost) {
-    QFile table(m_folder.filePath(QStringLiteral("SpellData.txt")));
-    ASSERT_TRUE(table.resize(table.size() / 2));
+    const std::filesystem::path table = m_folder.Path() / "SpellData.txt";
+    std::filesystem::resize_file(table, std::filesystem::file_size(table) / 2);
     MakeBeside(true);
     m_boxes.whileStanding = [&] {
         EXPECT_GE(m_state.Spells.Last(), 0) << "half of it is there";
@@ -58,7 +56,7 @@ TEST_F(AssistReportsTest, ReportsWhileTheBoxOfABadSpellTableStands_AreLost) {
             m_transport.Deliver(report);
         }
     };
-    EXPECT_EQ(Form().Form_Load(), LoadOutcome::kBadSpellData);
+    EXPECT_EQ(Program().Load(), LoadOutcome::kBadSpellData);
     EXPECT_EQ(TakeBoxes().size(), 1U);
     EXPECT_THAT(TakeFailures(), IsEmpty());
     EXPECT_THAT(m_store.Batches(), IsEmpty());
@@ -67,7 +65,7 @@ TEST_F(AssistReportsTest, ReportsWhileTheBoxOfABadSpellTableStands_AreLost) {
 TEST_F(AssistReportsTest, End_DetachesTheReceiverAndSaysNothingToTheTool) {
     StartLinked();
     m_transport.sent.clear();
-    Form().Form_Unload();
+    Program().End();
     EXPECT_FALSE(m_transport.IsAttached());
     EXPECT_THAT(m_transport.sent, IsEmpty());
 }
@@ -84,7 +82,7 @@ TEST_F(AssistReportsTest, StockReport_ShowsStoresAndRefreshesTheCasts) {
 
 TEST_F(AssistReportsTest, StockReport_OverwritesWhatIsBeingTyped) {
     StartLinked();
-    Enter(Reagent(3), "12");
+    EnterCounter(3, "12");
     Report(kAssistStock, 1, 7);
     EXPECT_EQ(Text("Reagent", 3), "7");
     Leave();
@@ -94,7 +92,7 @@ TEST_F(AssistReportsTest, StockReport_OverwritesWhatIsBeingTyped) {
 
 TEST_F(AssistReportsTest, StockReport_OfTheSameValueKeepsWhatIsBeingTyped) {
     StartLinked();
-    Enter(Reagent(3), "12");
+    EnterCounter(3, "12");
     Report(kAssistStock, 1, 50);
     EXPECT_EQ(Text("Reagent", 3), "12");
     Leave();
@@ -105,7 +103,9 @@ TEST_F(AssistReportsTest, StockReport_OfTheSameValueKeepsWhatIsBeingTyped) {
 TEST_F(AssistReportsTest, StockReport_Oddity_GoesToTheBagThatIsShown) {
     StartLinked();
     m_state.CurrentReagentBag = 1;
-    Form().PurseControls().ShowStock();
+    for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
+        Program().ShowCounter(reagent);
+    }
     Report(kAssistStock, 1, 7);
     EXPECT_EQ(m_state.ReagentStock(3, 0), 50);
     EXPECT_EQ(m_state.ReagentStock(3, 1), 7);
@@ -131,7 +131,7 @@ TEST_F(AssistReportsTest, Count_WaitsForTheFirstReport) {
     StartLinked();
     m_transport.sent.clear();
     TakeLog();
-    Click("Command", kCount);
+    ClickCommand(kCount);
     EXPECT_EQ(CountCaption(), "Wait..");
     EXPECT_FALSE(CountEnabled());
     EXPECT_THAT(m_transport.sent,
@@ -145,7 +145,7 @@ TEST_F(AssistReportsTest, Count_WaitsForTheFirstReport) {
 TEST_F(AssistReportsTest, Count_UnknownThingsAreCountedToo) {
     StartLinked();
     for (const i32 counted : {9, 99, 105, 201, 0, -1}) {
-        Click("Command", kCount);
+        ClickCommand(kCount);
         EXPECT_FALSE(CountEnabled());
         Report(kAssistStock, counted, 7);
         EXPECT_EQ(CountCaption(), "Count") << counted;
@@ -164,7 +164,7 @@ TEST_F(AssistReportsTest, Count_ReportsBeforeItsAnswerAreTaken) {
         }
         return 0;
     };
-    Click("Command", kCount);
+    ClickCommand(kCount);
     EXPECT_EQ(CountCaption(), "Count");
     EXPECT_TRUE(CountEnabled());
     EXPECT_EQ(Text("Reagent", 1), "120");
@@ -172,7 +172,7 @@ TEST_F(AssistReportsTest, Count_ReportsBeforeItsAnswerAreTaken) {
 
 TEST_F(AssistReportsTest, Count_SearchOfEachSecondEnablesTheWaitingButton) {
     StartLinked();
-    Click("Command", kCount);
+    ClickCommand(kCount);
     Tick(1);
     EXPECT_EQ(CountCaption(), "Wait..");
     EXPECT_TRUE(CountEnabled());
@@ -181,7 +181,7 @@ TEST_F(AssistReportsTest, Count_SearchOfEachSecondEnablesTheWaitingButton) {
 // covers ODDITY(wait-stays)
 TEST_F(AssistReportsTest, Count_Oddity_StaysAtWaitWhenTheToolCloses) {
     StartLinked();
-    Click("Command", kCount);
+    ClickCommand(kCount);
     ShowTool(false);
     Tick(1);
     EXPECT_EQ(CountCaption(), "Wait..");
@@ -197,7 +197,7 @@ TEST_F(AssistReportsTest, Count_Oddity_StaysAtWaitWhenTheToolCloses) {
 TEST_F(AssistReportsTest, Count_WithoutATool_IsOffAndOnlySaysSo) {
     StartBeside(false);
     EXPECT_FALSE(CountEnabled());
-    Form().ClickCommand(kCount);
+    ClickCommand(kCount);
     EXPECT_EQ(CountCaption(), "Count");
     EXPECT_THAT(m_transport.sent, IsEmpty());
     EXPECT_EQ(TakeBoxes().size(), 1U);

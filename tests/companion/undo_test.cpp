@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/main_window_fixture.h"
+#include "tests/support/companion_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -10,9 +10,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class UndoTest : public MainWindowFixture {
+class UndoTest : public CompanionFixture {
   protected:
-    void Undo() { Click("Command", 0); }
+    void Undo() { ClickCommand(0); }
 };
 
 TEST_F(UndoTest, Undo_AfterACast_GivesBoxesCellsAndAmountsBack) {
@@ -39,8 +39,8 @@ TEST_F(UndoTest, Undo_BeforeAnyCast_AddsNothing) {
 TEST_F(UndoTest, Undo_AfterACastWithEmptyBoxes_AddsNothing) {
     StartWithMira();
     State().DisableCasting = false;
-    Enter(Reagent(3), "0");
-    Enter(Reagent(7), "0");
+    EnterCounter(3, "0");
+    EnterCounter(7, "0");
     ClickSpell(0);
     ASSERT_EQ(m_keys.sent.size(), 1U);
     Undo();
@@ -64,8 +64,7 @@ TEST_F(UndoTest, Undo_Oddity_TwiceGivesTwoCastsBack) {
 TEST_F(UndoTest, Undo_Oddity_AddsToTheBagInUseNotToTheOneThatPaid) {
     StartWithMira();
     ClickSpell(0);
-    Named(QStringLiteral("ComboReagent")).setFocus(Qt::TabFocusReason);
-    Press(Qt::Key_Down);
+    Program().ClickBag(1);
     ASSERT_EQ(State().CurrentReagentBag, 1);
     Undo();
     EXPECT_EQ(Text("Reagent", 3), "21");
@@ -130,7 +129,7 @@ TEST_F(UndoTest, Undo_LinkedBeforeTheReport_AddsTheEarlierDebit) {
 TEST_F(UndoTest, Undo_OverflowOfACell_NamesTheAction) {
     StartWithMira();
     ClickSpell(0);
-    Reagent(3).setText("32767");
+    Program().TypeCounter(3, "32767");
     Undo();
     EXPECT_THAT(TakeFailures(), ElementsAre(UncaughtFailure{FailureKind::kOverflow,
                                                             "pressing Undo the last debit"}));
@@ -138,16 +137,16 @@ TEST_F(UndoTest, Undo_OverflowOfACell_NamesTheAction) {
 
 TEST_F(UndoTest, Meditate_SearchesBringsForwardTypesAndGivesTheFocusToHelp) {
     StartWithMira();
-    Click("Command", 4);
+    ClickCommand(4);
     EXPECT_THAT(TakeLog(),
                 ElementsAre("find Ultima Online", "foreground 7", "focus 7", "keys  {ENTER}"));
-    EXPECT_EQ(FocusName(), "Command(1)");
+    EXPECT_EQ(m_focus, "Command(1)");
 }
 
 TEST_F(UndoTest, Meditate_ThirdDawnClient_IsTheSecondSearch) {
     StartWithMira();
     m_clients.windows = {{9, "Ultima Online Third Dawn", kMira}};
-    Click("Command", 4);
+    ClickCommand(4);
     EXPECT_THAT(TakeLog(), ElementsAre("find Ultima Online", "find Ultima Online Third Dawn",
                                        "foreground 9", "focus 9", "keys  {ENTER}"));
     EXPECT_EQ(State().ClientWindow, 9U);
@@ -156,12 +155,12 @@ TEST_F(UndoTest, Meditate_ThirdDawnClient_IsTheSecondSearch) {
 TEST_F(UndoTest, Meditate_NoClient_ShowsTheBoxSendsNothingAndGivesTheFocusToHelp) {
     StartWithMira();
     OpenClient("");
-    Click("Command", 4);
+    ClickCommand(4);
     EXPECT_THAT(TakeBoxes(), ElementsAre(Box{.text = "Could not find Ultima Online.",
                                              .icon = BoxIcon::kCritical}));
     EXPECT_THAT(m_keys.sent, IsEmpty());
     EXPECT_EQ(State().ClientWindow, 0U);
-    EXPECT_EQ(FocusName(), "Command(1)");
+    EXPECT_EQ(m_focus, "Command(1)");
 }
 
 TEST_F(UndoTest, Meditate_UpperCaseKeyStaysUpperCaseWhereASpellsDoesNot) {
@@ -172,7 +171,7 @@ TEST_F(UndoTest, Meditate_UpperCaseKeyStaysUpperCaseWhereASpellsDoesNot) {
         State().MacroShift(number) = "+";
         State().MacroKey(number) = "M";
     }
-    Click("Command", 4);
+    ClickCommand(4);
     ClickSpell(0);
     EXPECT_THAT(m_keys.sent, ElementsAre("%^+M{ENTER}", "%^+m{ENTER}"));
 }

@@ -1,4 +1,4 @@
-// The real main window on recording parts, joined to an assist tool of the test's own.
+// The companion on recording parts, joined to an assist tool of the test's own.
 #pragma once
 
 #include <initializer_list>
@@ -8,16 +8,14 @@
 
 #include <gtest/gtest.h>
 
-#include "link/assist_dispatcher.h"
 #include "link/assist_messages.h"
 #include "link/assist_search.h"
-#include "main_window/assist_reports.h"
-#include "tests/support/main_window_fixture.h"
+#include "tests/support/companion_fixture.h"
 #include "tests/support/recording_assist_transport.h"
 
 namespace spellwick {
 
-class AssistReportsTest : public MainWindowFixture {
+class AssistReportsTest : public CompanionFixture {
   protected:
     static constexpr WindowHandle kTool = 9;
     static constexpr int kCount = 3;
@@ -29,28 +27,29 @@ class AssistReportsTest : public MainWindowFixture {
 
     AssistReportsTest() { m_assist = &m_search; }
 
-    // Makes the window and joins the tool to it, without loading.
+    // Makes the companion and joins the tool to it, without loading.
     void MakeBeside(bool tool) {
         SavePlayer(kMira);
         OpenClient(kMira);
         ShowTool(tool);
         Make();
-        m_reports = std::make_unique<AssistReports>(Form(), m_boxes, m_parts, m_parts);
-        m_dispatcher =
-            std::make_unique<AssistDispatcher>(m_state, *m_reports, m_search, failureSink);
-        m_search.SetReceiver(*m_dispatcher);
-        m_search.SetCountButton([this](bool enabled) { m_reports->EnableCount(enabled); });
+        m_search.SetReceiver(Program().Reports());
+        m_search.SetCountButton([this](bool enabled) { Program().EnableCount(enabled); });
     }
 
     // As StartWithMira, with a tool that is there from the start or not.
-    FormMain& StartBeside(bool tool) {
+    void StartBeside(bool tool) {
         MakeBeside(tool);
         Start();
+        // Every spell lasts, so that a timer shows which row a cast was taken for.
+        constexpr i16 kMagery120 = 1;
+        for (i32 row = 0; row <= kLastRow; ++row) {
+            State().Spells(row).File5 = kMagery120;
+        }
         Tick(1);
         TakeLog();
-        return Form();
     }
-    FormMain& StartLinked() { return StartBeside(true); }
+    void StartLinked() { StartBeside(true); }
 
     void ShowTool(bool there) {
         m_transport.windows.clear();
@@ -86,23 +85,20 @@ class AssistReportsTest : public MainWindowFixture {
         }
         return texts;
     }
+    // Running timers as "timer ROW", those that end first first.
     std::vector<std::string> Timers() {
         std::vector<std::string> timers;
-        for (const std::string& line : m_log) {
-            if (line.starts_with("timer ")) {
-                timers.push_back(line);
-            }
+        for (const TimerSlot& timer : Program().Timers().Screen().shown) {
+            timers.push_back("timer " + std::to_string(timer.row));
         }
         return timers;
     }
     std::string CountCaption() { return Text("Command", kCount); }
-    bool CountEnabled() { return Form().CountButton().isEnabled(); }
+    bool CountEnabled() { return Shown().countEnabled; }
+    bool MeditationArmed() { return Shown().meditationTag == kMeditateTag; }
 
-    FailureSink& failureSink = *this;
     RecordingAssistTransport m_transport;
     AssistSearch m_search{m_state, m_transport};
-    std::unique_ptr<AssistReports> m_reports;
-    std::unique_ptr<AssistDispatcher> m_dispatcher;
 };
 
 }  // namespace spellwick

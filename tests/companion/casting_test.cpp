@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/main_window_fixture.h"
+#include "tests/support/companion_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -21,6 +21,8 @@ const Box kBookBox{.text =
                    .icon = BoxIcon::kQuestion,
                    .buttons = BoxButtons::kYesNo};
 
+constexpr i16 kCtrl = 2;
+
 // Page button and slot of a row.
 int ButtonOf(int row) {
     return row / 8 + 2;
@@ -29,22 +31,22 @@ int SlotOf(int row) {
     return row % 8;
 }
 
-class CastingTest : public MainWindowFixture {
+class CastingTest : public CompanionFixture {
   protected:
     // Goes to the page of a row and forgets what that did.
-    void Show(int row) {
+    void ShowPageOf(int row) {
         ShowPage(ButtonOf(row));
         TakeLog();
     }
-    void Cast(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        Show(row);
-        ClickSpell(SlotOf(row), modifiers);
+    void Cast(int row, i16 shift = 0) {
+        ShowPageOf(row);
+        ClickSpell(SlotOf(row), shift);
     }
     std::vector<int> Counters() {
         std::vector<int> numbers;
         numbers.reserve(13);
         for (int reagent = 1; reagent <= 13; ++reagent) {
-            numbers.push_back(Reagent(reagent).text().toInt());
+            numbers.push_back(std::stoi(Text("Reagent", reagent)));
         }
         return numbers;
     }
@@ -63,7 +65,7 @@ TEST_F(CastingTest, CastSpell_Plain_BringsTheClientForwardTypesAndDebits) {
     StartWithMira();
     // Clumsy takes a Bloodmoss and a Nightshade.
     Cast(0);
-    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}", "timer 0"));
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}"));
     EXPECT_TRUE(m_keys.allWaited);
     std::vector<int> left = m_full;
     left[2] = 49;
@@ -72,7 +74,7 @@ TEST_F(CastingTest, CastSpell_Plain_BringsTheClientForwardTypesAndDebits) {
     EXPECT_EQ(Stock(0), left);
     EXPECT_EQ(Text("LabelAmount", 0), " 49");
     EXPECT_EQ(State().CurrentSpell, 0);
-    EXPECT_EQ(FocusName(), "CheckCircle(0)");
+    EXPECT_EQ(m_focus, "CheckCircle(0)");
 }
 
 TEST_F(CastingTest, CastSpell_PaladinAbility_TakesTithesFromPointsLabelAndBox) {
@@ -160,7 +162,7 @@ TEST_F(CastingTest, CastSpell_NotLinkedManaTooLow_SaysNothingOfMana) {
 
 TEST_F(CastingTest, CastSpell_ChanceAboveZero_TestsNeitherSkillNorIntelligenceNorMana) {
     StartWithMira();
-    Show(10);
+    ShowPageOf(10);
     ASSERT_NE(Text("LabelChance", 2), "0");
     State().AssistLinked = true;
     State().Spells(10).MinimumSkill = 101;
@@ -174,7 +176,7 @@ TEST_F(CastingTest, CastSpell_CtrlClick_CreditsWithoutClient) {
     StartWithMira();
     OpenClient("");
     Tick(1);
-    Cast(0, Qt::ControlModifier);
+    Cast(0, kCtrl);
     std::vector<int> more = m_full;
     more[2] = 51;
     more[6] = 51;
@@ -186,36 +188,25 @@ TEST_F(CastingTest, CastSpell_CtrlClick_CreditsWithoutClient) {
 
 TEST_F(CastingTest, CastSpell_OtherModifiers_Cast) {
     struct Row {
-        const char* name = nullptr;
-        Qt::KeyboardModifiers modifiers;
-        i16 mask = 0;
+        const char* name;
+        i16 mask;
     };
     StartWithMira();
-    Show(0);
-    for (const Row& row : {Row{"none", Qt::NoModifier, 0}, Row{"Shift", Qt::ShiftModifier, 1},
-                           Row{"Ctrl and Shift", Qt::ControlModifier | Qt::ShiftModifier, 3},
-                           Row{"Alt", Qt::AltModifier, 4},
-                           Row{"Ctrl and Alt", Qt::ControlModifier | Qt::AltModifier, 6}}) {
+    ShowPageOf(0);
+    for (const Row& row : {Row{"none", 0}, Row{"Shift", 1}, Row{"Ctrl and Shift", 3},
+                           Row{"Alt", 4}, Row{"Ctrl and Alt", 6}}) {
         SCOPED_TRACE(row.name);
         m_keys.sent.clear();
-        ClickSpell(0, row.modifiers);
+        ClickSpell(0, row.mask);
         EXPECT_EQ(State().LastMouseShift, row.mask);
         EXPECT_EQ(m_keys.sent.size(), 1U);
     }
 }
 
-TEST_F(CastingTest, CastSpell_CtrlWithALockKeyOrTheKeypad_StillCredits) {
-    StartWithMira();
-    Cast(0, Qt::ControlModifier | Qt::KeypadModifier);
-    EXPECT_EQ(State().LastMouseShift, 2);
-    EXPECT_THAT(m_keys.sent, IsEmpty());
-    EXPECT_EQ(Counters()[2], 51);
-}
-
 TEST_F(CastingTest, CastSpell_CtrlClickOnARefusedSpell_IsRefused) {
     StartWithMira();
     State().Spells(10).MinimumSkill = 101;
-    Cast(10, Qt::ControlModifier);
+    Cast(10, kCtrl);
     EXPECT_THAT(TakeBoxes(),
                 ElementsAre(Information("Not enough Magery skill to cast this spell.")));
     EXPECT_EQ(Counters(), m_full);
@@ -236,7 +227,7 @@ TEST_F(CastingTest, CastSpell_NoClientAndNoStock_SpeaksOfTheClientOnly) {
     StartWithMira();
     OpenClient("");
     Tick(1);
-    Enter(Reagent(3), "0");
+    EnterCounter(3, "0");
     Cast(0);
     EXPECT_THAT(TakeBoxes(), ElementsAre(kNoClientBox));
 }
@@ -255,13 +246,13 @@ TEST_F(CastingTest, CastSpell_NotInBookAnsweredNo_ChangesNothing) {
 TEST_F(CastingTest, CastSpell_NotInBookAnsweredYes_AddsRepaintsAndCasts) {
     StartWithMira();
     State().Spellbook(0) = 1;
-    Form().UpdatePage();
+    Program().UpdatePage();
     m_boxes.answers = {BoxAnswer::kYes};
     Cast(0);
     EXPECT_THAT(TakeBoxes(), ElementsAre(kBookBox));
     EXPECT_EQ(State().Spellbook(0), 0);
     EXPECT_THAT(TakeLog(), ElementsAre("box " + kBookBox.text, "update chance", "foreground 7",
-                                       "focus 7", "keys %1{ENTER}", "timer 0"));
+                                       "focus 7", "keys %1{ENTER}"));
     EXPECT_EQ(Counters()[2], 49);
 }
 
@@ -273,7 +264,7 @@ TEST_F(CastingTest, CastSpell_NoStockAndCastingDisabled_RefusesBySchool) {
     };
     StartWithMira();
     for (int reagent = 1; reagent <= 13; ++reagent) {
-        Reagent(reagent).setText("0");
+        Program().TypeCounter(reagent, "0");
     }
     State().CurrentTithing = 0;
     for (const Row& row : {Row{"Magery", 0, "Not enough reagents to cast that spell"},
@@ -289,7 +280,7 @@ TEST_F(CastingTest, CastSpell_NoStockAndCastingDisabled_RefusesBySchool) {
 TEST_F(CastingTest, CastSpell_NoStockAndCastingAllowed_CastsAndLeavesEmptyBoxes) {
     StartWithMira();
     State().DisableCasting = false;
-    Enter(Reagent(3), "0");
+    EnterCounter(3, "0");
     Cast(0);
     EXPECT_EQ(m_keys.sent.size(), 1U);
     EXPECT_EQ(Counters()[2], 0);
@@ -342,27 +333,54 @@ TEST_F(CastingTest, CastSpell_SpellText_SentWhenTheSwitchIsExactlyOne) {
     }
 }
 
-TEST_F(CastingTest, CastSpell_KeysThatDoNotArrive_AreNotReported) {
+// covers ODDITY(untyped-cast-pays)
+TEST_F(CastingTest, CastSpell_Oddity_KeysThatCannotBeTypedCostAllTheSameAndOnlyTheLogSaysSo) {
     StartWithMira();
     m_keys.result = {"The keyboard is gone."};
+    testing::internal::CaptureStderr();
     Cast(0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "spellwick: the game's keys were not typed: The keyboard is gone.\n");
     EXPECT_EQ(Counters()[2], 49);
+}
+
+TEST_F(CastingTest, CastSpell_NotLinked_StartsTheCountdownOfASpellThatLasts) {
+    constexpr i16 kMagery120 = 1;
+    StartWithMira();
+    State().Spells(0).File5 = kMagery120;
+    TakeChanges();
+    Cast(1);
+    EXPECT_FALSE(Program().Timers().SpellsActive());
+    Cast(0);
+    ASSERT_EQ(Program().Timers().Screen().shown.size(), 1U);
+    EXPECT_EQ(Program().Timers().Screen().shown[0].row, 0);
+    EXPECT_TRUE(TakeChanges().back().timers);
+}
+
+TEST_F(CastingTest, CastSpell_Linked_StartsNoCountdown) {
+    constexpr i16 kMagery120 = 1;
+    StartWithMira();
+    State().Spells(0).File5 = kMagery120;
+    State().AssistLinked = true;
+    Cast(0);
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+    EXPECT_FALSE(Program().Timers().SpellsActive());
 }
 
 TEST_F(CastingTest, DebitSpell_RowOutsideTheTable_FailsAsSubscript) {
     StartWithMira();
     for (const int row : {-1, 97, 104}) {
-        EXPECT_THROW(Form().Pipeline().DebitSpell(row), RuntimeFailure) << row;
-        EXPECT_THROW(Form().Pipeline().CreditSpell(row), RuntimeFailure) << row;
+        EXPECT_THROW(Program().Pipeline().DebitSpell(row), RuntimeFailure) << row;
+        EXPECT_THROW(Program().Pipeline().CreditSpell(row), RuntimeFailure) << row;
     }
-    EXPECT_NO_THROW(Form().Pipeline().DebitSpell(96));
+    EXPECT_NO_THROW(Program().Pipeline().DebitSpell(96));
 }
 
 // The oddity itself is the model's; here it is what the user sees.
 TEST_F(CastingTest, DebitSpell_CounterBelowTheNeed_GoesBelowZero) {
     StartWithMira();
     State().Spells(0).Reagents(3) = 2;
-    Enter(Reagent(3), "1");
+    EnterCounter(3, "1");
     Leave();
     State().DisableCasting = false;
     Cast(0);
@@ -373,8 +391,8 @@ TEST_F(CastingTest, DebitSpell_CounterBelowTheNeed_GoesBelowZero) {
 
 TEST_F(CastingTest, DebitSpell_OverflowOfTheCell_IsAnUncaughtFailureThatNamesTheAction) {
     StartWithMira();
-    Show(0);
-    Reagent(3).setText("40000");
+    ShowPageOf(0);
+    Program().TypeCounter(3, "40000");
     ClickSpell(0);
     EXPECT_THAT(TakeFailures(),
                 ElementsAre(UncaughtFailure{FailureKind::kOverflow, "casting a spell"}));
@@ -387,12 +405,12 @@ TEST_F(CastingTest, DebitSpell_OverflowOfTheCell_IsAnUncaughtFailureThatNamesThe
 
 TEST_F(CastingTest, CreditSpell_OverflowOfTheCell_IsAnUncaughtFailure) {
     StartWithMira();
-    Enter(Reagent(3), "+9999");
+    EnterCounter(3, "+9999");
     Leave();
     State().ReagentStock(3, 0) = 32767;
-    Reagent(3).setText("32767");
-    Show(0);
-    ClickSpell(0, Qt::ControlModifier);
+    Program().TypeCounter(3, "32767");
+    ShowPageOf(0);
+    ClickSpell(0, 2);
     EXPECT_THAT(TakeFailures(),
                 ElementsAre(UncaughtFailure{FailureKind::kOverflow, "casting a spell"}));
     EXPECT_EQ(State().ReagentStock(3, 0), 32767);
@@ -402,9 +420,9 @@ TEST_F(CastingTest, CreditSpell_OverflowOfTheCell_IsAnUncaughtFailure) {
 TEST_F(CastingTest, CreditSpell_Oddity_RaisesTheTithesShownNotTheOnesCounted) {
     StartWithMira();
     const int need = State().Spells(80).Reagents(kTithes);
-    Show(80);
+    ShowPageOf(80);
     const std::string amount = Text("LabelAmount", 0);
-    ClickSpell(0, Qt::ControlModifier);
+    ClickSpell(0, 2);
     EXPECT_EQ(Text("LabelTithes"), std::to_string(500 + need));
     EXPECT_EQ(Text("TxtTithes"), "500");
     EXPECT_EQ(State().CurrentTithing, 500);
@@ -414,7 +432,7 @@ TEST_F(CastingTest, CreditSpell_Oddity_RaisesTheTithesShownNotTheOnesCounted) {
 TEST_F(CastingTest, CreditSpell_LeavesTheUndoAlone) {
     StartWithMira();
     Cast(0);
-    Cast(1, Qt::ControlModifier);
+    Cast(1, kCtrl);
     EXPECT_EQ(State().UndoAmounts(3), 1);
     EXPECT_EQ(State().UndoAmounts(7), 1);
     EXPECT_EQ(State().UndoAmounts(1), 0);

@@ -1,0 +1,63 @@
+// Casting a spell: the tests in their order, the keys, the debit; undo, credit and meditation.
+#pragma once
+
+#include "companion/display.h"
+#include "companion/page.h"
+#include "companion/player.h"
+#include "companion/purse.h"
+#include "companion/running_timers.h"
+#include "companion/services.h"
+#include "companion/tithes.h"
+
+namespace spellwick {
+
+class Casting {
+  public:
+    // What the pipeline works on; all outlive it.
+    struct Parts {
+        Display& display;
+        Page& page;
+        Purse& purse;
+        Tithes& tithes;
+        Player& player;
+        RunningTimers& timers;
+    };
+
+    Casting(const CompanionServices& services, const Parts& parts)
+        : m_services(services), m_state(services.state), m_parts(parts) {}
+
+    // Casts the spell of a slot, 0 to 7.
+    void CastSpell(i32 slot);
+
+    // Takes the cost of one cast off the counters; row 0 to 96.
+    void DebitSpell(i32 row);
+
+    // Gives the cost of one cast back.
+    void CreditSpell(i32 row);
+
+    // Gives the amounts of the last debit back.
+    void Undo();
+
+    // Presses the macro of the Meditation skill.
+    void Meditate();
+
+    // Moves the focus to the first page button, so that an unfinished entry is committed.
+    void CommitEntries();
+
+  private:
+    bool WarnOfNoChance(i32 row);
+    bool AskForBook(i32 row);
+    bool RefuseForStock(i32 slot, i32 row);
+    BoxAnswer ShowBox(const Box& box);
+    void BringClientForward();
+    void SendKeys();
+    SlotScreen& Slot(i32 slot) {
+        return m_parts.display.screen.spellSlots[static_cast<std::size_t>(slot)];
+    }
+
+    const CompanionServices& m_services;
+    SharedState& m_state;
+    Parts m_parts;
+};
+
+}  // namespace spellwick

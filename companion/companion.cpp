@@ -1,0 +1,283 @@
+#include "companion/companion.h"
+
+#include "model/skill_entries.h"
+#include "text/number_forms.h"
+
+namespace spellwick {
+
+namespace {
+
+constexpr i16 kRightButton = 2;
+constexpr const char* kHelpFile = "ReadMe.wri";
+
+}  // namespace
+
+Companion::Companion(const CompanionServices& services)
+    : m_services(services),
+      m_state(services.state),
+      m_timers(m_state, m_services.clock),
+      m_player(m_services,
+               {.display = m_display, .page = m_page, .purse = m_purse, .tithes = m_tithes}),
+      m_casting(m_services, {.display = m_display,
+                             .page = m_page,
+                             .purse = m_purse,
+                             .tithes = m_tithes,
+                             .player = m_player,
+                             .timers = m_timers}),
+      m_dispatcher(m_state, *this, m_services.assist, m_services.failures) {}
+
+void Companion::WatchTick() {
+    m_services.keys.Tick();
+    m_display.Act([&] { m_player.Tick(); });
+    m_display.Act([&] {
+        m_timers.Update();
+        m_display.changes.timers = true;
+    });
+}
+
+void Companion::MeditationTick() {
+    Screen& screen = m_display.screen;
+    if (screen.meditationTag != kMeditateTag) {
+        return;
+    }
+    screen.meditationTag.clear();
+    m_display.changes.meditation = true;
+    Meditate();
+}
+
+void Companion::ChoosePage(i32 button) {
+    m_display.Act([&] { m_page.Choose(button); });
+}
+
+void Companion::UpdatePage() {
+    m_display.Act([&] { m_page.Update(); });
+}
+
+void Companion::UpdateChances() {
+    m_display.Act([&] { m_page.UpdateChances(); });
+}
+
+void Companion::UpdateAmounts() {
+    m_display.Act([&] { m_page.UpdateAmounts(); });
+}
+
+void Companion::HoverSlot(i32 slot) {
+    m_display.Act([&] {
+        const SpellRecord& spell = m_state.Spells(SpellAtSlot(slot));
+        m_purse.Highlight(spell);
+        m_tithes.Highlight(spell);
+        m_page.ShowSpell(slot);
+        m_tithes.Commit();
+    });
+}
+
+void Companion::LeaveSlots() {
+    m_display.Act([&] { m_purse.ClearHighlight(); });
+}
+
+std::optional<i32> Companion::PressSlot(i32 slot, i16 button, i16 shift) {
+    m_state.LastMouseButton = button;
+    m_state.LastMouseShift = shift;
+    return button == kRightButton ? std::optional(SpellAtSlot(slot)) : std::nullopt;
+}
+
+void Companion::ClickSlot(i32 slot) {
+    if (m_state.LastMouseButton != kRightButton) {
+        m_display.Act([&] { m_casting.CastSpell(slot); });
+    }
+}
+
+void Companion::TypeCounter(i32 reagent, const std::string& text) {
+    m_display.screen.counters(reagent).text = text;
+}
+
+void Companion::StepCounter(i32 reagent) {
+    m_display.Act([&] {
+        m_purse.StoreCounter(reagent);
+        m_page.UpdateAmounts();
+    });
+}
+
+void Companion::LeaveCounter(i32 reagent) {
+    m_display.Act([&] { m_purse.LeaveCounter(reagent); });
+}
+
+void Companion::ShowCounter(i32 reagent) {
+    m_display.Act([&] { m_purse.ShowCounter(reagent); });
+}
+
+void Companion::CommitByEnter() {
+    m_display.Act([&] {
+        const i32 reagent = m_display.screen.focusedReagent;
+        m_casting.CommitEntries();
+        if (reagent > 0) {
+            m_display.Tell();
+            m_display.TheForms().FocusCounter(reagent);
+            m_display.screen.focusedReagent = reagent;
+        }
+        m_page.UpdateAmounts();
+    });
+}
+
+void Companion::TypeBagName(const std::string& name) {
+    m_display.Act([&] { m_purse.TypeBagName(name); });
+}
+
+void Companion::ClickBag(i32 bag) {
+    m_display.Act([&] { m_purse.ClickBag(bag); });
+}
+
+void Companion::LeaveBags() {
+    m_display.Act([&] { m_purse.LeaveBags(); });
+}
+
+void Companion::EditTithes() {
+    m_display.Act([&] { m_tithes.BeginEdit(); });
+}
+
+void Companion::LeaveTithes() {
+    m_display.Act([&] { m_tithes.Commit(); });
+}
+
+void Companion::Undo() {
+    m_display.Act([&] { m_casting.Undo(); });
+}
+
+void Companion::OpenHelp() {
+    // ODDITY(help-fails): a help text that is not there, or no program to open it, ends the run;
+    // kept because the start of the opener is not looked after, and the data are saved all the
+    // same.
+    if (!m_services.desktop.OpenDocument(m_services.folder / kHelpFile)) {
+        throw RuntimeFailure(FailureKind::kFile, "The help text ReadMe.wri cannot be opened.");
+    }
+}
+
+void Companion::Count() {
+    m_display.Act([&] {
+        m_services.assist.FindAssist();
+        if (m_state.AssistLinked) {
+            EnableCount(false);
+            CaptionCount("Wait..");
+            m_display.Tell();
+            m_services.assist.RequestCount();
+        } else {
+            m_display.Tell();
+            m_services.boxes.Show({.text = "Could not find UO Assist. Without UO Assist the count "
+                                           "function does not work.",
+                                   .icon = BoxIcon::kInformation});
+        }
+        if (m_player.FindClient()) {
+            m_services.clients.SetForegroundWindow(m_state.ClientWindow);
+            m_display.Tell();
+            m_display.TheForms().ServeEvents();
+        } else {
+            m_player.ShowClientNotFound();
+        }
+    });
+}
+
+void Companion::Meditate() {
+    m_display.Act([&] { m_casting.Meditate(); });
+}
+
+void Companion::ShowCaption() {
+    m_display.Act([&] { m_player.ShowCaption(); });
+}
+
+void Companion::ParseClientTitle() {
+    m_display.Act([&] { m_player.ParseClientTitle(); });
+}
+
+void Companion::Arrange(bool vertical) {
+    m_state.DisplayVertical = vertical;
+    m_display.Act([&] { m_display.changes.layout = true; });
+}
+
+void Companion::SavePlayer() {
+    m_display.Act([&] { m_player.Save(); });
+}
+
+void Companion::LoadPlayer() {
+    m_display.Act([&] { m_player.Load(); });
+}
+
+void Companion::SaveAll() {
+    m_display.Act([&] { m_player.SaveAll(AllPlaces()); });
+}
+
+void Companion::SaveOption(std::string_view key, const std::string& value) {
+    m_display.Act([&] { m_player.SaveOption(key, value); });
+}
+
+StoreResult Companion::SaveMacros(const std::optional<WindowPlaces::Place>& dialog) {
+    return m_player.Io().SaveMacros(dialog);
+}
+
+void Companion::ReportSave(const StoreResult& result) {
+    m_display.Act([&] { m_player.ReportSave(result); });
+}
+
+void Companion::EnableCount(bool enabled) {
+    m_display.screen.countEnabled = enabled;
+    m_display.changes.countButton = true;
+}
+
+void Companion::CaptionCount(const std::string& caption) {
+    m_display.screen.countCaption = caption;
+    m_display.changes.countButton = true;
+}
+
+void Companion::ShowCounter(i32 reagent, i32 count) {
+    m_display.WriteCounter(reagent, PlainText(count));
+}
+
+void Companion::StartTimer(i32 row) {
+    m_timers.StartTimer(row);
+    m_display.changes.timers = true;
+}
+
+void Companion::SetTimerMode(i32 mode) {
+    m_display.Act([&] {
+        m_timers.SetMode(mode);
+        m_display.changes.timers = true;
+    });
+}
+
+void Companion::ArmMeditation() {
+    m_display.screen.meditationTag = kMeditateTag;
+    m_display.changes.meditation = true;
+}
+
+void Companion::ShowReportedMagery(i32 points) {
+    m_display.screen.reportedMagery = points;
+    m_display.changes.reportedMagery = true;
+    if (!m_state.Updating) {
+        // ODDITY(magery-report-group): while the skills tab is on Necromancy or Chivalry, a report
+        // of Magery gives that skill the same value; kept because the edit of the character's skill
+        // takes a report as it takes an entry, and the tool's next list of skills sets it right.
+        SetSkillOfGroup(m_state, m_display.screen.skillGroup, SkillEntryOf(points));
+    }
+}
+
+void Companion::ShowReportedIntelligence(i32 points) {
+    m_display.screen.reportedIntelligence = points;
+    m_display.changes.reportedIntelligence = true;
+    if (!m_state.Updating) {
+        // ODDITY(report-ceiling): Intelligence above 125 is cut down to 125 when the tool reports
+        // it, as Magery is; kept because the edit that shows it takes a report as it takes an
+        // entry.
+        m_state.Intelligence = SkillEntryOf(points);
+    }
+}
+
+void Companion::ShowBox(const std::string& text) {
+    m_display.Tell();
+    m_services.boxes.Show({.text = text});
+}
+
+void Companion::YieldEvents() {
+    m_display.Tell();
+    m_display.TheForms().ServeEvents();
+}
+
+}  // namespace spellwick

@@ -1,0 +1,147 @@
+// All that Spellwick does, without its windows: the forms pass events in, and draw the screen when
+// they are told what has changed. A failure of an action is left to the caller, as RuntimeFailure.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "companion/casting.h"
+#include "companion/dialog_actions.h"
+#include "companion/display.h"
+#include "companion/page.h"
+#include "companion/player.h"
+#include "companion/purse.h"
+#include "companion/running_timers.h"
+#include "companion/services.h"
+#include "companion/tithes.h"
+#include "link/assist_dispatcher.h"
+#include "link/assist_view.h"
+
+namespace spellwick {
+
+enum class LoadOutcome { kReady, kMissingSpellData, kBadSpellData };
+
+class Companion : public DialogActions, private AssistView {
+  public:
+    // `services` is copied; what it refers to outlives the companion.
+    explicit Companion(const CompanionServices& services);
+
+    // Before anything else; outlives the companion's work.
+    void SetForms(Forms& forms) { m_display.SetForms(forms); }
+
+    SharedState& State() { return m_state; }
+    const Screen& Shown() const { return m_display.screen; }
+
+    // The start-up sequence. Failures of a step are ignored; only a missing or bad spell data file
+    // ends the start, after its message box.
+    LoadOutcome Load();
+    // What the first activation refreshes, each step on its own.
+    void RefreshAtFirstActivation();
+    // The end of the program.
+    void End();
+    // Saves as at a regular end, each step on its own; for the end after a failure. True when all
+    // of it was saved.
+    bool SaveAfterFailure();
+
+    // Ticks of Timer1(1) and Timer1(2).
+    void WatchTick();
+    void MeditationTick();
+
+    // The page. Buttons are 0 to 13, slots 0 to 7.
+    void ChoosePage(i32 button);
+    void UpdatePage() override;
+    void UpdateChances() override;
+    void UpdateAmounts() override;
+    i32 SpellAtSlot(i32 slot) const { return m_page.SpellAtSlot(slot); }
+    void HoverSlot(i32 slot);
+    // The mouse is over no slot.
+    void LeaveSlots();
+    // Keeps button and modifiers; the row that the right button asks the info window for.
+    std::optional<i32> PressSlot(i32 slot, i16 button, i16 shift);
+    void ClickSlot(i32 slot);
+
+    // Counters, 1 to 13.
+    void EnterCounter(i32 reagent) { m_display.screen.focusedReagent = reagent; }
+    void TypeCounter(i32 reagent, const std::string& text);
+    // Its arrows have written it.
+    void StepCounter(i32 reagent);
+    void LeaveCounter(i32 reagent);
+    void ShowCounter(i32 reagent) override;
+    // Enter: commits the entry and leaves the focus in the counter.
+    void CommitByEnter();
+
+    void TypeBagName(const std::string& name);
+    void ClickBag(i32 bag);
+    void LeaveBags();
+
+    void EditTithes();
+    void TypeTithes(const std::string& text) { m_display.screen.tithesEdit = text; }
+    void LeaveTithes();
+
+    Casting& Pipeline() { return m_casting; }
+    RunningTimers& Timers() { return m_timers; }
+
+    // Buttons.
+    void Undo();
+    void OpenHelp();
+    void Count();
+    void Meditate();
+
+    // The caption of the moment; the window shows it at each painting.
+    void ShowCaption();
+    void ParseClientTitle() override;
+    // The two arrangements of the main window.
+    void LayoutVertical() override { Arrange(true); }
+    void LayoutHorizontal() override { Arrange(false); }
+    void ShowSkillGroup(i32 group) override { m_display.screen.skillGroup = group; }
+    void SetTimerMode(i32 mode) override;
+
+    // Load and save.
+    void SavePlayer() override;
+    void LoadPlayer() override;
+    void SaveAll() override;
+    void SaveOption(std::string_view key, const std::string& value) override;
+    [[nodiscard]] StoreResult SaveMacros(const std::optional<WindowPlaces::Place>& dialog) override;
+    void ReportSave(const StoreResult& result) override;
+    SettingsIo& Io() { return m_player.Io(); }
+
+    // Takes the assist tool's reports.
+    MessageReceiver& Reports() { return m_dispatcher; }
+    void EnableCount(bool enabled) override;
+
+  private:
+    // AssistView
+    void ShowCounter(i32 reagent, i32 count) override;
+    void ShowTithes(i32 points) override { m_tithes.Show(points); }
+    void ShowCurrentMana() override { m_page.ShowCurrentMana(); }
+    void ShowAmounts() override { m_page.UpdateAmounts(); }
+    void ShowChances() override { m_page.UpdateChances(); }
+    void DebitSpell(i32 row) override { m_casting.DebitSpell(row); }
+    void StartTimer(i32 row) override;
+    void CaptionCount(const std::string& caption) override;
+    void ArmMeditation() override;
+    void ShowReportedMagery(i32 points) override;
+    void ShowReportedIntelligence(i32 points) override;
+    void ShowBox(const std::string& text) override;
+    void YieldEvents() override;
+    void EndReport() override { m_display.Tell(); }
+
+    void Arrange(bool vertical);
+    WindowPlaces AllPlaces();
+    void SaveGlobalSettings(const WindowPlaces& places);
+
+    CompanionServices m_services;
+    SharedState& m_state;
+    Display m_display;
+    Page m_page{m_state, m_display};
+    Purse m_purse{m_state, m_display, m_page, m_services.boxes};
+    Tithes m_tithes{m_state, m_display, m_page};
+    RunningTimers m_timers;
+    Player m_player;
+    Casting m_casting;
+    AssistDispatcher m_dispatcher;
+    bool m_ending = false;
+};
+
+}  // namespace spellwick

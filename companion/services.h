@@ -1,0 +1,34 @@
+// Everything that the companion asks from outside itself.
+#pragma once
+
+#include <filesystem>
+
+#include "link/assist_link.h"
+#include "link/key_sender.h"
+#include "model/failure_guard.h"
+#include "model/shared_state.h"
+#include "platform/client_windows.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/message_boxes.h"
+#include "platform/settings_store.h"
+#include "store/conversion.h"
+
+namespace spellwick {
+
+// All references outlive the companion.
+struct CompanionServices {
+    SharedState& state;
+    SettingsStore& store;
+    ClientWindows& clients;
+    KeySender& keys;
+    Desktop& desktop;
+    MessageBoxes& boxes;
+    AssistLink& assist;
+    WaitWindow& wait;
+    const Clock& clock;
+    FailureSink& failures;
+    std::filesystem::path folder;  // of the executable, with the files that lie beside it
+};
+
+}  // namespace spellwick

@@ -1,0 +1,34 @@
+// The controls of the tithing points: a label, and an edit that lies over it while they are
+// changed.
+#pragma once
+
+#include <QLabel>
+#include <QObject>
+
+#include "main_window/services.h"
+#include "widgets/counter_box.h"
+#include "widgets/guarded_events.h"
+
+namespace spellwick {
+
+class TithingPoints : public QObject {
+    Q_OBJECT
+
+  public:
+    TithingPoints(const MainWindowServices& services, QWidget* form);
+
+    void Show(const Screen& screen, const Changes& changes);
+
+    QLabel* LabelTithes = nullptr;
+    CounterBox* TxtTithes = nullptr;
+    QLabel* ImageAnkh = nullptr;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    Companion& m_companion;
+    GuardedEvents m_events;
+};
+
+}  // namespace spellwick
