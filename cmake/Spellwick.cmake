@@ -24,7 +24,7 @@ endif()
 add_library(spellwick_options INTERFACE)
 target_include_directories(spellwick_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(spellwick_options INTERFACE
-    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wnull-dereference
     # At -O3 g++ 12 sees overlaps in the sum of a literal and a string.
     $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
