@@ -36,19 +36,43 @@ if(SPELLWICK_SANITIZE)
     target_link_options(spellwick_options INTERFACE -fsanitize=${SPELLWICK_SANITIZE})
 endif()
 
+# Two definitions of one name are found when a whole program is linked with what -flto keeps in the
+# objects. They hold machine code too, which all other programs are linked from.
+set(SPELLWICK_LTO_COMPILE_OPTIONS)
+set(SPELLWICK_LTO_LINK_OPTIONS)
+if(SPELLWICK_ODR)
+    set(SPELLWICK_LTO_COMPILE_OPTIONS -flto -ffat-lto-objects)
+    set(SPELLWICK_LTO_LINK_OPTIONS
+        "$<IF:$<BOOL:$<TARGET_PROPERTY:SPELLWICK_ODR>>,-flto=auto;-O0;-g0;-Wodr;-Werror=odr,-fno-lto>")
+endif()
+
+# spellwick_odr(NAME PROGRAM): PROGRAM linked once more, to find names with two definitions.
+function(spellwick_odr name program)
+    if(NOT SPELLWICK_ODR)
+        return()
+    endif()
+    add_executable(${name} EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${program}>)
+    set_target_properties(${name} PROPERTIES SPELLWICK_ODR ON)
+    target_link_libraries(${name} PRIVATE $<TARGET_PROPERTY:${program},LINK_LIBRARIES>)
+endfunction()
+
 # spellwick_library(NAME SOURCES a.cpp ... [LINK lib ...]): one static library for one folder.
 function(spellwick_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE spellwick_options)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+    target_compile_options(${name} PRIVATE ${SPELLWICK_LTO_COMPILE_OPTIONS})
+    target_link_options(${name} INTERFACE "${SPELLWICK_LTO_LINK_OPTIONS}")
 endfunction()
+
+set(SPELLWICK_TEST_OPTIONS -O0 -g1 -fno-lto)
 
 # spellwick_test_code(TARGET unit|form|desktop): how the tests' own sources are compiled: they
 # change often and run briefly, while what they test stays optimised. Each takes the precompiled
 # headers of its kind (tests/support/CMakeLists.txt).
 function(spellwick_test_code target label)
-    target_compile_options(${target} PRIVATE -O0 -g1)
+    target_compile_options(${target} PRIVATE ${SPELLWICK_TEST_OPTIONS})
     if(label STREQUAL "form")
         target_precompile_headers(${target} REUSE_FROM spellwick_form_headers)
     else()
