@@ -11,7 +11,7 @@
 
 namespace spellwick {
 
-inline constexpr const char* kVersion = "7.5";
+extern const char* const kVersion;  // the project's in CMakeLists.txt
 inline constexpr const char* kApplicationName = "Spellwick";
 inline constexpr const char* kSpellDataFile = "SpellData.txt";
 

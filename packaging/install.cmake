@@ -13,9 +13,12 @@ install(CODE "
 
 install(FILES packaging/linux/spellwick.desktop
     DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES packaging/linux/spellwick.metainfo.xml
+foreach(file spellwick.1 spellwick.metainfo.xml)
+    configure_file(packaging/linux/${file}.in ${CMAKE_BINARY_DIR}/packaging/${file} @ONLY)
+endforeach()
+install(FILES ${CMAKE_BINARY_DIR}/packaging/spellwick.metainfo.xml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
-install(FILES packaging/linux/spellwick.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${CMAKE_BINARY_DIR}/packaging/spellwick.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 foreach(size 16 22 24 32 48 64 128 256)
     install(FILES data/pictures/spellwick-${size}.png

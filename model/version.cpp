@@ -1,0 +1,7 @@
+#include "model/shared_state.h"
+
+namespace spellwick {
+
+const char* const kVersion = SPELLWICK_VERSION;
+
+}  // namespace spellwick
