@@ -6,16 +6,16 @@
 
 #include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
-#include "app/run_end.h"
-#include "app/timers_host.h"
-#include "app/wait_notice.h"
 #include "companion/companion.h"
+#include "companion/run_end.h"
 #include "link/assist_search.h"
 #include "link/keystroke_sender.h"
 #include "main_window/form_main.h"
+#include "main_window/wait_notice.h"
 #include "platform/system.h"
 #include "settings_dialog/form_settings.h"
 #include "spell_info/form_info.h"
+#include "timers/timers_host.h"
 
 namespace spellwick {
 

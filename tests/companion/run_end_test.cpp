@@ -1,5 +1,5 @@
 // The end of the run: exit codes, the report of an uncaught failure, and what is saved first.
-#include "app/run_end.h"
+#include "companion/run_end.h"
 
 #include <cstdio>
 #include <stdexcept>
@@ -58,8 +58,8 @@ TEST_F(RunEndDeathTest, OnUncaughtFailure_ReportsThenSavesThenEndsWithOne) {
 TEST_F(RunEndDeathTest, OnUncaughtFailure_NotAllSaved_SaysSo) {
     const RuntimeFailure failure(FailureKind::kFile, "gone");
     EXPECT_EXIT(FailWith(failure, false), testing::ExitedWithCode(1),
-                "saving\nbox 3: Not all could be saved. What was saved before stands as it "
-                "was.\nlast\n$");
+                "saving\nbox 3: Some data could not be saved. Earlier saves are "
+                "intact.\nlast\n$");
 }
 
 // Like a signal that asks the program to end.

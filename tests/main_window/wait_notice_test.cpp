@@ -1,5 +1,5 @@
 // The window "Please wait".
-#include "app/wait_notice.h"
+#include "main_window/wait_notice.h"
 
 #include <QApplication>
 

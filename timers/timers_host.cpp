@@ -1,4 +1,4 @@
-#include "app/timers_host.h"
+#include "timers/timers_host.h"
 
 #include "store/catalogue.h"
 #include "store/twips.h"

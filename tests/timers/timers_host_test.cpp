@@ -1,5 +1,5 @@
 // From a cast spell to its countdown on the screen.
-#include "app/timers_host.h"
+#include "timers/timers_host.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "app/wait_notice.h"
+#include "main_window/wait_notice.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "app/run_end.h"
+#include "companion/run_end.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -28,7 +28,7 @@ void RunEnd::OnUncaughtFailure(const std::exception& failure, std::string_view a
     std::fprintf(stderr, "spellwick: %s\n", report.c_str());
     m_boxes.Show({.text = report, .icon = BoxIcon::kCritical});
     if (!m_save()) {
-        m_boxes.Show({.text = "Not all could be saved. What was saved before stands as it was.",
+        m_boxes.Show({.text = "Some data could not be saved. Earlier saves are intact.",
                       .icon = BoxIcon::kExclamation});
     }
     EndProcess(kAfterFailure);
