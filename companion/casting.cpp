@@ -3,8 +3,8 @@
 #include "link/keystroke_string.h"
 #include "model/cast_rules.h"
 #include "model/log.h"
-#include "text/number_forms.h"
 #include "model/spell_lookup.h"
+#include "text/number_forms.h"
 
 namespace spellwick {
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr i16 kCtrlAlone = 2;
 
-Macro MacroOf(const SharedState& state, i32 number) {
+MacroStrokes MacroOf(const SharedState& state, i32 number) {
     return {state.MacroAlt(number), state.MacroCtrl(number), state.MacroShift(number),
             state.MacroKey(number)};
 }

@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kEnter = "{ENTER}";
 constexpr i16 kOn = 1;
 
-std::string Marks(const Macro& macro) {
+std::string Marks(const MacroStrokes& macro) {
     std::string marks(macro.alt);
     marks.append(macro.ctrl).append(macro.shift);
     return marks;
@@ -17,7 +17,7 @@ std::string Marks(const Macro& macro) {
 
 }  // namespace
 
-std::string SpellKeystrokes(const Macro& macro, const SpokenText& spoken) {
+std::string SpellKeystrokes(const MacroStrokes& macro, const SpokenText& spoken) {
     // ODDITY(marks-without-key): a spell without a key sends its marks straight before Enter, so
     // that Alt, Ctrl and Shift act on Enter; kept because the string is the same for every key.
     std::string keys = Marks(macro).append(LowerCase(macro.key));
@@ -33,7 +33,7 @@ std::string SpellKeystrokes(const Macro& macro, const SpokenText& spoken) {
     return keys;
 }
 
-std::string MeditationKeystrokes(const Macro& macro) {
+std::string MeditationKeystrokes(const MacroStrokes& macro) {
     // ODDITY(meditation-capital): a capital letter as the Meditation key is typed with Shift, one
     // as a spell's key is not; kept because the Meditation key goes out as it was entered.
     return Marks(macro).append(macro.key).append(kEnter);

@@ -8,8 +8,8 @@
 
 namespace spellwick {
 
-// One row of the macro table: the marks "%", "^", "+" or nothing, and the key.
-struct Macro {
+// One row of the macro table as it is typed: the marks "%", "^", "+" or nothing, and the key.
+struct MacroStrokes {
     std::string_view alt;
     std::string_view ctrl;
     std::string_view shift;
@@ -26,9 +26,9 @@ struct SpokenText {
 
 // The key is sent in lower case, so that a letter does not become Shift plus letter. The texts are
 // not escaped: notation in them remains notation.
-std::string SpellKeystrokes(const Macro& macro, const SpokenText& spoken);
+std::string SpellKeystrokes(const MacroStrokes& macro, const SpokenText& spoken);
 
 // The key is sent as it is stored.
-std::string MeditationKeystrokes(const Macro& macro);
+std::string MeditationKeystrokes(const MacroStrokes& macro);
 
 }  // namespace spellwick

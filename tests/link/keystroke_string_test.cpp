@@ -11,7 +11,7 @@ namespace {
 
 struct SpellRow {
     const char* name;
-    Macro macro;
+    MacroStrokes macro;
     SpokenText spoken;
     const char* keys;
 };
@@ -26,7 +26,7 @@ TEST_P(SpellKeystrokesTable, IsBuiltInOrder) {
     EXPECT_EQ(SpellKeystrokes(GetParam().macro, GetParam().spoken), GetParam().keys);
 }
 
-constexpr Macro kAltF1{"%", "", "", "{F1}"};
+constexpr MacroStrokes kAltF1{"%", "", "", "{F1}"};
 constexpr i16 kLowest = std::numeric_limits<i16>::min();
 
 INSTANTIATE_TEST_SUITE_P(
