@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "model/updating_scope.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "model/updating_scope.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/text_forms.h"

@@ -8,21 +8,6 @@
 
 namespace spellwick {
 
-// During its lifetime the program fills controls itself, and handlers that check Updating do
-// nothing.
-class UpdatingScope {
-  public:
-    explicit UpdatingScope(SharedState& state) : m_state(state) { m_state.Updating = true; }
-    ~UpdatingScope() { m_state.Updating = false; }
-    UpdatingScope(const UpdatingScope&) = delete;
-    UpdatingScope& operator=(const UpdatingScope&) = delete;
-    UpdatingScope(UpdatingScope&&) = delete;
-    UpdatingScope& operator=(UpdatingScope&&) = delete;
-
-  private:
-    SharedState& m_state;
-};
-
 class SettingsTab : public QWidget {
     Q_OBJECT
 

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "model/spell_description.h"
+#include "model/updating_scope.h"
 #include "text/number_forms.h"
 #include "widgets/form_font.h"
 #include "widgets/ground.h"
@@ -182,21 +183,22 @@ void FormInfo::DisplayInfo(i32 row) {
     // ODDITY(info-last-spell): leaving an edit shows the spell cast last, if one was cast in the
     // meantime; kept because the window and the casts share one last spell.
     m_state.CurrentSpell = ToI16(row);
-    m_state.Updating = true;
-    for (int index = 0; index < kBoxCount; ++index) {
-        ShowValue(index);
+    {
+        const UpdatingScope updating(m_state);
+        for (int index = 0; index < kBoxCount; ++index) {
+            ShowValue(index);
+        }
+        // Typing replaces the text of the edit that has the focus, with each new spell.
+        if (auto* box = qobject_cast<CounterBox*>(focusWidget())) {
+            box->selectAll();
+        }
+        // ODDITY(info-magery-box): a Necromancer spell or Paladin ability that is too hard turns
+        // the Magery edit red and never the Necromancy edit; kept because one edit warns of the
+        // skill, whichever skill it is.
+        const SpellShortage shortage = ShortageFor(m_state, row);
+        SetGround(TextBox(kIntelligenceBox), shortage.intelligence ? kTooLow : kWindowBackground);
+        SetGround(TextBox(kMageryBox), shortage.skill ? kTooLow : kWindowBackground);
     }
-    // Typing replaces the text of the edit that has the focus, with each new spell.
-    if (auto* box = qobject_cast<CounterBox*>(focusWidget())) {
-        box->selectAll();
-    }
-    // ODDITY(info-magery-box): a Necromancer spell or Paladin ability that is too hard turns the
-    // Magery edit red and never the Necromancy edit; kept because one edit warns of the skill,
-    // whichever skill it is.
-    const SpellShortage shortage = ShortageFor(m_state, row);
-    SetGround(TextBox(kIntelligenceBox), shortage.intelligence ? kTooLow : kWindowBackground);
-    SetGround(TextBox(kMageryBox), shortage.skill ? kTooLow : kWindowBackground);
-    m_state.Updating = false;
     const SpellDescription spell = DescribeSpell(m_state, row);
     ShowPicture(row);
     ShowText(kCost, spell.cost);
