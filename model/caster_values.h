@@ -14,12 +14,12 @@ struct CasterValues {
     i16 targetResist = 0;
 };
 
-inline CasterValues CasterOf(const SharedState& state) {
-    return {.magery = state.Magery,
-            .evalInt = state.EvalInt,
-            .intelligence = state.Intelligence,
-            .spiritSpeak = state.SpiritSpeak,
-            .targetResist = state.TargetResist};
+inline CasterValues CasterOf(const CasterSkills& skills) {
+    return {.magery = skills.Magery,
+            .evalInt = skills.EvalInt,
+            .intelligence = skills.Intelligence,
+            .spiritSpeak = skills.SpiritSpeak,
+            .targetResist = skills.TargetResist};
 }
 
 }  // namespace spellwick

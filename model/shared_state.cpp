@@ -2,10 +2,10 @@
 
 namespace spellwick {
 
-void InitReagentTables(SharedState& state) {
+void InitReagentTables(ReagentTables& tables) {
     for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
-        state.ReagentName(reagent) = FactsOfReagent(reagent).name;
-        state.ReagentCode(reagent) = FactsOfReagent(reagent).code;
+        tables.ReagentName(reagent) = FactsOfReagent(reagent).name;
+        tables.ReagentCode(reagent) = FactsOfReagent(reagent).code;
     }
 }
 

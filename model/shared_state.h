@@ -31,7 +31,7 @@ class StockTable {
     FixedTable<FixedTable<i16, 0, kBagCount - 1>, 1, kReagentCount> m_reagents;
 };
 
-struct SharedState {
+struct SpellTables {
     SpellTable Spells;
     i32 SpellCount = 0;
 
@@ -39,23 +39,35 @@ struct SharedState {
     FixedTable<i16, 0, 16> UserSpells;         // rows; 0 to 7 are page U1, 8 to 15 page U2
     FixedTable<i16, 0, kLastRow> Chance;       // percent, 0 to 99
     FixedTable<i16, 0, kLastRow> SkillChance;  // the same before the rule on current mana
+};
 
+struct MacroTables {
     FixedTable<std::string, kMeditationMacro, kLastMacro> MacroAlt;    // "%" or ""
     FixedTable<std::string, kMeditationMacro, kLastMacro> MacroCtrl;   // "^" or ""
     FixedTable<std::string, kMeditationMacro, kLastMacro> MacroShift;  // "+" or ""
     FixedTable<std::string, kMeditationMacro, kLastMacro> MacroKey;
+};
 
+// What is true of a reagent, whoever owns it.
+struct ReagentTables {
     FixedTable<std::string, 1, kTithes> ReagentName;
     FixedTable<std::string, 1, kTithes> ReagentCode;
     FixedTable<i16, 1, kTithes> RegPrice;  // gold; cell 14 is 1
+};
+
+// What the character owns.
+struct PurseContents {
     FixedTable<i16, 1, kReagentCount> ReagentTotal;
     StockTable ReagentStock;
     FixedTable<std::string, 0, kBagCount - 1> BagName;
     i16 CurrentReagentBag = 0;
     i16 LeftReagentBag = 0;
     i16 RightReagentBag = 0;
-
     i32 CurrentTithing = 0;
+};
+
+// The character's skills and stats, and those of an assumed target.
+struct CasterSkills {
     i16 CurrentMana = 0;
     i16 EvalInt = 0;
     i16 Magery = 0;
@@ -66,10 +78,17 @@ struct SharedState {
     i16 Dexterity = 0;
     i16 TargetResist = 0;
     i16 TargetInt = 0;
+};
+
+// What a cast says besides its macro key.
+struct SpokenOptions {
     i16 SendSpellText = 0;    // 1 = on
     i16 SendSpellSuffix = 0;  // 1 = on
     std::string SpellTextSuffix;
+};
 
+// Options that hold for all players.
+struct GlobalOptions {
     bool AlwaysOnTop = false;
     bool ShowNecroRegs = false;
     bool DisableCasting = false;
@@ -79,27 +98,25 @@ struct SharedState {
     i16 RegYellow = 0;      // highest castable amount that still warns
     i32 ColorWarn = 0;      // 0x00BBGGRR
     i32 SpellTimerMode = 0;
+};
 
-    std::string CurrentPlayerName;
-    bool Updating = false;  // the program itself is filling controls
-    bool Converting = false;
-    bool ConvertToAllSlots = false;
-    i16 ConvertPlayer = 0;
-
-    // Link with the client.
+struct ClientLinkState {
     WindowHandle ClientWindow = 0;
     std::string ClientTitle;
     std::string CharacterName;
     std::string ServerName;
+};
 
-    // Link with the assist tool.
+struct AssistLinkState {
     WindowHandle AssistWindow = 0;
     bool AssistLinked = false;
     bool AssistRegistered = false;
     WindowHandle MainWindowHandle = 0;
     i16 LastMana = 0;
+};
 
-    // Casting.
+// The cast that is under way or was the last.
+struct CastState {
     i16 CurrentSpell = 0;
     std::string SendString;
     FixedTable<i16, 1, kTithes> UndoAmounts;
@@ -107,7 +124,22 @@ struct SharedState {
     i16 LastMouseShift = 0;   // 1 Shift, 2 Ctrl, 4 Alt
 };
 
+// A function that needs one group alone takes that group.
+struct SharedState : SpellTables,
+                     MacroTables,
+                     ReagentTables,
+                     PurseContents,
+                     CasterSkills,
+                     SpokenOptions,
+                     GlobalOptions,
+                     ClientLinkState,
+                     AssistLinkState,
+                     CastState {
+    std::string CurrentPlayerName;
+    bool Updating = false;  // the program itself is filling controls
+};
+
 // Fills ReagentName and ReagentCode.
-void InitReagentTables(SharedState& state);
+void InitReagentTables(ReagentTables& tables);
 
 }  // namespace spellwick

@@ -13,18 +13,18 @@ constexpr double kMostSkill = 125.0;
 constexpr i32 kFirstPaladinGroup = 3;
 
 // The circle that has the number of a line of the tab.
-void SetCircle(SharedState& state, i32 line, i16 SpellRecord::*cell, i16 value) {
+void SetCircle(SpellTables& tables, i32 line, i16 SpellRecord::*cell, i16 value) {
     for (i32 slot = 0; slot < kSlotCount; ++slot) {
-        state.Spells(line * kSlotCount + slot).*cell = value;
+        tables.Spells(line * kSlotCount + slot).*cell = value;
     }
 }
 
 // The cell of the character's value of a group.
-i16 SharedState::*SkillCell(i32 group) {
+i16 CasterSkills::*SkillCell(i32 group) {
     if (group == 0) {
-        return &SharedState::Magery;
+        return &CasterSkills::Magery;
     }
-    return group < kFirstPaladinGroup ? &SharedState::Necro : &SharedState::Chivalry;
+    return group < kFirstPaladinGroup ? &CasterSkills::Necro : &CasterSkills::Chivalry;
 }
 
 }  // namespace
@@ -45,35 +45,35 @@ i16 SkillEntryOf(i32 points) {
     return ToI16(std::min(points, static_cast<i32>(kMostSkill)));
 }
 
-i16 SkillOfGroup(const SharedState& state, i32 group) {
-    return state.*SkillCell(group);
+i16 SkillOfGroup(const CasterSkills& skills, i32 group) {
+    return skills.*SkillCell(group);
 }
 
-void SetSkillOfGroup(SharedState& state, i32 group, i16 value) {
-    state.*SkillCell(group) = value;
+void SetSkillOfGroup(CasterSkills& skills, i32 group, i16 value) {
+    skills.*SkillCell(group) = value;
 }
 
-void SetRequiredIntelligence(SharedState& state, i32 group, i32 line, i16 value) {
+void SetRequiredIntelligence(SpellTables& tables, i32 group, i32 line, i16 value) {
     if (group == 0) {
-        SetCircle(state, line, &SpellRecord::Mana, value);
+        SetCircle(tables, line, &SpellRecord::Mana, value);
         return;
     }
     // ODDITY(first-line-intelligence): on a page of Necromancer or Paladin the required
     // intelligence typed into any line goes to the spell of the first line; kept because only that
     // cell of such a page was ever open to the user.
-    state.Spells(SkillTabRow(group, 0)).Mana = value;
+    tables.Spells(SkillTabRow(group, 0)).Mana = value;
 }
 
-void SetRequiredSkill(SharedState& state, i32 line, i16 value) {
+void SetRequiredSkill(SpellTables& tables, i32 line, i16 value) {
     // ODDITY(circle-skill): on a page of Necromancer or Paladin the required skill typed into a
     // line changes the Magery circle of that number and not the spell beside it; kept because the
     // bands of those spells come from the spell file alone.
-    SetCircle(state, line, &SpellRecord::MinimumSkill, value);
+    SetCircle(tables, line, &SpellRecord::MinimumSkill, value);
 }
 
-void SetSafeSkill(SharedState& state, i32 group, i32 line, i16 value) {
+void SetSafeSkill(SpellTables& tables, i32 group, i32 line, i16 value) {
     if (group == 0) {
-        SetCircle(state, line, &SpellRecord::MaximumSkill, value);
+        SetCircle(tables, line, &SpellRecord::MaximumSkill, value);
     }
 }
 

@@ -18,12 +18,12 @@ i16 ReadSkillEntry(std::string_view text);
 i16 SkillEntryOf(i32 points);
 
 // The character's value of a group.
-i16 SkillOfGroup(const SharedState& state, i32 group);
-void SetSkillOfGroup(SharedState& state, i32 group, i16 value);
+i16 SkillOfGroup(const CasterSkills& skills, i32 group);
+void SetSkillOfGroup(CasterSkills& skills, i32 group, i16 value);
 
 // What an entry in a line of the tab changes.
-void SetRequiredIntelligence(SharedState& state, i32 group, i32 line, i16 value);
-void SetRequiredSkill(SharedState& state, i32 line, i16 value);
-void SetSafeSkill(SharedState& state, i32 group, i32 line, i16 value);
+void SetRequiredIntelligence(SpellTables& tables, i32 group, i32 line, i16 value);
+void SetRequiredSkill(SpellTables& tables, i32 line, i16 value);
+void SetSafeSkill(SpellTables& tables, i32 group, i32 line, i16 value);
 
 }  // namespace spellwick

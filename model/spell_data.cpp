@@ -175,18 +175,18 @@ void ReadSpellRow(SpellDataReader& reader, SpellRecord& spell) {
     }
 }
 
-bool LoadSpellData(SharedState& state, std::istream& input) {
+bool LoadSpellData(SpellTables& tables, std::istream& input) {
     try {
         SpellDataReader reader(input);
         const i32 count = ReadSpellCount(reader);
-        state.SpellCount = count;
-        state.Spells.Clear();
+        tables.SpellCount = count;
+        tables.Spells.Clear();
         // Grow the table with the rows that are really there, whatever the count says.
         for (i32 row = 0; row < count; ++row) {
-            state.Spells.GrowTo(row);
-            ReadSpellRow(reader, state.Spells(row));
+            tables.Spells.GrowTo(row);
+            ReadSpellRow(reader, tables.Spells(row));
         }
-        state.Spells.GrowTo(LastRowFor(count));
+        tables.Spells.GrowTo(LastRowFor(count));
         return true;
     } catch (const RuntimeFailure&) {
         return false;
@@ -195,10 +195,10 @@ bool LoadSpellData(SharedState& state, std::istream& input) {
     }
 }
 
-bool LoadSpellData(SharedState& state, const std::filesystem::path& path) {
+bool LoadSpellData(SpellTables& tables, const std::filesystem::path& path) {
     try {
         std::ifstream file = OpenSpellData(path);
-        return LoadSpellData(state, file);
+        return LoadSpellData(tables, file);
     } catch (const RuntimeFailure&) {
         return false;
     }

@@ -52,7 +52,7 @@ i32 ReadSpellCount(SpellDataReader& reader);
 void ReadSpellRow(SpellDataReader& reader, SpellRecord& spell);
 
 // Fills SpellCount and Spells. False if anything failed; the table then keeps the rows read so far.
-bool LoadSpellData(SharedState& state, std::istream& input);
-bool LoadSpellData(SharedState& state, const std::filesystem::path& path);
+bool LoadSpellData(SpellTables& tables, std::istream& input);
+bool LoadSpellData(SpellTables& tables, const std::filesystem::path& path);
 
 }  // namespace spellwick

@@ -43,7 +43,7 @@ std::string SlotKey(i32 slot) {
 }  // namespace
 
 void Conversion::ConvertOldData() {
-    m_state.Converting = false;
+    m_progress.Converting = false;
     m_ignoring = false;
     const std::string mark = Read(kGlobalSection, kConversionKey, "");
     if (mark.empty() || mark == kUpToDate) {
@@ -82,12 +82,12 @@ bool Conversion::SplitIntoSlots() {
     const BoxAnswer answer = m_parts.boxes.Show({.text = std::string(kQuestion),
                                                  .icon = BoxIcon::kQuestion,
                                                  .buttons = BoxButtons::kYesNo});
-    m_state.Converting = true;
-    m_state.ConvertToAllSlots = answer == BoxAnswer::kYes;
+    m_progress.Converting = true;
+    m_progress.ConvertToAllSlots = answer == BoxAnswer::kYes;
     m_parts.wait.ShowWait();
     m_parts.wait.ServeEvents();
     CopyToSlots();
-    m_state.Converting = false;
+    m_progress.Converting = false;
     m_ignoring = true;
     RemoveOldKeys();
     Do([&] { m_parts.wait.CloseWait(); });
@@ -177,15 +177,15 @@ void Conversion::SwapSpells() {
     readTown(kSecondSwapped, kFirstSwapped);
     writeTown(kFirstSwapped);
     writeTown(kSecondSwapped);
-    for (m_state.ConvertPlayer = 1; m_state.ConvertPlayer <= kPlayerSlots;
-         ++m_state.ConvertPlayer) {
+    for (m_progress.ConvertPlayer = 1; m_progress.ConvertPlayer <= kPlayerSlots;
+         ++m_progress.ConvertPlayer) {
         SwapSpellsOfPlayer();
     }
     Do([&] { WriteMark(kSwapped); });
 }
 
 void Conversion::SwapSpellsOfPlayer() {
-    const std::string section = SlotKey(m_state.ConvertPlayer);
+    const std::string section = SlotKey(m_progress.ConvertPlayer);
     Do([&] { Cross(section, SpellTextKey(kFirstSwapped), SpellTextKey(kSecondSwapped), ""); });
     for (i32 cell = 0; cell < kUserCells; ++cell) {
         Do([&] {

@@ -39,7 +39,8 @@ class Conversion {
         WaitWindow& wait;
     };
 
-    explicit Conversion(const Parts& parts) : m_parts(parts), m_state(parts.state) {}
+    explicit Conversion(const Parts& parts)
+        : m_parts(parts), m_state(parts.state), m_progress(parts.io.Progress()) {}
 
     // Does nothing without the key. RuntimeFailure where a step fails: what it wrote before stands,
     // and the key keeps its value.
@@ -71,6 +72,7 @@ class Conversion {
 
     Parts m_parts;
     SharedState& m_state;
+    ConversionProgress& m_progress;
     bool m_ignoring = false;
 };
 

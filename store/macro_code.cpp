@@ -77,16 +77,16 @@ Macro MacroOfDialog(i32 number, std::string_view code) {
     return hasDefault ? SavedOrDefaultMacro(number, code) : ReadMacroCode(code);
 }
 
-Macro MacroOf(const SharedState& state, i32 number) {
-    return {!state.MacroAlt(number).empty(), !state.MacroCtrl(number).empty(),
-            !state.MacroShift(number).empty(), state.MacroKey(number)};
+Macro MacroOf(const MacroTables& tables, i32 number) {
+    return {!tables.MacroAlt(number).empty(), !tables.MacroCtrl(number).empty(),
+            !tables.MacroShift(number).empty(), tables.MacroKey(number)};
 }
 
-void SetMacro(SharedState& state, i32 number, const Macro& macro) {
-    state.MacroAlt(number) = macro.alt ? "%" : "";
-    state.MacroCtrl(number) = macro.ctrl ? "^" : "";
-    state.MacroShift(number) = macro.shift ? "+" : "";
-    state.MacroKey(number) = macro.key;
+void SetMacro(MacroTables& tables, i32 number, const Macro& macro) {
+    tables.MacroAlt(number) = macro.alt ? "%" : "";
+    tables.MacroCtrl(number) = macro.ctrl ? "^" : "";
+    tables.MacroShift(number) = macro.shift ? "+" : "";
+    tables.MacroKey(number) = macro.key;
 }
 
 }  // namespace spellwick

@@ -41,8 +41,8 @@ Macro SavedOrDefaultMacro(i32 number, std::string_view code);
 // the key of kUnsavedMacro.
 Macro MacroOfDialog(i32 number, std::string_view code);
 
-// The macro in the tables of the state, macro number -1 to 96.
-Macro MacroOf(const SharedState& state, i32 number);
-void SetMacro(SharedState& state, i32 number, const Macro& macro);
+// The macro in the tables, macro number -1 to 96.
+Macro MacroOf(const MacroTables& tables, i32 number);
+void SetMacro(MacroTables& tables, i32 number, const Macro& macro);
 
 }  // namespace spellwick

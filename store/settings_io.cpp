@@ -99,11 +99,12 @@ void LoadSkills(SharedState& state, const SectionReader& player) {
 
 // The section from which a player is read; none when only defaults are to be read. While an older
 // store is converted, the one set of data that it has stands in the global section.
-std::optional<std::string> SectionToRead(const SharedState& state, std::string_view player) {
-    if (!state.Converting) {
+std::optional<std::string> SectionToRead(const ConversionProgress& progress,
+                                         std::string_view player) {
+    if (!progress.Converting) {
         return SectionOfPlayer(player);
     }
-    if (state.ConvertToAllSlots || state.ConvertPlayer == 1) {
+    if (progress.ConvertToAllSlots || progress.ConvertPlayer == 1) {
         return std::string(kGlobalSection);
     }
     return std::nullopt;
@@ -136,7 +137,7 @@ StoreResult SettingsIo::SaveGlobalKeys(const WindowPlaces& places) {
 }
 
 void SettingsIo::LoadPlayerSettings(std::string_view section) {
-    const std::optional<std::string> source = SectionToRead(m_state, section);
+    const std::optional<std::string> source = SectionToRead(m_progress, section);
     if (source && source->empty()) {
         return;
     }

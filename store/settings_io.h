@@ -9,6 +9,7 @@
 #include "model/shared_state.h"
 #include "platform/settings_store.h"
 #include "store/catalogue.h"
+#include "store/conversion_progress.h"
 #include "store/setting_changes.h"
 
 namespace spellwick {
@@ -54,10 +55,14 @@ class SettingsIo {
     // Writes one key of the global section, for options that are saved when they are clicked.
     StoreResult SaveOption(std::string_view key, const std::string& value);
 
+    // Kept by Conversion. While Converting is set, it decides where a player is read from.
+    ConversionProgress& Progress() { return m_progress; }
+
   private:
     SharedState& m_state;
     SettingsStore& m_store;
     std::function<void(PlayerPart)> m_onLoaded;
+    ConversionProgress m_progress;
 };
 
 }  // namespace spellwick

@@ -1,5 +1,6 @@
 // Every key, its text and its default, against a literal list.
 #include <fstream>
+#include <initializer_list>
 
 #include <gtest/gtest.h>
 
@@ -239,11 +240,11 @@ TEST(Catalogue, PlayerDefaults_AreAsWritten) {
         EXPECT_EQ(state.Spellbook(row), 1) << row;
         EXPECT_EQ(state.Spells(row).SpellText, "") << row;
     }
-    for (i16 SharedState::*cell :
-         {&SharedState::EvalInt, &SharedState::Magery, &SharedState::TargetResist,
-          &SharedState::Necro, &SharedState::Chivalry, &SharedState::SpiritSpeak,
-          &SharedState::Intelligence, &SharedState::Dexterity, &SharedState::TargetInt,
-          &SharedState::CurrentMana, &SharedState::SendSpellSuffix}) {
+    for (i16 SharedState::*cell : std::initializer_list<i16 SharedState::*>{
+             &SharedState::EvalInt, &SharedState::Magery, &SharedState::TargetResist,
+             &SharedState::Necro, &SharedState::Chivalry, &SharedState::SpiritSpeak,
+             &SharedState::Intelligence, &SharedState::Dexterity, &SharedState::TargetInt,
+             &SharedState::CurrentMana, &SharedState::SendSpellSuffix}) {
         EXPECT_EQ(state.*cell, 0);
     }
     EXPECT_EQ(state.SendSpellText, 1);

@@ -62,9 +62,12 @@ class ConversionTest : public testing::Test {
     std::optional<FailureKind> Convert() { return ConvertOn(store); }
     std::optional<FailureKind> ConvertOn(SettingsStore& on) {
         SettingsIo io(state, on, view);
+        io.Progress() = progress;
         Conversion conversion(
             {.state = state, .store = on, .io = io, .boxes = boxes, .wait = wait});
-        return FailureOf([&] { conversion.ConvertOldData(); });
+        const std::optional<FailureKind> failure = FailureOf([&] { conversion.ConvertOldData(); });
+        progress = io.Progress();
+        return failure;
     }
     void FillSpellTable() { state.Spells.GrowTo(104); }
 
@@ -91,6 +94,7 @@ class ConversionTest : public testing::Test {
     }
 
     SharedState state;
+    ConversionProgress progress;  // as the last Convert left it
     MemorySettingsStore store;
     RecordingView view;
     AnsweringBoxes boxes;
@@ -114,9 +118,9 @@ TEST_F(ConversionTest, CurrentMark_DoesNothing) {
 }
 
 TEST_F(ConversionTest, EachStart_BeginsOutsideAConversion) {
-    state.Converting = true;
+    progress.Converting = true;
     EXPECT_EQ(Convert(), std::nullopt);
-    EXPECT_FALSE(state.Converting);
+    EXPECT_FALSE(progress.Converting);
 }
 
 TEST_F(ConversionTest, Done50_RemovesSpellRegs1To64AndMovesTheMark) {
@@ -187,14 +191,15 @@ TEST_F(ConversionTest, OldData_Oddity_StopsAtTheFirstLoadAndAsksAtEachStart) {
     EXPECT_EQ(Convert(), FailureKind::kSubscript);
     EXPECT_TRUE(store.Batches().empty());
     EXPECT_EQ(Mark(), "Done 1.1");
-    EXPECT_TRUE(state.Converting);
-    EXPECT_TRUE(state.ConvertToAllSlots);
+    EXPECT_TRUE(progress.Converting);
+    EXPECT_TRUE(progress.ConvertToAllSlots);
     EXPECT_EQ(wait.notes, (std::vector<std::string>{"show", "events"}));
     EXPECT_EQ(Convert(), FailureKind::kSubscript);
     EXPECT_EQ(boxes.shown.size(), 2U);
     // A player that is loaded from now on gets the old data.
     FillSpellTable();
     SettingsIo io(state, store, view);
+    io.Progress() = progress;
     state.Magery = 0;
     io.LoadPlayerSettings("Ultima Online - Somebody (Atlantic)");
     EXPECT_EQ(state.Magery, 77);
@@ -237,7 +242,7 @@ TEST_F(ConversionTest, AnswerYes_WithASpellTable_CopiesToAllSlotsAndRemovesTheOl
                               "show", "events", "10", "events", "20",  "events", "30",   "events",
                               "40",   "events", "50", "events", "60",  "events", "70",   "events",
                               "80",   "events", "90", "events", "100", "events", "close"}));
-    EXPECT_FALSE(state.Converting);
+    EXPECT_FALSE(progress.Converting);
     EXPECT_EQ(Mark(), "Done 7.13");
 }
 
@@ -329,7 +334,7 @@ TEST_F(ConversionTest, Done40_WithASpellTable_CrossesAllKeysOfTheTwoRows) {
     EXPECT_EQ(Convert(), std::nullopt);
     EXPECT_EQ(Value("InTown 13"), "1");
     EXPECT_EQ(Value("InTown 14"), "0");
-    EXPECT_EQ(state.ConvertPlayer, 11);
+    EXPECT_EQ(progress.ConvertPlayer, 11);
     for (const char* section : {"first", "tenth"}) {
         EXPECT_EQ(Value("SpellText 1 5", section), "") << section;
         EXPECT_EQ(Value("SpellText 1 6", section), "five") << section;

@@ -95,7 +95,7 @@ class OldStoresTest : public testing::TestWithParam<OldStore> {
         EXPECT_EQ(FailureOf([&] { conversion.ConvertOldData(); }), GetParam().failure);
         EXPECT_EQ(boxes.shown, GetParam().questions);
         EXPECT_EQ(wait.isShown, GetParam().questions > 0);
-        EXPECT_EQ(state.Converting, GetParam().questions > 0);
+        EXPECT_EQ(io.Progress().Converting, GetParam().questions > 0);
     }
 
     Lines Stored() const {

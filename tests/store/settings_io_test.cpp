@@ -300,9 +300,9 @@ TEST_F(SettingsIoTest, WhileConverting_ThePlayerIsReadFromTheGlobalSectionOrFrom
                            {"first player", true, false, 1, 1},
                            {"player not counted", true, false, 0, 0},
                            {"second player", true, false, 2, 0}}) {
-        state.Converting = row.converting;
-        state.ConvertToAllSlots = row.toAllSlots;
-        state.ConvertPlayer = row.player;
+        io.Progress().Converting = row.converting;
+        io.Progress().ConvertToAllSlots = row.toAllSlots;
+        io.Progress().ConvertPlayer = row.player;
         state.Magery = 99;
         io.LoadPlayerSettings("Mira");
         EXPECT_EQ(state.Magery, row.magery) << row.name;
@@ -311,11 +311,11 @@ TEST_F(SettingsIoTest, WhileConverting_ThePlayerIsReadFromTheGlobalSectionOrFrom
 
 TEST_F(SettingsIoTest, WhileConverting_AnEmptyNameIsReadToo) {
     store.Put("Settings", "Magery", "1");
-    state.Converting = true;
-    state.ConvertToAllSlots = true;
+    io.Progress().Converting = true;
+    io.Progress().ConvertToAllSlots = true;
     io.LoadPlayerSettings("");
     EXPECT_EQ(state.Magery, 1);
-    state.ConvertToAllSlots = false;
+    io.Progress().ConvertToAllSlots = false;
     io.LoadPlayerSettings("");
     EXPECT_EQ(state.Magery, 0);
 }

@@ -1,5 +1,7 @@
 #include "tests/store/store_test_tools.h"
 
+#include <initializer_list>
+
 #include <gtest/gtest.h>
 
 #include "store/settings_io.h"
@@ -82,11 +84,11 @@ void FillPlayer(SharedState& state, unsigned seed) {
     for (i32 row = 0; row <= kLastRow; ++row) {
         state.Spellbook(row) = draw.Cell(0, 1);
     }
-    for (i16 SharedState::*cell :
-         {&SharedState::EvalInt, &SharedState::Magery, &SharedState::TargetResist,
-          &SharedState::Necro, &SharedState::Chivalry, &SharedState::SpiritSpeak,
-          &SharedState::Intelligence, &SharedState::Dexterity, &SharedState::TargetInt,
-          &SharedState::SendSpellText, &SharedState::SendSpellSuffix}) {
+    for (i16 SharedState::*cell : std::initializer_list<i16 SharedState::*>{
+             &SharedState::EvalInt, &SharedState::Magery, &SharedState::TargetResist,
+             &SharedState::Necro, &SharedState::Chivalry, &SharedState::SpiritSpeak,
+             &SharedState::Intelligence, &SharedState::Dexterity, &SharedState::TargetInt,
+             &SharedState::SendSpellText, &SharedState::SendSpellSuffix}) {
         state.*cell = draw.AnyCell();
     }
     state.SpellTextSuffix = draw.Text();
@@ -112,9 +114,9 @@ void FillGlobals(SharedState& state, unsigned seed) {
     for (i32 number = kMeditationMacro; number <= kLastMacro; ++number) {
         SetMacro(state, number, {draw.Flag(), draw.Flag(), draw.Flag(), "{F" + draw.Text() + "}"});
     }
-    for (bool SharedState::*cell :
-         {&SharedState::DisableCasting, &SharedState::DisplayVertical, &SharedState::AlwaysOnTop,
-          &SharedState::ShowNecroRegs, &SharedState::Meditate}) {
+    for (bool SharedState::*cell : std::initializer_list<bool SharedState::*>{
+             &SharedState::DisableCasting, &SharedState::DisplayVertical, &SharedState::AlwaysOnTop,
+             &SharedState::ShowNecroRegs, &SharedState::Meditate}) {
         state.*cell = draw.Flag();
     }
     state.MeditateLevel = draw.AnyCell();
