@@ -117,13 +117,14 @@ void Casting::BringClientForward() {
     Forms& forms = m_parts.display.TheForms();
     m_parts.display.Tell();
     const bool came = clients.SetForegroundWindow(m_state.ClientWindow);
-    clients.SetFocus(m_state.ClientWindow);
+    // The keys go out all the same: the focus may only be late.
+    static_cast<void>(clients.SetFocus(m_state.ClientWindow));
     forms.Pause();
     // When a message box has just been answered, a desktop may give the front back to our own
     // window only now, after it was given away.
     if (came && !clients.IsForegroundWindow(m_state.ClientWindow) &&
         clients.SetForegroundWindow(m_state.ClientWindow)) {
-        clients.SetFocus(m_state.ClientWindow);
+        static_cast<void>(clients.SetFocus(m_state.ClientWindow));
         forms.Pause();
     }
 }

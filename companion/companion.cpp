@@ -167,7 +167,8 @@ void Companion::Count() {
                                    .icon = BoxIcon::kInformation});
         }
         if (m_player.FindClient()) {
-            m_services.clients.SetForegroundWindow(m_state.ClientWindow);
+            // The count goes on behind other windows too.
+            static_cast<void>(m_services.clients.SetForegroundWindow(m_state.ClientWindow));
             m_display.Tell();
             m_display.TheForms().ServeEvents();
         } else {

@@ -55,7 +55,8 @@ void AssistSearch::UnhookWindow() {
 
 void AssistSearch::RequestCount() {
     const i32 zero = 0;
-    m_transport.SendToWindow(m_state.AssistWindow, kAssistCount, 0, zero);
+    // The reports tell, not the answer. The next search notices a tool that is gone.
+    static_cast<void>(m_transport.SendToWindow(m_state.AssistWindow, kAssistCount, 0, zero));
 }
 
 }  // namespace spellwick

@@ -28,7 +28,7 @@ class AssistSearch : public AssistLink {
     void RequestCount() override;
 
   private:
-    bool Register();
+    [[nodiscard]] bool Register();
 
     SharedState& m_state;
     AssistTransport& m_transport;

@@ -7,7 +7,7 @@
 namespace spellwick {
 
 // `error` is empty, or a sentence for the user that says why not all was typed.
-struct SendResult {
+struct [[nodiscard]] SendResult {
     std::string error;
 
     bool Ok() const { return error.empty(); }

@@ -43,7 +43,7 @@ using PlanError = std::string;
 // together: "+1" is the key of 1 with Shift, "%A" is Alt, Shift and the key of a. Modifiers go
 // down in the order Alt, Ctrl, Shift, then any that the layout needs.
 // Caps Lock is taken away for the time of the typing only if it would change one of the keys.
-std::variant<KeyPlan, PlanError> PlanKeystrokes(std::span<const Keystroke> keystrokes,
-                                                const Keymap& keymap);
+[[nodiscard]] std::variant<KeyPlan, PlanError> PlanKeystrokes(std::span<const Keystroke> keystrokes,
+                                                              const Keymap& keymap);
 
 }  // namespace spellwick

@@ -20,11 +20,12 @@ class Undo {
     Undo(const Undo&) = delete;
     Undo& operator=(const Undo&) = delete;
     ~Undo() {
+        // These fail only with the connection, and RunKeyPlan then returns that error.
         for (; !m_down.empty(); m_down.pop_back()) {
-            m_keyboard.Release(m_down.back());
+            static_cast<void>(m_keyboard.Release(m_down.back()));
         }
         if (m_unlocked) {
-            m_keyboard.SetLocks(m_plan.unlock, m_plan.relock);
+            static_cast<void>(m_keyboard.SetLocks(m_plan.unlock, m_plan.relock));
         }
     }
 

@@ -42,8 +42,8 @@ class AssistTransport {
     // Sends a message whose lParam is the address of `word`, and waits for the answer; messages
     // that come in meanwhile are handled before it returns. 0 if the window is gone or does not
     // answer.
-    virtual i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
-                             const i32& word) = 0;
+    [[nodiscard]] virtual i32 SendToWindow(WindowHandle window, std::uint32_t number,
+                                           std::uint32_t wParam, const i32& word) = 0;
 
     // From Attach to Detach the receiver, which outlives that time, sees every message to our main
     // window `own` first. Otherwise the ordinary handling has them all: they are answered with 0

@@ -14,21 +14,21 @@ class ClientWindows {
     virtual ~ClientWindows() = default;
 
     // The top-level window of this class, 0 if there is none. With several, one of them.
-    virtual WindowHandle FindWindowByClass(std::string_view windowClass) = 0;
+    [[nodiscard]] virtual WindowHandle FindWindowByClass(std::string_view windowClass) = 0;
 
     // The whole title as valid UTF-8; empty if the window is gone.
     virtual std::string WindowTitle(WindowHandle window) = 0;
 
     // True once the system itself names the window as the active one; false if it does not within
     // half a second, or if the window is gone.
-    virtual bool SetForegroundWindow(WindowHandle window) = 0;
+    [[nodiscard]] virtual bool SetForegroundWindow(WindowHandle window) = 0;
 
     // True while the system itself names the window as the active one; false if it is gone.
-    virtual bool IsForegroundWindow(WindowHandle window) = 0;
+    [[nodiscard]] virtual bool IsForegroundWindow(WindowHandle window) = 0;
 
     // True if the window has the keyboard afterwards; false if it is gone, cannot be seen or does
     // not want the keyboard.
-    virtual bool SetFocus(WindowHandle window) = 0;
+    [[nodiscard]] virtual bool SetFocus(WindowHandle window) = 0;
 };
 
 }  // namespace spellwick

@@ -17,18 +17,18 @@ class Desktop {
 
     // Opens a file with the program that the desktop has for it, without waiting for it. False when
     // the file is not there or no opener could be started.
-    virtual bool OpenDocument(const std::filesystem::path& file) = 0;
+    [[nodiscard]] virtual bool OpenDocument(const std::filesystem::path& file) = 0;
 
     // Opens a page in the user's browser. False when no opener could be started.
-    virtual bool OpenWebPage(const std::string& address) = 0;
+    [[nodiscard]] virtual bool OpenWebPage(const std::string& address) = 0;
 
     // Keeps a window of this program above all others, or lets it go, without moving, hiding or
     // activating it. False when the desktop has no such state.
-    virtual bool SetTopMost(WindowHandle window, bool topMost) = 0;
+    [[nodiscard]] virtual bool SetTopMost(WindowHandle window, bool topMost) = 0;
 
     // Keeps a window of this program out of the desktop's list of windows, from before it is shown
     // until it is hidden. False when the desktop has no such state.
-    virtual bool LeaveTaskList(WindowHandle window) = 0;
+    [[nodiscard]] virtual bool LeaveTaskList(WindowHandle window) = 0;
 };
 
 }  // namespace spellwick

@@ -27,13 +27,15 @@ class Dialogs {
     virtual ~Dialogs() = default;
 
     // Colours are 0x00BBGGRR; the dialog starts from `start`.
-    virtual std::optional<i32> PickColour(i32 start) = 0;
+    [[nodiscard]] virtual std::optional<i32> PickColour(i32 start) = 0;
 
     // The whole path of a file, which need not be there or readable.
-    virtual std::optional<std::filesystem::path> PickFileToOpen(const FileQuestion& question) = 0;
+    [[nodiscard]] virtual std::optional<std::filesystem::path> PickFileToOpen(
+        const FileQuestion& question) = 0;
 
     // The whole path to save under, without a question about a file that is there.
-    virtual std::optional<std::filesystem::path> PickFileToSave(const FileQuestion& question) = 0;
+    [[nodiscard]] virtual std::optional<std::filesystem::path> PickFileToSave(
+        const FileQuestion& question) = 0;
 };
 
 }  // namespace spellwick

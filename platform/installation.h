@@ -13,14 +13,15 @@ class Installation {
 
     // Whether the machine's registry has the key, such as "Software\Maker\Game", in its plain or in
     // its 32-bit place. False when there is no registry.
-    virtual bool HasKey(const std::string& key) = 0;
+    [[nodiscard]] virtual bool HasKey(const std::string& key) = 0;
 
     // The text of a value of the key, UTF-8; empty when it is not there or is no text.
-    virtual std::string ReadText(const std::string& key, const std::string& value) = 0;
+    [[nodiscard]] virtual std::string ReadText(const std::string& key,
+                                               const std::string& value) = 0;
 
     // This system's path of a path with a drive letter; empty when the drive is not there. The path
     // itself need not be there.
-    virtual std::filesystem::path LocalPath(const std::string& drivePath) = 0;
+    [[nodiscard]] virtual std::filesystem::path LocalPath(const std::string& drivePath) = 0;
 };
 
 }  // namespace spellwick

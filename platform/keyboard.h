@@ -24,24 +24,24 @@ class Keyboard {
     virtual ~Keyboard() = default;
 
     // The map, the locks and the keys held, all of this moment. None when the connection is lost.
-    virtual std::optional<Keymap> ReadKeymap() = 0;
+    [[nodiscard]] virtual std::optional<Keymap> ReadKeymap() = 0;
 
     // Returns when every program that asks for the map gets the new symbols.
-    virtual bool Bind(std::span<const SpareBinding> bindings) = 0;
+    [[nodiscard]] virtual bool Bind(std::span<const SpareBinding> bindings) = 0;
     // Makes the codes unused again; one that no longer gives the symbol told is left alone.
-    virtual bool Unbind(std::span<const SpareBinding> bindings) = 0;
+    [[nodiscard]] virtual bool Unbind(std::span<const SpareBinding> bindings) = 0;
 
-    virtual bool Press(Keycode code) = 0;
-    virtual bool Release(Keycode code) = 0;
+    [[nodiscard]] virtual bool Press(Keycode code) = 0;
+    [[nodiscard]] virtual bool Release(Keycode code) = 0;
 
     // Sets the lock state of the modifiers in `affected` to `locked`, and ends their latches.
-    virtual bool SetLocks(ModifierMask affected, ModifierMask locked) = 0;
+    [[nodiscard]] virtual bool SetLocks(ModifierMask affected, ModifierMask locked) = 0;
 
     // The modifiers of keys held at this moment, whoever holds them. None: connection lost.
-    virtual std::optional<ModifierMask> HeldModifiers() = 0;
+    [[nodiscard]] virtual std::optional<ModifierMask> HeldModifiers() = 0;
 
     // Returns when the system has taken all that was sent before.
-    virtual bool Sync() = 0;
+    [[nodiscard]] virtual bool Sync() = 0;
 
     virtual void Pause(std::chrono::milliseconds time) = 0;
     virtual std::chrono::steady_clock::time_point Now() const = 0;

@@ -22,7 +22,7 @@ struct SettingChange {
 };
 
 // Outcome of a write: ok, or a sentence for the user.
-struct StoreResult {
+struct [[nodiscard]] StoreResult {
     bool ok = true;
     std::string trouble;
 };
@@ -32,8 +32,8 @@ class SettingsStore {
     virtual ~SettingsStore() = default;
 
     // The value, or nothing when section or key do not exist or cannot be read.
-    virtual std::optional<std::string> Read(std::string_view section,
-                                            std::string_view key) const = 0;
+    [[nodiscard]] virtual std::optional<std::string> Read(std::string_view section,
+                                                          std::string_view key) const = 0;
 
     // All of a section at once; empty when it does not exist or cannot be read.
     virtual SectionValues ReadSection(std::string_view section) const = 0;

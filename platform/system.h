@@ -33,7 +33,7 @@ struct System {
 
 // Readies the process, before the toolkit starts. Returns why the program cannot show itself here,
 // as one sentence, or nothing.
-std::string PrepareProcess();
+[[nodiscard]] std::string PrepareProcess();
 
 // Call only where there is no such trouble. Throws std::runtime_error with a sentence when the
 // display goes away meanwhile.

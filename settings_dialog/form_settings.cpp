@@ -213,7 +213,9 @@ void FormSettings::Show(const Screen& screen, const Changes& changes) {
 }
 
 void FormSettings::Form_Activate() {
-    m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
+    // Where the desktop has no such state, the window stays as it is.
+    static_cast<void>(
+        m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop));
     m_general->Activate();
     const bool waits = Tab(m_panels->currentIndex()).TakesEntriesWhenLeft();
     UnfinishedEntry entry(waits ? focusWidget() : nullptr);
@@ -275,7 +277,8 @@ void FormSettings::changeEvent(QEvent* event) {
         if (m_justShown) {
             // Everything is filled already; only now is there a window to raise.
             m_justShown = false;
-            m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
+            static_cast<void>(m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()),
+                                                            m_state.AlwaysOnTop));
         } else {
             Form_Activate();
         }

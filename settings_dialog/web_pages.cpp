@@ -1,5 +1,6 @@
 #include "settings_dialog/web_pages.h"
 
+#include "model/log.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 
@@ -8,7 +9,10 @@ namespace spellwick {
 namespace {
 
 void Open(const SettingsServices& services, std::string_view key, const char* unset) {
-    services.desktop.OpenWebPage(services.store.Read(kGlobalSection, key).value_or(unset));
+    const std::string address = services.store.Read(kGlobalSection, key).value_or(unset);
+    if (!services.desktop.OpenWebPage(address)) {
+        LogLine("no program could be started to open " + address);
+    }
 }
 
 }  // namespace

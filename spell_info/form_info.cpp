@@ -279,7 +279,9 @@ void FormInfo::changeEvent(QEvent* event) {
     }
     if (isActiveWindow()) {
         m_events.Run("showing a spell", [&] {
-            m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), m_state.AlwaysOnTop);
+            // Where the desktop has no such state, the window stays as it is.
+            static_cast<void>(m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()),
+                                                            m_state.AlwaysOnTop));
         });
         return;
     }

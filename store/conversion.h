@@ -48,7 +48,7 @@ class Conversion {
 
   private:
     // False when there are no data to convert and the chain ends here.
-    bool SplitIntoSlots();
+    [[nodiscard]] bool SplitIntoSlots();
     void CopyToSlots();
     void RemoveOldKeys();
     void ClearTestName();

@@ -153,7 +153,8 @@ void FormTimer::MakeVisible() {
     // The native window must exist on the window system's side first.
     const auto handle = static_cast<WindowHandle>(winId());
     QGuiApplication::sync();
-    m_services.desktop.LeaveTaskList(handle);
+    // Where the desktop has no such state, the window is in the list.
+    static_cast<void>(m_services.desktop.LeaveTaskList(handle));
     show();
 }
 
@@ -197,7 +198,9 @@ void FormTimer::paintEvent(QPaintEvent* /*event*/) {
         // By now the window manager knows the window.
         if (m_services.state.AlwaysOnTop && !m_onTop) {
             m_onTop = true;
-            m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), true);
+            // Where the desktop has no such state, the window stays as it is.
+            static_cast<void>(
+                m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), true));
         }
     });
 }

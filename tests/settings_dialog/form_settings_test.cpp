@@ -377,7 +377,7 @@ TEST_F(FormSettingsTest, Unload_AfterOk_SavesWhereTheDialogStood) {
     Open();
     Form().move(20, 10);
     Click("Command1");
-    Form().Form_Unload();
+    EXPECT_TRUE(Form().Form_Unload().ok);
     EXPECT_EQ(Saved("Settings", "SettingsTop"), "150");
     EXPECT_EQ(Saved("Settings", "SettingsLeft"), "300");
 }
@@ -386,14 +386,14 @@ TEST_F(FormSettingsTest, Unload_NeverShown_KeepsTheSavedPlaceToTheFraction) {
     SetSaved("Settings", "SettingsTop", "1500.5");
     SetSaved("Settings", "SettingsLeft", "7.25");
     Load();
-    Form().Form_Unload();
+    EXPECT_TRUE(Form().Form_Unload().ok);
     EXPECT_EQ(Saved("Settings", "SettingsTop"), "1500.5");
     EXPECT_EQ(Saved("Settings", "SettingsLeft"), "7.25");
 }
 
 TEST_F(FormSettingsTest, Unload_WritesAll98MacrosInOneTransaction) {
     Open();
-    Form().Form_Unload();
+    EXPECT_TRUE(Form().Form_Unload().ok);
     ASSERT_EQ(m_store.Batches().size(), 1U);
     int macros = 0;
     for (const SettingChange& change : m_store.Batches()[0]) {

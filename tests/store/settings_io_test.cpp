@@ -331,9 +331,9 @@ TEST_F(SettingsIoTest, WithoutASpellTable_ThePlayerLoadStopsAtTheSpellTexts) {
 TEST_F(SettingsIoTest, WithoutASpellTable_NothingIsSaved) {
     state.Spells.Clear();
     state.CurrentPlayerName = "Mira";
-    EXPECT_EQ(FailureOf([this] { io.SavePlayerSettings("Mira"); }), FailureKind::kSubscript);
-    EXPECT_EQ(FailureOf([this] { io.SaveGlobalSettings({}); }), FailureKind::kSubscript);
-    EXPECT_EQ(FailureOf([this] { io.SaveGlobalKeys({}); }), FailureKind::kSubscript);
+    EXPECT_EQ(FailureOf([this] { (void)io.SavePlayerSettings("Mira"); }), FailureKind::kSubscript);
+    EXPECT_EQ(FailureOf([this] { (void)io.SaveGlobalSettings({}); }), FailureKind::kSubscript);
+    EXPECT_EQ(FailureOf([this] { (void)io.SaveGlobalKeys({}); }), FailureKind::kSubscript);
     EXPECT_TRUE(store.Batches().empty());
 }
 

@@ -222,7 +222,9 @@ TEST_F(SqliteStoreTest, SecondProcess_SeesWhatTheFirstSaved) {
     const std::string seen = InChild([this] {
         const OpenedStore opened =
             OpenSettingsStore(folder.Path(), std::chrono::system_clock::now());
-        opened.store->Apply({{"Mira", "Necro", "2"}});
+        if (!opened.store->Apply({{"Mira", "Necro", "2"}}).ok) {
+            return std::string("not saved");
+        }
         return opened.store->Read("Mira", "Magery").value_or("nothing");
     });
     EXPECT_EQ(seen, "1");

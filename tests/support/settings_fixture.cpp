@@ -35,7 +35,7 @@ void RecordingMainWindow::UpdateChances() {
 
 void RecordingMainWindow::SavePlayer() {
     Note("save " + m_state.CurrentPlayerName);
-    io.SavePlayerSettings(m_state.CurrentPlayerName);
+    EXPECT_TRUE(io.SavePlayerSettings(m_state.CurrentPlayerName).ok);
 }
 
 void RecordingMainWindow::LoadPlayer() {
@@ -45,12 +45,12 @@ void RecordingMainWindow::LoadPlayer() {
 
 void RecordingMainWindow::SaveAll() {
     Note("save all");
-    io.SaveGlobalSettings({});
+    EXPECT_TRUE(io.SaveGlobalSettings({}).ok);
 }
 
 void RecordingMainWindow::SaveOption(std::string_view key, const std::string& value) {
     Note("option " + std::string(key) + " " + value);
-    io.SaveOption(key, value);
+    EXPECT_TRUE(io.SaveOption(key, value).ok);
 }
 
 StoreResult RecordingMainWindow::SaveMacros(const std::optional<WindowPlaces::Place>& dialog) {
