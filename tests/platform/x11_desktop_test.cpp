@@ -1,0 +1,116 @@
+// The desktop's openers, and what a desktop without a display refuses.
+#include "platform/linux/x11_desktop.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/temporary_folder.h"
+#include "tests/support/x_session.h"
+
+namespace spellwick {
+namespace {
+
+using testing::HasSubstr;
+using testing_support::WaitUntil;
+
+// A folder of programs as the only one on the path, with an opener in it or not.
+class Opener : public testing::Test {
+  protected:
+    void SetUp() override {
+        m_path = std::getenv("PATH");
+        std::filesystem::create_directory(Programs());
+        for (const char* program : {"sh", "mv", "grep"}) {
+            std::filesystem::create_symlink("/bin/" + std::string(program), Programs() / program);
+        }
+        setenv("PATH", Programs().c_str(), 1);
+    }
+    void TearDown() override { setenv("PATH", m_path.c_str(), 1); }
+
+    std::filesystem::path Programs() const { return m_folder.Path() / "programs"; }
+    std::filesystem::path Mark() const { return m_folder.Path() / "mark"; }
+
+    void Install(const std::string& script) const {
+        const std::filesystem::path program = Programs() / "xdg-open";
+        std::ofstream(program) << "#!/bin/sh\n" << script;
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    }
+    // An opener that writes its argument and its blocked signals to the mark.
+    void InstallWitness() const {
+        const std::string part = Mark().string() + ".part";
+        Install("{ echo \"<$1>\"; grep SigBlk /proc/self/status; } > " + part + "; mv " + part +
+                " " + Mark().string() + "\n");
+    }
+    std::string Seen() const {
+        WaitUntil([this] { return std::filesystem::exists(Mark()); });
+        std::ostringstream text;
+        text << std::ifstream(Mark()).rdbuf();
+        return text.str();
+    }
+
+    TemporaryFolder m_folder;
+    std::string m_path;
+    X11Desktop m_desktop{"no display"};
+};
+
+TEST_F(Opener, Document_IsHandedOverByItsPath) {
+    InstallWitness();
+    const std::filesystem::path file = m_folder.Path() / "a $HOME \"help\" \u0141 100%.wri";
+    std::ofstream(file) << "help";
+    EXPECT_TRUE(m_desktop.OpenDocument(file));
+    EXPECT_THAT(Seen(), HasSubstr("<" + file.string() + ">\n"));
+}
+
+TEST_F(Opener, WebPage_IsHandedOverAsItIsWritten) {
+    InstallWitness();
+    const std::string address = "http://example.org/a b?c='d'&e=%zz;echo";
+    EXPECT_TRUE(m_desktop.OpenWebPage(address));
+    EXPECT_THAT(Seen(), HasSubstr("<" + address + ">\n"));
+}
+
+TEST_F(Opener, SignalsThatThisProcessBlocks_AreTheOpenersOwn) {
+    InstallWitness();
+    sigset_t blocked;
+    sigset_t before;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    sigprocmask(SIG_BLOCK, &blocked, &before);
+    EXPECT_TRUE(m_desktop.OpenWebPage("http://example.org/"));
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+    EXPECT_THAT(Seen(), HasSubstr("SigBlk:\t0000000000000000\n"));
+}
+
+TEST_F(Opener, OpenerThatFails_HasBeenStartedAllTheSame) {
+    Install("exit 4\n");
+    EXPECT_TRUE(m_desktop.OpenWebPage("http://example.org/"));
+}
+
+TEST_F(Opener, WithoutAnOpener_NothingIsOpened) {
+    std::ofstream(Mark()) << "a file";
+    EXPECT_FALSE(m_desktop.OpenDocument(Mark()));
+    EXPECT_FALSE(m_desktop.OpenWebPage("http://example.org/"));
+    // A browser is no program for documents.
+    Install("exit 0\n");
+    std::filesystem::rename(Programs() / "xdg-open", Programs() / "firefox");
+    EXPECT_FALSE(m_desktop.OpenDocument(Mark()));
+}
+
+TEST_F(Opener, DocumentThatIsNotThere_IsNotOpened) {
+    Install("exit 0\n");
+    EXPECT_FALSE(m_desktop.OpenDocument(m_folder.Path() / "missing.wri"));
+    EXPECT_FALSE(m_desktop.OpenDocument(m_folder.Path()));
+    EXPECT_FALSE(m_desktop.OpenDocument({}));
+}
+
+TEST_F(Opener, WithoutADisplay_WindowStatesAreRefused) {
+    m_desktop.Beep();
+    EXPECT_FALSE(m_desktop.SetTopMost(1, true));
+    EXPECT_FALSE(m_desktop.LeaveTaskList(1));
+}
+
+}  // namespace
+}  // namespace spellwick
