@@ -26,7 +26,7 @@ class BagsTest : public MainWindowFixture {
         Type(name);
     }
     // Picks an entry of the open list with the mouse.
-    void Pick(int bag) {
+    void PickBag(int bag) {
         Bags().showPopup();
         QAbstractItemView& view = *Bags().view();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(view.window()));
@@ -52,7 +52,7 @@ TEST_F(BagsTest, List_HasTheTenBagsByName) {
 
 TEST_F(BagsTest, Pick_ShowsTheStockOfTheBagAndLeavesTheTithes) {
     StartWithMira();
-    Pick(1);
+    PickBag(1);
     EXPECT_EQ(State().CurrentReagentBag, 1);
     for (int reagent = 1; reagent <= 13; ++reagent) {
         EXPECT_EQ(Text("Reagent", reagent), "20");
@@ -90,7 +90,7 @@ TEST_F(BagsTest, Rename_LeftByAClickOnACounter_ShowsTheNewNameAndStaysSelected) 
 TEST_F(BagsTest, Rename_ThenAnotherBagPicked_NamesTheOldAndSelectsTheNew) {
     StartWithMira();
     TypeName("Belt pouch");
-    Pick(3);
+    PickBag(3);
     EXPECT_EQ(Entry(0), "Belt pouch");
     EXPECT_EQ(State().BagName(0), "Belt pouch");
     EXPECT_EQ(State().BagName(3), "Yellow Backpack");
@@ -103,7 +103,7 @@ TEST_F(BagsTest, Rename_ThenAnotherBagPicked_NamesTheOldAndSelectsTheNew) {
 TEST_F(BagsTest, Rename_ThenTheSameBagPicked_KeepsTheNewName) {
     StartWithMira();
     TypeName("Belt pouch");
-    Pick(0);
+    PickBag(0);
     EXPECT_EQ(Entry(0), "Belt pouch");
     EXPECT_EQ(Shown(), "Belt pouch");
     EXPECT_EQ(State().CurrentReagentBag, 0);
