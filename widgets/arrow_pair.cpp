@@ -53,13 +53,16 @@ void ArrowPair::MakeArrow(Arrow arrow) {
 void ArrowPair::StepOnce(Arrow arrow) {
     // A step can open a message box; there are no more steps until it closes.
     if (m_stepping) {
+        m_interrupted = true;
         return;
     }
     m_stepping = true;
+    m_interrupted = false;
     emit Pressed(arrow);
     m_stepping = false;
-    // The message box has taken the release, so ask for the state of the mouse itself.
-    if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {
+    // A message box that was open for long ends the press. A short one has taken the release, so
+    // ask for the state of the mouse itself.
+    if (m_interrupted || !QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {
         m_arrows[static_cast<std::size_t>(arrow)]->setDown(false);
     }
     update();

@@ -36,6 +36,7 @@ class ArrowPair : public QWidget {
     Qt::Orientation m_orientation;
     std::array<QToolButton*, 2> m_arrows{};
     bool m_stepping = false;
+    bool m_interrupted = false;  // a repeat was due while a step was going on
 };
 
 }  // namespace spellwick
