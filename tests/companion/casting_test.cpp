@@ -193,8 +193,8 @@ TEST_F(CastingTest, CastSpell_OtherModifiers_Cast) {
     };
     StartWithMira();
     ShowPageOf(0);
-    for (const Row& row : {Row{"none", 0}, Row{"Shift", 1}, Row{"Ctrl and Shift", 3},
-                           Row{"Alt", 4}, Row{"Ctrl and Alt", 6}}) {
+    for (const Row& row : {Row{"none", 0}, Row{"Shift", 1}, Row{"Ctrl and Shift", 3}, Row{"Alt", 4},
+                           Row{"Ctrl and Alt", 6}}) {
         SCOPED_TRACE(row.name);
         m_keys.sent.clear();
         ClickSpell(0, row.mask);
