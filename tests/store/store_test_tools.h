@@ -24,6 +24,9 @@ class RecordingView {
     RecordingView() = default;
     RecordingView(const RecordingView&) = delete;
     RecordingView& operator=(const RecordingView&) = delete;
+    RecordingView(RecordingView&&) = delete;
+    RecordingView& operator=(RecordingView&&) = delete;
+    ~RecordingView() = default;
 
     // What SettingsIo calls; this outlives it.
     operator std::function<void(PlayerPart)>() {  // NOLINT(google-explicit-constructor)
