@@ -94,9 +94,10 @@ struct GlobalOptions {
     bool DisableCasting = false;
     bool DisplayVertical = false;
     bool Meditate = false;
-    i16 MeditateLevel = 0;  // mana points
-    i16 RegYellow = 0;      // highest castable amount that still warns
-    i32 ColorWarn = 0;      // 0x00BBGGRR
+    bool CheckFront = true;  // type only while the game is in front
+    i16 MeditateLevel = 0;   // mana points
+    i16 RegYellow = 0;       // highest castable amount that still warns
+    i32 ColorWarn = 0;       // 0x00BBGGRR
     i32 SpellTimerMode = 0;
 };
 

@@ -24,8 +24,9 @@ inline constexpr KeyOf<bool> kDisplayVerticalKey{"DisplayVertical", &SharedState
 inline constexpr KeyOf<bool> kAlwaysOnTopKey{"AlwaysOnTop", &SharedState::AlwaysOnTop, false};
 inline constexpr KeyOf<bool> kShowNecroRegsKey{"ShowNecroRegs", &SharedState::ShowNecroRegs, true};
 inline constexpr KeyOf<bool> kMeditateKey{"Meditate", &SharedState::Meditate, false};
+inline constexpr KeyOf<bool> kCheckFrontKey{"TypeOnlyInFront", &SharedState::CheckFront, true};
 inline constexpr std::array kSwitchKeys{kDisableCastingKey, kDisplayVerticalKey, kAlwaysOnTopKey,
-                                        kShowNecroRegsKey, kMeditateKey};
+                                        kShowNecroRegsKey,  kMeditateKey,        kCheckFrontKey};
 inline constexpr std::array<KeyOf<i16>, 2> kLimitKeys{{
     {"MeditateLevel", &SharedState::MeditateLevel, 20},
     {"RegYellow", &SharedState::RegYellow, 3},

@@ -134,7 +134,8 @@ TEST(Catalogue, SavedKeys_AreReadBackIntoTheirVariables) {
                                  {"DisplayVertical", &SharedState::DisplayVertical},
                                  {"AlwaysOnTop", &SharedState::AlwaysOnTop},
                                  {"ShowNecroRegs", &SharedState::ShowNecroRegs},
-                                 {"Meditate", &SharedState::Meditate}}) {
+                                 {"Meditate", &SharedState::Meditate},
+                                 {"TypeOnlyInFront", &SharedState::CheckFront}}) {
         for (const bool on : {true, false}) {
             store.Put("Settings", option.key, on ? "True" : "False");
             saved.*option.cell = on;
@@ -195,6 +196,7 @@ TEST(Catalogue, GlobalDefaults_AreAsWritten) {
     EXPECT_FALSE(state.AlwaysOnTop);
     EXPECT_TRUE(state.ShowNecroRegs);
     EXPECT_FALSE(state.Meditate);
+    EXPECT_TRUE(state.CheckFront);
     EXPECT_EQ(state.MeditateLevel, 20);
     EXPECT_EQ(state.RegYellow, 3);
     EXPECT_EQ(state.ColorWarn, 65535);

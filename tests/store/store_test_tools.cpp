@@ -116,7 +116,7 @@ void FillGlobals(SharedState& state, unsigned seed) {
     }
     for (bool SharedState::*cell : std::initializer_list<bool SharedState::*>{
              &SharedState::DisableCasting, &SharedState::DisplayVertical, &SharedState::AlwaysOnTop,
-             &SharedState::ShowNecroRegs, &SharedState::Meditate}) {
+             &SharedState::ShowNecroRegs, &SharedState::Meditate, &SharedState::CheckFront}) {
         state.*cell = draw.Flag();
     }
     state.MeditateLevel = draw.AnyCell();
@@ -134,6 +134,7 @@ void SaveAll(SharedState& state, SettingsStore& store, RecordingView& view) {
     ASSERT_TRUE(io.SaveOption("AlwaysOnTop", BoolText(state.AlwaysOnTop)).ok);
     ASSERT_TRUE(io.SaveOption("ShowNecroRegs", BoolText(state.ShowNecroRegs)).ok);
     ASSERT_TRUE(io.SaveOption("Meditate", BoolText(state.Meditate)).ok);
+    ASSERT_TRUE(io.SaveOption("TypeOnlyInFront", BoolText(state.CheckFront)).ok);
     ASSERT_TRUE(io.SaveOption("SpellTimerMode", std::to_string(state.SpellTimerMode)).ok);
 }
 
@@ -185,6 +186,7 @@ std::string GlobalDifferences(const SharedState& left, const SharedState& right)
     all.Compare("AlwaysOnTop", left.AlwaysOnTop, right.AlwaysOnTop);
     all.Compare("ShowNecroRegs", left.ShowNecroRegs, right.ShowNecroRegs);
     all.Compare("Meditate", left.Meditate, right.Meditate);
+    all.Compare("CheckFront", left.CheckFront, right.CheckFront);
     all.Compare("MeditateLevel", left.MeditateLevel, right.MeditateLevel);
     all.Compare("RegYellow", left.RegYellow, right.RegYellow);
     all.Compare("ColorWarn", left.ColorWarn, right.ColorWarn);
