@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <chrono>
 
+#include "model/log.h"
 #include "widgets/guarded_events.h"
 
 namespace spellwick {
@@ -94,6 +95,10 @@ void Application::Show(const Changes& changes) {
     if (changes.timers) {
         m_timers.Show();
     }
+}
+
+void Application::ShowHint(const std::string& text) {
+    LogLine(text);
 }
 
 void Application::ServeEvents() {

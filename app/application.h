@@ -34,6 +34,7 @@ class Application : private Forms {
     void FocusPage() override { m_main->FocusPage(); }
     void FocusCounter(i32 reagent) override { m_main->FocusCounter(reagent); }
     void FocusHelp() override { m_main->FocusHelp(); }
+    void ShowHint(const std::string& text) override;
     void ServeEvents() override;
     void Pause() override { m_main->Pause(); }
     WindowPlaces MainPlace() override { return m_main->Places(); }

@@ -1,6 +1,8 @@
 // What the companion asks of the program's windows.
 #pragma once
 
+#include <string>
+
 #include "companion/screen.h"
 #include "store/setting_changes.h"
 
@@ -25,6 +27,9 @@ class Forms {
     // Moves the focus to a counter, 1 to 13, and selects its text.
     virtual void FocusCounter(i32 reagent) = 0;
     virtual void FocusHelp() = 0;
+
+    // Shows a hint: a small window of ours that goes by itself; never a box, never takes the focus.
+    virtual void ShowHint(const std::string& text) = 0;
 
     // Serves the events that are pending.
     virtual void ServeEvents() = 0;

@@ -62,6 +62,7 @@ CompanionFixture::~CompanionFixture() = default;
 
 void CompanionFixture::TearDown() {
     EXPECT_THAT(TakeBoxes(), testing::IsEmpty()) << "a message box that nobody asked for";
+    EXPECT_THAT(TakeHints(), testing::IsEmpty()) << "a hint that nobody asked for";
     EXPECT_THAT(TakeFailures(), testing::IsEmpty()) << "a failure that nobody asked for";
 }
 

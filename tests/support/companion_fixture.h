@@ -84,7 +84,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     CompanionFixture();
     ~CompanionFixture() override;
 
-    // A failure or a message box that the test did not ask for fails it.
+    // A failure, a message box or a hint that the test did not ask for fails it.
     void TearDown() override;
 
     void OnUncaughtFailure(const std::exception& failure, std::string_view action) override;
@@ -132,6 +132,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     std::vector<std::string> TakeLog() { return std::exchange(m_log, {}); }
     std::vector<Box> TakeBoxes() { return std::exchange(m_boxes.shown, {}); }
     std::vector<UncaughtFailure> TakeFailures() { return std::exchange(m_failures, {}); }
+    std::vector<std::string> TakeHints() { return std::exchange(m_hints, {}); }
     std::vector<Changes> TakeChanges() { return std::exchange(m_changes, {}); }
 
     // Forms
@@ -141,6 +142,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     void FocusPage() override;
     void FocusCounter(i32 reagent) override;
     void FocusHelp() override { m_focus = "Command(1)"; }
+    void ShowHint(const std::string& text) override { m_hints.push_back(text); }
     void ServeEvents() override;
     void Pause() override;
     WindowPlaces MainPlace() override {
@@ -168,6 +170,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
 
   private:
     std::vector<Changes> m_changes;
+    std::vector<std::string> m_hints;
     std::deque<std::function<void()>> m_inThePause;
 };
 
