@@ -160,7 +160,7 @@ void Application::MakeSettings() {
                                                         .dialogs = m_dialogs,
                                                         .installation = *m_system.installation,
                                                         .failures = m_runEnd,
-                                                        .mainWindow = m_companion,
+                                                        .companion = m_companion,
                                                         .pictures = m_main->PictureStrips()},
                                        m_main.get());
     // Its load can call back here, so keep it before it is filled.

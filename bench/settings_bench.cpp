@@ -21,9 +21,9 @@
 namespace spellwick {
 namespace {
 
-class QuietMainWindow : public DialogActions {
+class QuietCompanion : public DialogActions {
   public:
-    explicit QuietMainWindow(SharedState& state) : m_state(state) {}
+    explicit QuietCompanion(SharedState& state) : m_state(state) {}
 
     void LayoutVertical() override {}
     void LayoutHorizontal() override {}
@@ -74,7 +74,7 @@ class Dialog {
                                                                  .dialogs = m_dialogs,
                                                                  .installation = m_installation,
                                                                  .failures = m_failures,
-                                                                 .mainWindow = m_mainWindow,
+                                                                 .companion = m_companion,
                                                                  .pictures = m_pictures},
                                                 nullptr);
         m_form->Form_Load();
@@ -97,7 +97,7 @@ class Dialog {
     RecordingDialogs m_dialogs;
     RecordingInstallation m_installation;
     Abort m_failures;
-    QuietMainWindow m_mainWindow{m_state};
+    QuietCompanion m_companion{m_state};
     Pictures m_pictures{1.0};
     std::unique_ptr<FormSettings> m_form;
 };

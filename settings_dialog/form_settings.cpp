@@ -242,7 +242,7 @@ void FormSettings::ClickCheckTab(int tab) {
 
 void FormSettings::ClickCommand1() {
     Command1->setFocus(Qt::OtherFocusReason);
-    m_services.mainWindow.SaveAll();
+    m_services.companion.SaveAll();
     KeepPlace();
     hide();
 }
@@ -255,7 +255,7 @@ void FormSettings::ClickCommandDummy() {
 StoreResult FormSettings::Form_Unload() {
     KeepPlace();
     const bool hasPlace = !isMinimized() && !isMaximized() && !isFullScreen();
-    return m_services.mainWindow.SaveMacros(hasPlace ? std::optional(m_place) : std::nullopt);
+    return m_services.companion.SaveMacros(hasPlace ? std::optional(m_place) : std::nullopt);
 }
 
 // pos() is the place of the frame only while the dialog is shown; hiding it removes the frame.
@@ -298,7 +298,7 @@ void FormSettings::closeEvent(QCloseEvent* event) {
     m_events.Run("closing the settings", [&] {
         // Moves the focus, so that the edit in use checks its entry, as the button does.
         Command1->setFocus(Qt::OtherFocusReason);
-        m_services.mainWindow.ReportSave(Form_Unload());
+        m_services.companion.ReportSave(Form_Unload());
         hide();
     });
 }

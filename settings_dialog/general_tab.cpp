@@ -174,18 +174,18 @@ void GeneralTab::ClickUOwindow() {
     if (m_state.Updating) {
         return;
     }
-    m_services.mainWindow.SavePlayer();
+    m_services.companion.SavePlayer();
     if (ComboUOwindow->currentIndex() >= 0) {
         m_state.CurrentPlayerName = ToText(ComboUOwindow->currentText());
     }
-    m_services.mainWindow.ParseClientTitle();
-    m_services.mainWindow.LoadPlayer();
+    m_services.companion.ParseClientTitle();
+    m_services.companion.LoadPlayer();
     emit PlayerChanged();
-    m_services.mainWindow.UpdatePage();
+    m_services.companion.UpdatePage();
 }
 
 void GeneralTab::SaveSwitch(std::string_view key, bool on) {
-    m_services.mainWindow.SaveOption(key, BoolText(on));
+    m_services.companion.SaveOption(key, BoolText(on));
 }
 
 void GeneralTab::ClickAlwaysOnTop() {
@@ -201,9 +201,9 @@ void GeneralTab::ClickDisplayVertical() {
         return;
     }
     if (CheckDisplayVertical->isChecked()) {
-        m_services.mainWindow.LayoutVertical();
+        m_services.companion.LayoutVertical();
     } else {
-        m_services.mainWindow.LayoutHorizontal();
+        m_services.companion.LayoutHorizontal();
     }
     SaveSwitch(kDisplayVerticalKey.key, m_state.DisplayVertical);
 }
@@ -234,7 +234,7 @@ void GeneralTab::ChangeMana() {
 
 void GeneralTab::ChangeYellow() {
     m_state.RegYellow = ToI16(FirstFour(ToText(TextYellow->text())));
-    m_services.mainWindow.UpdateAmounts();
+    m_services.companion.UpdateAmounts();
 }
 
 void GeneralTab::ClickColor() {
@@ -248,10 +248,10 @@ void GeneralTab::ClickColor() {
 void GeneralTab::ClickSpellTimer() {
     for (std::size_t mode = 0; mode < optSpellTimer.size(); ++mode) {
         if (optSpellTimer[mode]->isChecked()) {
-            m_services.mainWindow.SetTimerMode(static_cast<i32>(mode));
+            m_services.companion.SetTimerMode(static_cast<i32>(mode));
         }
     }
-    m_services.mainWindow.SaveOption(kTimerModeKey.key, PlainText(m_state.SpellTimerMode));
+    m_services.companion.SaveOption(kTimerModeKey.key, PlainText(m_state.SpellTimerMode));
 }
 
 }  // namespace spellwick

@@ -192,7 +192,7 @@ void ReagentsTab::ShowInMainWindow(i32 reagent) {
     const BagPair bags = Bags();
     const i32 inUse = m_state.CurrentReagentBag;
     if (inUse >= 0 && (bags.left == inUse || bags.right == inUse)) {
-        m_services.mainWindow.ShowCounter(reagent);
+        m_services.companion.ShowCounter(reagent);
     }
 }
 

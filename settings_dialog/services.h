@@ -22,7 +22,7 @@ struct SettingsServices {
     Dialogs& dialogs;
     Installation& installation;
     FailureSink& failures;
-    DialogActions& mainWindow;
+    DialogActions& companion;
     Pictures& pictures;
 };
 

@@ -45,7 +45,7 @@ void SkillsTab::Load() {
         TakeMinimumSkill(line);
         ChangeMaximumSkill(line);
     }
-    m_services.mainWindow.UpdateChances();
+    m_services.companion.UpdateChances();
     UpdateChance();
 }
 
@@ -56,7 +56,7 @@ void SkillsTab::Refresh() {
 }
 
 void SkillsTab::ClickSkillType(int group) {
-    m_services.mainWindow.ShowSkillGroup(group);
+    m_services.companion.ShowSkillGroup(group);
     const SkillGroup& shown = kSkillGroupFacts[static_cast<std::size_t>(group)];
     QPalette colours = lblSkillType->palette();
     colours.setColor(QPalette::Window, Qt::white);
@@ -115,7 +115,7 @@ void SkillsTab::ChangeMinimumInt(int line) {
         return;
     }
     TakeMinimumInt(line);
-    m_services.mainWindow.UpdateChances();
+    m_services.companion.UpdateChances();
     UpdateChance();
 }
 
@@ -133,7 +133,7 @@ void SkillsTab::ChangeMinimumSkill(int line) {
         return;
     }
     TakeMinimumSkill(line);
-    m_services.mainWindow.UpdateChances();
+    m_services.companion.UpdateChances();
     UpdateChance();
 }
 
@@ -159,13 +159,13 @@ void SkillsTab::MinimumIntLostFocus(int line) {
         ShowText(*MinimumInt[kCharacterLine], PlainText(i32{m_state.Intelligence}))) {
         ChangeMinimumInt(line);
     }
-    m_services.mainWindow.UpdateChances();
+    m_services.companion.UpdateChances();
     UpdateChance();
 }
 
 void SkillsTab::MinimumSkillLostFocus() {
     UpdateChance();
-    m_services.mainWindow.UpdateChances();
+    m_services.companion.UpdateChances();
 }
 
 void SkillsTab::MaximumSkillLostFocus(int line) {

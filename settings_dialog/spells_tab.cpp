@@ -174,7 +174,7 @@ void SpellsTab::ClickEmpty() {
 
 void SpellsTab::ClickPics() {
     ShowPictures();
-    m_services.mainWindow.SaveOption(kPicturesKey, CheckPics->isChecked() ? "1" : "0");
+    m_services.companion.SaveOption(kPicturesKey, CheckPics->isChecked() ? "1" : "0");
     update();
 }
 

@@ -237,8 +237,8 @@ TEST_F(FormSettingsTest, AnotherCharacterWhileOpen_IsShownAtOnceAndKeepsItsData)
     ShowTab(4);
     Enter("ReagentLeft", 1, "66");
     m_state.CurrentPlayerName = "Other";
-    m_mainWindow.LoadPlayer();
-    m_mainWindow.UpdateChances();
+    m_companion.LoadPlayer();
+    m_companion.UpdateChances();
     EXPECT_EQ(Text("ReagentLeft", 1), "7");
     EXPECT_EQ(Text("TextSpell", 0), "");
     EXPECT_EQ(Text("MinimumSkill", 8), "0");
@@ -256,8 +256,8 @@ TEST_F(FormSettingsTest, AnotherCharacterWhileOpen_WhoseStocksAreTooMany_EndsNot
     SetSaved("Other", "Intelligence", "77");
     Open();
     m_state.CurrentPlayerName = "Other";
-    m_mainWindow.LoadPlayer();
-    EXPECT_NO_THROW(m_mainWindow.UpdateChances());
+    m_companion.LoadPlayer();
+    EXPECT_NO_THROW(m_companion.UpdateChances());
     EXPECT_EQ(Text("MinimumInt", 8), "77");
 }
 

@@ -226,7 +226,7 @@ TEST_F(ReagentsTabTest, Edits_ReachTheStoreAsThePlayersData) {
     Pick(Bag(0), 6);
     Enter("ReagentLeft", 1, "77");
     Leave();
-    m_mainWindow.SavePlayer();
+    m_companion.SavePlayer();
     EXPECT_EQ(Saved(kMira, "LeftReagentBag"), "6");
     m_form.reset();
     m_state = SharedState{};

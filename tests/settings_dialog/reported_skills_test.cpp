@@ -27,7 +27,7 @@ class ReportedSkillsTest : public MainWindowFixture {
                                                             .dialogs = m_dialogs,
                                                             .installation = m_installation,
                                                             .failures = *this,
-                                                            .mainWindow = Program(),
+                                                            .companion = Program(),
                                                             .pictures = m_form->PictureStrips()},
                                            nullptr);
         m_settings->Form_Load();

@@ -129,7 +129,7 @@ TEST_F(SkillsTabTest, MinimumSkill_OfALine_GoesToTheCircleOfItsNumberInEveryGrou
 TEST_F(SkillsTabTest, MaximumSkill_OfACircle_GoesToItsEightSpellsAndCountsWhenLeft) {
     OpenTab();
     SetAll(&SpellRecord::MaximumSkill, 4);
-    m_mainWindow.UpdateChances();
+    m_companion.UpdateChances();
     TakeLog();
     Enter("MaximumSkill", 2, "99");
     EXPECT_EQ(RowsWith(&SpellRecord::MaximumSkill, 99), Circle(2));

@@ -32,7 +32,7 @@ class SkillsTabTest : public SettingsFixture {
         m_state.Intelligence = 100;
         ShowTab(3);
         Leave();
-        m_mainWindow.UpdateChances();
+        m_companion.UpdateChances();
         Form().RefreshDialog();
         TakeLog();
         return Form();

@@ -32,7 +32,7 @@ TEST_F(SkillsTabTest, WhileUpdating_NoChangeIsTaken) {
 TEST_F(SkillsTabTest, LostFocus_OrderOfTheRefreshes) {
     OpenTab();
     std::vector<std::string> shown;
-    m_mainWindow.updateChance = [&] { shown.push_back(Text("TextChance", 0)); };
+    m_companion.updateChance = [&] { shown.push_back(Text("TextChance", 0)); };
     const auto leave = [&](const char* box, int line) {
         m_state.SkillChance(0) = 10;
         Form().UpdateChance();

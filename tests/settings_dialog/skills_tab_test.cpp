@@ -162,7 +162,7 @@ TEST_F(SkillsTabTest, Colours_RedKeepsASpellFromWorkingYellowLetsItFail) {
     for (const auto& row : rows) {
         m_state.Intelligence = row.intelligence;
         m_state.Magery = row.skill;
-        m_mainWindow.UpdateChances();
+        m_companion.UpdateChances();
         EXPECT_EQ(Text("TextChance", 0), row.chance) << row.name;
         int box = 0;
         for (const char* name : {"MinimumInt", "MinimumSkill", "MaximumSkill", "TextChance"}) {
@@ -175,7 +175,7 @@ TEST_F(SkillsTabTest, Chance_ShowsTheSkillsEvenWithoutTheMana) {
     OpenTab();
     m_state.AssistLinked = true;
     m_state.CurrentMana = 0;
-    m_mainWindow.UpdateChances();
+    m_companion.UpdateChances();
     EXPECT_EQ(m_state.Chance(0), 0);
     EXPECT_NE(m_state.SkillChance(0), 0);
     EXPECT_EQ(Text("TextChance", 0), std::to_string(m_state.SkillChance(0)));
@@ -189,7 +189,7 @@ TEST_F(SkillsTabTest, Edits_ReachTheStoreAsThePlayersData) {
     Enter("MinimumSkill", kCharacter, "77");
     Enter("MinimumInt", kCharacter, "88");
     Click("Command1");
-    m_mainWindow.SavePlayer();
+    m_companion.SavePlayer();
     EXPECT_EQ(Saved(kMira, "Magery"), "77");
     EXPECT_EQ(Saved(kMira, "Intelligence"), "88");
 }

@@ -10,55 +10,55 @@
 
 namespace spellwick {
 
-void RecordingMainWindow::Note(const std::string& line) {
+void RecordingCompanion::Note(const std::string& line) {
     m_log.push_back(line);
     if (line == failing) {
         throw RuntimeFailure(FailureKind::kInvalidCall, line);
     }
 }
 
-void RecordingMainWindow::LayoutVertical() {
+void RecordingCompanion::LayoutVertical() {
     Note("vertical");
     m_state.DisplayVertical = true;
 }
 
-void RecordingMainWindow::LayoutHorizontal() {
+void RecordingCompanion::LayoutHorizontal() {
     Note("horizontal");
     m_state.DisplayVertical = false;
 }
 
-void RecordingMainWindow::UpdateChances() {
+void RecordingCompanion::UpdateChances() {
     Note("update chances");
     CalculateChances(m_state);
     updateChance();
 }
 
-void RecordingMainWindow::SavePlayer() {
+void RecordingCompanion::SavePlayer() {
     Note("save " + m_state.CurrentPlayerName);
     EXPECT_TRUE(io.SavePlayerSettings(m_state.CurrentPlayerName).ok);
 }
 
-void RecordingMainWindow::LoadPlayer() {
+void RecordingCompanion::LoadPlayer() {
     Note("load " + m_state.CurrentPlayerName);
     io.LoadPlayerSettings(m_state.CurrentPlayerName);
 }
 
-void RecordingMainWindow::SaveAll() {
+void RecordingCompanion::SaveAll() {
     Note("save all");
     EXPECT_TRUE(io.SaveGlobalSettings({}).ok);
 }
 
-void RecordingMainWindow::SaveOption(std::string_view key, const std::string& value) {
+void RecordingCompanion::SaveOption(std::string_view key, const std::string& value) {
     Note("option " + std::string(key) + " " + value);
     EXPECT_TRUE(io.SaveOption(key, value).ok);
 }
 
-StoreResult RecordingMainWindow::SaveMacros(const std::optional<WindowPlaces::Place>& dialog) {
+StoreResult RecordingCompanion::SaveMacros(const std::optional<WindowPlaces::Place>& dialog) {
     Note(dialog ? "save place and macros" : "save macros");
     return io.SaveMacros(dialog);
 }
 
-void RecordingMainWindow::ReportSave(const StoreResult& result) {
+void RecordingCompanion::ReportSave(const StoreResult& result) {
     if (!result.ok) {
         Note("report " + result.trouble);
     }
@@ -92,7 +92,7 @@ SettingsServices SettingsFixture::Services() {
             .dialogs = m_dialogs,
             .installation = m_installation,
             .failures = *this,
-            .mainWindow = m_mainWindow,
+            .companion = m_companion,
             .pictures = m_pictures};
 }
 
@@ -100,10 +100,10 @@ FormSettings& SettingsFixture::Load() {
     InitReagentTables(m_state);
     EXPECT_TRUE(LoadSpellData(m_state, SPELLWICK_SOURCE_FOLDER "/data/SpellData.txt"));
     m_state.Spellbook.Fill(1);
-    m_mainWindow.io.LoadGlobalSettings();
+    m_companion.io.LoadGlobalSettings();
     CalculateChances(m_state);
     m_form = std::make_unique<FormSettings>(Services(), nullptr);
-    m_mainWindow.updateChance = [this] { m_form->UpdateChance(); };
+    m_companion.updateChance = [this] { m_form->UpdateChance(); };
     m_form->Form_Load();
     return *m_form;
 }

@@ -22,10 +22,10 @@
 
 namespace spellwick {
 
-// A main window that writes down what is asked of it, saves and loads, and calculates chances.
-class RecordingMainWindow : public DialogActions {
+// A companion that writes down what is asked of it, saves and loads, and calculates chances.
+class RecordingCompanion : public DialogActions {
   public:
-    RecordingMainWindow(SharedState& state, SettingsStore& store, std::vector<std::string>& log)
+    RecordingCompanion(SharedState& state, SettingsStore& store, std::vector<std::string>& log)
         : io(state, store, [](PlayerPart) {}), m_state(state), m_log(log) {}
 
     void LayoutVertical() override;
@@ -132,7 +132,7 @@ class SettingsFixture : public testing::Test, public FailureSink {
     RecordingDialogs m_dialogs;
     RecordingInstallation m_installation;
     SharedState m_state;
-    RecordingMainWindow m_mainWindow{m_state, m_store, m_log};
+    RecordingCompanion m_companion{m_state, m_store, m_log};
     Pictures m_pictures{1.0};
     std::unique_ptr<FormSettings> m_form;
     std::vector<UncaughtFailure> m_failures;
