@@ -31,13 +31,18 @@ BoxAnswer Casting::ShowBox(const Box& box) {
     return m_services.boxes.Show(box);
 }
 
+void Casting::KeepPress(i16 button, i16 shift) {
+    m_last.LastMouseButton = button;
+    m_last.LastMouseShift = shift;
+}
+
 void Casting::CastSpell(i32 slot) {
     const i32 row = m_parts.page.SpellAtSlot(slot);
     m_state.CurrentSpell = ToI16(row);
     if (NumericPrefix(Slot(slot).chance) == 0.0 && !WarnOfNoChance(row)) {
         return;
     }
-    if (m_state.LastMouseShift == kCtrlAlone) {
+    if (m_last.LastMouseShift == kCtrlAlone) {
         CreditSpell(row);
         return;
     }
@@ -53,7 +58,7 @@ void Casting::CastSpell(i32 slot) {
     }
     // ODDITY(shared-send-string): of two casts within one pause the second is sent twice and the
     // first not at all; kept because there is one string, and the pause is a tenth of a second.
-    m_state.SendString = SpellString(m_state, row);
+    m_last.SendString = SpellString(m_state, row);
     CommitEntries();
     BringClientForward();
     SendKeys();
@@ -133,7 +138,7 @@ void Casting::SendKeys() {
     // ODDITY(untyped-cast-pays): a cast whose keys cannot be typed, as on a keyboard without an Alt
     // key, costs its reagents all the same; kept because the program cannot tell what the game has
     // made of the keys either. The log says so.
-    const SendResult sent = m_services.keys.SendKeys(m_state.SendString, true);
+    const SendResult sent = m_services.keys.SendKeys(m_last.SendString, true);
     if (!sent.Ok()) {
         LogLine("the game's keys were not typed: " + sent.error);
     }
@@ -143,11 +148,11 @@ void Casting::DebitSpell(i32 row) {
     RequireSpellRow(row);
     const SpellRecord& spell = m_state.Spells(row);
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        m_state.UndoAmounts(reagent) = 0;
+        m_last.UndoAmounts(reagent) = 0;
         const i32 need = spell.Reagents(reagent);
         if (const auto text = DebitCounter(need, m_parts.purse.CounterText(reagent))) {
             m_parts.purse.WriteStock(reagent, *text);
-            m_state.UndoAmounts(reagent) = ToI16(need);
+            m_last.UndoAmounts(reagent) = ToI16(need);
         }
     }
     // ODDITY(undo-keeps-tithes): the tithes of the last Paladin ability stay in the undo through
@@ -156,7 +161,7 @@ void Casting::DebitSpell(i32 row) {
     if (points != 0 && NumericPrefix(m_parts.display.screen.tithesEdit) > 0.0) {
         m_state.CurrentTithing = ToI32(static_cast<double>(m_state.CurrentTithing) - points);
         m_parts.tithes.Show(m_state.CurrentTithing);
-        m_state.UndoAmounts(kTithes) = ToI16(points);
+        m_last.UndoAmounts(kTithes) = ToI16(points);
     }
     m_parts.page.UpdateAmounts();
 }
@@ -182,19 +187,19 @@ void Casting::Undo() {
     // ODDITY(undo-other-bag): the amounts go to the bag in use, which need not be the one that
     // paid; kept because the button works on the counters as they stand.
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        m_parts.purse.WriteStock(reagent, CreditCounter(m_state.UndoAmounts(reagent),
+        m_parts.purse.WriteStock(reagent, CreditCounter(m_last.UndoAmounts(reagent),
                                                         m_parts.purse.CounterText(reagent)));
     }
     // ODDITY(undo-tithes): Undo raises the tithes shown but not the points counted; kept because
     // the label alone is written, until the next write of the points.
-    m_parts.tithes.CreditLabel(m_state.UndoAmounts(kTithes));
+    m_parts.tithes.CreditLabel(m_last.UndoAmounts(kTithes));
     m_parts.page.UpdateAmounts();
 }
 
 void Casting::Meditate() {
     if (m_parts.player.FindClient()) {
         BringClientForward();
-        m_state.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
+        m_last.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
         SendKeys();
     } else {
         m_parts.player.ShowClientNotFound();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "companion/display.h"
+#include "companion/last_cast.h"
 #include "companion/page.h"
 #include "companion/player.h"
 #include "companion/purse.h"
@@ -26,6 +27,9 @@ class Casting {
     Casting(const CompanionServices& services, const Parts& parts)
         : m_services(services), m_state(services.state), m_parts(parts) {}
 
+    // Keeps the button and the modifiers of a press for the click that follows.
+    void KeepPress(i16 button, i16 shift);
+
     // Casts the spell of a slot, 0 to 7.
     void CastSpell(i32 slot);
 
@@ -44,6 +48,8 @@ class Casting {
     // Moves the focus to the first page button, so that an unfinished entry is committed.
     void CommitEntries();
 
+    const LastCast& Last() const { return m_last; }
+
   private:
     bool WarnOfNoChance(i32 row);
     bool AskForBook(i32 row);
@@ -58,6 +64,7 @@ class Casting {
     const CompanionServices& m_services;
     SharedState& m_state;
     Parts m_parts;
+    LastCast m_last;
 };
 
 }  // namespace spellwick

@@ -76,13 +76,12 @@ void Companion::LeaveSlots() {
 }
 
 std::optional<i32> Companion::PressSlot(i32 slot, i16 button, i16 shift) {
-    m_state.LastMouseButton = button;
-    m_state.LastMouseShift = shift;
+    m_casting.KeepPress(button, shift);
     return button == kRightButton ? std::optional(SpellAtSlot(slot)) : std::nullopt;
 }
 
 void Companion::ClickSlot(i32 slot) {
-    if (m_state.LastMouseButton != kRightButton) {
+    if (m_casting.Last().LastMouseButton != kRightButton) {
         m_display.Act([&] { m_casting.CastSpell(slot); });
     }
 }

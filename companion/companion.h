@@ -60,6 +60,7 @@ class Companion : public DialogActions, private AssistView {
     // Keeps button and modifiers; the row that the right button asks the info window for.
     std::optional<i32> PressSlot(i32 slot, i16 button, i16 shift);
     void ClickSlot(i32 slot);
+    const LastCast& TheLastCast() const { return m_casting.Last(); }
 
     // Counters, 1 to 13.
     void EnterCounter(i32 reagent) { m_display.screen.focusedReagent = reagent; }
@@ -79,7 +80,6 @@ class Companion : public DialogActions, private AssistView {
     void TypeTithes(const std::string& text) { m_display.screen.tithesEdit = text; }
     void LeaveTithes();
 
-    Casting& Pipeline() { return m_casting; }
     RunningTimers& Timers() { return m_timers; }
 
     // Buttons.

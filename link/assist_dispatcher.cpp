@@ -182,14 +182,14 @@ void AssistDispatcher::Stats(i32 intelligence, i32 mana) {
     m_state.Intelligence = ToI16(intelligence);
     m_state.CurrentMana = ToI16(mana);
     const bool low = m_state.CurrentMana < m_state.MeditateLevel;
-    const bool falling = m_state.CurrentMana < m_state.LastMana;
+    const bool falling = m_state.CurrentMana < m_lastMana;
     if (m_state.Meditate && low && falling) {
         m_view.ArmMeditation();
     }
     m_view.ShowReportedIntelligence(intelligence);
     m_view.ShowCurrentMana();
     m_view.ShowChances();
-    m_state.LastMana = m_state.CurrentMana;
+    m_lastMana = m_state.CurrentMana;
 }
 
 void AssistDispatcher::Skill(i32 skill, i32 tenths) {

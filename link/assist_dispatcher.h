@@ -28,6 +28,9 @@ class AssistDispatcher : public MessageReceiver {
     // that does not fit.
     std::optional<i32> Dispatch(const WindowMessage& message);
 
+    // The mana of the last report; 0 before the first.
+    i16 LastMana() const { return m_lastMana; }
+
   private:
     void Stock(i32 counted, i32 count);
     bool StoreStock(i32 reagent, i32 count);
@@ -41,6 +44,7 @@ class AssistDispatcher : public MessageReceiver {
     AssistView& m_view;
     AssistLink& m_link;
     FailureSink& m_failures;
+    i16 m_lastMana = 0;
 };
 
 }  // namespace spellwick

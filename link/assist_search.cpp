@@ -11,13 +11,13 @@ constexpr std::string_view kTitleStart = "UOAssist";
 }  // namespace
 
 void AssistSearch::FindAssist() {
-    m_state.AssistWindow = 0;
+    m_assistWindow = 0;
     m_transport.EnumWindows([this](WindowHandle window, std::string_view title) {
         if (title.starts_with(kTitleStart)) {
-            m_state.AssistWindow = window;
+            m_assistWindow = window;
         }
     });
-    if (m_state.AssistWindow == 0) {
+    if (m_assistWindow == 0) {
         // ODDITY(wait-stays): if the tool closes during a count, the button keeps saying "Wait.."
         // and stays disabled until a report resets it; kept because a search leaves the caption
         // alone.
@@ -39,7 +39,7 @@ void AssistSearch::FindAssist() {
 
 bool AssistSearch::Register() {
     const i32 zero = 0;
-    return m_transport.SendToWindow(m_state.AssistWindow, kAssistRegister, m_state.MainWindowHandle,
+    return m_transport.SendToWindow(m_assistWindow, kAssistRegister, m_state.MainWindowHandle,
                                     zero) == kAccepted;
 }
 
@@ -56,7 +56,7 @@ void AssistSearch::UnhookWindow() {
 void AssistSearch::RequestCount() {
     const i32 zero = 0;
     // The reports tell, not the answer. The next search notices a tool that is gone.
-    static_cast<void>(m_transport.SendToWindow(m_state.AssistWindow, kAssistCount, 0, zero));
+    static_cast<void>(m_transport.SendToWindow(m_assistWindow, kAssistCount, 0, zero));
 }
 
 }  // namespace spellwick

@@ -27,6 +27,9 @@ class AssistSearch : public AssistLink {
     void UnhookWindow() override;
     void RequestCount() override;
 
+    // The tool's window that the last search found; 0 if it found none.
+    WindowHandle AssistWindow() const { return m_assistWindow; }
+
   private:
     [[nodiscard]] bool Register();
 
@@ -34,6 +37,7 @@ class AssistSearch : public AssistLink {
     AssistTransport& m_transport;
     std::function<void(bool)> m_enable = [](bool) {};
     MessageReceiver* m_receiver = nullptr;
+    WindowHandle m_assistWindow = 0;
 };
 
 }  // namespace spellwick

@@ -57,7 +57,6 @@ struct ReagentTables {
 
 // What the character owns.
 struct PurseContents {
-    FixedTable<i16, 1, kReagentCount> ReagentTotal;
     StockTable ReagentStock;
     FixedTable<std::string, 0, kBagCount - 1> BagName;
     i16 CurrentReagentBag = 0;
@@ -109,20 +108,14 @@ struct ClientLinkState {
 };
 
 struct AssistLinkState {
-    WindowHandle AssistWindow = 0;
     bool AssistLinked = false;
     bool AssistRegistered = false;
     WindowHandle MainWindowHandle = 0;
-    i16 LastMana = 0;
 };
 
-// The cast that is under way or was the last.
+// The spell that was cast last, or shown in the information window since.
 struct CastState {
     i16 CurrentSpell = 0;
-    std::string SendString;
-    FixedTable<i16, 1, kTithes> UndoAmounts;
-    i16 LastMouseButton = 0;  // 1 left, 2 right, 4 middle
-    i16 LastMouseShift = 0;   // 1 Shift, 2 Ctrl, 4 Alt
 };
 
 // A function that needs one group alone takes that group.

@@ -215,8 +215,8 @@ void ReagentsTab::Refresh() {
 
 void ReagentsTab::UpdateReagentTotals() {
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        m_state.ReagentTotal(reagent) = TotalOfReagent(m_state.ReagentStock, reagent);
-        LabelTotal(reagent).setText(ToQString(PlainText(i32{m_state.ReagentTotal(reagent)})));
+        m_reagentTotal(reagent) = TotalOfReagent(m_state.ReagentStock, reagent);
+        LabelTotal(reagent).setText(ToQString(PlainText(i32{m_reagentTotal(reagent)})));
     }
 }
 

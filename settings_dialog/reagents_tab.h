@@ -42,6 +42,8 @@ class ReagentsTab : public SettingsTab {
     UpDown& UpDownRight(i32 reagent) { return *m_lines(reagent).right.upDown; }
     TransferArrows& UpDown1(i32 reagent) { return *m_lines(reagent).arrows; }
     QLabel& LabelTotal(i32 reagent) { return *m_lines(reagent).total; }
+    // The stock of all bags, as last added up.
+    i16 ReagentTotal(i32 reagent) const { return m_reagentTotal(reagent); }
 
     std::array<ChoiceBox*, 2> ComboTransfer{};
     std::array<QToolButton*, 2> RegType{};
@@ -75,6 +77,7 @@ class ReagentsTab : public SettingsTab {
     void ShowInMainWindow(i32 reagent);
 
     FixedTable<Line, 1, kReagentCount> m_lines;
+    FixedTable<i16, 1, kReagentCount> m_reagentTotal;
     QLabel* m_totalHeading;
 };
 

@@ -120,7 +120,10 @@ TEST_F(AssistReportsTest, FirstManaReport_NeverMeditates) {
     m_state.MeditateLevel = 25;
     ReportMana(0);
     EXPECT_FALSE(MeditationArmed());
-    EXPECT_EQ(m_state.LastMana, 0);
+    ReportMana(0);
+    EXPECT_FALSE(MeditationArmed());
+    ReportMana(-1);
+    EXPECT_TRUE(MeditationArmed());
 }
 
 TEST_F(AssistReportsTest, ReportInThePauseOfACast_IsTakenWhole) {

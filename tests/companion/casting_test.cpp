@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/companion_fixture.h"
+#include "tests/companion/casting_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -20,46 +20,6 @@ const Box kBookBox{.text =
                        "spellbook so you can use it now ?",
                    .icon = BoxIcon::kQuestion,
                    .buttons = BoxButtons::kYesNo};
-
-constexpr i16 kCtrl = 2;
-
-// Page button and slot of a row.
-int ButtonOf(int row) {
-    return row / 8 + 2;
-}
-int SlotOf(int row) {
-    return row % 8;
-}
-
-class CastingTest : public CompanionFixture {
-  protected:
-    // Goes to the page of a row and forgets what that did.
-    void ShowPageOf(int row) {
-        ShowPage(ButtonOf(row));
-        TakeLog();
-    }
-    void Cast(int row, i16 shift = 0) {
-        ShowPageOf(row);
-        ClickSpell(SlotOf(row), shift);
-    }
-    std::vector<int> Counters() {
-        std::vector<int> numbers;
-        numbers.reserve(13);
-        for (int reagent = 1; reagent <= 13; ++reagent) {
-            numbers.push_back(std::stoi(Text("Reagent", reagent)));
-        }
-        return numbers;
-    }
-    std::vector<int> Stock(int bag) {
-        std::vector<int> numbers;
-        numbers.reserve(13);
-        for (int reagent = 1; reagent <= 13; ++reagent) {
-            numbers.push_back(State().ReagentStock(reagent, bag));
-        }
-        return numbers;
-    }
-    const std::vector<int> m_full = std::vector<int>(13, 50);
-};
 
 TEST_F(CastingTest, CastSpell_Plain_BringsTheClientForwardTypesAndDebits) {
     StartWithMira();
@@ -198,7 +158,7 @@ TEST_F(CastingTest, CastSpell_OtherModifiers_Cast) {
         SCOPED_TRACE(row.name);
         m_keys.sent.clear();
         ClickSpell(0, row.mask);
-        EXPECT_EQ(State().LastMouseShift, row.mask);
+        EXPECT_EQ(Program().TheLastCast().LastMouseShift, row.mask);
         EXPECT_EQ(m_keys.sent.size(), 1U);
     }
 }
@@ -285,8 +245,10 @@ TEST_F(CastingTest, CastSpell_NoStockAndCastingAllowed_CastsAndLeavesEmptyBoxes)
     EXPECT_EQ(m_keys.sent.size(), 1U);
     EXPECT_EQ(Counters()[2], 0);
     EXPECT_EQ(Counters()[6], 49);
-    EXPECT_EQ(State().UndoAmounts(3), 0);
-    EXPECT_EQ(State().UndoAmounts(7), 1);
+    std::vector<int> restored = m_full;
+    restored[2] = 0;
+    ClickCommand(kUndo);
+    EXPECT_EQ(Counters(), restored);
 }
 
 TEST_F(CastingTest, CastSpell_Linked_LeavesTheDebitToTheReport) {
@@ -296,7 +258,8 @@ TEST_F(CastingTest, CastSpell_Linked_LeavesTheDebitToTheReport) {
     Cast(0);
     EXPECT_EQ(m_keys.sent.size(), 1U);
     EXPECT_EQ(Counters(), m_full);
-    EXPECT_EQ(State().UndoAmounts(3), 0);
+    ClickCommand(kUndo);
+    EXPECT_EQ(Counters(), m_full);
 }
 
 TEST_F(CastingTest, CastSpell_LinkComesUpDuringThePause_DoesNotDebit) {
@@ -365,77 +328,6 @@ TEST_F(CastingTest, CastSpell_Linked_StartsNoCountdown) {
     Cast(0);
     EXPECT_EQ(m_keys.sent.size(), 1U);
     EXPECT_FALSE(Program().Timers().SpellsActive());
-}
-
-TEST_F(CastingTest, DebitSpell_RowOutsideTheTable_FailsAsSubscript) {
-    StartWithMira();
-    for (const int row : {-1, 97, 104}) {
-        EXPECT_THROW(Program().Pipeline().DebitSpell(row), RuntimeFailure) << row;
-        EXPECT_THROW(Program().Pipeline().CreditSpell(row), RuntimeFailure) << row;
-    }
-    EXPECT_NO_THROW(Program().Pipeline().DebitSpell(96));
-}
-
-// The oddity itself is the model's; here it is what the user sees.
-TEST_F(CastingTest, DebitSpell_CounterBelowTheNeed_GoesBelowZero) {
-    StartWithMira();
-    State().Spells(0).Reagents(3) = 2;
-    EnterCounter(3, "1");
-    Leave();
-    State().DisableCasting = false;
-    Cast(0);
-    EXPECT_EQ(Text("Reagent", 3), "-1");
-    EXPECT_EQ(State().ReagentStock(3, 0), -1);
-    EXPECT_EQ(State().UndoAmounts(3), 2);
-}
-
-TEST_F(CastingTest, DebitSpell_OverflowOfTheCell_IsAnUncaughtFailureThatNamesTheAction) {
-    StartWithMira();
-    ShowPageOf(0);
-    Program().TypeCounter(3, "40000");
-    ClickSpell(0);
-    EXPECT_THAT(TakeFailures(),
-                ElementsAre(UncaughtFailure{FailureKind::kOverflow, "casting a spell"}));
-    // The box is written before its cell; nothing after it is touched.
-    EXPECT_EQ(Text("Reagent", 3), "39999");
-    EXPECT_EQ(State().ReagentStock(3, 0), 50);
-    EXPECT_EQ(Text("Reagent", 7), "50");
-    EXPECT_EQ(m_keys.sent.size(), 1U);
-}
-
-TEST_F(CastingTest, CreditSpell_OverflowOfTheCell_IsAnUncaughtFailure) {
-    StartWithMira();
-    EnterCounter(3, "+9999");
-    Leave();
-    State().ReagentStock(3, 0) = 32767;
-    Program().TypeCounter(3, "32767");
-    ShowPageOf(0);
-    ClickSpell(0, 2);
-    EXPECT_THAT(TakeFailures(),
-                ElementsAre(UncaughtFailure{FailureKind::kOverflow, "casting a spell"}));
-    EXPECT_EQ(State().ReagentStock(3, 0), 32767);
-}
-
-// covers ODDITY(credit-tithes-label)
-TEST_F(CastingTest, CreditSpell_Oddity_RaisesTheTithesShownNotTheOnesCounted) {
-    StartWithMira();
-    const int need = State().Spells(80).Reagents(kTithes);
-    ShowPageOf(80);
-    const std::string amount = Text("LabelAmount", 0);
-    ClickSpell(0, 2);
-    EXPECT_EQ(Text("LabelTithes"), std::to_string(500 + need));
-    EXPECT_EQ(Text("TxtTithes"), "500");
-    EXPECT_EQ(State().CurrentTithing, 500);
-    EXPECT_EQ(Text("LabelAmount", 0), amount);
-}
-
-TEST_F(CastingTest, CreditSpell_LeavesTheUndoAlone) {
-    StartWithMira();
-    Cast(0);
-    Cast(1, kCtrl);
-    EXPECT_EQ(State().UndoAmounts(3), 1);
-    EXPECT_EQ(State().UndoAmounts(7), 1);
-    EXPECT_EQ(State().UndoAmounts(1), 0);
 }
 
 }  // namespace

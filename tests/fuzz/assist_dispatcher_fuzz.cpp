@@ -93,7 +93,7 @@ class Tool {
             Require(log.size() >= 2 && log.back() == "enable" &&
                     log[log.size() - 2] == "caption Count");
         } else if (!failed && message.number == kAssistStats) {
-            Require(m_state.LastMana == m_state.CurrentMana);
+            Require(m_dispatcher.LastMana() == m_state.CurrentMana);
         }
     }
 

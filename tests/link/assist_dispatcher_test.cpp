@@ -264,14 +264,14 @@ TEST_F(AssistDispatch, StatsReport_StoresBothAndShowsThem) {
     EXPECT_THAT(Report(0x531, 95, 60), ElementsAre("int 95", "mana", "chances"));
     EXPECT_EQ(m_state.Intelligence, 95);
     EXPECT_EQ(m_state.CurrentMana, 60);
-    EXPECT_EQ(m_state.LastMana, 60);
+    EXPECT_EQ(m_dispatcher.LastMana(), 60);
 }
 
 TEST_F(AssistDispatch, StatsReport_ThatDoesNotFit_Fails) {
     for (const i32 value : {32768, -32769}) {
         EXPECT_EQ(FailureOfReport(0x531, value, 0), FailureKind::kOverflow);
         EXPECT_EQ(FailureOfReport(0x531, 0, value), FailureKind::kOverflow);
-        EXPECT_EQ(m_state.LastMana, 0);
+        EXPECT_EQ(m_dispatcher.LastMana(), 0);
         EXPECT_THAT(m_view.log, IsEmpty());
     }
     EXPECT_EQ(FailureOfReport(0x531, 32767, -32768), std::nullopt);
@@ -281,7 +281,7 @@ struct MeditationRow {
     const char* name;
     bool on;
     i16 level;
-    i16 last;
+    std::optional<i32> last;  // the report before
     i32 mana;
     bool armed;
 };
@@ -295,32 +295,41 @@ constexpr MeditationRow kMeditationRows[] = {
     {"one below the level", true, 21, 30, 20, true},
     {"falling by one", true, 25, 21, 20, true},
     {"above the level", true, 10, 30, 20, false},
-    {"first report", true, 25, 0, 20, false},
-    {"first report without mana", true, 25, 0, 0, false},
-    {"first report, mana negative", true, 25, 0, -1, true},
+    {"first report", true, 25, std::nullopt, 20, false},
+    {"first report without mana", true, 25, std::nullopt, 0, false},
+    {"first report, mana negative", true, 25, std::nullopt, -1, true},
+    {"no mana before", true, 25, 0, 0, false},
     {"all negative", true, -1, -2, -3, true},
 };
 
 TEST_F(AssistDispatch, StatsReport_Meditation_IsArmedBelowTheLevelAndFallingOnly) {
     for (const MeditationRow& row : kMeditationRows) {
         SCOPED_TRACE(row.name);
+        AssistDispatcher dispatcher(m_state, m_view, m_view, m_sink);
+        const auto report = [&](i32 mana) {
+            EXPECT_EQ(dispatcher.Dispatch({0x531, 100, mana}), std::optional<i32>(0));
+            return m_view.TakeLog();
+        };
+        if (row.last) {
+            m_state.Meditate = false;
+            report(*row.last);
+        }
         m_state.Meditate = row.on;
         m_state.MeditateLevel = row.level;
-        m_state.LastMana = row.last;
-        const auto log = Report(0x531, 100, row.mana);
+        const auto log = report(row.mana);
         if (row.armed) {
             EXPECT_THAT(log, ElementsAre("meditate", "int 100", "mana", "chances"));
         } else {
             EXPECT_THAT(log, ElementsAre("int 100", "mana", "chances"));
         }
-        EXPECT_EQ(m_state.LastMana, row.mana);
+        EXPECT_EQ(dispatcher.LastMana(), row.mana);
     }
 }
 
 TEST_F(AssistDispatch, StatsReport_SameManaAgain_DoesNotArmASecondTime) {
     m_state.Meditate = true;
     m_state.MeditateLevel = 25;
-    m_state.LastMana = 30;
+    EXPECT_THAT(Report(0x531, 100, 30), testing::Not(testing::Contains("meditate")));
     EXPECT_THAT(Report(0x531, 100, 20), testing::Contains("meditate"));
     EXPECT_THAT(Report(0x531, 100, 20), testing::Not(testing::Contains("meditate")));
 }

@@ -78,7 +78,7 @@ TEST_F(SearchForAssist, NoWindow_AbsentAndTheButtonIsOff) {
     m_link.FindAssist();
     EXPECT_EQ(Flags(), kAbsent);
     EXPECT_FALSE(m_enabled);
-    EXPECT_EQ(m_state.AssistWindow, 0U);
+    EXPECT_EQ(m_link.AssistWindow(), 0U);
     EXPECT_THAT(m_transport.sent, IsEmpty());
 }
 
@@ -87,7 +87,7 @@ TEST_F(SearchForAssist, Accepted_OneSendWithOurWindowAndAZero) {
     m_link.FindAssist();
     EXPECT_EQ(Flags(), kLinked);
     EXPECT_TRUE(m_enabled);
-    EXPECT_EQ(m_state.AssistWindow, 9U);
+    EXPECT_EQ(m_link.AssistWindow(), 9U);
     EXPECT_THAT(m_transport.sent, ElementsAre(Sent{9, 0x4C8, kOurWindow, 0}));
 }
 
@@ -149,7 +149,7 @@ TEST_F(SearchForAssist, StateTable_WalkThroughAllItsMoves) {
         EXPECT_EQ(SendsOfOneSearch(), step.sends);
         EXPECT_EQ(Flags(), step.flags);
         EXPECT_EQ(m_enabled, step.there);
-        EXPECT_EQ(m_state.AssistWindow, step.there ? 4U : 0U);
+        EXPECT_EQ(m_link.AssistWindow(), step.there ? 4U : 0U);
     }
     EXPECT_EQ(m_enableCalls, static_cast<int>(walk.size()));
 }
@@ -170,7 +170,7 @@ TEST_F(SearchForAssist, Titles_MatchByTheirFirstEightCharactersOnly) {
 TEST_F(SearchForAssist, TwoWindows_TheLaterInTheOrderIsTalkedTo) {
     m_transport.windows = {{5, "UOAssist one"}, {6, "Other"}, {7, "UOAssist two"}, {8, "Last"}};
     m_link.FindAssist();
-    EXPECT_EQ(m_state.AssistWindow, 7U);
+    EXPECT_EQ(m_link.AssistWindow(), 7U);
     EXPECT_THAT(m_transport.sent, ElementsAre(Sent{7, 0x4C8, kOurWindow, 0}));
 }
 
@@ -217,7 +217,7 @@ TEST_F(SearchForAssist, RestartBetweenTwoSearches_Oddity_IsNotRegisteredAgain) {
     m_transport.windows = {{6, "UOAssist"}};
     EXPECT_EQ(SendsOfOneSearch(), 0U);
     EXPECT_EQ(Flags(), kLinked);
-    EXPECT_EQ(m_state.AssistWindow, 6U);
+    EXPECT_EQ(m_link.AssistWindow(), 6U);
 }
 
 // covers ODDITY(wait-stays)

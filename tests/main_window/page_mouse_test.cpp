@@ -95,7 +95,7 @@ TEST_F(PageTest, SpellIcon_RightPress_ShowsTheSpellAndNeverCasts) {
     TakeLog();
     Click(Named("SpellIcon", 2), Qt::RightButton);
     EXPECT_THAT(TakeLog(), ElementsAre("info 10"));
-    EXPECT_EQ(State().LastMouseButton, 2);
+    EXPECT_EQ(Program().TheLastCast().LastMouseButton, 2);
     DoubleClick(Named("SpellIcon", 2), Qt::RightButton);
     EXPECT_THAT(m_keys.sent, IsEmpty());
 }
@@ -109,7 +109,7 @@ TEST_F(PageTest, SpellIcon_OtherButtons_Cast) {
     for (const Row& row : {Row{Qt::LeftButton, 1}, Row{Qt::MiddleButton, 4}}) {
         m_keys.sent.clear();
         Click(Named("SpellIcon", 0), row.button);
-        EXPECT_EQ(State().LastMouseButton, row.number);
+        EXPECT_EQ(Program().TheLastCast().LastMouseButton, row.number);
         EXPECT_EQ(m_keys.sent.size(), 1U);
     }
 }
@@ -122,7 +122,7 @@ TEST_F(PageTest, SpellIcon_LetGoOutside_DoesNotCast) {
     EXPECT_THAT(m_keys.sent, IsEmpty());
     QTest::mouseRelease(window, Qt::LeftButton, {}, BareForm());
     EXPECT_THAT(m_keys.sent, IsEmpty());
-    EXPECT_EQ(State().LastMouseButton, 1);
+    EXPECT_EQ(Program().TheLastCast().LastMouseButton, 1);
 }
 
 TEST_F(PageTest, SpellIcon_InfoFails_NamesTheAction) {

@@ -37,7 +37,7 @@ TEST_F(SpellClickTest, CastSpell_OtherModifiers_Cast) {
         SCOPED_TRACE(row.name);
         m_keys.sent.clear();
         ClickSpellWith(0, row.modifiers);
-        EXPECT_EQ(State().LastMouseShift, row.mask);
+        EXPECT_EQ(Program().TheLastCast().LastMouseShift, row.mask);
         EXPECT_EQ(m_keys.sent.size(), 1U);
     }
 }
@@ -45,7 +45,7 @@ TEST_F(SpellClickTest, CastSpell_OtherModifiers_Cast) {
 TEST_F(SpellClickTest, CastSpell_CtrlWithALockKeyOrTheKeypad_StillCredits) {
     StartWithMira();
     ClickSpellWith(0, Qt::ControlModifier | Qt::KeypadModifier);
-    EXPECT_EQ(State().LastMouseShift, 2);
+    EXPECT_EQ(Program().TheLastCast().LastMouseShift, 2);
     EXPECT_THAT(m_keys.sent, IsEmpty());
     EXPECT_EQ(Text("Reagent", 3), "51");
 }

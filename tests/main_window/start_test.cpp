@@ -228,7 +228,8 @@ TEST_F(StartTest, Timer2_WithItsTag_PressesMeditateOnce) {
     StartWithMira();
     State().Meditate = true;
     State().MeditateLevel = 25;
-    State().LastMana = 30;
+    Program().Reports().OnMessage({kAssistStats, 100, 30});
+    EXPECT_FALSE(Form().Timer1(2).isActive());
     Program().Reports().OnMessage({kAssistStats, 100, 20});
     EXPECT_EQ(Shown().meditationTag, "Meditate");
     EXPECT_TRUE(Form().Timer1(2).isActive());

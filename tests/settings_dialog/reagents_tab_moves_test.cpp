@@ -177,7 +177,7 @@ TEST_F(ReagentsTabTest, SignForms_DoNotAddTheTotalsUp) {
     EXPECT_EQ(Text("LabelTotal", 1), "13");
     EnterAndLeave(kLeft, "20");
     EXPECT_EQ(Text("LabelTotal", 1), "121");
-    EXPECT_EQ(m_state.ReagentTotal(1), 121);
+    EXPECT_EQ(Tab().ReagentTotal(1), 121);
 }
 
 TEST_F(ReagentsTabTest, SignForm_OfNought_ChangesNothingButRewritesBothBoxes) {

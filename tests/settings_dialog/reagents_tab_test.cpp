@@ -2,6 +2,7 @@
 #include <QToolButton>
 
 #include "tests/settings_dialog/reagents_tab_fixture.h"
+#include "tests/support/failures.h"
 
 namespace spellwick {
 namespace {
@@ -40,8 +41,17 @@ TEST_F(ReagentsTabTest, Types_ClickAddsTheTotalsUp) {
     m_state.ReagentStock(3, 7) = 41;
     EXPECT_EQ(Text("LabelTotal", 3), "0");
     Click("RegType", 1);
-    EXPECT_EQ(m_state.ReagentTotal(3), 41);
+    EXPECT_EQ(Tab().ReagentTotal(3), 41);
     EXPECT_EQ(Text("LabelTotal", 3), "41");
+}
+
+TEST_F(ReagentsTabTest, ReagentTotal_HasTheThirteenReagents) {
+    OpenTab();
+    const auto readTotal = [&](i32 reagent) { static_cast<void>(Tab().ReagentTotal(reagent)); };
+    EXPECT_EQ(FailureOf([&] { readTotal(1); }), std::nullopt);
+    EXPECT_EQ(FailureOf([&] { readTotal(13); }), std::nullopt);
+    EXPECT_EQ(FailureOf([&] { readTotal(0); }), FailureKind::kSubscript);
+    EXPECT_EQ(FailureOf([&] { readTotal(14); }), FailureKind::kSubscript);
 }
 
 TEST_F(ReagentsTabTest, Pictures_StandBesideTheRows) {
@@ -92,7 +102,7 @@ TEST_F(ReagentsTabTest, Refresh_FillsListsCountsAndTotals) {
     for (int reagent = 1; reagent <= 13; ++reagent) {
         EXPECT_EQ(Text("ReagentLeft", reagent), std::to_string(reagent * 10 + 4));
         EXPECT_EQ(Text("ReagentRight", reagent), std::to_string(reagent * 10 + 9));
-        EXPECT_EQ(m_state.ReagentTotal(reagent), reagent * 100 + 45);
+        EXPECT_EQ(Tab().ReagentTotal(reagent), reagent * 100 + 45);
         EXPECT_EQ(Text("LabelTotal", reagent), std::to_string(reagent * 100 + 45));
     }
 }

@@ -106,18 +106,22 @@ void CompanionFixture::OpenClient(const std::string& title) {
     }
 }
 
+CompanionServices CompanionFixture::Services() {
+    return {.state = m_state,
+            .store = m_store,
+            .clients = m_clients,
+            .keys = m_keys,
+            .desktop = m_desktop,
+            .boxes = m_boxes,
+            .assist = *m_assist,
+            .wait = m_parts,
+            .clock = m_clock,
+            .failures = *this,
+            .folder = m_folder.Path()};
+}
+
 Companion& CompanionFixture::Make() {
-    m_companion = std::make_unique<Companion>(CompanionServices{.state = m_state,
-                                                                .store = m_store,
-                                                                .clients = m_clients,
-                                                                .keys = m_keys,
-                                                                .desktop = m_desktop,
-                                                                .boxes = m_boxes,
-                                                                .assist = *m_assist,
-                                                                .wait = m_parts,
-                                                                .clock = m_clock,
-                                                                .failures = *this,
-                                                                .folder = m_folder.Path()});
+    m_companion = std::make_unique<Companion>(Services());
     m_companion->SetForms(*this);
     return *m_companion;
 }

@@ -84,6 +84,9 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     CompanionFixture();
     ~CompanionFixture() override;
 
+    // What the companion is made of: the parts as they stand.
+    CompanionServices Services();
+
     // A failure, a message box or a hint that the test did not ask for fails it.
     void TearDown() override;
 

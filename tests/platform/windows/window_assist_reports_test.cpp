@@ -23,6 +23,10 @@ class WindowAssistReports : public WindowAssist, public testing::WithParamInterf
         return WindowAssist::Report(*m_tool, number, wParam, lParam, m_posted);
     }
 
+    void SetTitle(const wchar_t* title) {
+        SendMessageW(m_tool->Window(), WM_SETTEXT, 0, std::bit_cast<LPARAM>(title));
+    }
+
     std::unique_ptr<PeerProcess> m_tool;
     bool m_posted = false;
 };
@@ -98,11 +102,14 @@ TEST_P(WindowAssistReports, MageryStatsAndSkills_GoToTheirVariables) {
 }
 
 TEST_P(WindowAssistReports, There_SearchesWhileNotLinked) {
-    m_state.AssistLinked = false;
-    m_state.AssistWindow = 0;
+    SetTitle(L"not yet");
+    m_link.FindAssist();
+    ASSERT_FALSE(m_state.AssistLinked);
+    ASSERT_EQ(m_link.AssistWindow(), 0U);
+    SetTitle(L"UOAssist 5.0 - Mira");
     Report(kAssistThere, 0, 0);
     EXPECT_TRUE(m_state.AssistLinked);
-    EXPECT_EQ(m_state.AssistWindow, m_tool->Handle());
+    EXPECT_EQ(m_link.AssistWindow(), m_tool->Handle());
 }
 
 TEST_P(WindowAssistReports, ValueThatDoesNotFit_FailsInTheGuardAndTheToolGoesOn) {

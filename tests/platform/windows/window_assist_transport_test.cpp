@@ -97,7 +97,7 @@ TEST_F(WindowAssist, OtherTitles_AreNoTool) {
     EXPECT_EQ(Flags(), std::pair(false, false));
     const auto alone = Start(L"UOAssist");
     m_link.FindAssist();
-    EXPECT_EQ(m_state.AssistWindow, alone->Handle());
+    EXPECT_EQ(m_link.AssistWindow(), alone->Handle());
 }
 
 TEST_F(WindowAssist, TwoTools_TheOneEnumeratedLastIsTalkedTo) {
@@ -110,7 +110,7 @@ TEST_F(WindowAssist, TwoTools_TheOneEnumeratedLastIsTalkedTo) {
         }
     });
     m_link.FindAssist();
-    EXPECT_EQ(m_state.AssistWindow, last);
+    EXPECT_EQ(m_link.AssistWindow(), last);
     EXPECT_EQ(one->Ask(kTellAsked) + other->Ask(kTellAsked), 1);
 }
 
@@ -220,7 +220,7 @@ TEST_F(WindowAssist, ToolThatEndsWhileItIsAsked_AnswersZero) {
         tool->End();
     });
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(patient.SendToWindow(m_state.AssistWindow, kAssistCount, 0, 0), 0);
+    EXPECT_EQ(patient.SendToWindow(m_link.AssistWindow(), kAssistCount, 0, 0), 0);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 3000ms);
     ending.join();
 }
