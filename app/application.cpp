@@ -7,8 +7,8 @@
 #include <QTimer>
 #include <chrono>
 
-#include "model/log.h"
 #include "widgets/guarded_events.h"
+#include "widgets/texts.h"
 
 namespace spellwick {
 
@@ -46,6 +46,7 @@ Application::Application(System system)
     m_main = std::make_unique<FormMain>(MainWindowServices{
         .companion = m_companion, .desktop = *m_system.desktop, .failures = m_runEnd});
     m_boxes.SetOwner(m_main.get());
+    m_hints = new Hints(*m_main, m_runEnd);
     const GuardedEvents events(m_runEnd, m_main.get());
     events.On(m_main.get(), &FormMain::SettingsWanted, "pressing Settings",
               [this] { ShowSettings(); });
@@ -98,7 +99,7 @@ void Application::Show(const Changes& changes) {
 }
 
 void Application::ShowHint(const std::string& text) {
-    LogLine(text);
+    m_hints->Show(ToQString(text));
 }
 
 void Application::ServeEvents() {

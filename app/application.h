@@ -16,6 +16,7 @@
 #include "settings_dialog/form_settings.h"
 #include "spell_info/form_info.h"
 #include "timers/timers_host.h"
+#include "widgets/hint.h"
 
 namespace spellwick {
 
@@ -61,6 +62,7 @@ class Application : private Forms {
     Companion m_companion;
     TimersHost m_timers;
     std::unique_ptr<FormMain> m_main;
+    Hints* m_hints = nullptr;  // the main window owns them
     std::unique_ptr<FormSettings> m_settings;
     std::unique_ptr<FormInfo> m_info;
 };
