@@ -21,8 +21,9 @@ namespace {
 constexpr QSize kLeastSize(556, 377);
 
 constexpr std::array<const char*, kTabCount> kTabCaptions{
-    "Spells && Reagents", "User Spells", "Macros", "Skills",
-    "Reagent Management", "Spell texts", "About",  "Settings"};
+    "Spells && Reagents", "User Spells", "Macros",   "Skills", "Reagent Management",
+    "Spell texts",        "About",       "Settings", "Game"};
+constexpr int kGameTab = 8;
 
 // Keeps the user's unfinished entry while the program refills its edit.
 class UnfinishedEntry {
@@ -72,19 +73,24 @@ void FormSettings::MakeStrip() {
     strip->setContentsMargins(2, 2, 2, 0);
     strip->setSpacing(1);
     for (int tab = 0; tab < kTabCount; ++tab) {
-        auto* button = new PageButton(this);
-        button->setObjectName(IndexedName("CheckTab", tab));
-        button->setText(QLatin1String(kTabCaptions[static_cast<std::size_t>(tab)]));
-        button->setAccessibleName(
-            button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
-        button->SetBoldWhenPressed(false);
-        button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-        strip->addWidget(button);
-        CheckTab[static_cast<std::size_t>(tab)] = button;
-        m_events.On(button, &QAbstractButton::clicked, "choosing a tab",
-                    [this, tab] { ClickCheckTab(tab); });
+        MakeTabButton(tab);
+        if (tab != kGameTab) {
+            strip->addWidget(CheckTab[static_cast<std::size_t>(tab)]);
+        }
     }
     static_cast<QVBoxLayout*>(layout())->addLayout(strip);
+}
+
+void FormSettings::MakeTabButton(int tab) {
+    auto* button = new PageButton(this);
+    button->setObjectName(IndexedName("CheckTab", tab));
+    button->setText(QLatin1String(kTabCaptions[static_cast<std::size_t>(tab)]));
+    button->setAccessibleName(button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+    button->SetBoldWhenPressed(false);
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    CheckTab[static_cast<std::size_t>(tab)] = button;
+    m_events.On(button, &QAbstractButton::clicked, "choosing a tab",
+                [this, tab] { ClickCheckTab(tab); });
 }
 
 void FormSettings::MakeTabs() {
@@ -96,12 +102,13 @@ void FormSettings::MakeTabs() {
     m_spellTexts = new SpellTextsTab(m_services, this);
     m_about = new AboutTab(m_services, this);
     m_general = new GeneralTab(m_services, m_commonDialog, this);
+    m_game = new GameTab(m_services, this);
     m_events.On(m_general, &GeneralTab::PlayerChanged, "choosing a player",
                 [this] { RefreshDialog(); });
     m_events.On(m_skills, &SkillsTab::FocusGivenAway, "entering a chance",
                 [this] { Command1->setFocus(Qt::OtherFocusReason); });
-    m_tabs = {m_spells,   m_userSpells, m_macros, m_skills,
-              m_reagents, m_spellTexts, m_about,  m_general};
+    m_tabs = {m_spells,     m_userSpells, m_macros,  m_skills, m_reagents,
+              m_spellTexts, m_about,      m_general, m_game};
     m_panels = new QStackedLayout;
     for (int tab = 0; tab < kTabCount; ++tab) {
         Tab(tab).setObjectName(IndexedName("TabFrame", tab + 1));
@@ -117,8 +124,11 @@ void FormSettings::MakeButtons() {
     Command1->setAccessibleName(QStringLiteral("OK"));
     m_events.On(Command1, &QPushButton::clicked, "closing the settings",
                 [this] { ClickCommand1(); });
+    // The strip above is full, so the last of its buttons stands in the corner.
+    CheckTab[kGameTab]->setFixedHeight(Command1->sizeHint().height());
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(9, 0, 9, 8);
+    row->setContentsMargins(2, 0, 9, 8);
+    row->addWidget(CheckTab[kGameTab]);
     row->addStretch();
     row->addWidget(Command1);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
@@ -141,8 +151,9 @@ void FormSettings::Form_Load() {
         CheckTab[0]->setChecked(true);
     }
     m_panels->setCurrentIndex(0);
-    const std::initializer_list<SettingsTab*> all{m_spells,   m_macros, m_general,    m_userSpells,
-                                                  m_reagents, m_skills, m_spellTexts, m_about};
+    const std::initializer_list<SettingsTab*> all{m_spells,     m_macros,   m_general,
+                                                  m_userSpells, m_reagents, m_skills,
+                                                  m_spellTexts, m_about,    m_game};
     for (SettingsTab* tab : all) {
         IgnoreFailure([&] { tab->Load(); });
     }

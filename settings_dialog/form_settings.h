@@ -1,5 +1,5 @@
-// The settings dialog: eight buttons over eight panels, one class for each panel. Built once,
-// hidden, and shown modally; every change takes effect at once.
+// The settings dialog: nine buttons and their panels, one class for each panel. Built once, hidden,
+// and shown modally; every change takes effect at once.
 #pragma once
 
 #include <QDialog>
@@ -11,6 +11,7 @@
 #include "companion/screen.h"
 #include "settings_dialog/about_tab.h"
 #include "settings_dialog/common_dialog.h"
+#include "settings_dialog/game_tab.h"
 #include "settings_dialog/general_tab.h"
 #include "settings_dialog/macros_tab.h"
 #include "settings_dialog/reagents_tab.h"
@@ -24,7 +25,7 @@
 
 namespace spellwick {
 
-inline constexpr int kTabCount = 8;
+inline constexpr int kTabCount = 9;
 
 class FormSettings : public QDialog {
     Q_OBJECT
@@ -53,7 +54,7 @@ class FormSettings : public QDialog {
     // Draws what an action of the companion has changed here.
     void Show(const Screen& screen, const Changes& changes);
 
-    // Button handlers; tabs are 0 to 7.
+    // Button handlers; tabs are 0 to 8.
     void ClickCheckTab(int tab);
     void ClickCommand1();
     void ClickCommandDummy();
@@ -66,6 +67,7 @@ class FormSettings : public QDialog {
     SpellTextsTab& SpellTexts() { return *m_spellTexts; }
     AboutTab& About() { return *m_about; }
     GeneralTab& General() { return *m_general; }
+    GameTab& Game() { return *m_game; }
     SettingsTab& Tab(int tab) { return *m_tabs[static_cast<std::size_t>(tab)]; }
 
     std::array<PageButton*, kTabCount> CheckTab{};
@@ -83,6 +85,7 @@ class FormSettings : public QDialog {
 
   private:
     void MakeStrip();
+    void MakeTabButton(int tab);
     void MakeTabs();
     void MakeButtons();
     void RestorePlace();
@@ -105,6 +108,7 @@ class FormSettings : public QDialog {
     SpellTextsTab* m_spellTexts = nullptr;
     AboutTab* m_about = nullptr;
     GeneralTab* m_general = nullptr;
+    GameTab* m_game = nullptr;
     std::array<SettingsTab*, kTabCount> m_tabs{};
     WindowPlaces::Place m_place;
     std::string m_shownPlayer;

@@ -74,7 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
                     TabRow{"Reagents", 4, "Reagent Management", "ComboTransfer(0)"},
                     TabRow{"SpellTexts", 5, "Spell texts", "ComboSpellText"},
                     TabRow{"About", 6, "About", ""},
-                    TabRow{"Settings", 7, "Settings", "ComboUOwindow"}),
+                    TabRow{"Settings", 7, "Settings", "ComboUOwindow"},
+                    TabRow{"Game", 8, "Game", "CheckFront"}),
     [](const auto& row) { return row.param.name; });
 
 TEST_F(FormSettingsTest, Start_FirstTabIsOpenUnderTheCaption) {
@@ -407,16 +408,18 @@ TEST_F(FormSettingsTest, TabKey_GoesThroughTheStripThePanelAndOk) {
     ShowTab(7);
     Form().CheckTab[0]->setFocus();
     std::vector<std::string> order;
-    for (int step = 0; step < 17; ++step) {
+    for (int step = 0; step < 18; ++step) {
         order.push_back(FocusName());
         Press(Qt::Key_Tab);
     }
     EXPECT_THAT(order, ElementsAre("CheckTab(0)", "CheckTab(1)", "CheckTab(2)", "CheckTab(3)",
                                    "CheckTab(4)", "CheckTab(5)", "CheckTab(6)", "CheckTab(7)",
-                                   "ComboUOwindow", "CheckAlwaysOnTop", "CheckDisplayVertical",
-                                   "CheckShowNecroRegs", "CheckCasting", "CheckMeditation",
-                                   "TextMana", "TextYellow", "LabelColor"));
+                                   "CheckTab(8)", "ComboUOwindow", "CheckAlwaysOnTop",
+                                   "CheckDisplayVertical", "CheckShowNecroRegs", "CheckCasting",
+                                   "CheckMeditation", "TextMana", "TextYellow", "LabelColor"));
     EXPECT_EQ(FocusName(), "Command1");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(FocusName(), "CheckTab(0)");
 }
 
 TEST_F(FormSettingsTest, EveryControlHasANameAndWordsToReadOut) {

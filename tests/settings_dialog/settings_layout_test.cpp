@@ -110,13 +110,22 @@ class SettingsLayoutTest : public SettingsFixture, public testing::WithParamInte
 };
 
 TEST_P(SettingsLayoutTest, Strip_FitsTheDialogAndItsCaptions) {
+    constexpr std::size_t kInStrip = 8;
     int right = 0;
-    for (const PageButton* button : Form().CheckTab) {
+    for (std::size_t tab = 0; tab < kInStrip; ++tab) {
+        const PageButton* button = Form().CheckTab[tab];
+        EXPECT_EQ(button->y(), Form().CheckTab[0]->y());
         EXPECT_GE(button->width(), button->sizeHint().width());
         EXPECT_GE(button->x(), right);
         right = button->x() + button->width();
     }
-    EXPECT_LE(right, Form().width());
+    EXPECT_EQ(right, Form().width() - 2);
+    const PageButton& game = *Form().CheckTab[kInStrip];
+    EXPECT_GE(game.width(), game.sizeHint().width());
+    EXPECT_TRUE(Form().rect().contains(game.geometry()));
+    EXPECT_EQ(game.x(), Form().CheckTab[0]->x());
+    EXPECT_GE(game.y(), Form().Tab(0).geometry().bottom());
+    EXPECT_FALSE(game.geometry().intersects(Form().Command1->geometry()));
     EXPECT_TRUE(Form().rect().contains(Form().Command1->geometry()));
 }
 
