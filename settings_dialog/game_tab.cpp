@@ -25,7 +25,7 @@ void GameTab::Load() {
 
 void GameTab::ClickFront() {
     m_state.CheckFront = CheckFront->isChecked();
-    m_services.mainWindow.SaveOption(kCheckFrontKey.key, BoolText(m_state.CheckFront));
+    m_services.companion.SaveOption(kCheckFrontKey.key, BoolText(m_state.CheckFront));
 }
 
 }  // namespace spellwick
