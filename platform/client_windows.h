@@ -29,6 +29,13 @@ class ClientWindows {
     // True if the window has the keyboard afterwards; false if it is gone, cannot be seen or does
     // not want the keyboard.
     [[nodiscard]] virtual bool SetFocus(WindowHandle window) = 0;
+
+    // True while what is typed goes into the window; false if it is gone. Cheap enough for a look
+    // before each key.
+    [[nodiscard]] virtual bool HasKeyboard(WindowHandle window) = 0;
+
+    // True while what is typed goes into any window of the program that this one belongs to.
+    [[nodiscard]] virtual bool ProgramHasKeyboard(WindowHandle window) = 0;
 };
 
 }  // namespace spellwick

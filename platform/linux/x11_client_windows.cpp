@@ -83,6 +83,24 @@ bool X11ClientWindows::SetFocus(WindowHandle window) {
     return HasFocus(window) || GiveFocus(window);
 }
 
+bool X11ClientWindows::HasKeyboard(WindowHandle window) {
+    m_connection.DropEvents();
+    return window != 0 && HasFocus(window);
+}
+
+// The upper bits of a window's number are those of the program that has made it.
+bool X11ClientWindows::ProgramHasKeyboard(WindowHandle window) {
+    m_connection.DropEvents();
+    const xcb_window_t mask = xcb_get_setup(m_connection.Get())->resource_id_mask;
+    const xcb_window_t base = window & ~mask;
+    const xcb_window_t focus = Focus();
+    if (window == 0 || !m_connection.Works()) {
+        return false;
+    }
+    return focus == XCB_INPUT_FOCUS_POINTER_ROOT ? PointerIsInProgram(base)
+                                                 : (focus & ~mask) == base;
+}
+
 bool X11ClientWindows::ManagerActivates() const {
     return m_hints.ManagerSupports(m_hints.Get()->_NET_ACTIVE_WINDOW);
 }
@@ -178,16 +196,36 @@ bool X11ClientWindows::Exists(xcb_window_t window) const {
 }
 
 bool X11ClientWindows::HasFocus(xcb_window_t window) const {
-    xcb_connection_t* x = m_connection.Get();
-    const auto focus = OwnReply(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
     std::optional<xcb_window_t> inside;
-    if (focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT) {
-        inside = focus->focus;
+    if (const xcb_window_t focus = Focus(); focus > XCB_INPUT_FOCUS_POINTER_ROOT) {
+        inside = focus;
     }
     while (inside && *inside != window && *inside != XCB_NONE) {
         inside = ParentOf(*inside);
     }
     return inside == window;
+}
+
+// XCB_NONE also when the connection is lost.
+xcb_window_t X11ClientWindows::Focus() const {
+    xcb_connection_t* x = m_connection.Get();
+    const auto focus = OwnReply(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+    return focus ? focus->focus : xcb_window_t{XCB_NONE};
+}
+
+// With the focus on the pointer's root, keys go to the window below the pointer.
+bool X11ClientWindows::PointerIsInProgram(xcb_window_t base) const {
+    xcb_connection_t* x = m_connection.Get();
+    const xcb_window_t mask = xcb_get_setup(x)->resource_id_mask;
+    for (xcb_window_t window = m_connection.Root(); window != XCB_NONE;) {
+        if ((window & ~mask) == base) {
+            return true;
+        }
+        const auto pointer =
+            OwnReply(xcb_query_pointer_reply(x, xcb_query_pointer(x, window), nullptr));
+        window = pointer ? pointer->child : xcb_window_t{XCB_NONE};
+    }
+    return false;
 }
 
 std::optional<xcb_window_t> X11ClientWindows::ParentOf(xcb_window_t window) const {

@@ -26,6 +26,8 @@ class X11ClientWindows : public ClientWindows {
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;
     bool SetFocus(WindowHandle window) override;
+    bool HasKeyboard(WindowHandle window) override;
+    bool ProgramHasKeyboard(WindowHandle window) override;
 
   private:
     explicit X11ClientWindows(const std::string& display);
@@ -37,6 +39,8 @@ class X11ClientWindows : public ClientWindows {
     bool IsViewable(xcb_window_t window) const;
     bool Exists(xcb_window_t window) const;
     bool HasFocus(xcb_window_t window) const;
+    xcb_window_t Focus() const;
+    bool PointerIsInProgram(xcb_window_t base) const;
     std::optional<xcb_window_t> ParentOf(xcb_window_t window) const;
     xcb_timestamp_t ServerTime() const;
     bool WantsInput(xcb_window_t window) const;

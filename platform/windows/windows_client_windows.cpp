@@ -79,4 +79,12 @@ bool WindowsClientWindows::SetFocus(WindowHandle window) {
                    [&] { return GetForegroundWindow() == target && HasFocus(target); });
 }
 
+bool WindowsClientWindows::ProgramHasKeyboard(WindowHandle window) {
+    DWORD ours = 0;
+    DWORD front = 0;
+    GetWindowThreadProcessId(HwndOf(window), &ours);
+    GetWindowThreadProcessId(GetForegroundWindow(), &front);
+    return ours != 0 && ours == front;
+}
+
 }  // namespace spellwick

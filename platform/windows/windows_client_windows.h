@@ -21,6 +21,10 @@ class WindowsClientWindows : public ClientWindows {
     // Another program manages its own focus: true if the window is in front and it or one of its
     // controls has the focus.
     bool SetFocus(WindowHandle window) override;
+
+    // Input goes to the window in front.
+    bool HasKeyboard(WindowHandle window) override { return IsForegroundWindow(window); }
+    bool ProgramHasKeyboard(WindowHandle window) override;
 };
 
 }  // namespace spellwick

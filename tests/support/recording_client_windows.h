@@ -28,11 +28,18 @@ class RecordingClientWindows : public ClientWindows {
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override { return foreground == window; }
     bool SetFocus(WindowHandle window) override;
+    bool HasKeyboard(WindowHandle window) override {
+        return Find(window) != nullptr && foreground == window && !keyboardIsElsewhere;
+    }
+    bool ProgramHasKeyboard(WindowHandle /*window*/) override { return ourProgramHasKeyboard; }
 
     // The desktop, top window first. A test may change it at any time.
     std::vector<Window> windows;
     WindowHandle foreground = 0;
     WindowHandle focus = 0;
+    // Whatever window is in front.
+    bool keyboardIsElsewhere = false;
+    bool ourProgramHasKeyboard = false;
     // Called at the end of each SetForegroundWindow.
     std::function<void()> afterSetForeground;
 
