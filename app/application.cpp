@@ -19,7 +19,7 @@ constexpr std::chrono::milliseconds kAfterFirstPaint{150};
 // Where the display takes no keys; the user was told at the start.
 class NoKeySender : public KeySender {
   public:
-    SendResult SendKeys(std::string_view /*text*/, bool /*wait*/) override {
+    SendResult SendKeys(std::string_view /*text*/, bool /*wait*/, KeyTarget& /*target*/) override {
         return {"This display takes no keys."};
     }
 };

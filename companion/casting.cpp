@@ -1,5 +1,6 @@
 #include "companion/casting.h"
 
+#include "companion/client_target.h"
 #include "link/keystroke_string.h"
 #include "model/cast_rules.h"
 #include "model/log.h"
@@ -61,7 +62,9 @@ void Casting::CastSpell(i32 slot) {
     m_last.SendString = SpellString(m_state, row);
     CommitEntries();
     BringClientForward();
-    SendKeys();
+    if (!SendKeys()) {
+        return;
+    }
     // ODDITY(debit-after-switch): when character or bag change in the pause, the new ones pay; kept
     // because the debit works on the counters as they stand after the keys.
     if (!m_state.AssistLinked) {
@@ -122,26 +125,43 @@ void Casting::BringClientForward() {
     Forms& forms = m_parts.display.TheForms();
     m_parts.display.Tell();
     const bool came = clients.SetForegroundWindow(m_state.ClientWindow);
-    // The keys go out all the same: the focus may only be late.
+    // What became of it is looked at after the pause: the focus may only be late.
     static_cast<void>(clients.SetFocus(m_state.ClientWindow));
     forms.Pause();
     // When a message box has just been answered, a desktop may give the front back to our own
     // window only now, after it was given away.
-    if (came && !clients.IsForegroundWindow(m_state.ClientWindow) &&
-        clients.SetForegroundWindow(m_state.ClientWindow)) {
+    if (came && !ClientIsInFront() && clients.SetForegroundWindow(m_state.ClientWindow)) {
         static_cast<void>(clients.SetFocus(m_state.ClientWindow));
         forms.Pause();
     }
 }
 
-void Casting::SendKeys() {
+bool Casting::ClientIsInFront() {
+    return m_services.clients.IsForegroundWindow(m_state.ClientWindow) &&
+           m_services.clients.HasKeyboard(m_state.ClientWindow);
+}
+
+bool Casting::SendKeys() {
+    ClientTarget target(m_services.clients, m_state);
+    SendResult sent;
+    if (target.MayType()) {
+        sent = m_services.keys.SendKeys(m_last.SendString, true, target);
+    } else {
+        sent.stopped = true;
+    }
+    if (sent.stopped) {
+        const bool begun = sent.strokes > 0;
+        m_parts.display.Tell();
+        m_parts.display.TheForms().ShowHint(std::string(begun ? kUnfinishedHint : kNotInFrontHint));
+        return begun;
+    }
     // ODDITY(untyped-cast-pays): a cast whose keys cannot be typed, as on a keyboard without an Alt
     // key, costs its reagents all the same; kept because the program cannot tell what the game has
     // made of the keys either. The log says so.
-    const SendResult sent = m_services.keys.SendKeys(m_last.SendString, true);
     if (!sent.Ok()) {
         LogLine("the game's keys were not typed: " + sent.error);
     }
+    return true;
 }
 
 void Casting::DebitSpell(i32 row) {
@@ -200,7 +220,7 @@ void Casting::Meditate() {
     if (m_parts.player.FindClient()) {
         BringClientForward();
         m_last.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
-        SendKeys();
+        static_cast<void>(SendKeys());
     } else {
         m_parts.player.ShowClientNotFound();
     }

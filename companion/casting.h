@@ -56,7 +56,10 @@ class Casting {
     bool RefuseForStock(i32 slot, i32 row);
     BoxAnswer ShowBox(const Box& box);
     void BringClientForward();
-    void SendKeys();
+    // False if not a key went out, because the game, or with the option off anything but our own
+    // windows, was not in front.
+    bool SendKeys();
+    bool ClientIsInFront();
     SlotScreen& Slot(i32 slot) {
         return m_parts.display.screen.spellSlots[static_cast<std::size_t>(slot)];
     }

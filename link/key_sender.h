@@ -1,16 +1,27 @@
 // Types a keystroke string into whatever window has the keyboard.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace spellwick {
 
-// `error` is empty, or a sentence for the user that says why not all was typed.
 struct [[nodiscard]] SendResult {
-    std::string error;
+    std::string error;        // empty, or a sentence that says why not all was typed
+    bool stopped = false;     // the target did not allow the rest
+    std::size_t strokes = 0;  // keystrokes that are typed; all of them if there is no error
 
     bool Ok() const { return error.empty(); }
+};
+
+// The window that the keys are meant for.
+class KeyTarget {
+  public:
+    virtual ~KeyTarget() = default;
+
+    // Asked before each keystroke; false ends the typing there.
+    [[nodiscard]] virtual bool MayType() = 0;
 };
 
 class KeySender {
@@ -19,7 +30,7 @@ class KeySender {
 
     // Returns when the keys are typed; with `wait`, when the system has taken them all as well.
     // What cannot be typed whole is not begun. However it ends, no key stays down.
-    virtual SendResult SendKeys(std::string_view text, bool wait) = 0;
+    virtual SendResult SendKeys(std::string_view text, bool wait, KeyTarget& target) = 0;
 
     // Puts away what the last sends had to borrow of the keyboard, once nobody can need it any
     // more. Cheap; to be called about once a second.

@@ -82,7 +82,7 @@ SendResult ReleaseHands(const KeyPlan& plan, const Keymap& keymap, Keyboard& key
 }  // namespace
 
 SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard,
-                      const Pace& pace) {
+                      const Pace& pace, KeyTarget& target) {
     if (!plan.bindings.empty() && !keyboard.Bind(plan.bindings)) {
         return {kLost};
     }
@@ -93,15 +93,25 @@ SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keybo
     if (!undo.Unlock()) {
         return {kLost};
     }
+    SendResult result;
+    bool begins = true;
     for (const KeyEvent& event : plan.events) {
-        if (!undo.Do(event)) {
-            return {kLost};
+        if (begins && !target.MayType()) {
+            result.error = "The window that the keys are for has lost the keyboard.";
+            result.stopped = true;
+            return result;
         }
+        if (!undo.Do(event)) {
+            result.error = kLost;
+            return result;
+        }
+        begins = event.pause == PauseAfter::kGap;
+        result.strokes += begins ? 1 : 0;
         if (event.pause != PauseAfter::kNone) {
             keyboard.Pause(event.pause == PauseAfter::kHold ? pace.hold : pace.gap);
         }
     }
-    return {};
+    return result;
 }
 
 }  // namespace spellwick

@@ -19,9 +19,10 @@ struct Pace {
     std::chrono::milliseconds gap = kKeyGap;
 };
 
-// Returns when everything is typed, or with the reason why not. However it ends, every key that it
+// Returns when everything is typed, or with the reason why not. Looks at the target before each
+// keystroke. However it ends, every key that it
 // has pressed is released and the locks are as before, as far as the connection still allows.
 SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard,
-                      const Pace& pace);
+                      const Pace& pace, KeyTarget& target);
 
 }  // namespace spellwick

@@ -21,7 +21,7 @@ KeystrokeSender::~KeystrokeSender() {
     Tick();
 }
 
-SendResult KeystrokeSender::SendKeys(std::string_view text, bool wait) {
+SendResult KeystrokeSender::SendKeys(std::string_view text, bool wait, KeyTarget& target) {
     Tick();
     const std::optional<Keymap> keymap = m_keyboard.ReadKeymap();
     if (!keymap) {
@@ -35,7 +35,7 @@ SendResult KeystrokeSender::SendKeys(std::string_view text, bool wait) {
     if (plan.events.empty()) {
         return {};
     }
-    SendResult result = RunKeyPlan(plan, *keymap, m_keyboard, m_pace);
+    SendResult result = RunKeyPlan(plan, *keymap, m_keyboard, m_pace, target);
     NoteBorrowed(plan);
     if (wait && result.Ok() && !m_keyboard.Sync()) {
         result.error = "The connection to the keyboard is lost.";

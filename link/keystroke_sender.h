@@ -26,7 +26,7 @@ class KeystrokeSender : public KeySender {
     // Gives back all borrowed key codes; waits until that is safe.
     ~KeystrokeSender() override;
 
-    SendResult SendKeys(std::string_view text, bool wait) override;
+    SendResult SendKeys(std::string_view text, bool wait, KeyTarget& target) override;
     void Tick() override;
 
   private:

@@ -25,6 +25,9 @@ inline constexpr std::string_view kBookQuestion =
     "That Spell is not in your SpellBook. Do you want it added to your spellbook so you can use "
     "it now ?";
 
+inline constexpr std::string_view kNotInFrontHint = "Not cast: the game did not come to the front";
+inline constexpr std::string_view kUnfinishedHint = "Line not finished: the game lost the front";
+
 // The message that refuses a cast for lack of stock, by the school of the spell.
 std::string_view StockRefusal(i32 school);
 

@@ -103,6 +103,28 @@ TEST_F(CastingEndToEnd, ClickWithoutClient_ShowsABoxAndTakesNothing) {
     EXPECT_EQ(Stored(kMira, "SS 0"), "10");
 }
 
+TEST_F(CastingEndToEnd, GameThatDoesNotComeToTheFront_GetsNothingAndCostsNothing) {
+    PrepareMage(kMira, 10);
+    const xcb_window_t other = m_desk->Session().MakeWindow("other", "Other", "another window");
+    StartBoth();
+    ClickSpell(kHeal);
+    // Longer than the game is waited for and given its pause, twice.
+    const auto end = std::chrono::steady_clock::now() + 1500ms;
+    while (std::chrono::steady_clock::now() < end) {
+        xcb_set_input_focus(m_desk->Session().Connection(), XCB_INPUT_FOCUS_PARENT, other,
+                            XCB_CURRENT_TIME);
+        m_desk->Session().Sync();
+        std::this_thread::sleep_for(5ms);
+    }
+    m_desk->RestingPicture(Window());
+    EXPECT_THAT(Typed(), IsEmpty());
+    EXPECT_EQ(CloseSpellwick(), 0);
+    EXPECT_THAT(StoredSection(kMira),
+                IsSupersetOf({std::pair<const std::string, std::string>{"SS 0", "10"},
+                              {"GA 0", "10"},
+                              {"GI 0", "10"}}));
+}
+
 TEST_F(CastingEndToEnd, EntryInACounter_IsCommittedBeforeTheCast) {
     PrepareMage(kMira, 10);
     StartBoth();

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/link/hand_made_keymaps.h"
+#include "tests/support/any_target.h"
 #include "tests/support/recording_keyboard.h"
 
 namespace spellwick {
@@ -19,7 +20,7 @@ using testing::IsEmpty;
 std::string TypedOn(const Keymap& keymap, std::string_view text) {
     RecordingKeyboard keyboard(keymap);
     KeystrokeSender sender(keyboard);
-    const SendResult result = sender.SendKeys(text, true);
+    const SendResult result = sender.SendKeys(text, true, anywhere);
     EXPECT_TRUE(result.Ok()) << result.error;
     EXPECT_THAT(keyboard.Down(), IsEmpty());
     EXPECT_EQ(keyboard.keymap.locked, keymap.locked);
@@ -53,7 +54,7 @@ TEST(KeystrokeSender, HeldModifiers_AreReleasedFirstAndStayReleased) {
     keymap.down = {kControlKey, kShiftKey};
     RecordingKeyboard keyboard(keymap);
     KeystrokeSender sender(keyboard);
-    EXPECT_TRUE(sender.SendKeys("ab", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("ab", true, anywhere).Ok());
     EXPECT_EQ(keyboard.Typed(), "ab");
     EXPECT_THAT(keyboard.Down(), IsEmpty());
     ASSERT_GE(keyboard.events.size(), 2U);
@@ -70,8 +71,38 @@ TEST(KeystrokeSender, HandThatDoesNotLetGo_NothingIsTyped) {
     RecordingKeyboard keyboard(keymap);
     keyboard.stuck = {kControlKey};
     KeystrokeSender sender(keyboard);
-    EXPECT_FALSE(sender.SendKeys("ab", true).Ok());
+    EXPECT_FALSE(sender.SendKeys("ab", true, anywhere).Ok());
     EXPECT_EQ(keyboard.Typed(), "");
+}
+
+// Allows a number of keystrokes.
+class TargetThatGoes : public KeyTarget {
+  public:
+    explicit TargetThatGoes(std::size_t allowed) : m_left(allowed) {}
+    bool MayType() override { return m_left-- != 0; }
+
+  private:
+    std::size_t m_left;
+};
+
+TEST(KeystrokeSender, TargetThatGoes_EndsTheTypingBeforeTheNextKeystroke) {
+    const std::vector<std::string> typed{"", "<Alt+F1>", "<Alt+F1>a", "<Alt+F1>aB",
+                                         "<Alt+F1>aB<Enter>"};
+    for (std::size_t allowed = 0; allowed < typed.size(); ++allowed) {
+        SCOPED_TRACE(allowed);
+        Keymap keymap = Us();
+        keymap.locked = kCaps;
+        RecordingKeyboard keyboard(keymap);
+        KeystrokeSender sender(keyboard);
+        TargetThatGoes target(allowed);
+        const SendResult result = sender.SendKeys("%{F1}aB{ENTER}", true, target);
+        EXPECT_EQ(keyboard.Typed(), typed[allowed]);
+        EXPECT_EQ(result.strokes, allowed);
+        EXPECT_EQ(result.stopped, allowed < 4);
+        EXPECT_EQ(result.Ok(), allowed == 4);
+        EXPECT_THAT(keyboard.Down(), IsEmpty());
+        EXPECT_EQ(keyboard.keymap.locked, kCaps);
+    }
 }
 
 TEST(KeystrokeSender, WhatCannotBeTypedWhole_IsNotBegun) {
@@ -79,14 +110,14 @@ TEST(KeystrokeSender, WhatCannotBeTypedWhole_IsNotBegun) {
     keymap.spares = {};
     RecordingKeyboard keyboard(keymap);
     KeystrokeSender sender(keyboard);
-    EXPECT_FALSE(sender.SendKeys("abc\u00e4", true).Ok());
+    EXPECT_FALSE(sender.SendKeys("abc\u00e4", true, anywhere).Ok());
     EXPECT_THAT(keyboard.events, IsEmpty());
 }
 
 TEST(KeystrokeSender, HoldAndGap_AreKept) {
     RecordingKeyboard keyboard(Us());
     KeystrokeSender sender(keyboard, {30ms, 20ms});
-    EXPECT_TRUE(sender.SendKeys("%ab", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("%ab", true, anywhere).Ok());
     std::vector<std::chrono::milliseconds> times;
     for (const RecordingKeyboard::Event& event : keyboard.events) {
         times.push_back(event.time);
@@ -97,19 +128,19 @@ TEST(KeystrokeSender, HoldAndGap_AreKept) {
 TEST(KeystrokeSender, ChangeOfLayoutBetweenSends_IsNoticed) {
     RecordingKeyboard keyboard(Us());
     KeystrokeSender sender(keyboard);
-    EXPECT_TRUE(sender.SendKeys("qa", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("qa", true, anywhere).Ok());
     keyboard.keymap = Fr();
-    EXPECT_TRUE(sender.SendKeys("qa", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("qa", true, anywhere).Ok());
     EXPECT_EQ(keyboard.Typed(), "qaqa");
 }
 
 TEST(KeystrokeSender, BorrowedCodes_AreGivenBackAfterTheGracePeriodOfTheirLastUse) {
     RecordingKeyboard keyboard(Us());
     KeystrokeSender sender(keyboard, {1ms, 1ms}, 1000ms);
-    EXPECT_TRUE(sender.SendKeys("\u00e4\u00f6", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("\u00e4\u00f6", true, anywhere).Ok());
     EXPECT_EQ(keyboard.bound.size(), 2U);
     keyboard.Pause(900ms);
-    EXPECT_TRUE(sender.SendKeys("\u00f6", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("\u00f6", true, anywhere).Ok());
     EXPECT_EQ(keyboard.bound.size(), 2U);
     keyboard.Pause(500ms);
     sender.Tick();
@@ -126,9 +157,9 @@ TEST(KeystrokeSender, BorrowedCodes_AreGivenBackAfterTheGracePeriodOfTheirLastUs
 TEST(KeystrokeSender, BorrowedCodesLongUnused_AreGivenBackAtTheNextSend) {
     RecordingKeyboard keyboard(Us());
     KeystrokeSender sender(keyboard, {1ms, 1ms}, 1000ms);
-    EXPECT_TRUE(sender.SendKeys("\u00e4", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("\u00e4", true, anywhere).Ok());
     keyboard.Pause(5000ms);
-    EXPECT_TRUE(sender.SendKeys("a", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("a", true, anywhere).Ok());
     EXPECT_THAT(keyboard.bound, IsEmpty());
 }
 
@@ -137,7 +168,7 @@ TEST(KeystrokeSender, EndOfTheSender_GivesBackWhenTheGracePeriodIsOver) {
     const auto start = keyboard.Now();
     {
         KeystrokeSender sender(keyboard, {1ms, 1ms}, 1000ms);
-        EXPECT_TRUE(sender.SendKeys("\u00e4", true).Ok());
+        EXPECT_TRUE(sender.SendKeys("\u00e4", true, anywhere).Ok());
     }
     EXPECT_THAT(keyboard.bound, IsEmpty());
     EXPECT_GE(keyboard.Now() - start, 1000ms);
@@ -146,8 +177,8 @@ TEST(KeystrokeSender, EndOfTheSender_GivesBackWhenTheGracePeriodIsOver) {
 TEST(KeystrokeSender, EmptyText_TouchesNothing) {
     RecordingKeyboard keyboard(Us());
     KeystrokeSender sender(keyboard);
-    EXPECT_TRUE(sender.SendKeys("", true).Ok());
-    EXPECT_TRUE(sender.SendKeys("%^+", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("", true, anywhere).Ok());
+    EXPECT_TRUE(sender.SendKeys("%^+", true, anywhere).Ok());
     EXPECT_THAT(keyboard.events, IsEmpty());
 }
 
@@ -177,7 +208,7 @@ TEST(KeystrokeSender, AbortAtEveryEvent_LeavesNoKeyDownAndTheLocksAsBefore) {
                 keymap.locked = kCaps | kLevelThree;
                 FailingOnce keyboard(keymap, failing);
                 KeystrokeSender sender(keyboard);
-                const SendResult result = sender.SendKeys(text, true);
+                const SendResult result = sender.SendKeys(text, true, anywhere);
                 EXPECT_EQ(result.Ok(), failing >= keyboard.events.size());
                 EXPECT_THAT(keyboard.Down(), IsEmpty());
                 EXPECT_EQ(keyboard.keymap.locked, keymap.locked);
@@ -202,7 +233,7 @@ TEST(KeystrokeSender, ConnectionLostAtEveryCall_IsASentenceAndNoCrash) {
         RecordingKeyboard keyboard(Us());
         keyboard.callsUntilLost = calls;
         KeystrokeSender sender(keyboard);
-        const SendResult result = sender.SendKeys("%{F1}\u00e4B", true);
+        const SendResult result = sender.SendKeys("%{F1}\u00e4B", true, anywhere);
         ok = result.Ok();
         EXPECT_EQ(result.error.empty(), ok);
     }

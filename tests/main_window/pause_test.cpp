@@ -10,6 +10,7 @@ namespace spellwick {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 // Whatever the toolkit calls our window, it is not the client.
 constexpr WindowHandle kOurs = 70;
@@ -93,8 +94,18 @@ TEST_F(PauseTest, Meditate_FrontGivenBackToUsInThePause_IsTakenAgainBeforeTheKey
                                        "foreground 7", "focus 7", "keys  {ENTER}"));
 }
 
-TEST_F(PauseTest, CastSpell_FrontLostAgainAndAgain_TheKeysAreNotPutOffForEver) {
+TEST_F(PauseTest, CastSpell_FrontLostAgainAndAgain_EndsTheCast) {
     StartWithMira();
+    m_clients.afterSetForeground = [&] { m_clients.foreground = 0; };
+    ClickSpell(0);
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7"));
+    EXPECT_EQ(Text("Reagent", 3), "50");
+    EXPECT_THAT(TakeHints(), ElementsAre("Not cast: the game did not come to the front"));
+}
+
+TEST_F(PauseTest, CastSpell_FrontLostAgainAndAgainAndNotAskedFor_TheKeysAreNotPutOffForEver) {
+    StartWithMira();
+    State().CheckFront = false;
     m_clients.afterSetForeground = [&] { m_clients.foreground = 0; };
     ClickSpell(0);
     EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7",
@@ -117,8 +128,23 @@ TEST_F(PauseTest, CastSpell_Oddity_PlayerSwitchedInThePausePays) {
     EXPECT_EQ(Saved(kMira, "BM 0"), "50");
 }
 
-TEST_F(PauseTest, CastSpell_ClientClosesInThePause_TypesAndDebitsAllTheSame) {
+TEST_F(PauseTest, CastSpell_ClientClosesInThePause_EndsTheCast) {
     StartWithMira();
+    InThePause([&] {
+        OpenClient("");
+        Tick(1);
+    });
+    ClickSpell(0);
+    EXPECT_THAT(m_keys.sent, IsEmpty());
+    EXPECT_EQ(Text("Reagent", 3), "50");
+    EXPECT_EQ(State().ClientWindow, 0U);
+    EXPECT_FALSE(Form().Timer1(0).isActive());
+    EXPECT_THAT(TakeHints(), ElementsAre("Not cast: the game did not come to the front"));
+}
+
+TEST_F(PauseTest, CastSpell_ClientClosesInThePauseAndNotAskedFor_TypesAndDebitsAllTheSame) {
+    StartWithMira();
+    State().CheckFront = false;
     InThePause([&] {
         OpenClient("");
         Tick(1);
@@ -134,8 +160,9 @@ TEST_F(PauseTest, CastSpell_ClientGoneBeforeIt_NothingSticks) {
     StartWithMira();
     m_clients.windows.clear();
     ClickSpell(0);
-    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "keys %1{ENTER}"));
+    EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7"));
     EXPECT_FALSE(Form().Timer1(0).isActive());
+    EXPECT_EQ(TakeHints().size(), 1U);
 }
 
 TEST_F(PauseTest, CastSpell_BagSwitchedInThePause_TheNewBagPays) {
@@ -200,18 +227,31 @@ TEST_F(PauseTest, CastSpell_PlayerSwitchedWhileTheBookBoxStands_GoesOnWithTheNew
     EXPECT_EQ(State().ReagentStock(3, 0), 49);
 }
 
-TEST_F(PauseTest, CastSpell_ClientGoneWhileTheBookBoxStands_StillSends) {
+TEST_F(PauseTest, CastSpell_ClientGoneWhileTheBookBoxStands_StillSendsUnlessTheFrontIsAskedFor) {
     // The client is asked for before the book and not again.
     StartWithMira();
+    State().CheckFront = false;
     State().Spellbook(0) = 1;
-    m_boxes.answers = {BoxAnswer::kYes};
-    m_boxes.whileStanding = [&] {
+    const auto closeTheClient = [&] {
         OpenClient("");
         Tick(1);
     };
+    m_boxes.answers = {BoxAnswer::kYes};
+    m_boxes.whileStanding = closeTheClient;
     ClickSpell(0);
     EXPECT_EQ(TakeBoxes().size(), 1U);
     EXPECT_EQ(m_keys.sent.size(), 1U);
+
+    OpenClient(kMira);
+    Tick(1);
+    State().CheckFront = true;
+    State().Spellbook(0) = 1;
+    m_boxes.answers = {BoxAnswer::kYes};
+    m_boxes.whileStanding = closeTheClient;
+    ClickSpell(0);
+    EXPECT_EQ(TakeBoxes().size(), 1U);
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+    EXPECT_EQ(TakeHints().size(), 1U);
 }
 
 TEST_F(PauseTest, CastSpell_AnotherCastWhileABoxStands_BothGoOut) {

@@ -1,4 +1,4 @@
-// The real keyboard of a private X server, and another program's window that reports what arrived.
+// What arrives of typed texts, under layouts, locks, and in slow programs.
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -9,10 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "link/keystroke_sender.h"
-#include "platform/linux/x11_client_windows.h"
-#include "platform/linux/x11_keyboard.h"
-#include "tests/support/key_witness.h"
+#include "tests/platform/x11_typing_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -20,63 +17,10 @@ namespace {
 using namespace std::chrono_literals;
 using testing_support::KeyboardState;
 using testing_support::KeyWitness;
-using testing_support::WindowManager;
-using testing_support::XSession;
 
-constexpr const char* kTitle = "Ultima Online - Mira Talon (Atlantic)";
 constexpr std::uint32_t kShiftL = 0xffe1;
 constexpr std::uint32_t kControlL = 0xffe3;
 constexpr std::uint32_t kAltL = 0xffe9;
-
-class X11Typing : public testing::Test {
-  protected:
-    void SetUp() override {
-        if (const std::string missing = KeyWitness::WhatIsMissing(); !missing.empty()) {
-            GTEST_SKIP() << missing;
-        }
-        session = XSession::Start(WindowManager::kOpenbox);
-        ASSERT_TRUE(session);
-        witness = KeyWitness::Start(*session, kTitle, "Ultima Online");
-        ASSERT_TRUE(witness);
-        std::string error;
-        windows = X11ClientWindows::Open(session->Display(), error);
-        ASSERT_TRUE(windows) << error;
-        ASSERT_EQ(windows->FindWindowByClass("Ultima Online"), witness->Window());
-        ASSERT_EQ(windows->WindowTitle(witness->Window()), kTitle);
-        ASSERT_TRUE(windows->SetForegroundWindow(witness->Window()));
-        keyboard = X11Keyboard::Open(session->Display(), error);
-        ASSERT_TRUE(keyboard) << error;
-    }
-
-    // Types in the layout; expects the witness to see this, and the keyboard to be as before.
-    void ExpectTyped(const std::string& text, const std::string& expected, Pace pace = {8ms, 8ms}) {
-        SCOPED_TRACE("text " + text);
-        const KeyboardState before = session->Keyboard();
-        witness->ForgetKeys();
-        {
-            KeystrokeSender sender(*keyboard, pace, 300ms);
-            const SendResult result = sender.SendKeys(text, true);
-            EXPECT_TRUE(result.Ok()) << result.error;
-            EXPECT_EQ(witness->WaitForTyped(expected), expected);
-            EXPECT_EQ(witness->Unmirrored(), "");
-        }
-        ExpectAsBefore(before);
-    }
-
-    void ExpectAsBefore(const KeyboardState& before) {
-        const KeyboardState after = session->Keyboard();
-        EXPECT_EQ(after.keysDown, before.keysDown);
-        EXPECT_EQ(after.lockedModifiers, before.lockedModifiers);
-        EXPECT_EQ(after.latchedModifiers, before.latchedModifiers);
-        EXPECT_EQ(after.lockedGroup, before.lockedGroup);
-        EXPECT_EQ(after.keymap, before.keymap);
-    }
-
-    std::unique_ptr<XSession> session;
-    std::unique_ptr<KeyWitness> witness;
-    std::unique_ptr<X11ClientWindows> windows;
-    std::unique_ptr<X11Keyboard> keyboard;
-};
 
 TEST_F(X11Typing, MarksAndFunctionKeys_ArriveWithTheirModifiers) {
     ASSERT_TRUE(session->SetLayout("us"));
@@ -149,7 +93,7 @@ TEST_F(X11Typing, ModifiersHeldByTheUser_AreReleasedAndNotPressedAgain) {
     ASSERT_TRUE(testing_support::WaitUntil([&] { return witness->Keys().size() >= 4; }));
     witness->ForgetKeys();
     KeystrokeSender sender(*keyboard, {8ms, 8ms}, 300ms);
-    EXPECT_TRUE(sender.SendKeys("ab%c", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("ab%c", true, anywhere).Ok());
     EXPECT_TRUE(testing_support::WaitUntil([&] { return witness->Typed() == "ab<Alt+c>"; }))
         << witness->Typed();
     for (const testing_support::WitnessedKey& key : witness->Keys()) {
@@ -173,7 +117,7 @@ TEST_F(X11Typing, TestDeviceWithALayoutOfItsOwn_ItsLayoutCounts) {
     constexpr const char* kTestKeyboard = "5";
     ASSERT_EQ(session->Run({"setxkbmap", "-device", kTestKeyboard, "-layout", "us"}).exitCode, 0);
     KeystrokeSender sender(*keyboard, {8ms, 8ms}, 300ms);
-    EXPECT_TRUE(sender.SendKeys("yz@Y", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("yz@Y", true, anywhere).Ok());
     EXPECT_EQ(witness->WaitForTyped("yz@Y"), "yz@Y");
     EXPECT_EQ(witness->Unmirrored(), "");
 }
@@ -183,7 +127,7 @@ TEST_F(X11Typing, SlowClient_GetsBorrowedLettersToo) {
     KeystrokeSender sender(*keyboard, {8ms, 8ms}, 1500ms);
     const KeyboardState before = session->Keyboard();
     witness->Program().Signal(SIGSTOP);
-    EXPECT_TRUE(sender.SendKeys("\u00e4\u00f6\u00fc ha", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("\u00e4\u00f6\u00fc ha", true, anywhere).Ok());
     std::this_thread::sleep_for(700ms);
     sender.Tick();
     witness->Program().Signal(SIGCONT);
@@ -244,7 +188,7 @@ TEST_F(X11Typing, ProgramThatPolls_SeesEveryKeyAtThePaceMeantForIt) {
         SCOPED_TRACE(period.count());
         PollingProgram program(session->Display(), period);
         KeystrokeSender sender(*keyboard, pace, 300ms);
-        EXPECT_TRUE(sender.SendKeys("helloo", true).Ok());
+        EXPECT_TRUE(sender.SendKeys("helloo", true, anywhere).Ok());
         EXPECT_EQ(program.Pressed(), codes);
     }
 }
@@ -273,7 +217,7 @@ TEST_F(X11Typing, FirstKey_ComesAtOnce) {
     std::vector<double> times;
     for (int round = 0; round < 21; ++round) {
         const auto start = std::chrono::steady_clock::now();
-        ASSERT_TRUE(sender.SendKeys("%{f1}", true).Ok());
+        ASSERT_TRUE(sender.SendKeys("%{f1}", true, anywhere).Ok());
         const std::chrono::duration<double, std::milli> took =
             std::chrono::steady_clock::now() - start;
         times.push_back(took.count() - 2);
@@ -292,9 +236,9 @@ TEST_F(X11Typing, WindowGoneBeforeAndWhileTyping_NothingIsStuck) {
         std::this_thread::sleep_for(150ms);
         witness->Program().Signal(SIGKILL);
     });
-    EXPECT_TRUE(sender.SendKeys("%^+{f1}hello hello hello", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("%^+{f1}hello hello hello", true, anywhere).Ok());
     closing.join();
-    EXPECT_TRUE(sender.SendKeys("%{f1}into nothing", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("%{f1}into nothing", true, anywhere).Ok());
     ExpectAsBefore(before);
 }
 
@@ -304,9 +248,9 @@ TEST_F(X11Typing, ServerGoneWhileTyping_IsAnErrorAndNoCrash) {
         std::this_thread::sleep_for(150ms);
         session->KillServer();
     });
-    EXPECT_FALSE(sender.SendKeys("%^+{f1}hello hello hello", true).Ok());
+    EXPECT_FALSE(sender.SendKeys("%^+{f1}hello hello hello", true, anywhere).Ok());
     ending.join();
-    EXPECT_FALSE(sender.SendKeys("a", true).Ok());
+    EXPECT_FALSE(sender.SendKeys("a", true, anywhere).Ok());
     EXPECT_EQ(windows->FindWindowByClass("Ultima Online"), 0U);
     EXPECT_EQ(windows->WindowTitle(witness->Window()), "");
     EXPECT_FALSE(windows->SetForegroundWindow(witness->Window()));
@@ -317,7 +261,7 @@ TEST_F(X11Typing, LayoutSwitchOnAltShift_RefusesWhatItCannotHoldTogether) {
     ASSERT_TRUE(session->SetLayout("us,ru", "", "grp:alt_shift_toggle"));
     const KeyboardState before = session->Keyboard();
     KeystrokeSender sender(*keyboard, {8ms, 8ms}, 300ms);
-    EXPECT_FALSE(sender.SendKeys("a%+1", true).Ok());
+    EXPECT_FALSE(sender.SendKeys("a%+1", true, anywhere).Ok());
     EXPECT_EQ(witness->Typed(), "");
     ExpectAsBefore(before);
     ExpectTyped("%{f1}Ab", "<Alt+F1>Ab");
@@ -333,7 +277,7 @@ TEST_F(X11Typing, TypingAtOnceAfterActivation_ReachesTheRightWindow) {
         ASSERT_TRUE(windows->SetForegroundWindow(other->Window()));
         ASSERT_TRUE(windows->SetForegroundWindow(witness->Window()));
         ASSERT_TRUE(windows->SetFocus(witness->Window()));
-        ASSERT_TRUE(sender.SendKeys("%{f1}ab", true).Ok());
+        ASSERT_TRUE(sender.SendKeys("%{f1}ab", true, anywhere).Ok());
         ASSERT_EQ(witness->WaitForTyped("<Alt+F1>ab"), "<Alt+F1>ab");
         witness->ForgetKeys();
     }

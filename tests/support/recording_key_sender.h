@@ -15,7 +15,7 @@ class RecordingKeySender : public KeySender {
     // Each send adds "keys <text>" to `log`, if there is one.
     explicit RecordingKeySender(std::vector<std::string>* log = nullptr) : m_log(log) {}
 
-    SendResult SendKeys(std::string_view text, bool wait) override {
+    SendResult SendKeys(std::string_view text, bool wait, KeyTarget& target) override {
         sent.emplace_back(text);
         allWaited = allWaited && wait;
         if (m_log != nullptr) {
@@ -24,6 +24,7 @@ class RecordingKeySender : public KeySender {
         if (duringSend) {
             duringSend();
         }
+        mayType = target.MayType();
         return result;
     }
 
@@ -32,6 +33,8 @@ class RecordingKeySender : public KeySender {
     // The result of each send.
     SendResult result;
     std::function<void()> duringSend;
+    // What the target of the last send said behind `duringSend`.
+    bool mayType = false;
 
   private:
     std::vector<std::string>* m_log;

@@ -9,6 +9,7 @@
 #include "platform/windows/windows_client_windows.h"
 #include "platform/windows/windows_keyboard.h"
 #include "tests/platform/windows/peer_process.h"
+#include "tests/support/any_target.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -94,7 +95,7 @@ class WindowsTyping : public testing::Test {
         SCOPED_TRACE(text);
         const std::string before = Characters();
         KeystrokeSender sender(m_keyboard, {5ms, 5ms}, 0ms);
-        const SendResult result = sender.SendKeys(text, true);
+        const SendResult result = sender.SendKeys(text, true, anywhere);
         EXPECT_TRUE(result.Ok()) << result.error;
         WaitUntil([&] { return Characters() == before + characters; }, 1s);
         EXPECT_EQ(Characters(), before + characters);
@@ -108,7 +109,7 @@ class WindowsTyping : public testing::Test {
             return std::vector<int>(all.begin() + static_cast<std::ptrdiff_t>(before), all.end());
         };
         KeystrokeSender sender(m_keyboard, {5ms, 5ms}, 0ms);
-        EXPECT_TRUE(sender.SendKeys(text, true).Ok());
+        EXPECT_TRUE(sender.SendKeys(text, true, anywhere).Ok());
         WaitUntil([&] { return since() == keys; }, 1s);
         EXPECT_EQ(since(), keys);
     }
@@ -244,9 +245,9 @@ TEST_F(WindowsTyping, ClientGoneWhileTyping_LeavesNoKeyDown) {
         std::this_thread::sleep_for(150ms);
         m_client->End();
     });
-    EXPECT_TRUE(sender.SendKeys("%^+{f1}hello hello hello", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("%^+{f1}hello hello hello", true, anywhere).Ok());
     closing.join();
-    EXPECT_TRUE(sender.SendKeys("%{f1}into nothing", true).Ok());
+    EXPECT_TRUE(sender.SendKeys("%{f1}into nothing", true, anywhere).Ok());
 }
 
 }  // namespace
