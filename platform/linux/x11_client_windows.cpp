@@ -105,13 +105,28 @@ bool X11ClientWindows::ManagerActivates() const {
     return m_hints.ManagerSupports(m_hints.Get()->_NET_ACTIVE_WINDOW);
 }
 
+// Asked for a window on another desktop, window managers may only mark it as demanding attention;
+// so go there first, as a pager does.
+void X11ClientWindows::GoToDesktopOf(xcb_window_t window) {
+    const std::optional<std::uint32_t> desktop = m_hints.DesktopOf(window);
+    const std::optional<std::uint32_t> current = m_hints.CurrentDesktop();
+    if (desktop && current && *desktop != *current) {
+        m_hints.RequestDesktop(*desktop, ServerTime());
+        WaitFor(kActivation, [&] { return m_hints.CurrentDesktop() == desktop; });
+    }
+}
+
 bool X11ClientWindows::ActivateThroughManager(xcb_window_t window) {
+    const auto start = std::chrono::steady_clock::now();
+    GoToDesktopOf(window);
     m_hints.RequestActivation(window, ServerTime());
     bool gone = false;
-    const bool ended = WaitFor(kActivation, [&] {
-        gone = !Exists(window);
-        return gone || m_hints.ActiveWindow() == window;
-    });
+    const auto spent = std::chrono::steady_clock::now() - start;
+    const bool ended =
+        WaitFor(std::chrono::ceil<std::chrono::milliseconds>(kActivation - spent), [&] {
+            gone = !Exists(window);
+            return gone || m_hints.ActiveWindow() == window;
+        });
     if (gone || !ended) {
         return false;
     }

@@ -34,6 +34,7 @@ class X11ClientWindows : public ClientWindows {
 
     bool ManagerActivates() const;
     bool ActivateThroughManager(xcb_window_t window);
+    void GoToDesktopOf(xcb_window_t window);
     bool ActivateByHand(xcb_window_t window);
     bool GiveFocus(xcb_window_t window);
     bool IsViewable(xcb_window_t window) const;

@@ -50,6 +50,27 @@ xcb_window_t X11WindowHints::ActiveWindow() const {
     return active;
 }
 
+std::optional<std::uint32_t> X11WindowHints::DesktopOf(xcb_window_t window) const {
+    constexpr std::uint32_t kAll = 0xffffffff;
+    std::uint32_t desktop = kAll;
+    const bool told = xcb_ewmh_get_wm_desktop_reply(Get(), xcb_ewmh_get_wm_desktop(Get(), window),
+                                                    &desktop, nullptr) != 0;
+    return told && desktop != kAll ? std::optional(desktop) : std::nullopt;
+}
+
+std::optional<std::uint32_t> X11WindowHints::CurrentDesktop() const {
+    std::uint32_t desktop = 0;
+    const bool told = xcb_ewmh_get_current_desktop_reply(
+                          Get(), xcb_ewmh_get_current_desktop(Get(), m_connection.Screen()),
+                          &desktop, nullptr) != 0;
+    return told ? std::optional(desktop) : std::nullopt;
+}
+
+void X11WindowHints::RequestDesktop(std::uint32_t desktop, xcb_timestamp_t time) const {
+    xcb_ewmh_request_change_current_desktop(Get(), m_connection.Screen(), desktop, time);
+    xcb_flush(m_connection.Get());
+}
+
 void X11WindowHints::RequestActivation(xcb_window_t window, xcb_timestamp_t time) const {
     // Send the request as a pager, on behalf of the user: one from an application may be refused.
     xcb_ewmh_request_change_active_window(Get(), m_connection.Screen(), window,

@@ -2,6 +2,7 @@
 // the window manager's own properties.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -39,6 +40,14 @@ class X11WindowHints {
 
     // XCB_NONE if there is none.
     xcb_window_t ActiveWindow() const;
+
+    // The desktop that the window is on; nothing if it is on all of them or none is told.
+    std::optional<std::uint32_t> DesktopOf(xcb_window_t window) const;
+
+    // Nothing if the window manager has no desktops.
+    std::optional<std::uint32_t> CurrentDesktop() const;
+
+    void RequestDesktop(std::uint32_t desktop, xcb_timestamp_t time) const;
 
     void RequestActivation(xcb_window_t window, xcb_timestamp_t time) const;
 

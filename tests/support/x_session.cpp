@@ -32,12 +32,16 @@ Reply<T> Own(T* reply) {
     return Reply<T>(reply);
 }
 
+const char* NameOf(WindowManager manager) {
+    return manager == WindowManager::kMetacity ? "metacity" : "openbox";
+}
+
 }  // namespace
 
 std::string XSession::WhatIsMissing(WindowManager manager) {
     std::vector<std::string> programs{"Xvfb", "setxkbmap", "xkbcomp"};
-    if (manager == WindowManager::kOpenbox) {
-        programs.emplace_back("openbox");
+    if (manager != WindowManager::kNone) {
+        programs.emplace_back(NameOf(manager));
     }
     std::string missing;
     for (const std::string& program : programs) {
@@ -54,7 +58,7 @@ std::unique_ptr<XSession> XSession::Start(WindowManager manager) {
     if (!session->StartServer() || !session->Connect()) {
         return nullptr;
     }
-    if (manager == WindowManager::kOpenbox && !session->StartOpenbox()) {
+    if (manager != WindowManager::kNone && !session->StartManager(manager)) {
         return nullptr;
     }
     return session;
@@ -117,8 +121,8 @@ bool XSession::Connect() {
     return extension && extension->supported != 0;
 }
 
-bool XSession::StartOpenbox() {
-    m_windowManager = Spawn({"openbox", "--sm-disable"});
+bool XSession::StartManager(WindowManager manager) {
+    m_windowManager = Spawn({NameOf(manager), "--sm-disable"});
     // While starting, it announces itself but still misses new windows, so map one repeatedly until
     // it manages it.
     return m_windowManager && WaitUntil([this] {
@@ -234,6 +238,26 @@ std::vector<std::uint32_t> XSession::LongProperty(xcb_window_t window,
 
 std::vector<xcb_window_t> XSession::ClientList() const {
     return LongProperty(m_root, "_NET_CLIENT_LIST");
+}
+
+bool XSession::PutOnDesktop(xcb_window_t window, std::uint32_t desktop) const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = Atom("_NET_WM_DESKTOP");
+    message.data.data32[0] = desktop;
+    message.data.data32[1] = 2;  // on behalf of the user
+    xcb_send_event(m_connection, 0, m_root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    return WaitUntil([&] {
+        return LongProperty(window, "_NET_WM_DESKTOP") == std::vector<std::uint32_t>{desktop};
+    });
+}
+
+std::uint32_t XSession::CurrentDesktop() const {
+    return LongProperty(m_root, "_NET_CURRENT_DESKTOP").at(0);
 }
 
 xcb_window_t XSession::ActiveWindow() const {

@@ -16,7 +16,7 @@
 
 namespace spellwick::testing_support {
 
-enum class WindowManager { kNone, kOpenbox };
+enum class WindowManager { kNone, kOpenbox, kMetacity };
 
 // What must be the same before and after a test that types.
 struct KeyboardState {
@@ -73,6 +73,10 @@ class XSession {
     KeyboardState Keyboard() const;
 
     xcb_atom_t Atom(const std::string& name) const;
+    // Waits until the window manager has put the window there. Desktops count from 0.
+    bool PutOnDesktop(xcb_window_t window, std::uint32_t desktop) const;
+    // The desktop that is shown.
+    std::uint32_t CurrentDesktop() const;
     // The windows that the window manager manages, oldest first.
     std::vector<xcb_window_t> ClientList() const;
     xcb_window_t ActiveWindow() const;
@@ -97,7 +101,7 @@ class XSession {
     XSession() = default;
     bool StartServer();
     bool Connect();
-    bool StartOpenbox();
+    bool StartManager(WindowManager manager);
     void MakeFolders();
     bool IsManaged(xcb_window_t window) const;
     xcb_window_t ShowWindow(const std::string& instance, const std::string& windowClass,
