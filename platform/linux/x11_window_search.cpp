@@ -41,6 +41,15 @@ bool EndsInExe(std::string_view name) {
                               });
 }
 
+// "CLASS - NAME (SHARD)".
+bool HasGameForm(std::string_view title, std::string_view windowClass) {
+    title.remove_prefix(std::min(windowClass.size(), title.size()));
+    constexpr std::string_view kDash = " - ";
+    const std::size_t bracket = title.find(" (");
+    return title.starts_with(kDash) && bracket != std::string_view::npos &&
+           bracket > kDash.size() && title.ends_with(')') && title.size() > bracket + 3;
+}
+
 }  // namespace
 
 X11WindowSearch::X11WindowSearch(const X11Connection& connection, const X11WindowHints& hints)
@@ -49,40 +58,58 @@ X11WindowSearch::X11WindowSearch(const X11Connection& connection, const X11Windo
       m_compoundText(connection.Atom("COMPOUND_TEXT")),
       m_wmState(connection.Atom("WM_STATE")) {}
 
-xcb_window_t X11WindowSearch::Find(std::string_view windowClass) const {
+xcb_window_t X11WindowSearch::Find(std::string_view windowClass) {
+    if (windowClass.empty()) {
+        return XCB_NONE;
+    }
     const std::vector<xcb_window_t> windows = TopLevels();
     std::vector<xcb_get_property_cookie_t> classes;
     classes.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         classes.push_back(Ask(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING));
     }
-    xcb_window_t found = XCB_NONE;
-    std::vector<xcb_window_t> byTitle;  // windows above the one found
+    xcb_window_t byClass = XCB_NONE;
+    std::vector<xcb_window_t> byTitle;  // of Windows programs, above the one found
     for (std::size_t index = 0; index < windows.size(); ++index) {
         const auto reply = Answer(classes[index]);
         const WindowClass ours = SplitClass(BytesOf(reply.get()));
-        if (found != XCB_NONE) {
+        if (byClass != XCB_NONE) {
             continue;
         }
-        if (!windowClass.empty() && (ours.instance == windowClass || ours.name == windowClass)) {
-            found = windows[index];
+        if (ours.instance == windowClass || ours.name == windowClass) {
+            byClass = windows[index];
         } else if (EndsInExe(ours.instance) || EndsInExe(ours.name)) {
             byTitle.push_back(windows[index]);
         }
     }
-    std::vector<TitleCookies> titles;
-    titles.reserve(byTitle.size());
-    for (const xcb_window_t window : byTitle) {
-        titles.push_back(AskTitle(window));
+    const Titled found = FindByTitle(windowClass, byTitle);
+    if (found.window != XCB_NONE && (found.hasForm || byClass == XCB_NONE)) {
+        m_last = found.window;
+        return found.window;
     }
-    xcb_window_t foundByTitle = XCB_NONE;
-    for (std::size_t index = 0; index < byTitle.size(); ++index) {
-        const std::string title = AnswerTitle(titles[index]);
-        if (foundByTitle == XCB_NONE && !windowClass.empty() && title.starts_with(windowClass)) {
-            foundByTitle = byTitle[index];
+    return byClass;
+}
+
+// The best of these windows of Windows programs, topmost first.
+X11WindowSearch::Titled X11WindowSearch::FindByTitle(
+    std::string_view windowClass, const std::vector<xcb_window_t>& windows) const {
+    std::vector<TitleCookies> cookies;
+    cookies.reserve(windows.size());
+    for (const xcb_window_t window : windows) {
+        cookies.push_back(AskTitle(window));
+    }
+    Titled best;
+    for (std::size_t index = 0; index < windows.size(); ++index) {
+        const std::string title = AnswerTitle(cookies[index]);
+        if (best.hasForm || !title.starts_with(windowClass)) {
+            continue;
+        }
+        const bool hasForm = HasGameForm(title, windowClass);
+        if (best.window == XCB_NONE || hasForm || windows[index] == m_last) {
+            best = {windows[index], hasForm};
         }
     }
-    return foundByTitle != XCB_NONE ? foundByTitle : found;
+    return best;
 }
 
 std::string X11WindowSearch::Title(xcb_window_t window) const {

@@ -59,6 +59,43 @@ TEST_F(WithOpenbox, Find_WindowsProgram_GoesByTheBeginningOfItsTitle) {
     EXPECT_EQ(windows->FindWindowByClass(kClient), capitals);
 }
 
+TEST_F(WithOpenbox, Find_AmongWindowsPrograms_TheFormOfTheTitleGoesFirst) {
+    const char* form = "Ultima Online - Mira (Atlantic)";
+    const xcb_window_t client = session->MakeWindow("client.exe", "client.exe", form);
+    for (const char* title : {"Ultima Online", "Ultima Online - Help", "Ultima Online - (Atlantic)",
+                              "Ultima Online - Mira ()", "Ultima Online - Mira (Atlantic) - Help",
+                              "Ultima Online Folder (2)"}) {
+        SCOPED_TRACE(title);
+        const xcb_window_t above = session->MakeWindow("explorer.exe", "explorer.exe", title);
+        ASSERT_TRUE(windows->SetForegroundWindow(above));
+        EXPECT_EQ(windows->FindWindowByClass(kClient), client);
+        session->DestroyWindow(above);
+    }
+    // Among several with the form the topmost is taken, whichever was taken before.
+    const xcb_window_t second = session->MakeWindow("client.exe", "client.exe", form);
+    ASSERT_TRUE(windows->SetForegroundWindow(second));
+    EXPECT_TRUE(WaitUntil([&] { return windows->FindWindowByClass(kClient) == second; }));
+    ASSERT_TRUE(windows->SetForegroundWindow(client));
+    EXPECT_TRUE(WaitUntil([&] { return windows->FindWindowByClass(kClient) == client; }));
+}
+
+TEST_F(WithOpenbox, Find_AmongWindowsProgramsWithoutTheForm_TheOneTakenBeforeStays) {
+    const xcb_window_t client = session->MakeWindow("client.exe", "client.exe", kClient);
+    ASSERT_EQ(windows->FindWindowByClass(kClient), client);
+    const xcb_window_t folder = session->MakeWindow("explorer.exe", "explorer.exe", kClient);
+    ASSERT_TRUE(windows->SetForegroundWindow(folder));
+    EXPECT_EQ(windows->FindWindowByClass(kClient), client);
+    session->DestroyWindow(client);
+    EXPECT_EQ(windows->FindWindowByClass(kClient), folder);
+}
+
+TEST_F(WithOpenbox, Find_ClassItself_GoesBeforeATitleWithoutTheForm) {
+    const xcb_window_t client = session->MakeWindow("a", kClient, "Ultima Online");
+    const xcb_window_t folder = session->MakeWindow("explorer.exe", "explorer.exe", kClient);
+    ASSERT_TRUE(windows->SetForegroundWindow(folder));
+    EXPECT_EQ(windows->FindWindowByClass(kClient), client);
+}
+
 TEST_F(WithOpenbox, Find_ClassWithoutItsLastNul_IsReadToItsEnd) {
     const xcb_window_t window = session->MakeWindow("a", "b", "one");
     // The length is a multiple of four, so the reply has no spare byte after it.
