@@ -37,13 +37,9 @@ void BagList::keyPressEvent(QKeyEvent* event) {
     QComboBox::keyPressEvent(event);
 }
 
-// The wheel changes the bag only while the list has the focus, not when the mouse passes over it.
+// The wheel turns the open list alone.
 void BagList::wheelEvent(QWheelEvent* event) {
-    if (hasFocus()) {
-        QComboBox::wheelEvent(event);
-    } else {
-        event->ignore();
-    }
+    event->ignore();
 }
 
 Counters::Counters(const MainWindowServices& services, QWidget* form)

@@ -15,11 +15,7 @@ ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
 }
 
 void ChoiceBox::wheelEvent(QWheelEvent* event) {
-    if (hasFocus()) {
-        QComboBox::wheelEvent(event);
-    } else {
-        event->ignore();
-    }
+    event->ignore();
 }
 
 PictureOption::PictureOption(const QString& caption, QWidget* parent) : QToolButton(parent) {

@@ -14,8 +14,8 @@
 
 namespace spellwick {
 
-// A combo box that ignores the mouse wheel unless it has the focus, so that scrolling past it
-// changes nothing.
+// A combo box that ignores the mouse wheel, which works in the open list alone: what it would
+// change are the user's data.
 class ChoiceBox : public QComboBox {
     Q_OBJECT
 

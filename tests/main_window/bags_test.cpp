@@ -197,7 +197,7 @@ TEST_F(BagsTest, Pick_WhileUpdating_DoesNothing) {
     EXPECT_EQ(Text("Reagent", 1), "50");
 }
 
-TEST_F(BagsTest, Wheel_WithoutTheFocus_TurnsNothing) {
+TEST_F(BagsTest, Wheel_OverTheClosedList_TurnsNothing) {
     StartWithMira();
     Leave();
     const auto turn = [&] {
@@ -210,7 +210,8 @@ TEST_F(BagsTest, Wheel_WithoutTheFocus_TurnsNothing) {
     EXPECT_EQ(State().CurrentReagentBag, 0);
     Click(Bags());
     turn();
-    EXPECT_EQ(State().CurrentReagentBag, 1);
+    EXPECT_EQ(State().CurrentReagentBag, 0);
+    EXPECT_EQ(Bags().currentIndex(), 0);
 }
 
 }  // namespace
