@@ -58,6 +58,9 @@ GeneralTab::GeneralTab(const SettingsServices& services, CommonDialog& commonDia
                        QStringLiteral("Colour of the warning"))),
       Frame2(Named(new QGroupBox(QStringLiteral("Spell Timer"), this), QStringLiteral("Frame2"))),
       m_commonDialog(commonDialog) {
+    ComboUOwindow->setToolTip(
+        QStringLiteral("While the game is running, Spellwick follows the character in it. Another "
+                       "one chosen here gives way to it within a second."));
     m_events.On(ComboUOwindow, &QComboBox::activated, "choosing a player",
                 [this] { ClickUOwindow(); });
     m_events.On(LabelColor, &QAbstractButton::clicked, "choosing a colour",

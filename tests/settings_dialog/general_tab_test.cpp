@@ -274,6 +274,13 @@ TEST_F(GeneralTabTest, Players_Pick_SavesTheOldOneAndLoadsTheNewOne) {
     EXPECT_EQ(Named<QComboBox>("ComboUserSpell", 0).currentIndex(), 9);
 }
 
+TEST_F(GeneralTabTest, Players_TheListSaysWhyAChoiceMayNotLast) {
+    OpenTab();
+    EXPECT_EQ(Named("ComboUOwindow").toolTip(),
+              QStringLiteral("While the game is running, Spellwick follows the character in it. "
+                             "Another one chosen here gives way to it within a second."));
+}
+
 TEST_F(GeneralTabTest, Players_NoneSelected_ReloadsTheSamePlayer) {
     SetSaved("Settings", "CurrentPlayerName", kMira);
     SetSaved(kMira, "Magery", "50");
