@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "model/updating_scope.h"
@@ -66,6 +67,7 @@ FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
     MakeStrip();
     MakeTabs();
     MakeButtons();
+    MakeShortcuts();
 }
 
 void FormSettings::MakeStrip() {
@@ -88,6 +90,7 @@ void FormSettings::MakeTabButton(int tab) {
     button->setAccessibleName(button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
     button->SetBoldWhenPressed(false);
     button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    button->installEventFilter(this);
     CheckTab[static_cast<std::size_t>(tab)] = button;
     m_events.On(button, &QAbstractButton::clicked, "choosing a tab",
                 [this, tab] { ClickCheckTab(tab); });
@@ -122,6 +125,7 @@ void FormSettings::MakeButtons() {
     Command1 = new QPushButton(QStringLiteral("&OK"), this);
     Command1->setObjectName(QStringLiteral("Command1"));
     Command1->setAccessibleName(QStringLiteral("OK"));
+    Command1->installEventFilter(this);
     m_events.On(Command1, &QPushButton::clicked, "closing the settings",
                 [this] { ClickCommand1(); });
     // The strip above is full, so the last of its buttons stands in the corner.
@@ -142,6 +146,21 @@ void FormSettings::MakeButtons() {
     CommandDummy->setDefault(true);
     m_events.On(CommandDummy, &QPushButton::clicked, "taking an entry",
                 [this] { ClickCommandDummy(); });
+}
+
+void FormSettings::MakeShortcuts() {
+    const struct {
+        QKeyCombination keys;
+        int step;
+    } rows[] = {{Qt::CTRL | Qt::Key_Tab, 1},
+                {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1},
+                {Qt::CTRL | Qt::Key_PageDown, 1},
+                {Qt::CTRL | Qt::Key_PageUp, -1}};
+    for (const auto& row : rows) {
+        auto* shortcut = new QShortcut(QKeySequence(row.keys), this);
+        m_events.On(shortcut, &QShortcut::activated, "choosing a tab",
+                    [this, step = row.step] { TurnTabs(step); });
+    }
 }
 
 void FormSettings::Form_Load() {
@@ -251,8 +270,35 @@ void FormSettings::ClickCheckTab(int tab) {
     }
 }
 
+void FormSettings::TurnTabs(int step) {
+    const int tab = (m_panels->currentIndex() + kTabCount + step) % kTabCount;
+    if (LeaveEntryFor(*CheckTab[static_cast<std::size_t>(tab)])) {
+        ClickCheckTab(tab);
+    }
+}
+
+bool FormSettings::LeaveEntryFor(QWidget& next) {
+    auto* const entry = qobject_cast<EntryBox*>(focusWidget());
+    next.setFocus(Qt::OtherFocusReason);
+    if (entry != nullptr && focusWidget() == &next) {
+        entry->Commit();
+    }
+    return focusWidget() == &next;
+}
+
+// A press moves the focus before it arrives. If an entry was refused then, its edit has the focus
+// again and the user has been told; to go on would ask the edit once more.
+bool FormSettings::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && focusWidget() != watched) {
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
 void FormSettings::ClickCommand1() {
-    Command1->setFocus(Qt::OtherFocusReason);
+    if (!LeaveEntryFor(*Command1)) {
+        return;
+    }
     m_services.companion.SaveAll();
     KeepPlace();
     hide();
@@ -300,18 +346,31 @@ void FormSettings::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!event->spontaneous()) {
         m_justShown = true;
-        m_events.Run("showing the settings", [&] { Form_Activate(); });
+        m_events.Run("showing the settings", [&] {
+            // An edit may still hold an entry that was refused.
+            m_macros->RefreshMacroPage();
+            Form_Activate();
+        });
     }
 }
 
 void FormSettings::closeEvent(QCloseEvent* event) {
     event->ignore();
+    m_events.Run("closing the settings", [&] { Close(); });
+}
+
+void FormSettings::reject() {
     m_events.Run("closing the settings", [&] {
-        // Moves the focus, so that the edit in use checks its entry, as the button does.
-        Command1->setFocus(Qt::OtherFocusReason);
+        m_macros->DropRefusedKeys();
+        Close();
+    });
+}
+
+void FormSettings::Close() {
+    if (LeaveEntryFor(*Command1)) {
         m_services.companion.ReportSave(Form_Unload());
         hide();
-    });
+    }
 }
 
 void FormSettings::resizeEvent(QResizeEvent* event) {

@@ -74,10 +74,12 @@ class FormSettings : public QDialog {
     QPushButton* Command1 = nullptr;
     QPushButton* CommandDummy = nullptr;
 
-    // Escape does nothing: there is nothing to cancel.
-    void reject() override {}
+    // Escape closes the dialog as its close button does, also over a macro key that is refused: the
+    // entry is dropped.
+    void reject() override;
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -88,6 +90,14 @@ class FormSettings : public QDialog {
     void MakeTabButton(int tab);
     void MakeTabs();
     void MakeButtons();
+    void MakeShortcuts();
+    // Opens a tab before or after the one that is open.
+    void TurnTabs(int step);
+    // Moves the focus to a control, so that the edit in use takes its entry. False if it refuses
+    // the entry and keeps the focus.
+    bool LeaveEntryFor(QWidget& next);
+    // Saves and hides, unless an entry is refused.
+    void Close();
     void RestorePlace();
     void KeepPlace();
     void FitSize();

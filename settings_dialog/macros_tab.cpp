@@ -226,6 +226,20 @@ void MacrosTab::KeyLostFocus(int line) {
     m_state.MacroKey(macro) = *key;
 }
 
+void MacrosTab::DropRefusedKeys() {
+    const auto drop = [this](int line) {
+        EntryBox& key = TextMacro(line);
+        if (!MacroKeyOfEntry(ToText(key.text()))) {
+            key.Abandon();
+            ShowText(key, m_state.MacroKey(MacroOf(line)));
+        }
+    };
+    for (int line = 0; line < kSlotCount; ++line) {
+        drop(line);
+    }
+    drop(kMeditationLine);
+}
+
 void MacrosTab::Complain(int line, std::string_view text) {
     m_services.boxes.Show({.text = std::string(text), .icon = BoxIcon::kCritical});
     // The edit that was about to get the focus is unchanged. Checking it too could refuse it as

@@ -24,6 +24,10 @@ class MacrosTab : public SettingsTab {
     void Load() override;
     QWidget* FirstControl() override { return ComboMacro; }
 
+    // Puts the key that is in force into each edit whose entry would be refused, and lets the edit
+    // be left without a check.
+    void DropRefusedKeys();
+
     // Shows the page of ComboMacro, and the Meditation skill.
     void RefreshMacroPage();
 

@@ -37,6 +37,12 @@ void EntryBox::mousePressEvent(QMouseEvent* event) {
 void EntryBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (IsFocusMove(event->reason())) {
+        Commit();
+    }
+}
+
+void EntryBox::Commit() {
+    if (m_entered) {
         m_entered = false;
         emit LostFocus();
     }

@@ -19,6 +19,12 @@ class EntryBox : public QLineEdit {
   public:
     explicit EntryBox(QWidget* parent) : QLineEdit(parent) {}
 
+    // Reports LostFocus if that is still due: in a window that is not active, an edit loses the
+    // focus without an event.
+    void Commit();
+    // Makes the next loss of the focus go unreported.
+    void Abandon() { m_entered = false; }
+
   signals:
     void GotFocus();
     void LostFocus();

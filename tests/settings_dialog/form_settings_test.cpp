@@ -1,5 +1,9 @@
 // The frame of the settings dialog: strip, showing, closing, place.
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <set>
 
 #include "tests/support/settings_fixture.h"
 
@@ -327,11 +331,117 @@ TEST_F(FormSettingsTest, CommandDummy_LiesBelowTheVisibleArea) {
     EXPECT_GE(Form().CommandDummy->y(), Form().height());
 }
 
-TEST_F(FormSettingsTest, Escape_ChangesNothing) {
+TEST_F(FormSettingsTest, Escape_TakesTheEntryAndClosesAsTheCloseButtonDoes) {
     Open();
+    Enter("Reagent", 1, "6");
+    Form().move(40, 30);
     Press(Qt::Key_Escape);
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 6);
+    EXPECT_THAT(TakeLog(), ElementsAre("save place and macros"));
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), "450");
+}
+
+TEST_F(FormSettingsTest, Escape_InAnOpenList_ClosesTheListAlone) {
+    Open();
+    auto& list = Named<QComboBox>("ComboSpellLevel");
+    list.setFocus();
+    list.showPopup();
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     EXPECT_TRUE(Form().isVisible());
-    EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(FormSettingsTest, CloseButton_DialogNotActive_CommitsTheEntryFirst) {
+    Open();
+    Enter("Reagent", 1, "6");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Form().close();
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 6);
+    EXPECT_FALSE(Form().isVisible());
+}
+
+TEST_F(FormSettingsTest, TabsByKey_GoRoundBothWaysAndMoveTheFocus) {
+    Open();
+    const struct {
+        Qt::Key next;
+        Qt::KeyboardModifiers nextWith;
+        Qt::Key last;
+        Qt::KeyboardModifiers lastWith;
+    } rows[] = {{Qt::Key_Tab, Qt::ControlModifier, Qt::Key_Backtab,
+                 Qt::ControlModifier | Qt::ShiftModifier},
+                {Qt::Key_PageDown, Qt::ControlModifier, Qt::Key_PageUp, Qt::ControlModifier}};
+    for (const auto& row : rows) {
+        for (int tab = 1; tab <= kTabCount; ++tab) {
+            Press(row.next, row.nextWith);
+            EXPECT_THAT(TickedTabs(), ElementsAre(tab % kTabCount));
+            EXPECT_THAT(ShownPanels(), ElementsAre(tab % kTabCount + 1));
+        }
+        EXPECT_EQ(FocusName(), "ComboSpellLevel");
+        Press(row.last, row.lastWith);
+        EXPECT_THAT(TickedTabs(), ElementsAre(8));
+        Press(row.last, row.lastWith);
+        EXPECT_THAT(TickedTabs(), ElementsAre(7));
+        EXPECT_EQ(FocusName(), "ComboUOwindow");
+        Press(row.last, row.lastWith);
+        EXPECT_EQ(FocusName(), "CheckTab(6)");
+        ShowTab(0);
+    }
+}
+
+TEST_F(FormSettingsTest, TabsByKey_TheEntryIsTakenFirst) {
+    Open();
+    Enter("Reagent", 1, "6");
+    Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(m_state.Spells(0).Reagents(1), 6);
+    EXPECT_THAT(TickedTabs(), ElementsAre(1));
+}
+
+// In every list of the dialog: the wheel over a closed list would change data unseen.
+TEST_F(FormSettingsTest, Wheel_OverAClosedList_ChangesNothing) {
+    SetSaved("Settings", "CurrentPlayerName", kMira);
+    SetSaved(kMira, "MR 0", "5");
+    SetSaved("Other", "MR 0", "7");
+    Open();
+    std::set<std::string> turned;
+    for (int tab = 0; tab < kTabCount; ++tab) {
+        ShowTab(tab);
+        for (QComboBox* list : Form().Tab(tab).findChildren<QComboBox*>()) {
+            turned.insert(list->objectName().toStdString());
+            const int before = list->currentIndex();
+            list->setFocus();
+            for (const int turn : {-120, 120}) {
+                const QPointF place = list->rect().center();
+                QWheelEvent wheel(place, list->mapToGlobal(place), {}, QPoint(0, turn),
+                                  Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(list, &wheel);
+                EXPECT_EQ(list->currentIndex(), before) << list->objectName().toStdString();
+            }
+        }
+    }
+    EXPECT_EQ(turned.size(), 22U);
+    EXPECT_THAT(TakeLog(), Each(Not(testing::HasSubstr("load"))));
+    EXPECT_EQ(m_state.CurrentPlayerName, kMira);
+}
+
+TEST_F(FormSettingsTest, Wheel_OverAnOpenList_Turns) {
+    Open();
+    ShowTab(1);
+    auto& list = Named<QComboBox>("ComboUserSpell", 0);
+    list.showPopup();
+    QScrollBar& bar = *list.view()->verticalScrollBar();
+    const int before = bar.value();
+    ASSERT_GT(bar.maximum(), before);
+    QWidget& seen = *list.view()->viewport();
+    const QPointF place = seen.rect().center();
+    QWheelEvent wheel(place, seen.mapToGlobal(place), {}, QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&seen, &wheel);
+    EXPECT_GT(bar.value(), before);
+    list.hidePopup();
 }
 
 TEST_F(FormSettingsTest, CloseButton_SavesPlaceAndMacrosAndHides) {

@@ -335,24 +335,116 @@ TEST_F(MacrosTabTest, Key_EnterKeyChecksIt) {
     EnterAndLeave(6, "7");
 }
 
-TEST_F(MacrosTabTest, Key_RefusedAtOk_SavesTheOldOneAndHides) {
+TEST_F(MacrosTabTest, Key_Refused_NoWayOfClosingButEscapeGoesOn) {
     OpenTab();
-    Enter(Key(0), "no");
-    Click("Command1");
-    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox, kNotValidBox))
-        << "once for the focus that the mouse moves, once for that of the handler";
-    EXPECT_EQ(m_log.back(), "save all");
-    EXPECT_EQ(m_state.MacroKey(1), "1");
-    EXPECT_FALSE(Form().isVisible());
+    const struct {
+        const char* name;
+        std::function<void()> close;
+    } ways[] = {{"OK", [this] { Click("Command1"); }},
+                {"Alt+O",
+                 [this] {
+                     Press(Qt::Key_O, Qt::AltModifier);
+                     QTest::qWait(150);
+                 }},
+                {"X", [this] { Form().close(); }}};
+    for (const int line : {0, 9}) {
+        const i32 number = line == 9 ? -1 : 1;
+        const std::string before = m_state.MacroKey(number);
+        Enter(Key(line), "no");
+        TakeLog();
+        for (const auto& way : ways) {
+            for (const char* attempt : {"first", "second"}) {
+                SCOPED_TRACE(std::string(way.name) + ", " + attempt);
+                way.close();
+                EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+                EXPECT_TRUE(Form().isVisible());
+                EXPECT_EQ(FocusName(), Key(line).objectName().toStdString());
+                EXPECT_EQ(Key(line).text(), QStringLiteral("no"));
+                EXPECT_FALSE(Form().Command1->isDown());
+                EXPECT_THAT(TakeLog(), ElementsAre("box This entry is not valid"));
+            }
+        }
+        Press(Qt::Key_Escape);
+        EXPECT_THAT(TakeBoxes(), IsEmpty());
+        EXPECT_FALSE(Form().isVisible());
+        EXPECT_THAT(TakeLog(), ElementsAre("save place and macros"));
+        EXPECT_EQ(m_state.MacroKey(number), before);
+        Reopen();
+        EXPECT_EQ(Key(line).text().toStdString(), before);
+        EXPECT_EQ(Saved("Settings", line == 9 ? "Macro-1" : "Macro 1").substr(3), before);
+    }
 }
 
-TEST_F(MacrosTabTest, Key_RefusedAtTheCloseButton_SavesTheOldOneAndHides) {
+TEST_F(MacrosTabTest, Key_NotYetChecked_EscapeTakesAGoodOneAndDropsABadOne) {
     OpenTab();
+    Enter(Key(0), "f7");
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_EQ(m_state.MacroKey(1), "{F7}");
+    EXPECT_EQ(Saved("Settings", "Macro 1"), "A--{F7}");
+    Reopen();
     Enter(Key(0), "no");
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_EQ(m_state.MacroKey(1), "{F7}");
+    Reopen();
+    EXPECT_EQ(Key(0).text(), QStringLiteral("{F7}"));
+    EnterAndLeave(0, "no");
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox)) << "the next one is checked again";
+    EnterAndLeave(0, "1");
+}
+
+TEST_F(MacrosTabTest, Key_CornerOfAA_IsLeftByEscapeUnchanged) {
+    OpenTab();
+    Pick(Page(), 11);
+    Click(Key(4));
     Form().close();
     EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+    EXPECT_TRUE(Form().isVisible());
+    Press(Qt::Key_Escape);
     EXPECT_FALSE(Form().isVisible());
-    EXPECT_EQ(Saved("Settings", "Macro 1"), "A--1");
+    EXPECT_EQ(m_state.MacroKey(93), "AA");
+}
+
+TEST_F(MacrosTabTest, Key_RefusedWhileTheDialogIsNotActive_IsRefusedAllTheSame) {
+    OpenTab();
+    Enter(Key(0), "no");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Form().close();
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+    EXPECT_TRUE(Form().isVisible());
+    other.hide();
+    Form().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
+    EXPECT_EQ(FocusName(), "TextMacro(0)");
+    Form().close();
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+    EnterAndLeave(0, "1");
+}
+
+TEST_F(MacrosTabTest, Key_Refused_TheTabStays) {
+    OpenTab();
+    Enter(Key(0), "no");
+    Press(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+    EXPECT_TRUE(Form().CheckTab[2]->isChecked());
+    EXPECT_EQ(FocusName(), "TextMacro(0)");
+    ShowTab(3);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
+    EXPECT_TRUE(Form().CheckTab[2]->isChecked());
+    EXPECT_EQ(FocusName(), "TextMacro(0)");
+    EnterAndLeave(0, "1");
+}
+
+TEST_F(MacrosTabTest, Opened_TheEditsShowWhatIsInForce) {
+    OpenTab();
+    Click("Command1");
+    Key(3).setText(QStringLiteral("stale"));
+    Reopen();
+    EXPECT_EQ(Key(3).text(), QStringLiteral("4"));
 }
 
 TEST_F(MacrosTabTest, Key_SwitchToAnotherProgram_ChecksNothing) {

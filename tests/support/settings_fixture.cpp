@@ -125,6 +125,8 @@ FormSettings& SettingsFixture::Open() {
 void SettingsFixture::Reopen() {
     ASSERT_FALSE(m_form->isVisible());
     Show();
+    // The offscreen platform has never deactivated it.
+    QApplication::setActiveWindow(m_form.get());
 }
 
 std::string SettingsFixture::Text(const char* name) {
