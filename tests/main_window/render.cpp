@@ -1,7 +1,5 @@
-// Pictures of the main window: render FOLDER [dark]. For looking at, at the density of
-// QT_SCALE_FACTOR.
-#include <QApplication>
-#include <QPalette>
+// Renders the main window in both arrangements, with all counters and without.
+#include "tests/support/render.h"
 
 #include "link/assist_messages.h"
 #include "tests/support/main_window_fixture.h"
@@ -9,16 +7,9 @@
 namespace spellwick {
 namespace {
 
-QPalette DarkPalette() {
-    QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
-    dark.setColor(QPalette::Base, QColor(35, 35, 35));
-    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return dark;
-}
-
 class Render : public MainWindowFixture {
   public:
-    Render(QString folder, QString tone) : m_target(std::move(folder)), m_tone(std::move(tone)) {}
+    explicit Render(const RenderTarget& target) : m_target(target) {}
 
     void TestBody() override {
         struct Row {
@@ -42,35 +33,18 @@ class Render : public MainWindowFixture {
             Reagent(12).setText(QStringLiteral("-3"));
             Program().Reports().OnMessage({kAssistStats, 100, 100});
             QCoreApplication::processEvents();
-            Form().grab().save(QStringLiteral("%1/%2_%3_%4.png")
-                                   .arg(m_target, QLatin1String(row.name), m_tone)
-                                   .arg(qApp->devicePixelRatio()));
+            m_target.Save(Form(), QLatin1String(row.name));
         }
     }
 
   private:
-    QString m_target;
-    QString m_tone;
+    const RenderTarget& m_target;
 };
 
 }  // namespace
-}  // namespace spellwick
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QApplication toolkit(argc, argv);
-    const QStringList words = QApplication::arguments();
-    if (words.size() < 2) {
-        return 2;
-    }
-    const bool dark = words.contains(QStringLiteral("dark"));
-    if (dark) {
-        QApplication::setPalette(spellwick::DarkPalette());
-    }
-    spellwick::Render render(words.at(1), dark ? QStringLiteral("dark") : QStringLiteral("light"));
-    render.TestBody();
-    return 0;
+void RenderForms(const RenderTarget& target) {
+    Render(target).TestBody();
 }
+
+}  // namespace spellwick

@@ -1,5 +1,6 @@
-// Renders the practice assist tool's window, for looking at: render FOLDER [dark].
-#include <QApplication>
+// Renders the practice assist tool's window.
+#include "tests/support/render.h"
+
 #include <QEventLoop>
 #include <QMenu>
 #include <QTemporaryDir>
@@ -10,14 +11,7 @@
 namespace spellwick::practice {
 namespace {
 
-QPalette DarkPalette() {
-    QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
-    dark.setColor(QPalette::Base, QColor(35, 35, 35));
-    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return dark;
-}
-
-void RenderAll(const QString& folder, const QString& tone) {
+void RenderTool(const RenderTarget& target) {
     const QTemporaryDir sockets;
     ToolTime now{0};
     PracticeTool tool({.folder = sockets.path() + QStringLiteral("/assist"),
@@ -44,32 +38,19 @@ void RenderAll(const QString& folder, const QString& tone) {
     serve(ToolTime(600));
     tool.Play(Fault::kUnknownItems);
     serve(ToolTime(10));
-    window.grab().save(folder + QStringLiteral("/tool-%1.png").arg(tone));
+    target.Save(window, QStringLiteral("tool"));
     auto* faults = window.findChild<QMenu*>(QStringLiteral("Faults"));
     faults->popup(window.mapToGlobal(QPoint(0, 0)));
-    faults->grab().save(folder + QStringLiteral("/faults-%1.png").arg(tone));
+    target.Save(*faults, QStringLiteral("faults"));
     faults->close();
     tool.Close();
     serve(ToolTime(100));
-    window.grab().save(folder + QStringLiteral("/closed-%1.png").arg(tone));
+    target.Save(window, QStringLiteral("closed"));
 }
 
 }  // namespace
 }  // namespace spellwick::practice
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    const QApplication toolkit(argc, argv);
-    const QStringList words = QApplication::arguments();
-    if (words.size() < 2) {
-        return 2;
-    }
-    const bool dark = words.contains(QStringLiteral("dark"));
-    if (dark) {
-        QApplication::setPalette(spellwick::practice::DarkPalette());
-    }
-    spellwick::practice::RenderAll(words.at(1),
-                                   dark ? QStringLiteral("dark") : QStringLiteral("light"));
-    return 0;
+void spellwick::RenderForms(const RenderTarget& target) {
+    practice::RenderTool(target);
 }
