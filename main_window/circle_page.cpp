@@ -131,17 +131,9 @@ void CirclePage::Show(const Screen& screen, const Changes& changes) {
             CheckCircle[static_cast<std::size_t>(index)]->setChecked(index == screen.pressedPage);
         }
     }
-    for (std::size_t slot = 0; slot < screen.spellSlots.size(); ++slot) {
-        const SlotScreen& shown = screen.spellSlots[slot];
-        if (changes.icons) {
-            ShowIcon(slot, shown);
-        }
-        if (changes.chances) {
-            LabelChance[slot]->setText(ToQString(shown.chance));
-        }
-        if (changes.amounts) {
-            LabelAmount[slot]->setText(ToQString(shown.amount));
-            LabelAmount[slot]->SetCellGround(shown.amountGround);
+    if (changes.icons) {
+        for (std::size_t slot = 0; slot < screen.spellSlots.size(); ++slot) {
+            ShowIcon(slot, screen.spellSlots[slot]);
         }
     }
     if (changes.spellLines) {
@@ -149,6 +141,16 @@ void CirclePage::Show(const Screen& screen, const Changes& changes) {
     }
     if (changes.currentMana) {
         LabelCurrentMana->setText(ToQString(screen.currentMana));
+    }
+}
+
+void CirclePage::ShowFigures(const Screen& screen, const Changes& changes) {
+    for (std::size_t slot = 0; changes.chances && slot < screen.spellSlots.size(); ++slot) {
+        LabelChance[slot]->setText(ToQString(screen.spellSlots[slot].chance));
+    }
+    for (std::size_t slot = 0; changes.amounts && slot < screen.spellSlots.size(); ++slot) {
+        LabelAmount[slot]->setText(ToQString(screen.spellSlots[slot].amount));
+        LabelAmount[slot]->SetCellGround(screen.spellSlots[slot].amountGround);
     }
 }
 

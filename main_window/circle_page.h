@@ -22,7 +22,10 @@ class CirclePage : public QObject {
   public:
     CirclePage(const MainWindowServices& services, Pictures& pictures, QWidget* form);
 
+    // The page, its icons and its lines.
     void Show(const Screen& screen, const Changes& changes);
+    // The chances and the amounts, which come last of what the window shows.
+    void ShowFigures(const Screen& screen, const Changes& changes);
 
     std::array<PageButton*, kPageButtonCount> CheckCircle{};
     std::array<SpellIcon*, kSlotCount> SpellIcons{};

@@ -98,13 +98,12 @@ void Counters::MakeCounter(i32 reagent, QWidget* form) {
 
 void Counters::Show(const Screen& screen, const Changes& changes) {
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
-        const CounterScreen& counter = screen.counters(reagent);
         if (changes.counters(reagent)) {
-            m_reagents(reagent)->setText(ToQString(counter.text));
+            m_reagents(reagent)->setText(ToQString(screen.counters(reagent).text));
         }
-        if (changes.counterGrounds) {
-            SetGround(*m_reagents(reagent), counter.ground);
-        }
+    }
+    for (i32 reagent = 1; changes.counterGrounds && reagent <= kReagentCount; ++reagent) {
+        SetGround(*m_reagents(reagent), screen.counters(reagent).ground);
     }
     if (changes.bags) {
         ShowBags(screen);

@@ -185,6 +185,7 @@ void FormMain::Show(const Changes& changes) {
     m_counters.Show(screen, changes);
     m_tithes.Show(screen, changes);
     ShowCommands(screen, changes);
+    m_page.ShowFigures(screen, changes);
 }
 
 void FormMain::ShowCommands(const Screen& screen, const Changes& changes) {
