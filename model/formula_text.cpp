@@ -40,7 +40,7 @@ std::string ExpandFormulas(std::string_view text, const FormulaTexts& figures) {
     for (;;) {
         const std::size_t joined = JoinedMarker(done, ahead);
         if (joined > 0) {
-            done.resize(done.size() - joined);
+            done.erase(done.size() - joined);
             ahead.remove_prefix(kMarker.size() - joined);
         } else {
             const std::size_t next = ahead.find(kMarker);
