@@ -163,7 +163,7 @@ class Session:
 
     def start_spellwick(self):
         self.spellwick = self.start("spellwick", [self.programs / "spellwick"])
-        self.main = wait_for("Spellwick's window", lambda: self.window("^Spellwick 7.5"))
+        self.main = wait_for("Spellwick's window", lambda: self.window("^Spellwick [0-9]"))
         time.sleep(0.5)
         size = dict(line.split("=") for line in
                     self.xdotool("getwindowgeometry", "--shell", self.main).split())

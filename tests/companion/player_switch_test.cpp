@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "link/client_watch.h"
 #include "tests/support/companion_fixture.h"
 
 namespace spellwick {
@@ -52,7 +53,7 @@ TEST_F(PlayerSwitchTest, Tick_FirstLogin_LoadsWithoutASave) {
     EXPECT_THAT(CallsOfTick(),
                 ElementsAre("load Ultima Online - Mira Talon (Atlantic)", "page", "assist"));
     EXPECT_EQ(m_state.CurrentPlayerName, kMira);
-    EXPECT_EQ(Shown().caption, "Spellwick 7.5   Character: Mira Talon   Server: Atlantic");
+    EXPECT_EQ(Shown().caption, CaptionText("Mira Talon", "Atlantic"));
 }
 
 TEST_F(PlayerSwitchTest, Tick_SameTitle_TouchesNoProfile) {

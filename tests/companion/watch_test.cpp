@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "link/client_watch.h"
 #include "tests/support/companion_fixture.h"
 
 namespace spellwick {
@@ -96,7 +97,7 @@ TEST_F(WatchTest, Tick_NewTitle_SavesTheFormerPlayerBeforeItReadsTheNext) {
     EXPECT_EQ(Shown().bags.at(0), "Sack");
     EXPECT_EQ(Shown().selectedBag, 0);
     EXPECT_EQ(State().CurrentPlayerName, kBran);
-    EXPECT_EQ(Caption(), "Spellwick 7.5   Character: Bran   Server: Oak Hill");
+    EXPECT_EQ(Caption(), CaptionText("Bran", "Oak Hill"));
     EXPECT_THAT(TakeLog(), ElementsAre("find Ultima Online", "update chance", "find assist"));
 }
 
@@ -205,8 +206,7 @@ TEST_F(WatchTest, Tick_Titles_AreTakenApart) {
         EXPECT_EQ(State().CharacterName, row.character);
         EXPECT_EQ(State().ServerName, row.server);
         EXPECT_EQ(State().CurrentPlayerName, row.title);
-        EXPECT_EQ(Caption(),
-                  "Spellwick 7.5   Character: " + row.character + "   Server: " + row.server);
+        EXPECT_EQ(Caption(), CaptionText(row.character, row.server));
     }
 }
 

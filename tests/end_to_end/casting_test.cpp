@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include "link/client_watch.h"
 #include "tests/end_to_end/player_desk.h"
 
 namespace spellwick::testing_support {
@@ -207,8 +208,7 @@ TEST_F(CastingEndToEnd, Login_IsFollowedByTheCaption) {
         TellGame("login " + std::to_string(++number));
         EXPECT_TRUE(WaitCharacter(name));
     }
-    EXPECT_EQ(m_desk->Session().WindowName(Window()),
-              "Spellwick 7.5   Character: Ysolde   Server: Oak Hill");
+    EXPECT_EQ(m_desk->Session().WindowName(Window()), CaptionText("Ysolde", "Oak Hill"));
     EXPECT_THAT(Typed(), IsEmpty());
 }
 

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "link/client_watch.h"
 #include "platform/linux/sqlite_settings_store.h"
 
 namespace spellwick::testing_support {
@@ -24,6 +25,10 @@ constexpr const char* kStockKeys[] = {"MR", "SA", "BM", "SS", "GA", "BP", "NI",
                                       "GI", "BW", "DB", "GD", "NC", "PI"};
 
 }  // namespace
+
+std::string CaptionStart() {
+    return std::string(kApplicationName) + " " + kVersion;
+}
 
 void PlayerDesk::SetUp() {
     if (const std::string missing = XSession::WhatIsMissing(); !missing.empty()) {
@@ -140,18 +145,16 @@ void PlayerDesk::EndGame(int signal) {
 void PlayerDesk::StartSpellwick() {
     m_spellwick = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
     ASSERT_TRUE(m_spellwick);
-    m_window = m_desk->WaitWindow("Spellwick 7.5");
+    m_window = m_desk->WaitWindow(CaptionStart());
     ASSERT_NE(m_window, 0U) << m_spellwick->Output();
     m_desk->RestingPicture(m_window);
-    m_window = m_desk->WaitWindow("Spellwick 7.5");
+    m_window = m_desk->WaitWindow(CaptionStart());
     ASSERT_GT(m_desk->AreaOf(m_window).width, kWidthFromFirstSpell);
 }
 
 bool PlayerDesk::WaitCharacter(const std::string& name) const {
-    return WaitUntil([&] {
-        return m_desk->Session().WindowName(m_window).starts_with(
-            "Spellwick 7.5   Character: " + name + "   Server: ");
-    });
+    return WaitUntil(
+        [&] { return m_desk->Session().WindowName(m_window).starts_with(CaptionText(name, "")); });
 }
 
 std::optional<int> PlayerDesk::CloseSpellwick() {

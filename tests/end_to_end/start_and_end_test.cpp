@@ -160,10 +160,10 @@ TEST_F(StartAndEnd, UnreadableStore_IsKeptAsideAndTheUserIsTold) {
     ASSERT_NE(box, 0U) << program->Output();
     m_desk->RestingPicture(box);
     m_desk->Tap(XKB_KEY_Return);
-    const xcb_window_t window = m_desk->WaitWindow("Spellwick 7.5");
+    const xcb_window_t window = m_desk->WaitWindow(CaptionStart());
     ASSERT_NE(window, 0U) << program->Output();
     m_desk->RestingPicture(window);
-    m_desk->AskToClose(m_desk->WaitWindow("Spellwick 7.5"));
+    m_desk->AskToClose(m_desk->WaitWindow(CaptionStart()));
     EXPECT_EQ(program->WaitForEnd(10s), 0);
 
     EXPECT_FALSE(StoredSection(kGlobal).empty());
@@ -206,7 +206,7 @@ TEST_F(StartAndEnd, StartedThroughALink_FindsItsTable) {
     const std::filesystem::path link = m_desk->Session().Folder() / "link-to-spellwick";
     std::filesystem::create_symlink(Programs() / "spellwick", link);
     const auto program = m_desk->Session().Spawn({link.string()});
-    EXPECT_NE(m_desk->WaitWindow("Spellwick 7.5"), 0U) << program->Output();
+    EXPECT_NE(m_desk->WaitWindow(CaptionStart()), 0U) << program->Output();
 }
 
 TEST_F(StartAndEnd, NoDisplay_IsOneSentenceAndExitCode2) {
@@ -229,7 +229,7 @@ TEST_F(StartAndEnd, TwoAtOnce_WorkOnTheSameStore) {
     Prepare(kGlobal, {{"CurrentPlayerName", kMira}});
     StartSpellwick();
     const auto other = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
-    ASSERT_TRUE(WaitUntil([&] { return m_desk->WaitWindow("Spellwick 7.5") != Window(); }));
+    ASSERT_TRUE(WaitUntil([&] { return m_desk->WaitWindow(CaptionStart()) != Window(); }));
     other->Signal(SIGTERM);
     EXPECT_EQ(other->WaitForEnd(10s), 0) << other->Output();
     EXPECT_EQ(CloseSpellwick(), 0);

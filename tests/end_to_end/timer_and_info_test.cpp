@@ -204,7 +204,7 @@ TEST_F(ConversionEndToEnd, OldData_AskAndLeaveTheWindowThatAsksForPatience) {
     ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == question; }));
     m_desk->Tap(XKB_KEY_Return);
     ASSERT_NE(m_desk->WaitWindow("Please wait"), 0U);
-    const xcb_window_t main = m_desk->WaitWindow("Spellwick 7.5");
+    const xcb_window_t main = m_desk->WaitWindow(CaptionStart());
     ASSERT_NE(main, 0U);
     EXPECT_NE(m_desk->FindWindow("Please wait"), 0U);
     EXPECT_EQ(Stored(kGlobal, "Conversion"), "Done 1.0");

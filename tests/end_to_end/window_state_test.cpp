@@ -45,7 +45,7 @@ TEST_F(WindowState, AlwaysOnTop_IsSwitchedWithoutANewWindowOrAMove) {
     for (const bool above : {true, false, true}) {
         ASSERT_NO_FATAL_FAILURE(FlipAlwaysOnTop());
         EXPECT_TRUE(WaitAbove(above));
-        EXPECT_EQ(m_desk->WaitWindow("Spellwick 7.5"), window);
+        EXPECT_EQ(m_desk->WaitWindow(CaptionStart()), window);
         EXPECT_EQ(m_desk->AreaOf(window), area);
         EXPECT_EQ(Stored(kGlobal, "AlwaysOnTop"), above ? "True" : "False");
     }

@@ -16,6 +16,8 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SAVED_MACROS = ROOT / "tests" / "end_to_end" / "NewMacros.txt"
 PICTURE = ROOT / "tests" / "end_to_end" / "session_store.txt"
+CAPTION = "Spellwick " + re.search(r"^project\(Spellwick VERSION ([\d.]+)",
+                                   (ROOT / "CMakeLists.txt").read_text(), re.M).group(1)
 WINE = [str(ROOT / "tools" / "under_wine")]
 FIRST = "Ultima Online - Mira Talon (Atlantic)"
 SECOND = "Ultima Online - Dorn \u0141uk\u00e4 (Oak Hill)"
@@ -118,7 +120,7 @@ class Session:
                               check=False).stdout.strip()
 
     def caption(self, character, server):
-        pattern = f"^Spellwick 7.5   Character: {character}   Server: {server}$"
+        pattern = f"^{CAPTION}   Character: {character}   Server: {server}$"
         return wait_for(f"the caption of {character}", lambda: self.windows(pattern))[0]
 
     def click(self, window, place):
@@ -169,7 +171,7 @@ class Session:
     def run_program(self):
         start = time.monotonic()
         process = self.start("spellwick.exe", folder=self.folder)
-        window = wait_for("the main window", lambda: self.windows("^Spellwick 7.5"), 60)[0]
+        window = wait_for("the main window", lambda: self.windows(f"^{CAPTION}"), 60)[0]
         return process, window, time.monotonic() - start
 
     def expect_end(self, process, expected):
@@ -180,7 +182,7 @@ class Session:
         expect(code == expected, f"the program ended with {code}, not {expected}")
 
     def close_program(self, process, how="close"):
-        self.steer("Spellwick 7.5", how)
+        self.steer(CAPTION, how)
         self.expect_end(process, 0)
 
 
