@@ -2,6 +2,7 @@
 // and one in memory for tests.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -43,6 +44,10 @@ class SettingsStore {
 
     // Removes a section with all its keys; a section that does not exist is no failure.
     virtual StoreResult RemoveSection(std::string_view section) = 0;
+
+    // Writes a copy of everything beside the store, with the time in its name, and keeps the newest
+    // five of them.
+    virtual StoreResult KeepCopy(std::chrono::system_clock::time_point now) = 0;
 
     // Names of all sections as they were given, in the order of the store.
     virtual std::vector<std::string> Sections() const = 0;

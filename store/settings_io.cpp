@@ -14,10 +14,13 @@ namespace {
 // The values of one section as they were at one moment.
 class SectionReader {
   public:
-    explicit SectionReader(SectionValues values) : m_values(std::move(values)) {}
+    // Each key that is looked for goes to `lastKey`, which outlives the reader.
+    SectionReader(SectionValues values, std::string& lastKey)
+        : m_values(std::move(values)), m_lastKey(lastKey) {}
 
     // The value, or nothing when there is none. Valid as long as the reader.
     std::optional<std::string_view> Find(std::string_view key) const {
+        m_lastKey = key;
         const auto found = m_values.find(key);
         if (found == m_values.end()) {
             return std::nullopt;
@@ -45,6 +48,7 @@ class SectionReader {
 
   private:
     SectionValues m_values;
+    std::string& m_lastKey;
 };
 
 void LoadSpellAmounts(SharedState& state, const SectionReader& settings) {
@@ -113,7 +117,7 @@ std::optional<std::string> SectionToRead(const ConversionProgress& progress,
 }  // namespace
 
 void SettingsIo::LoadGlobalSettings() {
-    const SectionReader settings(m_store.ReadSection(kGlobalSection));
+    const SectionReader settings(m_store.ReadSection(kGlobalSection), m_lastKey);
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
         const ReagentFacts& facts = FactsOfReagent(reagent);
         m_state.RegPrice(reagent) = settings.Number(facts.priceKey, facts.defaultPrice);
@@ -129,7 +133,9 @@ void SettingsIo::LoadGlobalSettings() {
 }
 
 StoreResult SettingsIo::SaveGlobalSettings(const WindowPlaces& places) {
-    return m_store.Apply(AllChanges(m_state, places));
+    return m_unfinished.empty() || m_unfinished != m_state.CurrentPlayerName
+               ? m_store.Apply(AllChanges(m_state, places))
+               : SaveGlobalKeys(places);
 }
 
 StoreResult SettingsIo::SaveGlobalKeys(const WindowPlaces& places) {
@@ -141,7 +147,8 @@ void SettingsIo::LoadPlayerSettings(std::string_view section) {
     if (source && source->empty()) {
         return;
     }
-    const SectionReader player(source ? m_store.ReadSection(*source) : SectionValues{});
+    const SectionReader player(source ? m_store.ReadSection(*source) : SectionValues{}, m_lastKey);
+    m_unfinished = section;
     for (i32 bag = 0; bag < kBagCount; ++bag) {
         m_state.BagName(bag) = player.Text(BagNameKey(bag), DefaultBagName(bag));
     }
@@ -173,10 +180,11 @@ void SettingsIo::LoadPlayerSettings(std::string_view section) {
     for (i32 row = 0; row <= kLastPagedRow; ++row) {
         m_state.Spells(row).SpellText = player.Text(SpellTextKey(row), "");
     }
+    m_unfinished.clear();
 }
 
 StoreResult SettingsIo::SavePlayerSettings(std::string_view section) {
-    if (section.empty()) {
+    if (section.empty() || section == m_unfinished) {
         return {};
     }
     return m_store.Apply(PlayerChanges(m_state, section));

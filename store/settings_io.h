@@ -28,8 +28,9 @@ class SettingsIo {
     // RuntimeFailure when a saved text is no number; what was read before it stands.
     void LoadGlobalSettings();
 
-    // Writes all global keys and the player CurrentPlayerName in one transaction. RuntimeFailure,
-    // with nothing written, while the spell table lacks a row.
+    // Writes all global keys and the player CurrentPlayerName in one transaction; without the
+    // player while its load has not ended. RuntimeFailure, with nothing written, while the spell
+    // table lacks a row.
     StoreResult SaveGlobalSettings(const WindowPlaces& places);
 
     // The same without the player, for an end in which each step is to be done on its own.
@@ -39,7 +40,8 @@ class SettingsIo {
     // RuntimeFailure as above.
     void LoadPlayerSettings(std::string_view section);
 
-    // Writes all keys of a player in one transaction. An empty name returns at once.
+    // Writes all keys of a player in one transaction. An empty name returns at once, and so does
+    // that of a player whose load did not end: memory then holds a part of it among other values.
     StoreResult SavePlayerSettings(std::string_view section);
 
     // Writes the macro codes, and the position of the settings dialog if it has one, in one
@@ -55,6 +57,12 @@ class SettingsIo {
     // Writes one key of the global section, for options that are saved when they are clicked.
     StoreResult SaveOption(std::string_view key, const std::string& value);
 
+    // The key that was read last, when a load has failed.
+    const std::string& LastKey() const { return m_lastKey; }
+
+    // What a load that did not end has left in memory is saved as the player's all the same.
+    void TakeAsLoaded() { m_unfinished.clear(); }
+
     // Kept by Conversion. While Converting is set, it decides where a player is read from.
     ConversionProgress& Progress() { return m_progress; }
 
@@ -63,6 +71,8 @@ class SettingsIo {
     SettingsStore& m_store;
     std::function<void(PlayerPart)> m_onLoaded;
     ConversionProgress m_progress;
+    std::string m_unfinished;  // player whose load began and did not end
+    std::string m_lastKey;
 };
 
 }  // namespace spellwick

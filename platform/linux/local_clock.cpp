@@ -13,4 +13,14 @@ float LocalClock::SecondsSinceMidnight() const {
     return static_cast<float>(whole + static_cast<double>(now.tv_nsec) / 1e9);
 }
 
+std::chrono::system_clock::time_point LocalClock::Now() const {
+    return std::chrono::system_clock::now();
+}
+
+std::tm LocalClock::Local(std::time_t time) const {
+    std::tm parts{};
+    localtime_r(&time, &parts);
+    return parts;
+}
+
 }  // namespace spellwick

@@ -8,6 +8,8 @@ namespace spellwick {
 class LocalClock : public Clock {
   public:
     float SecondsSinceMidnight() const override;
+    std::chrono::system_clock::time_point Now() const override;
+    std::tm Local(std::time_t time) const override;
 };
 
 }  // namespace spellwick

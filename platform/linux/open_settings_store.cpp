@@ -3,7 +3,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <ctime>
 #include <system_error>
 #include <thread>
 
@@ -13,6 +12,7 @@
 #include <unistd.h>
 
 #include "platform/linux/sqlite_settings_store.h"
+#include "platform/linux/time_text.h"
 
 namespace spellwick {
 
@@ -68,14 +68,6 @@ bool Exists(const fs::path& file) {
     return fs::exists(fs::symlink_status(file, ignored));
 }
 
-std::string TimeText(std::chrono::system_clock::time_point now) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
-    std::tm parts{};
-    localtime_r(&seconds, &parts);
-    std::array<char, 32> text{};
-    return {text.data(), std::strftime(text.data(), text.size(), "%Y%m%d-%H%M%S", &parts)};
-}
-
 bool IsTaken(const fs::path& name) {
     bool taken = Exists(name);
     for (const char* side : kSideFiles) {
@@ -117,7 +109,7 @@ OpenedStore InMemory(std::string trouble) {
     auto store = std::make_unique<SqliteSettingsStore>(fs::path());
     store->Connect();
     trouble += " Spellwick runs without saved settings, and nothing is kept when it ends.";
-    return {std::move(store), std::nullopt, std::move(trouble)};
+    return {std::move(store), false, std::nullopt, std::move(trouble)};
 }
 
 std::string Unavailable(const fs::path& file, const std::string& reason) {
@@ -138,7 +130,7 @@ OpenedStore OpenFile(const fs::path& file, std::chrono::system_clock::time_point
                 trouble = "The settings in " + file.string() +
                           " can be read but not written. Changes are lost when Spellwick ends.";
             }
-            return {std::move(store), std::nullopt, std::move(trouble)};
+            return {std::move(store), true, std::nullopt, std::move(trouble)};
         }
         case StoreState::kUnavailable:
             return InMemory(Unavailable(file, store->Reason()));
@@ -156,7 +148,7 @@ OpenedStore OpenFile(const fs::path& file, std::chrono::system_clock::time_point
         memory.keptAside = aside;
         return memory;
     }
-    return {std::move(store), aside,
+    return {std::move(store), true, aside,
             "The settings could not be read. They were kept as\n" + aside->string() +
                 "\nand Spellwick starts with new ones."};
 }

@@ -13,6 +13,7 @@ namespace spellwick {
 
 struct OpenedStore {
     std::unique_ptr<SettingsStore> store;  // never null; in memory if all else fails
+    bool lasts = false;                    // not in memory
     // The new name of an unreadable store.
     std::optional<std::filesystem::path> keptAside;
     // A text for the user; empty if all is well.

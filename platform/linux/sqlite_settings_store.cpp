@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/time_text.h"
+
 namespace spellwick {
 
 namespace {
@@ -13,6 +15,9 @@ constexpr int kBusyMilliseconds = 2000;
 // Stores up to this size, a few hundred players, are checked completely at the start, which takes
 // some milliseconds. In a larger one, damage is noticed when it is read.
 constexpr sqlite3_int64 kCheckedBytes = 16LL * 1024 * 1024;
+
+constexpr const char* kCopyMark = ".copy-";
+constexpr std::size_t kKeptCopies = 5;
 
 constexpr const char* kCreate =
     "CREATE TABLE IF NOT EXISTS setting(application TEXT, section TEXT, key TEXT, value TEXT, "
@@ -66,6 +71,21 @@ int CheckWhole(sqlite3* database) {
     return use.Column(0) == "ok" ? SQLITE_OK : SQLITE_CORRUPT;
 }
 
+// The names end with the time, so their order is that of the times.
+void RemoveOldCopies(const std::filesystem::path& copies) {
+    std::error_code ignored;
+    std::vector<std::filesystem::path> found;
+    for (const auto& entry : std::filesystem::directory_iterator(copies.parent_path(), ignored)) {
+        if (entry.path().filename().string().starts_with(copies.filename().string())) {
+            found.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(found, std::greater{});
+    for (std::size_t i = kKeptCopies; i < found.size(); ++i) {
+        std::filesystem::remove(found[i], ignored);
+    }
+}
+
 bool IsDamage(int code) {
     switch (PrimaryCode(code)) {
         case SQLITE_CORRUPT:
@@ -104,7 +124,8 @@ StoreState SqliteSettingsStore::Connect() {
     // Without the write-ahead log the store is just as safe, only slower, so go on if it cannot be
     // enabled (the store is busy or read-only).
     Execute(database, "PRAGMA journal_mode = WAL");
-    Execute(database, "PRAGMA synchronous = NORMAL");
+    // A save is on the disk when it is done, since the recovery journal is emptied after it.
+    Execute(database, "PRAGMA synchronous = FULL");
     if (fresh) {
         code = Execute(database, kCreate);
         code = code == SQLITE_OK ? PrepareAll(made) : code;
@@ -274,6 +295,35 @@ std::vector<std::string> SqliteSettingsStore::Sections() const {
         last = use.Column(0).value_or("");
         names.push_back(last);
     }
+}
+
+StoreResult SqliteSettingsStore::KeepCopy(std::chrono::system_clock::time_point now) {
+    if (m_file.empty()) {
+        return {};
+    }
+    int code = Require();
+    const std::string copies = m_file.string() + kCopyMark;
+    if (code == SQLITE_OK) {
+        std::filesystem::path name = copies + TimeText(now);
+        std::error_code ignored;
+        for (int number = 2; std::filesystem::exists(name, ignored); ++number) {
+            name = copies + TimeText(now) + "-" + std::to_string(number);
+        }
+        const SqliteStatement copy = Prepare(m_connection.database.get(), "VACUUM INTO ?1", code);
+        if (code == SQLITE_OK) {
+            const std::string target = name.string();
+            code = StatementUse(copy).Bind(target).Step();
+            code = code == SQLITE_DONE ? SQLITE_OK : code;
+            if (code != SQLITE_OK) {
+                std::filesystem::remove(name, ignored);
+            }
+        }
+    }
+    if (code != SQLITE_OK) {
+        return Trouble(code);
+    }
+    RemoveOldCopies(copies);
+    return {};
 }
 
 int SqliteSettingsStore::Require() {

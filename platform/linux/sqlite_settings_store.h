@@ -40,6 +40,8 @@ class SqliteSettingsStore final : public SettingsStore {
     StoreResult Apply(const std::vector<SettingChange>& changes) override;
     StoreResult RemoveSection(std::string_view section) override;
     std::vector<std::string> Sections() const override;
+    // settings.db.copy-20011231-235959; nothing for a store in memory.
+    StoreResult KeepCopy(std::chrono::system_clock::time_point now) override;
 
   private:
     struct Connection {

@@ -1,6 +1,10 @@
 #include "platform/windows/registry_settings_store.h"
 
 #include <algorithm>
+#include <array>
+#include <ctime>
+#include <cwchar>
+#include <functional>
 
 #include "platform/windows/section_keys.h"
 #include "platform/windows/wide_text.h"
@@ -8,6 +12,8 @@
 namespace spellwick {
 
 namespace {
+
+constexpr std::size_t kKeptCopies = 5;
 
 // The system's text for an error, as the end of a sentence.
 std::string Words(LONG error) {
@@ -28,6 +34,14 @@ StoreResult Trouble(LONG error) {
         return {};
     }
     return {false, "The settings could not be written to the registry: " + Words(error)};
+}
+
+std::wstring TimeName(std::chrono::system_clock::time_point time) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+    std::tm parts{};
+    localtime_s(&parts, &seconds);
+    std::array<wchar_t, 32> text{};
+    return {text.data(), std::wcsftime(text.data(), text.size(), L"%Y%m%d-%H%M%S", &parts)};
 }
 
 bool SameButForCase(const std::wstring& one, const std::wstring& other) {
@@ -224,6 +238,40 @@ std::vector<std::string> RegistrySettingsStore::Sections() const {
         }
     }
     return sections;
+}
+
+StoreResult RegistrySettingsStore::KeepCopy(std::chrono::system_clock::time_point now) {
+    const RegistryKey root = Root(KEY_READ);
+    if (!root.Opened()) {
+        return {};  // there is nothing to copy
+    }
+    LONG error = ERROR_SUCCESS;
+    const RegistryKey copies =
+        RegistryKey::Create(HKEY_CURRENT_USER, m_root + L" copies", KEY_READ | KEY_WRITE, error);
+    std::vector<std::wstring> names;
+    if (error == ERROR_SUCCESS) {
+        names = copies.Subkeys();
+        const std::wstring base = TimeName(now);
+        std::wstring name = base;
+        for (int number = 2; std::ranges::find(names, name) != names.end(); ++number) {
+            name = base + L"-" + std::to_wstring(number);
+        }
+        const RegistryKey copy =
+            RegistryKey::Create(copies.Get(), name, KEY_READ | KEY_WRITE, error);
+        if (error == ERROR_SUCCESS) {
+            error = RegCopyTreeW(root.Get(), nullptr, copy.Get());
+        }
+        names.push_back(name);
+    }
+    if (error != ERROR_SUCCESS) {
+        return Trouble(error);
+    }
+    // The order of the names is that of the times.
+    std::ranges::sort(names, std::greater{});
+    for (std::size_t i = kKeptCopies; i < names.size(); ++i) {
+        RegDeleteTreeW(copies.Get(), names[i].c_str());
+    }
+    return {};
 }
 
 }  // namespace spellwick

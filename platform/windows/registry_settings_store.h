@@ -28,6 +28,8 @@ class RegistrySettingsStore final : public SettingsStore {
     StoreResult Apply(const std::vector<SettingChange>& changes) override;
     StoreResult RemoveSection(std::string_view section) override;
     std::vector<std::string> Sections() const override;
+    // Under a key beside the store's: "Software\\Spellwick copies\\20011231-235959".
+    StoreResult KeepCopy(std::chrono::system_clock::time_point now) override;
 
   private:
     // An open section of a batch, and its values before.

@@ -11,4 +11,14 @@ float WindowsClock::SecondsSinceMidnight() const {
     return static_cast<float>(whole + now.wMilliseconds / 1000.0);
 }
 
+std::chrono::system_clock::time_point WindowsClock::Now() const {
+    return std::chrono::system_clock::now();
+}
+
+std::tm WindowsClock::Local(std::time_t time) const {
+    std::tm parts{};
+    localtime_s(&parts, &time);
+    return parts;
+}
+
 }  // namespace spellwick

@@ -42,6 +42,9 @@ class EndedStore final : public SettingsStore {
     StoreResult RemoveSection(std::string_view section) override {
         return m_left-- > 0 ? m_inner.RemoveSection(section) : StoreResult{false, "ended"};
     }
+    StoreResult KeepCopy(std::chrono::system_clock::time_point now) override {
+        return m_inner.KeepCopy(now);
+    }
     std::vector<std::string> Sections() const override { return m_inner.Sections(); }
 
   private:

@@ -50,6 +50,9 @@ class KeepingStore final : public SettingsStore {
         return m_inner.Apply(changes);
     }
     StoreResult RemoveSection(std::string_view /*section*/) override { return {false, "no"}; }
+    StoreResult KeepCopy(std::chrono::system_clock::time_point now) override {
+        return m_inner.KeepCopy(now);
+    }
     std::vector<std::string> Sections() const override { return m_inner.Sections(); }
 
   private:

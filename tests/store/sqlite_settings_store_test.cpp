@@ -1,6 +1,8 @@
 #include "platform/linux/sqlite_settings_store.h"
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <thread>
 
@@ -326,6 +328,60 @@ TEST_F(SqliteStoreTest, TenThousandProfiles_AreListedAndRead) {
     EXPECT_EQ(PlayerDifferences(saved, loaded), "");
     io.LoadPlayerSettings("player 00000");
     EXPECT_EQ(loaded.BagName(0), "1");
+}
+
+TEST_F(SqliteStoreTest, WriteThatFailsInTheMiddle_LeavesTheStoreOpenToOthers) {
+    SqliteSettingsStore store(File());
+    ASSERT_EQ(store.Connect(), StoreState::kReady);
+    ASSERT_TRUE(store.Apply({{"Bran", "MR 0", "50"}}).ok);
+    RawDatabase raw(File());
+    raw.Run(
+        "CREATE TRIGGER refuse BEFORE INSERT ON setting WHEN NEW.key = 'SA 0' "
+        "BEGIN SELECT RAISE(FAIL, 'refused'); END");
+    EXPECT_FALSE(store.Apply({{"Bran", "MR 0", "49"}, {"Bran", "SA 0", "1"}}).ok);
+    // An open transaction would keep every other writer out.
+    raw.Run("INSERT INTO setting VALUES('Spellwick', 'Bran', 'BM 0', '7')");
+    EXPECT_EQ(store.Read("Bran", "MR 0"), "50");
+    EXPECT_TRUE(store.Apply({{"Bran", "MR 0", "48"}}).ok);
+    EXPECT_EQ(store.Read("Bran", "MR 0"), "48");
+}
+
+TEST_F(SqliteStoreTest, Copies_HoldEverythingAndFiveAreKept) {
+    using namespace std::chrono;
+    SqliteSettingsStore store(File());
+    ASSERT_EQ(store.Connect(), StoreState::kReady);
+    const system_clock::time_point start = sys_days{2026y / 11 / 22} + 12h;
+    for (int i = 0; i < 8; ++i) {
+        ASSERT_TRUE(store.Apply({{"Bran", "MR 0", std::to_string(i)}}).ok);
+        ASSERT_TRUE(store.KeepCopy(start + hours(24 * (i / 2))).ok) << "two of each time";
+    }
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+        if (entry.path().filename().string().starts_with("settings.db.copy-")) {
+            names.push_back(entry.path().string());
+        }
+    }
+    std::ranges::sort(names);
+    ASSERT_EQ(names.size(), 5U);
+    EXPECT_EQ(RawDatabase(names.back()).Query("SELECT * FROM setting"),
+              (Rows{{"Spellwick", "Bran", "MR 0", "7"}}));
+    EXPECT_EQ(RawDatabase(names.front()).Query("SELECT value FROM setting"), (Rows{{"3"}}));
+    EXPECT_TRUE(names.back().ends_with("-2")) << names.back();
+}
+
+TEST_F(SqliteStoreTest, CopyThatCannotBeMade_SaysSo) {
+    SqliteSettingsStore store(File());
+    ASSERT_EQ(store.Connect(), StoreState::kReady);
+    EXPECT_TRUE(SqliteSettingsStore({}).KeepCopy({}).ok) << "in memory there is nothing to copy";
+    const std::filesystem::path moved = folder.Path() / "moved";
+    std::filesystem::create_directory(moved);
+    const std::filesystem::path linked = moved / "settings.db";
+    SqliteSettingsStore gone(linked);
+    ASSERT_EQ(gone.Connect(), StoreState::kReady);
+    std::filesystem::remove_all(moved);
+    const StoreResult result = gone.KeepCopy({});
+    EXPECT_FALSE(result.ok);
+    EXPECT_NE(result.trouble, "");
 }
 
 }  // namespace

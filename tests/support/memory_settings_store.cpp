@@ -48,6 +48,14 @@ StoreResult MemorySettingsStore::RemoveSection(std::string_view section) {
     return {};
 }
 
+StoreResult MemorySettingsStore::KeepCopy(std::chrono::system_clock::time_point /*now*/) {
+    if (!m_copyTrouble.empty()) {
+        return {false, m_copyTrouble};
+    }
+    m_copies.push_back(m_sections);
+    return {};
+}
+
 std::vector<std::string> MemorySettingsStore::Sections() const {
     std::vector<std::string> names;
     for (const auto& [section, values] : m_sections) {

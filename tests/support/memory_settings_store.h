@@ -18,6 +18,8 @@ class MemorySettingsStore : public SettingsStore {
     StoreResult RemoveSection(std::string_view section) override;
     std::vector<std::string> Sections() const override;
 
+    StoreResult KeepCopy(std::chrono::system_clock::time_point now) override;
+
     // Puts a value in place without a batch.
     void Put(std::string_view section, std::string_view key, std::string_view value);
 
@@ -28,6 +30,13 @@ class MemorySettingsStore : public SettingsStore {
     const std::vector<std::vector<SettingChange>>& Batches() const { return m_batches; }
     void ForgetBatches() { m_batches.clear(); }
 
+    // What the copies held, oldest first.
+    const std::vector<std::map<std::string, SectionValues, std::less<>>>& Copies() const {
+        return m_copies;
+    }
+    // Every copy from now on fails with this sentence; an empty one ends that.
+    void FailCopiesWith(std::string trouble) { m_copyTrouble = std::move(trouble); }
+
     // Sections read at once, oldest first.
     const std::vector<std::string>& SectionsRead() const { return m_sectionsRead; }
 
@@ -36,6 +45,8 @@ class MemorySettingsStore : public SettingsStore {
     std::vector<std::vector<SettingChange>> m_batches;
     mutable std::vector<std::string> m_sectionsRead;
     std::string m_trouble;
+    std::vector<std::map<std::string, SectionValues, std::less<>>> m_copies;
+    std::string m_copyTrouble;
 };
 
 }  // namespace spellwick

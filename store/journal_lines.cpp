@@ -1,0 +1,131 @@
+#include "store/journal_lines.h"
+
+#include <array>
+#include <charconv>
+#include <optional>
+
+namespace spellwick {
+
+namespace {
+
+constexpr char kBetween = '\t';
+constexpr std::size_t kSumDigits = 16;
+
+// Control characters that would end a field or a line.
+struct Escape {
+    char plain;
+    char letter;
+};
+constexpr std::array<Escape, 5> kEscapes{
+    {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}, {'\t', 't'}, {'\0', '0'}}};
+
+void AppendField(std::string& line, std::string_view text) {
+    for (const char character : text) {
+        char letter = '\0';
+        for (const Escape& escape : kEscapes) {
+            letter = escape.plain == character ? escape.letter : letter;
+        }
+        if (letter == '\0') {
+            line += character;
+        } else {
+            line += '\\';
+            line += letter;
+        }
+    }
+}
+
+std::optional<std::string> FieldText(std::string_view field) {
+    std::string text;
+    for (std::size_t i = 0; i < field.size(); ++i) {
+        if (field[i] != '\\') {
+            text += field[i];
+            continue;
+        }
+        if (++i == field.size()) {
+            return std::nullopt;
+        }
+        const Escape* found = nullptr;
+        for (const Escape& escape : kEscapes) {
+            found = escape.letter == field[i] ? &escape : found;
+        }
+        if (found == nullptr) {
+            return std::nullopt;
+        }
+        text += found->plain;
+    }
+    return text;
+}
+
+// FNV-1a. It guards against faults of disks, not against people.
+std::string Sum(std::string_view bytes) {
+    constexpr std::uint64_t kPrime = 0x100000001b3;
+    std::uint64_t sum = 0xcbf29ce484222325;
+    for (const char byte : bytes) {
+        sum = (sum ^ static_cast<unsigned char>(byte)) * kPrime;
+    }
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text(kSumDigits, '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, sum /= 16) {
+        *digit = kDigits[sum % 16];
+    }
+    return text;
+}
+
+// Cuts the text up to the next mark off the front; the rest if there is no more mark.
+std::string_view TakeUntil(std::string_view& rest, char mark) {
+    const std::size_t end = rest.find(mark);
+    const std::string_view taken = rest.substr(0, end);
+    rest = end == std::string_view::npos ? std::string_view{} : rest.substr(end + 1);
+    return taken;
+}
+
+// A line without its line feed.
+std::optional<JournalEntry> ReadLine(std::string_view line) {
+    const std::string_view sum = TakeUntil(line, kBetween);
+    if (sum.size() != kSumDigits || sum != Sum(line)) {
+        return std::nullopt;
+    }
+    JournalEntry entry;
+    const std::string_view time = TakeUntil(line, kBetween);
+    const auto [end, error] = std::from_chars(time.data(), time.data() + time.size(), entry.time);
+    if (error != std::errc{} || end != time.data() + time.size()) {
+        return std::nullopt;
+    }
+    for (std::string* field : {&entry.section, &entry.key, &entry.value}) {
+        const auto text = FieldText(TakeUntil(line, kBetween));
+        if (!text) {
+            return std::nullopt;
+        }
+        *field = *text;
+    }
+    return line.empty() ? std::optional(std::move(entry)) : std::nullopt;
+}
+
+}  // namespace
+
+std::string JournalLine(const JournalEntry& entry) {
+    std::string line = std::to_string(entry.time);
+    for (const std::string* field : {&entry.section, &entry.key, &entry.value}) {
+        line += kBetween;
+        AppendField(line, *field);
+    }
+    return Sum(line) + kBetween + line + '\n';
+}
+
+std::vector<JournalEntry> ReadJournal(std::string_view bytes) {
+    std::vector<JournalEntry> entries;
+    if (!bytes.starts_with(kJournalHead)) {
+        return entries;
+    }
+    bytes.remove_prefix(kJournalHead.size());
+    while (bytes.find('\n') != std::string_view::npos) {
+        std::optional<JournalEntry> entry = ReadLine(TakeUntil(bytes, '\n'));
+        if (!entry) {
+            break;
+        }
+        entries.push_back(std::move(*entry));
+    }
+    return entries;
+}
+
+}  // namespace spellwick
