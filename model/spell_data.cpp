@@ -131,9 +131,16 @@ unsigned char SpellDataReader::ReadByte() {
     return ToByte(ReadI32());
 }
 
+// A pipe or a device would hold the start up, and a larger file is none of ours.
 std::ifstream OpenSpellData(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
+    constexpr std::uintmax_t kMostBytes = 64 * 1024 * 1024;
+    std::error_code trouble;
+    std::ifstream file;
+    if (std::filesystem::is_regular_file(path, trouble) &&
+        std::filesystem::file_size(path, trouble) <= kMostBytes) {
+        file.open(path, std::ios::binary);
+    }
+    if (!file.is_open() || !file) {
         FailFile("The spell data file cannot be opened.");
     }
     return file;

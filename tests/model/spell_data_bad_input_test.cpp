@@ -10,6 +10,7 @@
 #include "tests/model/spell_file_text.h"
 #include "tests/support/failures.h"
 #include "tests/support/largest_piece.h"
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 namespace {
@@ -40,6 +41,17 @@ TEST(BadSpellFile, Missing_IsFalse) {
 TEST(BadSpellFile, Folder_IsFalse) {
     SharedState state;
     EXPECT_FALSE(LoadSpellData(state, fs::path(testing::TempDir())));
+}
+
+TEST(BadSpellFile, Above64Megabytes_IsFalseAndNotRead) {
+    const TemporaryFolder folder;
+    const fs::path large = folder.Path() / "SpellData.txt";
+    fs::copy_file(SPELLWICK_SPELL_DATA, large);
+    fs::resize_file(large, 64 * 1024 * 1024);
+    SharedState state;
+    EXPECT_TRUE(LoadSpellData(state, large)) << "the rows end before the zeros";
+    fs::resize_file(large, 64 * 1024 * 1024 + 1);
+    EXPECT_FALSE(LoadSpellData(state, large));
 }
 
 TEST(BadSpellFile, Shipped_LoadsFromItsPath) {
