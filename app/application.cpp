@@ -71,11 +71,14 @@ CompanionServices Application::Services() {
             .wait = m_wait,
             .clock = *m_system.clock,
             .failures = m_runEnd,
+            .journal = m_system.journal.get(),
             .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
 }
 
 std::optional<int> Application::Start() {
     constexpr int kNoSpellData = 2;
+    constexpr std::chrono::milliseconds kBetweenNotes{500};
+    WatchForEnd();
     for (const std::string& trouble : m_system.troubles) {
         m_boxes.Show({.text = trouble, .icon = BoxIcon::kExclamation});
     }
@@ -83,7 +86,12 @@ std::optional<int> Application::Start() {
         return kNoSpellData;
     }
     Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
-    WatchForEnd();
+    m_companion.ShowStartHints();
+    auto* notes = new QTimer(m_main.get());
+    GuardedEvents(m_runEnd, m_main.get())
+        .On(notes, &QTimer::timeout, "noting what has changed",
+            [this] { m_companion.NoteChanges(); });
+    notes->start(kBetweenNotes);
     return std::nullopt;
 }
 
@@ -126,9 +134,9 @@ void Application::WatchForEnd() {
             new QSocketNotifier(m_system.endRequests, QSocketNotifier::Read, m_main.get());
         GuardedEvents(m_runEnd, m_main.get())
             .On(requests, &QSocketNotifier::activated, "ending the program", [this, requests] {
-                // Never drained, so the notifier would fire again behind a message box; disable it.
                 requests->setEnabled(false);
-                m_companion.End();
+                TakeEndRequest(m_system.endRequests);
+                m_companion.End(EndCause::kSystem);
             });
     }
 }

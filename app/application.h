@@ -6,6 +6,7 @@
 
 #include "app/qt_dialogs.h"
 #include "app/qt_message_boxes.h"
+#include "app/unexpected_exit.h"
 #include "companion/companion.h"
 #include "companion/run_end.h"
 #include "link/assist_search.h"
@@ -65,6 +66,7 @@ class Application : private Forms {
     Hints* m_hints = nullptr;  // the main window owns them
     std::unique_ptr<FormSettings> m_settings;
     std::unique_ptr<FormInfo> m_info;
+    UnexpectedExit m_lostDisplay{[this] { m_companion.SaveWithoutDisplay(); }};
 };
 
 }  // namespace spellwick

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 #include "widgets/texts.h"
@@ -25,6 +26,36 @@ QMessageBox::Icon ToQtIcon(BoxIcon icon) {
             return QMessageBox::Information;
     }
     return QMessageBox::NoIcon;
+}
+
+struct Answers {
+    BoxAnswer byDefault;
+    BoxAnswer otherwise;
+};
+
+// The default button and, if the box asks, the one that Escape presses.
+Answers AddButtons(QMessageBox& dialog, BoxButtons buttons) {
+    const auto tryAgainOr = [&dialog](const QString& otherwise) {
+        dialog.setDefaultButton(
+            dialog.addButton(QStringLiteral("&Try again"), QMessageBox::AcceptRole));
+        dialog.setEscapeButton(dialog.addButton(otherwise, QMessageBox::RejectRole));
+        return Answers{BoxAnswer::kTryAgain, BoxAnswer::kNo};
+    };
+    switch (buttons) {
+        case BoxButtons::kOk:
+            break;
+        case BoxButtons::kYesNo:
+            dialog.setDefaultButton(dialog.addButton(QMessageBox::Yes));
+            dialog.setEscapeButton(dialog.addButton(QMessageBox::No));
+            return {BoxAnswer::kYes, BoxAnswer::kNo};
+        case BoxButtons::kTryAgainOrClose:
+            return tryAgainOr(QStringLiteral("&Close"));
+        case BoxButtons::kTryAgainOrEnd:
+            return tryAgainOr(QStringLiteral("&End without saving"));
+    }
+    dialog.setDefaultButton(dialog.addButton(QMessageBox::Ok));
+    dialog.setEscapeButton(QMessageBox::Ok);
+    return {BoxAnswer::kOk, BoxAnswer::kOk};
 }
 
 // A mouse press that takes the focus from an edit can open a message box, which then gets the
@@ -52,19 +83,14 @@ BoxAnswer QtMessageBoxes::Show(const Box& box) {
     if (owner == nullptr && window != nullptr && window->isVisible()) {
         owner = window;
     }
-    const bool asks = box.buttons == BoxButtons::kYesNo;
     QMessageBox dialog(ToQtIcon(box.icon), ToQString(box.title), ToQString(box.text),
-                       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, owner);
+                       QMessageBox::NoButton, owner);
+    const Answers answers = AddButtons(dialog, box.buttons);
     dialog.setObjectName(QStringLiteral("Box"));
     dialog.setTextFormat(Qt::PlainText);
-    dialog.setDefaultButton(asks ? QMessageBox::Yes : QMessageBox::Ok);
-    dialog.setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
-    const int answer = dialog.exec();
+    dialog.exec();
     QTimer::singleShot(0, qApp, LetGo);
-    if (!asks) {
-        return BoxAnswer::kOk;
-    }
-    return answer == QMessageBox::Yes ? BoxAnswer::kYes : BoxAnswer::kNo;
+    return dialog.clickedButton() == dialog.defaultButton() ? answers.byDefault : answers.otherwise;
 }
 
 }  // namespace spellwick

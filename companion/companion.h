@@ -22,6 +22,9 @@ namespace spellwick {
 
 enum class LoadOutcome { kReady, kMissingSpellData, kBadSpellData };
 
+// Who ends the program: the user, who can answer a message box, or the system, which does not wait.
+enum class EndCause { kUser, kSystem };
+
 class Companion : public DialogActions, private AssistView {
   public:
     // `services` is copied; what it refers to outlives the companion.
@@ -38,8 +41,13 @@ class Companion : public DialogActions, private AssistView {
     LoadOutcome Load();
     // What the first activation refreshes, each step on its own.
     void RefreshAtFirstActivation();
-    // The end of the program.
-    void End();
+    // Shows what the start has to tell, once the window is there.
+    void ShowStartHints();
+    // The end of the program: with exit code 0, with 3 when the data could not be saved. A start
+    // that is not over yet has nothing to save.
+    void End(EndCause cause);
+    // Saves as at a regular end when the display has gone. Shows nothing, and lets no failure out.
+    void SaveWithoutDisplay() noexcept;
     // Saves as at a regular end, each step on its own; for the end after a failure. True when all
     // of it was saved.
     bool SaveAfterFailure();
@@ -47,6 +55,8 @@ class Companion : public DialogActions, private AssistView {
     // Ticks of Timer1(1) and Timer1(2).
     void WatchTick();
     void MeditationTick();
+    // Twice a second: notes in the recovery journal what has changed.
+    void NoteChanges();
 
     // The page. Buttons are 0 to 13, slots 0 to 7.
     void ChoosePage(i32 button);
@@ -129,7 +139,8 @@ class Companion : public DialogActions, private AssistView {
 
     void Arrange(bool vertical);
     WindowPlaces AllPlaces();
-    void SaveGlobalSettings(const WindowPlaces& places);
+    StoreResult SaveAtEnd(const WindowPlaces& places);
+    bool AsksToSaveAgain(const StoreResult& result);
 
     CompanionServices m_services;
     SharedState& m_state;
@@ -141,7 +152,9 @@ class Companion : public DialogActions, private AssistView {
     Player m_player;
     Casting m_casting;
     AssistDispatcher m_dispatcher;
+    bool m_ready = false;  // all is loaded
     bool m_ending = false;
+    bool m_saved = false;  // at the end
 };
 
 }  // namespace spellwick

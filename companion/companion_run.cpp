@@ -1,5 +1,6 @@
 // Start and end of the program.
 #include "companion/companion.h"
+#include "model/log.h"
 #include "model/spell_data.h"
 
 namespace spellwick {
@@ -26,7 +27,7 @@ LoadOutcome Companion::Load() {
     step([&] { m_page.ClearSpellLabels(); });
     step([&] {
         Conversion({.state = m_state,
-                    .store = m_services.store,
+                    .store = m_player.Store(),
                     .io = m_player.Io(),
                     .boxes = m_services.boxes,
                     .wait = m_services.wait})
@@ -43,10 +44,11 @@ LoadOutcome Companion::Load() {
         return LoadOutcome::kBadSpellData;
     }
     step([&] { m_state.Spellbook.Fill(1); });
-    step([&] { m_player.Io().LoadGlobalSettings(); });
+    step([&] { m_player.LoadAtStart(); });
     step([&] { m_page.Update(); });
     step([&] { forms.LoadSettings(); });
     step([&] { m_page.UpdateAmounts(); });
+    m_ready = true;
     return LoadOutcome::kReady;
 }
 
@@ -60,25 +62,86 @@ void Companion::RefreshAtFirstActivation() {
     IgnoreFailure([&] { UpdateAmounts(); });
 }
 
-void Companion::End() {
+void Companion::ShowStartHints() {
+    for (const std::string& hint : m_player.TakeStartHints()) {
+        m_display.TheForms().ShowHint(hint);
+    }
+}
+
+void Companion::NoteChanges() {
+    if (m_ready) {
+        m_player.NoteChanges();
+    }
+}
+
+void Companion::End(EndCause cause) {
+    constexpr int kNotSaved = 3;
     if (m_ending) {
         return;
     }
     m_ending = true;
     Forms& forms = m_display.TheForms();
+    if (!m_ready) {
+        forms.EndProcess(0);
+        m_ending = false;
+        return;
+    }
     // Read before the window goes: a hidden window has lost its frame.
     const WindowPlaces places = AllPlaces();
     m_services.assist.UnhookWindow();
     forms.HideMainWindow();
     forms.ServeEvents();
-    ReportSave(forms.UnloadSettings());
-    SaveGlobalSettings(places);
-    forms.EndProcess(0);
+    StoreResult result = SaveAtEnd(places);
+    while (!result.ok && cause == EndCause::kUser && AsksToSaveAgain(result)) {
+        result = SaveAtEnd(places);
+    }
+    if (!result.ok) {
+        m_player.KeepChanges();
+        LogLine("the program ends without saving; the recovery journal has the changes: " +
+                result.trouble);
+    }
+    forms.EndProcess(result.ok ? 0 : kNotSaved);
     m_ending = false;
+    m_saved = false;
 }
 
-void Companion::SaveGlobalSettings(const WindowPlaces& places) {
-    m_display.Act([&] { m_player.SaveAll(places); });
+// What can be saved of the macros and of all the rest; the trouble of the first that could not.
+StoreResult Companion::SaveAtEnd(const WindowPlaces& places) {
+    StoreResult macros = m_display.TheForms().UnloadSettings();
+    StoreResult all = m_player.Io().SaveGlobalSettings(places);
+    m_saved = macros.ok && all.ok;
+    return macros.ok ? all : macros;
+}
+
+bool Companion::AsksToSaveAgain(const StoreResult& result) {
+    return m_services.boxes.Show({.text = result.trouble,
+                                  .icon = BoxIcon::kExclamation,
+                                  .buttons = BoxButtons::kTryAgainOrEnd}) == BoxAnswer::kTryAgain;
+}
+
+void Companion::SaveWithoutDisplay() noexcept {
+    if (!m_ready || m_saved) {
+        return;
+    }
+    m_ending = true;
+    const auto step = [](auto&& work) {
+        try {
+            work();
+        } catch (const std::exception& failure) {
+            LogLine(std::string("saving without a display: ") + failure.what());
+        }
+    };
+    WindowPlaces places;
+    step([&] { places = m_display.TheForms().MainPlace(); });
+    StoreResult result;
+    step([&] { result = m_player.Io().SaveMacros(std::nullopt); });
+    step([&] { result = m_player.Io().SaveGlobalSettings(places); });
+    step([&] {
+        if (!result.ok) {
+            m_player.KeepChanges();
+            LogLine(result.trouble);
+        }
+    });
 }
 
 bool Companion::SaveAfterFailure() {

@@ -1,12 +1,16 @@
 #include "companion/player.h"
 
+#include "companion/start_hints.h"
+
 namespace spellwick {
 
 Player::Player(const CompanionServices& services, const Parts& parts)
     : m_services(services),
       m_state(services.state),
       m_parts(parts),
-      m_io(services.state, services.store, [this](PlayerPart part) { ShowPart(part); }),
+      m_journal(services.journal, services.clock),
+      m_store(services.store, m_journal, services.clock),
+      m_io(services.state, m_store, [this](PlayerPart part) { ShowPart(part); }),
       m_watch(services.state, services.clients) {}
 
 void Player::ShowPart(PlayerPart part) {
@@ -70,32 +74,80 @@ void Player::ShowClientNotFound() {
 }
 
 void Player::Save() {
-    ReportSave(m_io.SavePlayerSettings(m_state.CurrentPlayerName));
+    // What could not be saved is kept by the store, and memory may hold another character by the
+    // time that the box is answered.
+    ReportSave(m_io.SavePlayerSettings(m_state.CurrentPlayerName),
+               [this] { return m_store.SaveDue(); });
 }
 
 void Player::Load() {
+    m_journal.Pause();
     m_io.LoadPlayerSettings(m_state.CurrentPlayerName);
+    BeginNotes();
+}
+
+void Player::LoadAtStart() {
+    const std::vector<Journal::Found> found = m_store.Recover();
+    bool whole = false;
+    IgnoreFailure([&] {
+        m_io.LoadGlobalSettings();
+        whole = true;
+    });
+    if (!found.empty() && m_store.SaveDue().ok) {
+        for (const Journal::Found& player : found) {
+            m_startHints.push_back(RecoveryText(player, m_services.clock));
+        }
+    }
+    if (!whole) {
+        m_startHints.push_back(UnreadValueText(m_io.LastKey(), m_state.CurrentPlayerName));
+        m_store.CopyBeforeWriting();
+        m_io.TakeAsLoaded();
+    }
+    BeginNotes();
+}
+
+void Player::BeginNotes() {
+    m_journal.Begin(PlayerChanges(m_state, m_state.CurrentPlayerName));
+}
+
+void Player::NoteChanges() {
+    m_journal.Note(PlayerChanges(m_state, m_state.CurrentPlayerName));
+}
+
+void Player::KeepChanges() {
+    NoteChanges();
+    m_journal.Sync();
 }
 
 void Player::SaveAll(const WindowPlaces& places) {
-    ReportSave(m_io.SaveGlobalSettings(places));
+    const auto save = [this, places] { return m_io.SaveGlobalSettings(places); };
+    ReportSave(save(), save);
 }
 
 void Player::SaveOption(std::string_view key, const std::string& value) {
-    ReportSave(m_io.SaveOption(key, value));
+    const auto save = [this, key = std::string(key), value] { return m_io.SaveOption(key, value); };
+    ReportSave(save(), save);
 }
 
-void Player::ReportSave(const StoreResult& result) {
-    // The watch may save each second for as long as the trouble lasts.
-    if (result.ok) {
-        m_saveTroubleShown = false;
-        return;
-    }
-    if (!m_saveTroubleShown) {
+void Player::ReportSave(StoreResult result, const std::function<StoreResult()>& again) {
+    while (!result.ok) {
+        // The watch may save each second for as long as the trouble lasts, also behind the box.
+        if (m_saveTroubleShown) {
+            return;
+        }
         m_saveTroubleShown = true;
         m_parts.display.Tell();
-        m_services.boxes.Show({.text = result.trouble, .icon = BoxIcon::kExclamation});
+        const BoxAnswer answer = m_services.boxes.Show(
+            {.text = result.trouble,
+             .icon = BoxIcon::kExclamation,
+             .buttons = again ? BoxButtons::kTryAgainOrClose : BoxButtons::kOk});
+        if (answer != BoxAnswer::kTryAgain) {
+            return;
+        }
+        m_saveTroubleShown = false;
+        result = again();
     }
+    m_saveTroubleShown = false;
 }
 
 }  // namespace spellwick

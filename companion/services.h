@@ -10,6 +10,7 @@
 #include "platform/client_windows.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
+#include "platform/journal_file.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
 #include "store/conversion.h"
@@ -28,7 +29,8 @@ struct CompanionServices {
     WaitWindow& wait;
     const Clock& clock;
     FailureSink& failures;
-    std::filesystem::path folder;  // of the executable, with the files that lie beside it
+    JournalFile* journal = nullptr;  // null where the store does not last
+    std::filesystem::path folder;    // of the executable, with the files that lie beside it
 };
 
 }  // namespace spellwick

@@ -271,7 +271,7 @@ void FormMain::changeEvent(QEvent* event) {
 
 void FormMain::closeEvent(QCloseEvent* event) {
     event->ignore();
-    m_events.Run("ending the program", [&] { m_companion.End(); });
+    m_events.Run("ending the program", [&] { m_companion.End(EndCause::kUser); });
 }
 
 void FormMain::keyPressEvent(QKeyEvent* event) {

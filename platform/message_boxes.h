@@ -6,8 +6,13 @@
 namespace spellwick {
 
 enum class BoxIcon { kNone, kCritical, kQuestion, kExclamation, kInformation };
-enum class BoxButtons { kOk, kYesNo };
-enum class BoxAnswer { kOk, kYes, kNo };
+enum class BoxButtons {
+    kOk,
+    kYesNo,
+    kTryAgainOrClose,  // "Try again" and "Close"
+    kTryAgainOrEnd,    // "Try again" and "End without saving"
+};
+enum class BoxAnswer { kOk, kYes, kNo, kTryAgain };
 
 struct Box {
     std::string text;
@@ -23,7 +28,7 @@ class MessageBoxes {
     virtual ~MessageBoxes() = default;
 
     // Shows the box and serves the event queue until it is answered. A box closed without an answer
-    // counts as Ok, or as No if it asks.
+    // counts as Ok, or as No if it asks: as anything but "Try again".
     virtual BoxAnswer Show(const Box& box) = 0;
 };
 

@@ -11,6 +11,7 @@
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/installation.h"
+#include "platform/journal_file.h"
 #include "platform/keyboard.h"
 #include "platform/settings_store.h"
 
@@ -23,6 +24,7 @@ struct System {
     std::unique_ptr<Installation> installation;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<SettingsStore> store;
+    std::unique_ptr<JournalFile> journal;  // null where the store does not last
     std::unique_ptr<AssistTransport> assist;
     // What the user should know at once, a text each: a store that could not be read, a display
     // that takes no keys.
@@ -30,6 +32,10 @@ struct System {
     // Readable when the system asks the program to end; -1 where it asks in other ways.
     int endRequests = -1;
 };
+
+// Takes a request to end from `endRequests`, after which it is no longer readable. The next one
+// ends the process at once.
+void TakeEndRequest(int endRequests);
 
 // Readies the process, before the toolkit starts. Returns why the program cannot show itself here,
 // as one sentence, or nothing.

@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include <sys/signalfd.h>
+#include <unistd.h>
 
 namespace spellwick {
 
@@ -32,6 +33,14 @@ int WatchEndRequests() {
         sigprocmask(SIG_UNBLOCK, &signals, nullptr);
     }
     return descriptor;
+}
+
+void TakeEndSignal(int descriptor) {
+    signalfd_siginfo taken{};
+    // Taken or not, the next one is to get through.
+    static_cast<void>(read(descriptor, &taken, sizeof taken));
+    const sigset_t signals = EndSignals();
+    sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 }  // namespace spellwick

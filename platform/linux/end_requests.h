@@ -12,4 +12,7 @@ void HoldEndSignals();
 // the process as usual.
 int WatchEndRequests();
 
+// Takes one signal from the descriptor; the next one ends the process at once.
+void TakeEndSignal(int descriptor);
+
 }  // namespace spellwick

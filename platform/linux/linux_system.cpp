@@ -6,6 +6,7 @@
 #include "platform/linux/end_requests.h"
 #include "platform/linux/local_clock.h"
 #include "platform/linux/open_settings_store.h"
+#include "platform/linux/posix_journal_file.h"
 #include "platform/linux/socket_assist_transport.h"
 #include "platform/linux/wine_installation.h"
 #include "platform/linux/x11_client_windows.h"
@@ -24,6 +25,10 @@ bool IsSet(const char* name) {
 }
 
 }  // namespace
+
+void TakeEndRequest(int endRequests) {
+    TakeEndSignal(endRequests);
+}
 
 std::string PrepareProcess() {
     if (!IsSet("DISPLAY")) {
@@ -56,8 +61,12 @@ System OpenSystem() {
     system.desktop = std::make_unique<X11Desktop>("");
     system.installation = std::make_unique<WineInstallation>(WinePrefix());
     system.clock = std::make_unique<LocalClock>();
-    OpenedStore opened = OpenSettingsStore(SettingsFolder(), std::chrono::system_clock::now());
+    const std::optional<std::filesystem::path> folder = SettingsFolder();
+    OpenedStore opened = OpenSettingsStore(folder, std::chrono::system_clock::now());
     system.store = std::move(opened.store);
+    if (opened.lasts) {
+        system.journal = std::make_unique<PosixJournalFile>(*folder / "journal");
+    }
     if (!opened.trouble.empty()) {
         system.troubles.push_back(opened.trouble);
     }

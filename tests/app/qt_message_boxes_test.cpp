@@ -86,6 +86,17 @@ TEST_F(QtMessageBoxesTest, Show_Answers) {
     const auto press = [](QMessageBox::StandardButton button) {
         return [button](QMessageBox& box) { box.button(button)->click(); };
     };
+    const auto pressText = [](const char* text) {
+        return [text](QMessageBox& box) {
+            for (QAbstractButton* button : box.buttons()) {
+                if (ToText(button->text()) == text) {
+                    button->click();
+                    return;
+                }
+            }
+            ADD_FAILURE() << "no button " << text;
+        };
+    };
     const auto key = [](Qt::Key code) {
         return [code](QMessageBox& box) { QTest::keyClick(&box, code); };
     };
@@ -97,6 +108,15 @@ TEST_F(QtMessageBoxesTest, Show_Answers) {
           Row{"No", BoxButtons::kYesNo, press(QMessageBox::No), BoxAnswer::kNo},
           Row{"Escape on a question", BoxButtons::kYesNo, key(Qt::Key_Escape), BoxAnswer::kNo},
           Row{"Enter on a question", BoxButtons::kYesNo, key(Qt::Key_Return), BoxAnswer::kYes},
+          Row{"Try again", BoxButtons::kTryAgainOrClose, pressText("&Try again"),
+              BoxAnswer::kTryAgain},
+          Row{"Close", BoxButtons::kTryAgainOrClose, pressText("&Close"), BoxAnswer::kNo},
+          Row{"Enter on Try again", BoxButtons::kTryAgainOrEnd, key(Qt::Key_Return),
+              BoxAnswer::kTryAgain},
+          Row{"End without saving", BoxButtons::kTryAgainOrEnd, pressText("&End without saving"),
+              BoxAnswer::kNo},
+          Row{"Escape on Try again", BoxButtons::kTryAgainOrEnd, key(Qt::Key_Escape),
+              BoxAnswer::kNo},
           Row{"closed", BoxButtons::kYesNo, [](QMessageBox& box) { box.close(); },
               BoxAnswer::kNo}}) {
         EXPECT_EQ(Show({.text = "x", .buttons = row.buttons}, row.act), row.answer) << row.name;

@@ -65,7 +65,7 @@ TEST_F(AssistReportsTest, ReportsWhileTheBoxOfABadSpellTableStands_AreLost) {
 TEST_F(AssistReportsTest, End_DetachesTheReceiverAndSaysNothingToTheTool) {
     StartLinked();
     m_transport.sent.clear();
-    Program().End();
+    Program().End(EndCause::kUser);
     EXPECT_FALSE(m_transport.IsAttached());
     EXPECT_THAT(m_transport.sent, IsEmpty());
 }

@@ -254,7 +254,8 @@ TEST_F(WatchTest, Tick_SaveFails_OneBoxForOneTrouble) {
         Tick(1);
     }
     const Box box{.text = "The settings cannot be saved: the disk is full.",
-                  .icon = BoxIcon::kExclamation};
+                  .icon = BoxIcon::kExclamation,
+                  .buttons = BoxButtons::kTryAgainOrClose};
     EXPECT_THAT(TakeBoxes(), ElementsAre(box));
     // It works again and fails anew: a new trouble.
     m_store.FailWith("");

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "link/client_watch.h"
 #include "platform/linux/sqlite_settings_store.h"
@@ -182,6 +183,13 @@ Place PlayerDesk::Counter(int reagent) {
 Place PlayerDesk::Command(int index) {
     constexpr int kTops[] = {10, 10, 28, 46, 64};
     return {248, kTops[index]};
+}
+
+void PlayerDesk::Credit(int slot) {
+    m_desk->Hold(XKB_KEY_Control_L, true);
+    ClickSpell(slot);
+    m_desk->RestingPicture(m_window);
+    m_desk->Hold(XKB_KEY_Control_L, false);
 }
 
 Picture PlayerDesk::QuietPicture(int slot) {

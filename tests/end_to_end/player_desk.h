@@ -66,6 +66,9 @@ class PlayerDesk : public testing::Test {
     static Place Counter(int reagent);
     static Place Command(int index);
     void ClickSpell(int slot) { m_desk->Click(m_window, Spell(slot)); }
+    // Gives the cost of the spell in a slot back, as Ctrl and a click do, and waits for the
+    // counter.
+    void Credit(int slot);
     // The window's picture after the mouse has left a spell, without mouse or focus on it.
     Picture QuietPicture(int slot);
 

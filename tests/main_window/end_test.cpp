@@ -44,7 +44,7 @@ TEST_F(EndTest, FormUnload_PendingEventsRunOnTheHiddenWindowBeforeTheSave) {
             State().ReagentStock(1, 0) = 33;
         },
         Qt::QueuedConnection);
-    Program().End();
+    Program().End(EndCause::kUser);
     EXPECT_TRUE(ran);
     EXPECT_EQ(Saved(kMira, "MR 0"), "33");
 }
@@ -107,21 +107,22 @@ TEST_F(EndTest, FormUnload_UnfinishedEntry_IsNotCommitted) {
     EXPECT_EQ(Saved(kMira, "MR 0"), "50");
 }
 
-TEST_F(EndTest, FormUnload_SaveFails_SaysSoAndEndsAllTheSame) {
+TEST_F(EndTest, FormUnload_SaveFails_AsksAndEndsWithoutSaving) {
     StartWithMira();
     m_store.FailWith("The disk is full.");
     Form().close();
-    EXPECT_THAT(TakeBoxes(),
-                ElementsAre(Box{.text = "The disk is full.", .icon = BoxIcon::kExclamation}));
+    EXPECT_THAT(TakeBoxes(), ElementsAre(Box{.text = "The disk is full.",
+                                             .icon = BoxIcon::kExclamation,
+                                             .buttons = BoxButtons::kTryAgainOrEnd}));
     EXPECT_THAT(TakeLog(),
-                ElementsAre("unhook", "unload settings", "box The disk is full.", "end 0"));
+                ElementsAre("unhook", "unload settings", "box The disk is full.", "end 3"));
     EXPECT_EQ(Saved(kMira, "MR 0"), "50");
 }
 
 TEST_F(EndTest, FormUnload_CalledAgainWhileItRuns_DoesNothingMore) {
     StartWithMira();
     m_parts.hooked = "unhook";
-    m_parts.hook = [&] { Program().End(); };
+    m_parts.hook = [&] { Program().End(EndCause::kUser); };
     Form().close();
     EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
 }

@@ -11,7 +11,7 @@ TEST_F(EndOfProgramTest, Unload_TheDialogsStepsComeBeforeTheMainWindowsSaving) {
     std::size_t savedBefore = 1;
     m_parts.hooked = "unload settings";
     m_parts.hook = [&] { savedBefore = m_store.Batches().size(); };
-    Program().End();
+    Program().End(EndCause::kUser);
     EXPECT_EQ(savedBefore, 0U);
     EXPECT_EQ(m_store.Batches().size(), 1U);
     EXPECT_THAT(TakeLog(), testing::ElementsAre("unhook", "unload settings", "end 0"));

@@ -50,7 +50,7 @@ void PrintTo(const UncaughtFailure& failure, std::ostream* out) {
 
 void PrintTo(const Box& box, std::ostream* out) {
     *out << "[" << box.title << "] " << box.text << " (icon " << static_cast<int>(box.icon)
-         << (box.buttons == BoxButtons::kYesNo ? ", Yes/No)" : ")");
+         << ", buttons " << static_cast<int>(box.buttons) << ")";
 }
 
 CompanionFixture::CompanionFixture() {
@@ -117,6 +117,7 @@ CompanionServices CompanionFixture::Services() {
             .wait = m_parts,
             .clock = m_clock,
             .failures = *this,
+            .journal = m_journal,
             .folder = m_folder.Path()};
 }
 
