@@ -143,6 +143,8 @@ TEST_F(ClientWatchTest, ReadClient_ClientClosesWhileItsTitleIsRead_KeepsThePlaye
         bool SetForegroundWindow(WindowHandle /*window*/) override { return false; }
         bool IsForegroundWindow(WindowHandle /*window*/) override { return false; }
         bool SetFocus(WindowHandle /*window*/) override { return false; }
+        bool HasKeyboard(WindowHandle /*window*/) override { return false; }
+        bool ProgramHasKeyboard(WindowHandle /*window*/) override { return false; }
 
       private:
         int m_searches = 0;
