@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kAfterFirstPaint{150};
 
-// Where the display takes no keys; the user was told at the start.
+// For a display that takes no keys; the user is told at the start.
 class NoKeySender : public KeySender {
   public:
     SendResult SendKeys(std::string_view /*text*/, bool /*wait*/, KeyTarget& /*target*/) override {
@@ -172,7 +172,7 @@ void Application::MakeSettings() {
                                                         .companion = m_companion,
                                                         .pictures = m_main->PictureStrips()},
                                        m_main.get());
-    // Its load can call back here, so keep it before it is filled.
+    // Loading can call back here, so the member is set before it.
     m_settings->Form_Load();
 }
 

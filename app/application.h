@@ -25,7 +25,7 @@ class Application : private Forms {
   public:
     explicit Application(System system);
 
-    // Starts the program; the exit code if the start ended it, or nothing to go on.
+    // Starts the program. Returns the exit code if the start ended it, else nothing.
     std::optional<int> Start();
 
   private:

@@ -1,4 +1,4 @@
-// The program's colour and file dialogs, shown by the toolkit.
+// The colour and file dialogs, shown with Qt's.
 #pragma once
 
 #include "platform/dialogs.h"

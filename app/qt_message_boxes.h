@@ -1,4 +1,4 @@
-// The program's message boxes, shown by the toolkit.
+// Message boxes, shown as QMessageBox.
 #pragma once
 
 #include <QPointer>
@@ -10,7 +10,7 @@ namespace spellwick {
 
 class QtMessageBoxes : public MessageBoxes {
   public:
-    // From now on, message boxes belong to this window, so that they stay in front of it.
+    // Sets the parent of later message boxes, which then stay in front of it.
     void SetOwner(QWidget* owner) { m_owner = owner; }
 
     BoxAnswer Show(const Box& box) override;

@@ -1,4 +1,4 @@
-# Compiler settings and the few functions with which every folder declares its targets.
+# Compiler settings, and the functions that declare the targets of every folder.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -8,15 +8,15 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # ccache passes on all that uses a precompiled header unless it may be sloppy with them. With the
-    # dependencies from the compiler it needs no preprocessor run of its own.
+    # Unless told to be sloppy, ccache does not cache what uses a precompiled header. In depend mode it
+    # takes the dependencies from the compiler and saves a run of the preprocessor.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
         CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_DEPEND=1 ${CCACHE_PROGRAM})
 endif()
 
 if(WIN32)
-    # The compiler's own libraries go into each program, which then needs none beside it.
+    # Link the compiler's libraries statically, so that a program needs no DLL beside it.
     add_link_options(-static)
     add_compile_definitions(UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0A00)
 endif()
@@ -26,18 +26,18 @@ target_include_directories(spellwick_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(spellwick_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wnull-dereference
-    # At -O3 g++ 12 sees overlaps in the sum of a literal and a string.
+    # At -O3, g++ 12 falsely warns of overlap where a literal and a string are added.
     $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
 if(SPELLWICK_SANITIZE)
     target_compile_options(spellwick_options INTERFACE
         -fsanitize=${SPELLWICK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
-        # g++ 12 takes the sanitizers' own code for reads before writes; the other builds still warn.
+        # g++ 12 warns of the sanitizers' own code; the other builds keep the warning.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(spellwick_options INTERFACE -fsanitize=${SPELLWICK_SANITIZE})
 endif()
 
-# Two definitions of one name are found when a whole program is linked with what -flto keeps in the
-# objects. They hold machine code too, which all other programs are linked from.
+# A link of the whole program from what -flto keeps in the objects finds names with two definitions.
+# The objects hold machine code too, and all other programs are linked from that.
 set(SPELLWICK_LTO_COMPILE_OPTIONS)
 set(SPELLWICK_LTO_LINK_OPTIONS)
 if(SPELLWICK_ODR)
@@ -46,7 +46,7 @@ if(SPELLWICK_ODR)
         "$<IF:$<BOOL:$<TARGET_PROPERTY:SPELLWICK_ODR>>,-flto=auto;-O0;-g0;-Wodr;-Werror=odr,-fno-lto>")
 endif()
 
-# spellwick_odr(NAME PROGRAM): PROGRAM linked once more, to find names with two definitions.
+# spellwick_odr(NAME PROGRAM): links PROGRAM again, to find names with two definitions.
 function(spellwick_odr name program)
     if(NOT SPELLWICK_ODR)
         return()
@@ -68,9 +68,9 @@ endfunction()
 
 set(SPELLWICK_TEST_OPTIONS -O0 -g1 -fno-lto)
 
-# spellwick_test_code(TARGET unit|form|desktop): how the tests' own sources are compiled: they
-# change often and run briefly, while what they test stays optimised. Each takes the precompiled
-# headers of its kind (tests/support/CMakeLists.txt).
+# spellwick_test_code(TARGET unit|form|desktop): compiles the tests' own sources, which change often
+# and run briefly, without optimisation; what they test stays optimised. Uses the precompiled headers
+# of the label (tests/support/CMakeLists.txt).
 function(spellwick_test_code target label)
     target_compile_options(${target} PRIVATE ${SPELLWICK_TEST_OPTIONS})
     if(label STREQUAL "form")
@@ -81,8 +81,8 @@ function(spellwick_test_code target label)
 endfunction()
 
 # spellwick_register(NAME unit|form|desktop PROGRAM [FILTER pattern] [ENVIRONMENT a=b ...]
-# [TIMEOUT s]): one run of a GoogleTest program, registered with CTest under a label. It leaves its
-# results under the run's own name in the folder cases, where tools/tally looks for them.
+# [TIMEOUT s]): registers a run of a GoogleTest program with CTest. It leaves its results in cases/NAME.xml,
+# where tools/tally looks for them.
 function(spellwick_register name label program)
     cmake_parse_arguments(ARG "" "FILTER;TIMEOUT" "ENVIRONMENT" ${ARGN})
     if(NOT ARG_TIMEOUT)

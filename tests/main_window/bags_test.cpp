@@ -32,7 +32,7 @@ class BagsTest : public MainWindowFixture {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(view.window()));
         const QPoint place = view.visualRect(view.model()->index(bag, 0)).center();
         QTest::mouseMove(view.viewport(), place);
-        // The list takes a quick release for the end of the click that opened it.
+        // A quick release would end the click that opened the list.
         QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval() + 50);
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
     }

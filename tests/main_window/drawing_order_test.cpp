@@ -19,8 +19,8 @@ namespace {
 
 using testing::ElementsAre;
 
-// Tells when a control of a form asks for another size, as a label does at each new text. Lays
-// nothing out.
+// A layout that lays nothing out, but tells when a control asks for another size, as a label does
+// at each new text.
 class SizeRequests : public QLayout {
   public:
     SizeRequests(QWidget* form, std::function<void()> requested)
@@ -54,7 +54,7 @@ class Events : public QObject {
     std::function<void(const QObject*, QEvent::Type)> m_note;
 };
 
-// Writes down what is drawn, by the events and signals of the controls.
+// Notes what is drawn by the events and signals of the controls.
 class DrawingOrderTest : public MainWindowFixture {
   protected:
     void TearDown() override {
@@ -78,7 +78,7 @@ class DrawingOrderTest : public MainWindowFixture {
         Form().Show(changes);
     }
 
-    // Each name once for each run of it.
+    // Without repetitions.
     std::vector<std::string> Notes() const {
         std::vector<std::string> notes = m_notes;
         notes.erase(std::unique(notes.begin(), notes.end()), notes.end());
@@ -87,7 +87,7 @@ class DrawingOrderTest : public MainWindowFixture {
 
   private:
     void Note(const std::string& what) {
-        // Icons and timers change in silence, so look at them before each note.
+        // Icons and timers change silently, so check them before each note.
         if (std::exchange(m_iconName, IconName()) != m_iconName) {
             m_notes.emplace_back("icons");
         }

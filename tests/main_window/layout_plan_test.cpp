@@ -1,4 +1,4 @@
-// The two arrangements as numbers, the whole tables of places.
+// The two arrangements as numbers: where every control goes.
 #include "main_window/layout_plan.h"
 
 #include <ostream>
@@ -16,7 +16,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// Captions of 34, 8, 50, 38 and 56 pixels, 15 high; a list of 24.
+// In pixels.
 const TextSizes kTexts{.captionWidths = {34, 8, 50, 38, 56},
                        .captionHeight = 15,
                        .joinedWidth = 42,
@@ -25,7 +25,7 @@ const TextSizes kTexts{.captionWidths = {34, 8, 50, 38, 56},
 TEST(ArrangeCommandButtonsTest, FourEqualRowsOfTheWidestCaption) {
     const CommandBlock block = ArrangeCommandButtons(112.0F, 420.0F, 97.0F, 1, kTexts);
     EXPECT_EQ(block.width, 65);
-    // Ratio 43 / 60 of 65, less half the gap.
+    // 43/60 of 65 pixels, less half the gap.
     EXPECT_THAT(block.buttons,
                 ElementsAre(Box4{112, 420, 46, 23}, Box4{159, 420, 18, 23}, Box4{112, 444, 65, 23},
                             Box4{112, 468, 65, 23}, Box4{112, 492, 65, 23}));
@@ -139,7 +139,7 @@ TEST(PlanHorizontalTest, ReagentBlock_ThreeColumnsOfFiveFiveAndThree) {
         SCOPED_TRACE(k);
         const auto at = static_cast<std::size_t>(k);
         const auto column = static_cast<std::size_t>(k / 5);
-        // All of it stands 2 pixels in from the edge.
+        // Everything is 2 pixels in from the edge.
         EXPECT_EQ(plan.imgReg[at].left, kPictures[column] + 2);
         EXPECT_EQ(plan.imgReg[at].top, k % 5 * 15 + 2);
         EXPECT_EQ(plan.imgReg[at].height, 15);

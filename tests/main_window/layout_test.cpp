@@ -1,4 +1,4 @@
-// The arrangements on the real controls: nothing overlaps, nothing is cut off, all can be reached.
+// The arrangements on the real controls: nothing overlaps or is cut off, and all can be reached.
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QPushButton>
@@ -274,12 +274,12 @@ TEST_F(LayoutTest, Paint_DrawsTheReagentsShownAndTheAnkh) {
         for (int k = 0; k < 13; ++k) {
             const QWidget& place = Named("imgReg", k);
             const bool isShown = k < 8 || arrangement.necro;
-            // Where a hidden one would stand, another control can lie.
+            // Another control may lie over the place of a hidden picture.
             if (isShown || Form().childAt(place.geometry().center()) == nullptr) {
                 EXPECT_EQ(isDrawn(place.geometry().adjusted(4, 4, -4, -4)), isShown) << k;
             }
         }
-        // The ankh is drawn from 8 above its place.
+        // The picture of the ankh begins 8 pixels above its control.
         const QRect ankh = Named(QStringLiteral("ImageAnkh")).geometry();
         EXPECT_TRUE(isDrawn(QRect(ankh.left(), ankh.top() - 6, ankh.width(), 6)));
         EXPECT_TRUE(isDrawn(ankh.adjusted(3, 2, -3, -6)));

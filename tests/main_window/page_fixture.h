@@ -1,4 +1,4 @@
-// The page of eight spells and what it shows, for its tests.
+// Fixture for tests of the page of eight spells.
 #pragma once
 
 #include <algorithm>
@@ -32,7 +32,7 @@ class PageTest : public MainWindowFixture {
         }
         return rows;
     }
-    // The picture of a row in colour, and what a slot shows of it within the rim.
+    // A row's picture in colour and a slot's as drawn, both without the rim.
     static QImage Picture(i32 row) {
         static const QImage kStrip(
             QStringLiteral(SPELLWICK_SOURCE_FOLDER "/data/pictures/spells_colour.png"));
@@ -42,7 +42,7 @@ class PageTest : public MainWindowFixture {
     QImage ShownIcon(int slot) {
         return Icon(slot).grab().toImage().copy(4, 4, 34, 34).convertToFormat(QImage::Format_RGB32);
     }
-    // Up to the rounding of the painter.
+    // Equal but for the painter's rounding.
     static bool Alike(const QImage& one, const QImage& other) {
         int worst = 0;
         for (int y = 0; y < one.height(); ++y) {
@@ -61,7 +61,7 @@ class PageTest : public MainWindowFixture {
     Colour CounterGround(int reagent) {
         return GroundOf(Named("Reagent", reagent), kWindowBackground);
     }
-    // A spot of the form with no control on it.
+    // A spot of the form that no control covers.
     QPoint BareForm() {
         for (int y = 1; y < Form().height(); ++y) {
             for (int x = 1; x < Form().width(); ++x) {

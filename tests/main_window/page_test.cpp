@@ -1,4 +1,4 @@
-// The page of eight spells: its buttons, its pictures and figures.
+// The page of eight spells: buttons, pictures and figures.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ TEST_F(PageTest, PageButton_WindowNotActive_StillShowsWhichPageItIs) {
     StartWithMira();
     QPalette colours;
     colours.setColor(QPalette::Highlight, Qt::blue);
-    // As Windows has them.
+    // As on Windows: an inactive window does not highlight.
     colours.setColor(QPalette::Inactive, QPalette::Highlight, colours.color(QPalette::Button));
     Form().setPalette(colours);
     QWidget game;
@@ -103,7 +103,7 @@ TEST_F(PageTest, Image1_IsAShortCut) {
     StartWithMira();
     for (const Row& row : {Row{0, 10, 64}, Row{1, 12, 80}}) {
         QWidget& image = Named("Image1", row.image);
-        // At its edge: its middle lies under the small buttons.
+        // Click the edge: the small buttons cover the middle.
         const QPoint edge = image.mapTo(&Form(), QPoint(3, 24));
         QTest::mouseClick(Form().windowHandle(), Qt::LeftButton, {}, edge);
         EXPECT_THAT(PressedButtons(), ElementsAre(row.button));

@@ -1,4 +1,4 @@
-// What runs in the middle of a cast: in its pause, and while one of its boxes stands.
+// What happens during a cast: in its pause, and while one of its message boxes is open.
 #include <QElapsedTimer>
 
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Whatever the toolkit calls our window, it is not the client.
+// Our own window; the value does not matter as long as it is not the client's.
 constexpr WindowHandle kOurs = 70;
 
 class PauseTest : public MainWindowFixture {};
@@ -81,7 +81,7 @@ TEST_F(PauseTest, CastSpell_FrontGivenBackToUsInThePause_IsTakenAgainBeforeTheKe
     EXPECT_THAT(TakeLog(), ElementsAre("foreground 7", "focus 7", "foreground 7", "focus 7",
                                        "keys %1{ENTER}"));
     EXPECT_EQ(m_clients.foreground, 7U);
-    // The client has a whole pause again to take the focus.
+    // The client gets another full pause to take the focus.
     EXPECT_GE(clock.elapsed(), 150);
     EXPECT_EQ(Text("Reagent", 3), "49");
 }
@@ -228,7 +228,7 @@ TEST_F(PauseTest, CastSpell_PlayerSwitchedWhileTheBookBoxStands_GoesOnWithTheNew
 }
 
 TEST_F(PauseTest, CastSpell_ClientGoneWhileTheBookBoxStands_StillSendsUnlessTheFrontIsAskedFor) {
-    // The client is asked for before the book and not again.
+    // The client is looked for before the question about the book, and not after it.
     StartWithMira();
     State().CheckFront = false;
     State().Spellbook(0) = 1;

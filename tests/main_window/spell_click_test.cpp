@@ -1,4 +1,4 @@
-// A click on a spell as the window system brings it.
+// A click on a spell, as the window system delivers it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -180,7 +180,7 @@ TEST_F(StartTest, FormLoad_SavedTextThatIsNoNumber_IgnoredStepByStep) {
     SetSaved("Settings", "MR price", "dear");
     Make();
     Start();
-    // The load of the settings ended at its first number; the page is filled all the same.
+    // Loading stopped at the first number; the page is filled all the same.
     EXPECT_EQ(State().CurrentPlayerName, "");
     EXPECT_THAT(TakeLog(), Contains("load settings"));
     EXPECT_EQ(Named("SpellIcon", 0).accessibleName(), QStringLiteral("Clumsy"));
@@ -190,7 +190,7 @@ TEST_F(StartTest, FormLoad_SavedTextThatIsNoNumber_IgnoredStepByStep) {
 TEST_F(StartTest, FormLoad_AmountsFail_TheWindowComesAllTheSame) {
     SavePlayer(kMira);
     Make();
-    // A counter beyond 16 bits fails the amounts of every step that asks for them.
+    // A counter beyond 16 bits makes each step that computes the amounts fail.
     m_parts.hooked = "load settings";
     m_parts.hook = [&] { Reagent(3).setText("99999"); };
     EXPECT_EQ(Form().Form_Load(), LoadOutcome::kReady);
@@ -270,7 +270,7 @@ TEST_F(StartTest, FormActivate_PlacesTheWindow) {
             SetSaved("Settings", "WindowLeft", row.left);
         }
         Make();
-        // Upright, so that it is not moved onto the screen.
+        // The horizontal arrangement would be moved onto the screen.
         SetSaved("Settings", "DisplayVertical", "True");
         Form().Form_Load();
         Form().Form_Activate();

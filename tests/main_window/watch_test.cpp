@@ -1,4 +1,4 @@
-// What the watch's findings look like in the window.
+// How the window shows what the watch finds.
 #include <QComboBox>
 
 #include <gmock/gmock.h>
@@ -17,7 +17,7 @@ class WatchTest : public MainWindowFixture {
         Tick(1);
     }
     std::string Caption() const { return m_form->windowTitle().toStdString(); }
-    // Paints the window as after it was covered.
+    // Repaints the window, as when another window uncovers it.
     void Paint() { m_form->grab(); }
 };
 
