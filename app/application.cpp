@@ -86,6 +86,9 @@ std::optional<int> Application::Start() {
         return kNoSpellData;
     }
     Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
+    if (m_system.owner != nullptr) {
+        m_system.owner->SetWindow(static_cast<WindowHandle>(m_main->winId()));
+    }
     m_companion.ShowStartHints();
     auto* notes = new QTimer(m_main.get());
     GuardedEvents(m_runEnd, m_main.get())

@@ -5,29 +5,63 @@
 #include <exception>
 
 #include "app/application.h"
+#include "app/command_line.h"
 #include "platform/system.h"
 
+namespace {
+
+constexpr int kCannotStart = 2;
+
+int Refuse(const std::string& trouble) {
+    std::fprintf(stderr, "spellwick: %s\n", trouble.c_str());
+    return kCannotStart;
+}
+
+int Run(int argc, char** argv, const spellwick::Options& options,
+        std::unique_ptr<spellwick::SettingsOwner> owner) {
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication toolkit(argc, argv);
+    if (const std::string unknown = spellwick::UnknownArgument(argc, argv); !unknown.empty()) {
+        return Refuse(unknown);
+    }
+    QApplication::setApplicationName(QStringLiteral("spellwick"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("spellwick"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/spellwick-48.png")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    spellwick::System system = spellwick::OpenSystem(options);
+    system.owner = std::move(owner);
+    spellwick::Application application(std::move(system));
+    if (const std::optional<int> exitCode = application.Start()) {
+        return *exitCode;
+    }
+    return QApplication::exec();
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-    constexpr int kNoDisplay = 2;
-    const std::string trouble = spellwick::PrepareProcess();
-    if (!trouble.empty()) {
-        std::fprintf(stderr, "spellwick: %s\n", trouble.c_str());
-        return kNoDisplay;
+    std::vector<char*> arguments(argv, argv + argc);
+    const spellwick::CommandLine line = spellwick::TakeOptions(arguments);
+    if (!line.trouble.empty()) {
+        return Refuse(line.trouble);
+    }
+    if (!line.answer.empty()) {
+        std::fputs(line.answer.c_str(), stdout);
+        return 0;
+    }
+    if (const std::string trouble = spellwick::PrepareProcess(); !trouble.empty()) {
+        return Refuse(trouble);
     }
     try {
-        QApplication::setStyle(QStringLiteral("Fusion"));
-        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-        QApplication toolkit(argc, argv);
-        QApplication::setApplicationName(QStringLiteral("spellwick"));
-        QGuiApplication::setDesktopFileName(QStringLiteral("spellwick"));
-        QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/spellwick-48.png")));
-        QApplication::setQuitOnLastWindowClosed(false);
-        spellwick::Application application(spellwick::OpenSystem());
-        if (const std::optional<int> exitCode = application.Start()) {
-            return *exitCode;
+        spellwick::Ownership settings = spellwick::OwnSettings(line.options);
+        if (settings.another) {
+            return 0;
         }
-        return QApplication::exec();
+        const int left = static_cast<int>(arguments.size());
+        arguments.push_back(nullptr);
+        return Run(left, arguments.data(), line.options, std::move(settings.owner));
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "spellwick: %s\n", failure.what());
         return 1;

@@ -2,7 +2,9 @@
 // the two functions.
 #pragma once
 
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +15,15 @@
 #include "platform/installation.h"
 #include "platform/journal_file.h"
 #include "platform/keyboard.h"
+#include "platform/settings_owner.h"
 #include "platform/settings_store.h"
 
 namespace spellwick {
+
+// What the user asked for at the start.
+struct Options {
+    std::optional<std::filesystem::path> data;  // the settings' folder in place of the usual one
+};
 
 struct System {
     std::unique_ptr<ClientWindows> clients;
@@ -24,6 +32,7 @@ struct System {
     std::unique_ptr<Installation> installation;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<SettingsStore> store;
+    std::unique_ptr<SettingsOwner> owner;  // null where nothing says who has the settings
     std::unique_ptr<JournalFile> journal;  // null where the store does not last
     std::unique_ptr<AssistTransport> assist;
     // What the user should know at once, a text each: a store that could not be read, a display
@@ -41,8 +50,12 @@ void TakeEndRequest(int endRequests);
 // as one sentence, or nothing.
 [[nodiscard]] std::string PrepareProcess();
 
+// Takes the settings' folder for this process. When another program has it, its window is brought
+// to the front. Call after PrepareProcess.
+Ownership OwnSettings(const Options& options);
+
 // Call only where there is no such trouble. Throws std::runtime_error with a sentence when the
 // display goes away meanwhile.
-System OpenSystem();
+System OpenSystem(const Options& options);
 
 }  // namespace spellwick

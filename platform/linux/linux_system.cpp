@@ -4,6 +4,7 @@
 
 #include "platform/linux/assist_folder.h"
 #include "platform/linux/end_requests.h"
+#include "platform/linux/folder_owner.h"
 #include "platform/linux/local_clock.h"
 #include "platform/linux/open_settings_store.h"
 #include "platform/linux/posix_journal_file.h"
@@ -22,6 +23,15 @@ namespace {
 bool IsSet(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr && *value != '\0';
+}
+
+// Where the settings are; nothing if no variable says where.
+std::optional<std::filesystem::path> FolderOf(const Options& options) {
+    if (options.data) {
+        std::error_code ignored;
+        return std::filesystem::absolute(*options.data, ignored);
+    }
+    return SettingsFolder();
 }
 
 }  // namespace
@@ -47,7 +57,23 @@ std::string PrepareProcess() {
     return {};
 }
 
-System OpenSystem() {
+Ownership OwnSettings(const Options& options) {
+    const std::optional<std::filesystem::path> folder = FolderOf(options);
+    if (!folder) {
+        return {};
+    }
+    Ownership ownership = OwnFolder(*folder);
+    if (ownership.another) {
+        std::string trouble;
+        const auto window = WindowOfOwner(*folder);
+        const auto windows = window ? X11ClientWindows::Open({}, trouble) : nullptr;
+        // If it does not come forward, its own desktop says why; there is nothing more to do here.
+        static_cast<void>(windows != nullptr && windows->SetForegroundWindow(*window));
+    }
+    return ownership;
+}
+
+System OpenSystem(const Options& options) {
     System system;
     std::string trouble;
     system.clients = X11ClientWindows::Open({}, trouble);
@@ -61,7 +87,7 @@ System OpenSystem() {
     system.desktop = std::make_unique<X11Desktop>("");
     system.installation = std::make_unique<WineInstallation>(WinePrefix());
     system.clock = std::make_unique<LocalClock>();
-    const std::optional<std::filesystem::path> folder = SettingsFolder();
+    const std::optional<std::filesystem::path> folder = FolderOf(options);
     OpenedStore opened = OpenSettingsStore(folder, std::chrono::system_clock::now());
     system.store = std::move(opened.store);
     if (opened.lasts) {

@@ -49,20 +49,6 @@ class FolderLock {
     int m_folder;
 };
 
-// Makes a folder and its parents, accessible to the user alone.
-bool MakeFolder(const fs::path& folder) {
-    fs::path made;
-    for (const fs::path& part : folder) {
-        made /= part;
-        if (mkdir(made.c_str(), 0700) != 0 && errno != EEXIST && errno != EROFS &&
-            errno != EACCES) {
-            return false;
-        }
-    }
-    std::error_code ignored;
-    return fs::is_directory(folder, ignored);
-}
-
 bool Exists(const fs::path& file) {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(file, ignored));
@@ -154,6 +140,19 @@ OpenedStore OpenFile(const fs::path& file, std::chrono::system_clock::time_point
 }
 
 }  // namespace
+
+bool MakeFolder(const fs::path& folder) {
+    fs::path made;
+    for (const fs::path& part : folder) {
+        made /= part;
+        if (mkdir(made.c_str(), 0700) != 0 && errno != EEXIST && errno != EROFS &&
+            errno != EACCES) {
+            return false;
+        }
+    }
+    std::error_code ignored;
+    return fs::is_directory(folder, ignored);
+}
 
 std::optional<fs::path> SettingsFolder(const char* dataHome, const char* home) {
     if (dataHome != nullptr && fs::path(dataHome).is_absolute()) {

@@ -27,6 +27,9 @@ std::optional<std::filesystem::path> SettingsFolder(const char* dataHome, const 
 // The same for the environment of the process.
 std::optional<std::filesystem::path> SettingsFolder();
 
+// Makes a folder and its parents, accessible to the user alone; false if it is not there then.
+bool MakeFolder(const std::filesystem::path& folder);
+
 // Opens settings.db in the folder and makes both if needed. Never throws. An unreadable store is
 // renamed, with the time `now` in its name; one that is only locked or forbidden is left alone.
 OpenedStore OpenSettingsStore(const std::optional<std::filesystem::path>& folder,

@@ -3,6 +3,8 @@
 #include <optional>
 
 #include "platform/system.h"
+#include "platform/windows/folder_name.h"
+#include "platform/windows/mutex_owner.h"
 #include "platform/windows/registry_installation.h"
 #include "platform/windows/registry_settings_store.h"
 #include "platform/windows/window_assist_transport.h"
@@ -16,8 +18,12 @@ namespace spellwick {
 
 namespace {
 
-// %APPDATA%\Spellwick, which need not exist.
-std::optional<std::filesystem::path> SettingsFolder() {
+// The folder of the files, which need not exist: %APPDATA%\Spellwick unless told otherwise.
+std::optional<std::filesystem::path> SettingsFolder(const Options& options) {
+    if (options.data) {
+        std::error_code ignored;
+        return std::filesystem::absolute(*options.data, ignored);
+    }
     const wchar_t* data = _wgetenv(L"APPDATA");
     if (data == nullptr || *data == L'\0') {
         return std::nullopt;
@@ -33,15 +39,33 @@ std::string PrepareProcess() {
     return {};
 }
 
-System OpenSystem() {
+Ownership OwnSettings(const Options& options) {
+    const auto folder = SettingsFolder(options);
+    if (!folder) {
+        return {};
+    }
+    Ownership ownership = OwnByMutex(folder->wstring());
+    if (ownership.another) {
+        // If it does not come forward, there is nothing more to do here.
+        static_cast<void>(RaiseOwner(folder->wstring()));
+    }
+    return ownership;
+}
+
+System OpenSystem(const Options& options) {
     System system;
     system.clients = std::make_unique<WindowsClientWindows>();
     system.keyboard = std::make_unique<WindowsKeyboard>();
     system.desktop = std::make_unique<WindowsDesktop>();
     system.installation = std::make_unique<RegistryInstallation>();
     system.clock = std::make_unique<WindowsClock>();
-    system.store = std::make_unique<RegistrySettingsStore>();
-    if (const auto folder = SettingsFolder()) {
+    const auto folder = SettingsFolder(options);
+    system.store =
+        options.data && folder
+            ? std::make_unique<RegistrySettingsStore>(std::wstring(kSettingsKey) + L" data\\" +
+                                                      FolderName(folder->wstring()))
+            : std::make_unique<RegistrySettingsStore>();
+    if (folder) {
         system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
     }
     system.assist = std::make_unique<WindowAssistTransport>();
