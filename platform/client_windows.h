@@ -1,6 +1,7 @@
 // Other programs' top-level windows: find one by class, read its title, bring it to the front.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,11 @@ class ClientWindows {
 
     // True while what is typed goes into any window of the program that this one belongs to.
     [[nodiscard]] virtual bool ProgramHasKeyboard(WindowHandle window) = 0;
+
+    // True once the window's program has read every key typed before, and the key map of now.
+    // False if it does not say so within the patience; at once if it never says so.
+    [[nodiscard]] virtual bool WaitUntilRead(WindowHandle window,
+                                             std::chrono::milliseconds patience) = 0;
 };
 
 }  // namespace spellwick

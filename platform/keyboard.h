@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -26,7 +27,8 @@ class Keyboard {
     // The map, the locks and the keys held, all of this moment. None when the connection is lost.
     [[nodiscard]] virtual std::optional<Keymap> ReadKeymap() = 0;
 
-    // Returns when every program that asks for the map gets the new symbols.
+    // Returns when every program that asks for the map gets the new symbols. A code that is bound
+    // already changes its symbol.
     [[nodiscard]] virtual bool Bind(std::span<const SpareBinding> bindings) = 0;
     // Makes the codes unused again; one that no longer gives the symbol told is left alone.
     [[nodiscard]] virtual bool Unbind(std::span<const SpareBinding> bindings) = 0;
@@ -36,6 +38,9 @@ class Keyboard {
 
     // Sets the lock state of the modifiers in `affected` to `locked`, and ends their latches.
     [[nodiscard]] virtual bool SetLocks(ModifierMask affected, ModifierMask locked) = 0;
+
+    // Locks a layout group of the keymap, by its number.
+    [[nodiscard]] virtual bool SetGroup(std::uint8_t group) = 0;
 
     // The modifiers of keys held at this moment, whoever holds them. None: connection lost.
     [[nodiscard]] virtual std::optional<ModifierMask> HeldModifiers() = 0;

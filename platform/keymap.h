@@ -68,8 +68,16 @@ struct ModifierKey {
     ModifierMask modifier = 0;  // one bit
 };
 
+// What the keys give while another layout group is locked.
+struct KeyGroup {
+    std::uint8_t number = 0;
+    std::vector<Key> keys;  // ordered by code
+};
+
 struct Keymap {
     std::vector<Key> keys;                  // in the layout group in force, ordered by code
+    std::uint8_t group = 0;                 // its number
+    std::vector<KeyGroup> otherGroups;      // those that can be locked in its place
     std::vector<ModifierKey> modifierKeys;  // for each modifier the first one is preferred
     ModifierMask shift = 0;                 // 0: the keyboard has none
     ModifierMask control = 0;

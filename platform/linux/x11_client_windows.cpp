@@ -16,6 +16,7 @@ constexpr auto kActivation = 500ms;
 // The time between a window manager's report that a window is active and the arrival of the focus.
 constexpr auto kFocusFollows = 100ms;
 constexpr int kLookAgainMilliseconds = 10;
+constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
 
 }  // namespace
 
@@ -39,7 +40,7 @@ X11ClientWindows::X11ClientWindows(const std::string& display)
     }
     xcb_connection_t* x = m_connection.Get();
     const std::uint32_t propertyChanges = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(x, m_connection.Root(), XCB_CW_EVENT_MASK, &propertyChanges);
+    ListenToRoot(kRootEvents);
     m_clock = xcb_generate_id(x);
     xcb_create_window(x, 0, m_clock, m_connection.Root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
@@ -156,9 +157,9 @@ bool X11ClientWindows::ActivateByHand(xcb_window_t window) {
 // neither.
 bool X11ClientWindows::GiveFocus(xcb_window_t window) {
     const bool wantsInput = WantsInput(window);
-    const bool takesFocus = TakesFocusItself(window);
+    const bool takesFocus = Speaks(window, m_wmTakeFocus);
     if (takesFocus) {
-        AskToTakeFocus(window);
+        Tell(window, m_wmTakeFocus, ServerTime());
     }
     if (wantsInput) {
         xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
@@ -177,26 +178,68 @@ bool X11ClientWindows::WantsInput(xcb_window_t window) const {
            (hints.flags & XCB_ICCCM_WM_HINT_INPUT) == 0 || hints.input != 0;
 }
 
-bool X11ClientWindows::TakesFocusItself(xcb_window_t window) const {
+// Whether the window takes part in one of the protocols between windows and their managers.
+bool X11ClientWindows::Speaks(xcb_window_t window, xcb_atom_t protocol) const {
     xcb_connection_t* x = m_connection.Get();
     const auto reply = OwnReply(xcb_get_property_reply(
         x, xcb_icccm_get_wm_protocols(x, window, m_hints.Get()->WM_PROTOCOLS), nullptr));
     xcb_icccm_get_wm_protocols_reply_t protocols{};
     return xcb_icccm_get_wm_protocols_from_reply(reply.get(), &protocols) != 0 &&
-           std::ranges::count(std::span(protocols.atoms, protocols.atoms_len), m_wmTakeFocus) != 0;
+           std::ranges::count(std::span(protocols.atoms, protocols.atoms_len), protocol) != 0;
 }
 
-void X11ClientWindows::AskToTakeFocus(xcb_window_t window) const {
+void X11ClientWindows::Tell(xcb_window_t window, xcb_atom_t protocol, xcb_timestamp_t time) const {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
     message.type = m_hints.Get()->WM_PROTOCOLS;
-    message.data = {.data32 = {m_wmTakeFocus, ServerTime(), 0, 0, 0}};
+    message.data = {.data32 = {protocol, time, window, 0, 0}};
     const void* untyped = &message;
     xcb_send_event(m_connection.Get(), 0, window, XCB_EVENT_MASK_NO_EVENT,
                    static_cast<const char*>(untyped));
     xcb_flush(m_connection.Get());
+}
+
+void X11ClientWindows::ListenToRoot(std::uint32_t events) const {
+    xcb_change_window_attributes(m_connection.Get(), m_connection.Root(), XCB_CW_EVENT_MASK,
+                                 &events);
+}
+
+// A program reads its events in order, so its answer to a ping says that it has read all before.
+// It answers to the root window, as if to the window manager.
+bool X11ClientWindows::WaitUntilRead(WindowHandle window, std::chrono::milliseconds patience) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    if (window == 0 || !Speaks(window, m_hints.Get()->_NET_WM_PING)) {
+        return false;
+    }
+    const xcb_timestamp_t time = ServerTime();
+    ListenToRoot(kRootEvents | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    Tell(window, m_hints.Get()->_NET_WM_PING, time);
+    const bool read = ArrivesPong(window, time, deadline);
+    ListenToRoot(kRootEvents);
+    return read;
+}
+
+bool X11ClientWindows::ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
+                                   std::chrono::steady_clock::time_point deadline) const {
+    while (m_connection.Works() && std::chrono::steady_clock::now() < deadline) {
+        const auto event = OwnReply(xcb_poll_for_event(m_connection.Get()));
+        if (!event) {
+            pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
+            poll(&waiting, 1, kLookAgainMilliseconds);
+        } else if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE) {
+            const void* untyped = event.get();
+            const auto* message = static_cast<const xcb_client_message_event_t*>(untyped);
+            const auto& data = message->data.data32;
+            if (message->window == m_connection.Root() &&
+                message->type == m_hints.Get()->WM_PROTOCOLS &&
+                data[0] == m_hints.Get()->_NET_WM_PING && data[1] == time && data[2] == window) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 bool X11ClientWindows::IsViewable(xcb_window_t window) const {

@@ -28,6 +28,7 @@ class X11ClientWindows : public ClientWindows {
     bool SetFocus(WindowHandle window) override;
     bool HasKeyboard(WindowHandle window) override;
     bool ProgramHasKeyboard(WindowHandle window) override;
+    bool WaitUntilRead(WindowHandle window, std::chrono::milliseconds patience) override;
 
   private:
     explicit X11ClientWindows(const std::string& display);
@@ -45,8 +46,11 @@ class X11ClientWindows : public ClientWindows {
     std::optional<xcb_window_t> ParentOf(xcb_window_t window) const;
     xcb_timestamp_t ServerTime() const;
     bool WantsInput(xcb_window_t window) const;
-    bool TakesFocusItself(xcb_window_t window) const;
-    void AskToTakeFocus(xcb_window_t window) const;
+    bool Speaks(xcb_window_t window, xcb_atom_t protocol) const;
+    void Tell(xcb_window_t window, xcb_atom_t protocol, xcb_timestamp_t time) const;
+    void ListenToRoot(std::uint32_t events) const;
+    bool ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
+                     std::chrono::steady_clock::time_point deadline) const;
     bool WaitFor(std::chrono::milliseconds patience, const std::function<bool()>& holds) const;
 
     X11Connection m_connection;

@@ -96,6 +96,12 @@ bool X11Keyboard::SetLocks(ModifierMask affected, ModifierMask locked) {
     return m_connection.Works();
 }
 
+bool X11Keyboard::SetGroup(std::uint8_t group) {
+    xcb_xkb_latch_lock_state(m_connection.Get(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, group, 0, 0, 0);
+    xcb_flush(m_connection.Get());
+    return m_connection.Works();
+}
+
 std::optional<ModifierMask> X11Keyboard::HeldModifiers() {
     const auto state = OwnReply(xcb_xkb_get_state_reply(
         m_connection.Get(), xcb_xkb_get_state(m_connection.Get(), XCB_XKB_ID_USE_CORE_KBD),

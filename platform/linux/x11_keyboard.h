@@ -24,6 +24,7 @@ class X11Keyboard : public Keyboard {
     bool Press(Keycode code) override;
     bool Release(Keycode code) override;
     bool SetLocks(ModifierMask affected, ModifierMask locked) override;
+    bool SetGroup(std::uint8_t group) override;
     std::optional<ModifierMask> HeldModifiers() override;
     bool Sync() override;
     void Pause(std::chrono::milliseconds time) override;

@@ -37,8 +37,7 @@ class Reader {
     }
 
     Keymap Read() {
-        const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_map), 255);
-        for (xkb_keycode_t code = xkb_keymap_min_keycode(m_map); code <= last; ++code) {
+        for (xkb_keycode_t code = xkb_keymap_min_keycode(m_map); code <= LastCode(); ++code) {
             ReadKey(code);
         }
         std::ranges::stable_sort(m_candidates, {}, &Candidate::rank);
@@ -50,6 +49,18 @@ class Reader {
         return std::move(m_result);
     }
 
+    // What the keys give in the state's group alone.
+    std::vector<Key> ReadGroup() const {
+        std::vector<Key> keys;
+        for (xkb_keycode_t code = xkb_keymap_min_keycode(m_map); code <= LastCode(); ++code) {
+            const xkb_layout_index_t layout = xkb_state_key_get_layout(m_state, code);
+            if (layout != XKB_LAYOUT_INVALID) {
+                keys.push_back(KeyIn(code, layout));
+            }
+        }
+        return keys;
+    }
+
   private:
     struct Candidate {
         ModifierKey key;
@@ -58,15 +69,23 @@ class Reader {
 
     void ReadKey(xkb_keycode_t code) {
         const xkb_layout_index_t layout = xkb_state_key_get_layout(m_state, code);
-        const auto keycode = static_cast<Keycode>(code);
         if (layout == XKB_LAYOUT_INVALID) {
             if (!m_modifierOf.contains(code)) {
-                m_result.spares.push_back(keycode);
+                m_result.spares.push_back(static_cast<Keycode>(code));
             }
             return;
         }
+        NoteModifier(code, Keysym(code, layout, 0));
+        m_result.keys.push_back(KeyIn(code, layout));
+    }
+
+    xkb_keycode_t LastCode() const {
+        return std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_map), 255);
+    }
+
+    Key KeyIn(xkb_keycode_t code, xkb_layout_index_t layout) const {
         Key key;
-        key.code = keycode;
+        key.code = static_cast<Keycode>(code);
         // With no modifiers down, the "consumed" ones are all that the key's levels depend on.
         key.relevant = static_cast<ModifierMask>(
             xkb_state_key_get_consumed_mods2(m_state, code, XKB_CONSUMED_MODE_XKB) &
@@ -75,9 +94,7 @@ class Reader {
         for (xkb_level_index_t level = 0; level < levels; ++level) {
             ReadLevel(code, layout, level, key);
         }
-        const xkb_keysym_t base = Keysym(code, layout, 0);
-        NoteModifier(code, base);
-        m_result.keys.push_back(std::move(key));
+        return key;
     }
 
     void ReadLevel(xkb_keycode_t code, xkb_layout_index_t layout, xkb_level_index_t level,
@@ -178,6 +195,19 @@ std::optional<Keymap> ReadX11Keymap(const X11Connection& connection, xkb_context
     xkb_state_update_mask(state.get(), 0, 0, 0, 0, 0, current->group);
 
     Keymap keymap = Reader(map.get(), state.get(), modifiers.get()).Read();
+    keymap.group = current->group;
+    // With a group latched or held by a key, locking another one would not put that in force.
+    const xkb_layout_index_t groups = current->baseGroup == 0 && current->latchedGroup == 0
+                                          ? xkb_keymap_num_layouts(map.get())
+                                          : 0;
+    for (xkb_layout_index_t group = 0; group < groups; ++group) {
+        if (group != current->group) {
+            xkb_state_update_mask(state.get(), 0, 0, 0, 0, 0, group);
+            keymap.otherGroups.push_back(
+                {static_cast<std::uint8_t>(group),
+                 Reader(map.get(), state.get(), modifiers.get()).ReadGroup()});
+        }
+    }
     keymap.locked = current->lockedMods;
     keymap.latched = current->latchedMods;
     for (unsigned code = 0; code < 256; ++code) {

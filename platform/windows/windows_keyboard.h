@@ -25,6 +25,8 @@ class WindowsKeyboard : public Keyboard {
 
     // Presses the lock keys, starting from the state at the last reading.
     bool SetLocks(ModifierMask affected, ModifierMask locked) override;
+    // A layout is a window's own; the keymap has one group.
+    bool SetGroup(std::uint8_t /*group*/) override { return true; }
     std::optional<ModifierMask> HeldModifiers() override;
 
     bool Sync() override { return true; }

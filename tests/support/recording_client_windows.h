@@ -32,6 +32,9 @@ class RecordingClientWindows : public ClientWindows {
         return Find(window) != nullptr && foreground == window && !keyboardIsElsewhere;
     }
     bool ProgramHasKeyboard(WindowHandle /*window*/) override { return ourProgramHasKeyboard; }
+    bool WaitUntilRead(WindowHandle window, std::chrono::milliseconds /*patience*/) override {
+        return Find(window) != nullptr;
+    }
 
     // The desktop, top window first. A test may change it at any time.
     std::vector<Window> windows;

@@ -36,7 +36,7 @@ std::string NameOf(Symbol symbol) {
 
 }  // namespace
 
-RecordingKeyboard::RecordingKeyboard(Keymap map) : keymap(std::move(map)) {
+RecordingKeyboard::RecordingKeyboard(Keymap map) : keymap(std::move(map)), group(keymap.group) {
     m_down.insert(keymap.down.begin(), keymap.down.end());
 }
 
@@ -55,7 +55,14 @@ std::optional<Keymap> RecordingKeyboard::ReadKeymap() {
 }
 
 bool RecordingKeyboard::Bind(std::span<const SpareBinding> bindings) {
-    bound.insert(bound.end(), bindings.begin(), bindings.end());
+    ++bindCalls;
+    for (const SpareBinding& binding : bindings) {
+        std::erase_if(bound, [&](const SpareBinding& old) { return old.code == binding.code; });
+        bound.push_back(binding);
+        allBindings.emplace_back(
+            std::chrono::duration_cast<std::chrono::milliseconds>(m_now.time_since_epoch()),
+            binding);
+    }
     return Works();
 }
 
@@ -91,6 +98,21 @@ bool RecordingKeyboard::SetLocks(ModifierMask affected, ModifierMask locked) {
     keymap.locked = static_cast<ModifierMask>((keymap.locked & ~affected) | (locked & affected));
     keymap.latched = static_cast<ModifierMask>(keymap.latched & ~affected);
     return true;
+}
+
+bool RecordingKeyboard::SetGroup(std::uint8_t number) {
+    if (!Works()) {
+        return false;
+    }
+    group = number;
+    return true;
+}
+
+void RecordingKeyboard::Pause(std::chrono::milliseconds time) {
+    m_now += time;
+    if (inPause) {
+        inPause();
+    }
 }
 
 std::optional<ModifierMask> RecordingKeyboard::HeldModifiers() {
@@ -145,8 +167,11 @@ Symbol RecordingKeyboard::Gives(Keycode code) const {
     if (binding != bound.end()) {
         return binding->symbol;
     }
-    const auto key = std::ranges::find(keymap.keys, code, &Key::code);
-    return key == keymap.keys.end()
+    const auto other = std::ranges::find(keymap.otherGroups, group, &KeyGroup::number);
+    const std::vector<Key>& keys =
+        group == keymap.group || other == keymap.otherGroups.end() ? keymap.keys : other->keys;
+    const auto key = std::ranges::find(keys, code, &Key::code);
+    return key == keys.end()
                ? Symbol::kNothing
                : SymbolAt(*key, static_cast<ModifierMask>(Held() | keymap.locked | keymap.latched));
 }

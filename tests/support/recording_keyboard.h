@@ -3,10 +3,12 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <set>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/keyboard.h"
@@ -34,9 +36,10 @@ class RecordingKeyboard : public Keyboard {
     bool Press(Keycode code) override;
     bool Release(Keycode code) override;
     bool SetLocks(ModifierMask affected, ModifierMask locked) override;
+    bool SetGroup(std::uint8_t group) override;
     std::optional<ModifierMask> HeldModifiers() override;
     bool Sync() override { return Works(); }
-    void Pause(std::chrono::milliseconds time) override { m_now += time; }
+    void Pause(std::chrono::milliseconds time) override;
     std::chrono::steady_clock::time_point Now() const override { return m_now; }
 
     // The text that a program in front would see: characters as they are, named keys and everything
@@ -44,11 +47,20 @@ class RecordingKeyboard : public Keyboard {
     std::string Typed() const;
     void ForgetEvents() { events.clear(); }
     const std::set<Keycode>& Down() const { return m_down; }
+    // As a hand does, behind the back of the program.
+    void Hold(Keycode code) { m_down.insert(code); }
+    void LetGo(Keycode code) { m_down.erase(code); }
 
     // May be changed by a test at any time, as a user changes the layout.
     Keymap keymap;
     std::vector<Event> events;
     std::vector<SpareBinding> bound;
+    std::size_t bindCalls = 0;
+    // Each binding ever, with its time since the beginning.
+    std::vector<std::pair<std::chrono::milliseconds, SpareBinding>> allBindings;
+    std::uint8_t group = 0;  // the one in force
+    // Runs before each pause ends.
+    std::function<void()> inPause;
     // Calls left until the connection is lost; none if it never is.
     std::optional<std::size_t> callsUntilLost;
     // Keys that stay down even if released: the user holds them, and the system cannot overrule
