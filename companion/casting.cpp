@@ -60,6 +60,7 @@ void Casting::CastSpell(i32 slot) {
     // ODDITY(shared-send-string): of two casts within one pause the second is sent twice and the
     // first not at all; kept because there is one string, and the pause is a tenth of a second.
     m_last.SendString = SpellString(m_state, row);
+    m_last.BareString = SpellKeystrokes(MacroOf(m_state, row + 1), {});
     CommitEntries();
     BringClientForward();
     if (!SendKeys()) {
@@ -146,6 +147,11 @@ bool Casting::SendKeys() {
     SendResult sent;
     if (target.MayType()) {
         sent = m_services.keys.SendKeys(m_last.SendString, true, target);
+        if (!sent.missing.empty() && m_last.BareString != m_last.SendString) {
+            LogLine("the spoken text was left out: the keyboard has no key and no free place for " +
+                    sent.missing);
+            sent = m_services.keys.SendKeys(m_last.BareString, true, target);
+        }
     } else {
         sent.stopped = true;
     }
@@ -220,6 +226,7 @@ void Casting::Meditate() {
     if (m_parts.player.FindClient()) {
         BringClientForward();
         m_last.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
+        m_last.BareString = m_last.SendString;
         static_cast<void>(SendKeys());
     } else {
         m_parts.player.ShowClientNotFound();

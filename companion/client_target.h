@@ -19,6 +19,11 @@ class ClientTarget : public KeyTarget {
                                   : !m_clients.ProgramHasKeyboard(m_state.MainWindowHandle);
     }
 
+    bool HasRead(std::chrono::milliseconds patience) override {
+        return m_clients.HasKeyboard(m_state.ClientWindow) &&
+               m_clients.WaitUntilRead(m_state.ClientWindow, patience);
+    }
+
   private:
     ClientWindows& m_clients;
     const SharedState& m_state;

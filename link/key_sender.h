@@ -1,6 +1,7 @@
 // Types a keystroke string into whatever window has the keyboard.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@ struct [[nodiscard]] SendResult {
     std::string error;        // empty, or a sentence that says why not all was typed
     bool stopped = false;     // the target did not allow the rest
     std::size_t strokes = 0;  // keystrokes that are typed; all of them if there is no error
+    std::string missing{};    // characters that the keyboard can give in no way, each once
 
     bool Ok() const { return error.empty(); }
 };
@@ -22,6 +24,10 @@ class KeyTarget {
 
     // Asked before each keystroke; false ends the typing there.
     [[nodiscard]] virtual bool MayType() = 0;
+
+    // True once the window has read all the keys typed before; false if it does not say so within
+    // the patience.
+    [[nodiscard]] virtual bool HasRead(std::chrono::milliseconds patience) = 0;
 };
 
 class KeySender {

@@ -36,21 +36,39 @@ std::string Describe(Symbol symbol) {
 struct Place {
     Keycode code = 0;
     ModifierMask modifiers = 0;
+    std::uint8_t group = 0;
+    Symbol symbol = Symbol::kNothing;
+};
+
+// A code that can be bound, and what it is bound to by now.
+struct Slot {
+    Keycode code = 0;
+    Symbol symbol = Symbol::kNothing;
+    std::size_t usedUntil = 0;  // the number of events up to its last use
 };
 
 class Planner {
   public:
-    explicit Planner(const Keymap& keymap) : m_keymap(keymap) {
+    Planner(const Keymap& keymap, std::span<const SpareBinding> lent) : m_keymap(keymap) {
         for (const ModifierKey& key : keymap.modifierKeys) {
             m_pressable = Union(m_pressable, key.modifier);
         }
+        for (const Keycode code : keymap.spares) {
+            m_slots.push_back({.code = code});
+        }
+        for (const SpareBinding& binding : lent) {
+            m_slots.push_back({.code = binding.code, .symbol = binding.symbol});
+        }
+        m_group = keymap.group;
     }
 
     std::variant<KeyPlan, PlanError> Plan(std::span<const Keystroke> keystrokes) {
+        bool planned = true;
         for (const Keystroke& keystroke : keystrokes) {
-            if (!Strike(keystroke)) {
-                return std::move(m_error);
-            }
+            planned = Strike(keystroke) && planned;
+        }
+        if (!planned) {
+            return std::move(m_error);
         }
         const auto unclear = static_cast<unsigned>(m_keymap.capsLock | m_keymap.numLock);
         const ModifierMask active = Union(m_keymap.locked, m_keymap.latched);
@@ -79,6 +97,7 @@ class Planner {
         }
         place->modifiers = Union(place->modifiers, *marks);
         NoteDisturbingLocks(*place);
+        m_group = place->group;
         return Emit(*place);
     }
 
@@ -89,7 +108,7 @@ class Planner {
               std::tuple(marks.control, m_keymap.control, "Ctrl"),
               std::tuple(marks.shift, m_keymap.shift, "Shift")}) {
             if (wanted && (modifier & m_pressable) == 0) {
-                m_error = std::string("The keyboard layout has no ") + name + " key.";
+                Refuse(std::string("The keyboard layout has no ") + name + " key.");
                 return std::nullopt;
             }
             if (wanted) {
@@ -99,44 +118,89 @@ class Planner {
         return mask;
     }
 
-    // The key that needs the fewest modifiers.
+    // Stays in the group of the last keystroke, so that the group changes as seldom as possible.
     std::optional<Place> Find(Symbol symbol) const {
+        std::optional<Place> place = FindIn(m_group, symbol);
+        if (!place && m_group != m_keymap.group) {
+            place = FindIn(m_keymap.group, symbol);
+        }
+        for (const KeyGroup& group : m_keymap.otherGroups) {
+            if (!place) {
+                place = FindIn(group.number, symbol);
+            }
+        }
+        return place;
+    }
+
+    // The key that needs the fewest modifiers.
+    std::optional<Place> FindIn(std::uint8_t group, Symbol symbol) const {
         std::optional<Place> best;
-        for (const Key& key : m_keymap.keys) {
+        for (const Key& key : KeysOf(group)) {
+            if (std::ranges::find(m_slots, key.code, &Slot::code) != m_slots.end()) {
+                continue;
+            }
             for (const KeyLevel& level : key.levels) {
                 if (level.symbol == symbol && (level.modifiers & ~m_pressable) == 0 &&
                     (!best || std::popcount(level.modifiers) < std::popcount(best->modifiers))) {
-                    best = Place{key.code, level.modifiers};
+                    best = Place{key.code, level.modifiers, group, symbol};
                 }
             }
         }
         return best;
     }
 
-    std::optional<Place> Borrow(Symbol symbol) {
-        const auto before = std::ranges::find(m_plan.bindings, symbol, &SpareBinding::symbol);
-        if (before != m_plan.bindings.end()) {
-            return Place{before->code, 0};
-        }
-        if (m_plan.bindings.size() >= m_keymap.spares.size()) {
-            m_error =
-                "The keyboard layout has no key, and no free place, for " + Describe(symbol) + ".";
-            return std::nullopt;
-        }
-        const Keycode code = m_keymap.spares[m_plan.bindings.size()];
-        m_plan.bindings.push_back({code, symbol});
-        return Place{code, 0};
+    const std::vector<Key>& KeysOf(std::uint8_t group) const {
+        const auto other = std::ranges::find(m_keymap.otherGroups, group, &KeyGroup::number);
+        return other == m_keymap.otherGroups.end() ? m_keymap.keys : other->keys;
     }
 
-    const Key* FindKey(Keycode code) const {
-        const auto found = std::ranges::find(m_keymap.keys, code, &Key::code);
-        return found == m_keymap.keys.end() ? nullptr : &*found;
+    std::optional<Place> Borrow(Symbol symbol) {
+        auto slot = std::ranges::find(m_slots, symbol, &Slot::symbol);
+        if (slot == m_slots.end()) {
+            slot = LeastNeededSlot();
+            if (slot == m_slots.end()) {
+                NoteMissing(symbol);
+                return std::nullopt;
+            }
+            slot->symbol = symbol;
+            m_plan.bindings.push_back(
+                {{slot->code, symbol}, slot->usedUntil, m_plan.events.size()});
+        }
+        return Place{slot->code, 0, m_group, symbol};
+    }
+
+    // A free one, else the one that was used longest ago.
+    std::vector<Slot>::iterator LeastNeededSlot() {
+        const auto free = std::ranges::find(m_slots, Symbol::kNothing, &Slot::symbol);
+        return free != m_slots.end() ? free
+                                     : std::ranges::min_element(m_slots, {}, &Slot::usedUntil);
+    }
+
+    void NoteMissing(Symbol symbol) {
+        Refuse("The keyboard layout has no key, and no free place, for " + Describe(symbol) + ".");
+        if (IsCharacter(symbol) && std::ranges::find(m_missing, symbol) == m_missing.end()) {
+            m_missing.push_back(symbol);
+            AppendUtf8(m_error.missing, static_cast<char32_t>(symbol));
+        }
+    }
+
+    // The first reason is the one that is told.
+    void Refuse(std::string reason) {
+        if (m_error.text.empty()) {
+            m_error.text = std::move(reason);
+        }
+    }
+
+    const Key* FindKey(std::uint8_t group, Keycode code) const {
+        const std::vector<Key>& keys = KeysOf(group);
+        const auto found = std::ranges::find(keys, code, &Key::code);
+        return found == keys.end() ? nullptr : &*found;
     }
 
     void NoteDisturbingLocks(const Place& place) {
-        const Key* key = FindKey(place.code);
-        const Symbol borrowed = BorrowedSymbol(place.code);
-        const Symbol wanted = key == nullptr ? borrowed : SymbolAt(*key, place.modifiers);
+        const Key* key =
+            SlotOf(place.code) == m_slots.end() ? FindKey(place.group, place.code) : nullptr;
+        const Symbol wanted = key == nullptr ? place.symbol : SymbolAt(*key, place.modifiers);
         const ModifierMask active = Union(m_keymap.locked, m_keymap.latched);
         for (const ModifierMask lock : {m_keymap.capsLock, m_keymap.numLock}) {
             if ((active & lock) == 0) {
@@ -151,9 +215,8 @@ class Planner {
         }
     }
 
-    Symbol BorrowedSymbol(Keycode code) const {
-        const auto found = std::ranges::find(m_plan.bindings, code, &SpareBinding::code);
-        return found == m_plan.bindings.end() ? Symbol::kNothing : found->symbol;
+    std::vector<Slot>::iterator SlotOf(Keycode code) {
+        return std::ranges::find(m_slots, code, &Slot::code);
     }
 
     bool Emit(const Place& place) {
@@ -161,15 +224,21 @@ class Planner {
         if (!modifiers) {
             return false;
         }
+        const auto add = [&](Keycode code, bool down, PauseAfter pause) {
+            m_plan.events.push_back({code, down, pause, place.group});
+        };
         for (const Keycode code : *modifiers) {
-            m_plan.events.push_back({code, true, PauseAfter::kNone});
+            add(code, true, PauseAfter::kNone);
         }
-        m_plan.events.push_back({place.code, true, PauseAfter::kHold});
-        m_plan.events.push_back({place.code, false, PauseAfter::kNone});
+        add(place.code, true, PauseAfter::kHold);
+        add(place.code, false, PauseAfter::kNone);
         for (auto code = modifiers->rbegin(); code != modifiers->rend(); ++code) {
-            m_plan.events.push_back({*code, false, PauseAfter::kNone});
+            add(*code, false, PauseAfter::kNone);
         }
         m_plan.events.back().pause = PauseAfter::kGap;
+        if (const auto slot = SlotOf(place.code); slot != m_slots.end()) {
+            slot->usedUntil = m_plan.events.size();
+        }
         return true;
     }
 
@@ -195,8 +264,8 @@ class Planner {
             }
         }
         if (!found) {
-            m_error =
-                "The keyboard layout does not let the modifier keys in the text be held together.";
+            Refuse(
+                "The keyboard layout does not let the modifier keys in the text be held together.");
             return std::nullopt;
         }
         return codes;
@@ -206,7 +275,7 @@ class Planner {
     // another modifier is held.
     std::optional<Keycode> KeyFor(ModifierMask modifier, ModifierMask held) const {
         for (const ModifierKey& candidate : m_keymap.modifierKeys) {
-            const Key* key = FindKey(candidate.code);
+            const Key* key = FindKey(m_group, candidate.code);
             if (candidate.modifier == modifier &&
                 (key == nullptr || SymbolAt(*key, held) == Symbol::kModifier)) {
                 return candidate.code;
@@ -231,6 +300,9 @@ class Planner {
     const Keymap& m_keymap;
     ModifierMask m_pressable = 0;
     ModifierMask m_disturbing = 0;
+    std::vector<Slot> m_slots;
+    std::vector<Symbol> m_missing;
+    std::uint8_t m_group = 0;  // of the last keystroke
     KeyPlan m_plan;
     PlanError m_error;
 };
@@ -238,8 +310,9 @@ class Planner {
 }  // namespace
 
 std::variant<KeyPlan, PlanError> PlanKeystrokes(std::span<const Keystroke> keystrokes,
-                                                const Keymap& keymap) {
-    return Planner(keymap).Plan(keystrokes);
+                                                const Keymap& keymap,
+                                                std::span<const SpareBinding> lent) {
+    return Planner(keymap, lent).Plan(keystrokes);
 }
 
 }  // namespace spellwick

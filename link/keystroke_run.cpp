@@ -1,6 +1,9 @@
 #include "link/keystroke_run.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace spellwick {
@@ -13,10 +16,12 @@ constexpr const char* kLost = "The connection to the keyboard is lost.";
 constexpr std::chrono::milliseconds kPatienceForHand{500};
 constexpr std::chrono::milliseconds kLookAtHand{10};
 
-// On every way out, releases the keys that are down in mirrored order and sets the locks again.
+// On every way out, releases the keys that are down in mirrored order and puts locks and group
+// back.
 class Undo {
   public:
-    Undo(const KeyPlan& plan, Keyboard& keyboard) : m_plan(plan), m_keyboard(keyboard) {}
+    Undo(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard)
+        : m_plan(plan), m_keyboard(keyboard), m_before(keymap.group), m_group(keymap.group) {}
     Undo(const Undo&) = delete;
     Undo& operator=(const Undo&) = delete;
     ~Undo() {
@@ -24,6 +29,7 @@ class Undo {
         for (; !m_down.empty(); m_down.pop_back()) {
             static_cast<void>(m_keyboard.Release(m_down.back()));
         }
+        static_cast<void>(SetGroup(m_before));
         if (m_unlocked) {
             static_cast<void>(m_keyboard.SetLocks(m_plan.unlock, m_plan.relock));
         }
@@ -38,7 +44,7 @@ class Undo {
     bool Do(const KeyEvent& event) {
         if (event.down) {
             m_down.push_back(event.code);
-            return m_keyboard.Press(event.code);
+            return SetGroup(event.group) && m_keyboard.Press(event.code);
         }
         const bool released = m_keyboard.Release(event.code);
         if (released) {
@@ -48,70 +54,164 @@ class Undo {
     }
 
   private:
+    bool SetGroup(std::uint8_t group) {
+        if (group == m_group) {
+            return true;
+        }
+        m_group = group;
+        return m_keyboard.SetGroup(group);
+    }
+
     const KeyPlan& m_plan;
     Keyboard& m_keyboard;
+    std::uint8_t m_before;
+    std::uint8_t m_group;
     std::vector<Keycode> m_down;
     bool m_unlocked = false;
 };
 
-SendResult ReleaseHands(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard) {
-    unsigned pressable = 0;
-    for (const ModifierKey& key : keymap.modifierKeys) {
-        pressable |= key.modifier;
-    }
-    for (const Keycode code : plan.releaseFirst) {
-        if (!keyboard.Release(code)) {
-            return {kLost};
+class Run {
+  public:
+    Run(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard, BorrowedCodes& borrowed,
+        const Pace& pace, KeyTarget& target)
+        : m_plan(plan),
+          m_keyboard(keyboard),
+          m_borrowed(borrowed),
+          m_pace(pace),
+          m_target(target),
+          m_undo(plan, keymap, keyboard) {
+        for (const ModifierKey& key : keymap.modifierKeys) {
+            m_pressable |= key.modifier;
         }
     }
-    for (auto waited = std::chrono::milliseconds(0);; waited += kLookAtHand) {
-        const std::optional<ModifierMask> held = keyboard.HeldModifiers();
-        if (!held) {
-            return {kLost};
+
+    SendResult Type() && {
+        if (!BindWhatIsFree(0) || !ReleaseHands() ||
+            !HandsAreOff("Nothing was typed, because Shift, Ctrl, Alt or a key like them is held "
+                         "down.") ||
+            !Confirm(m_undo.Unlock())) {
+            return std::move(m_result);
         }
-        if ((*held & pressable) == 0) {
-            return {};
+        bool begins = true;
+        for (std::size_t index = 0; index < m_plan.events.size(); ++index) {
+            if (begins && !MayStrike(index)) {
+                return std::move(m_result);
+            }
+            const KeyEvent& event = m_plan.events[index];
+            if (!Confirm(m_undo.Do(event))) {
+                return std::move(m_result);
+            }
+            if (event.pause != PauseAfter::kNone) {
+                m_keyboard.Pause(event.pause == PauseAfter::kHold ? m_pace.hold : m_pace.gap);
+            }
+            m_borrowed.NoteUse(event.code);
+            begins = event.pause == PauseAfter::kGap;
+            m_result.strokes += begins ? 1 : 0;
         }
-        if (waited >= kPatienceForHand) {
-            return {"Nothing was typed, because Shift, Ctrl, Alt or a key like them is held down."};
-        }
-        keyboard.Pause(kLookAtHand);
+        return std::move(m_result);
     }
-}
+
+  private:
+    // Keeps the error if the system did not take a call.
+    bool Confirm(bool taken) {
+        if (!taken) {
+            m_result.error = kLost;
+        }
+        return taken;
+    }
+
+    bool ReleaseHands() {
+        return std::ranges::all_of(m_plan.releaseFirst, [this](Keycode code) {
+            return Confirm(m_keyboard.Release(code));
+        });
+    }
+
+    // Waits for the user to let go of modifiers.
+    bool HandsAreOff(const char* otherwise) {
+        for (auto waited = std::chrono::milliseconds(0);; waited += kLookAtHand) {
+            const std::optional<ModifierMask> held = m_keyboard.HeldModifiers();
+            if (!Confirm(held.has_value())) {
+                return false;
+            }
+            if ((*held & m_pressable) == 0) {
+                return true;
+            }
+            if (waited >= kPatienceForHand) {
+                m_result.error = otherwise;
+                return false;
+            }
+            m_keyboard.Pause(kLookAtHand);
+        }
+    }
+
+    // Between keystrokes: whether the next may follow, which begins with this event.
+    bool MayStrike(std::size_t index) {
+        if (!BindWhatIsNeeded(index)) {
+            return false;
+        }
+        // A modifier that a hand has pressed meanwhile would act on the rest.
+        if (!HandsAreOff("Not all was typed, because Shift, Ctrl, Alt or a key like them is held "
+                         "down.")) {
+            return false;
+        }
+        if (!m_target.MayType()) {
+            m_result.error = "The window that the keys are for has lost the keyboard.";
+            m_result.stopped = true;
+            return false;
+        }
+        return true;
+    }
+
+    bool BindWhatIsNeeded(std::size_t index) {
+        if (m_bound == m_plan.bindings.size() || m_plan.bindings[m_bound].neededAt != index) {
+            return true;
+        }
+        const Keycode code = m_plan.bindings[m_bound].binding.code;
+        if (const auto rest = m_borrowed.Rest(code); rest > std::chrono::milliseconds(0)) {
+            if (!Confirm(m_keyboard.Sync())) {
+                return false;
+            }
+            if (m_target.HasRead(rest)) {
+                m_borrowed.NoteAllRead();
+            } else if (const auto left = m_borrowed.Rest(code);
+                       left > std::chrono::milliseconds(0)) {
+                m_keyboard.Pause(left);
+            }
+        }
+        return BindWhatIsFree(index);
+    }
+
+    // Binds the next codes that no earlier keystroke needs any more, all at once: each change of
+    // the map makes every program read it anew.
+    bool BindWhatIsFree(std::size_t index) {
+        std::vector<SpareBinding> bindings;
+        for (; m_bound < m_plan.bindings.size(); ++m_bound) {
+            const PlannedBinding& planned = m_plan.bindings[m_bound];
+            if (planned.freeFrom > index ||
+                m_borrowed.Rest(planned.binding.code) > std::chrono::milliseconds(0)) {
+                break;
+            }
+            bindings.push_back(planned.binding);
+        }
+        return bindings.empty() || Confirm(m_borrowed.Bind(bindings));
+    }
+
+    const KeyPlan& m_plan;
+    Keyboard& m_keyboard;
+    BorrowedCodes& m_borrowed;
+    const Pace& m_pace;
+    KeyTarget& m_target;
+    unsigned m_pressable = 0;
+    std::size_t m_bound = 0;  // bindings made
+    SendResult m_result;
+    Undo m_undo;
+};
 
 }  // namespace
 
 SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard,
-                      const Pace& pace, KeyTarget& target) {
-    if (!plan.bindings.empty() && !keyboard.Bind(plan.bindings)) {
-        return {kLost};
-    }
-    if (SendResult hands = ReleaseHands(plan, keymap, keyboard); !hands.Ok()) {
-        return hands;
-    }
-    Undo undo(plan, keyboard);
-    if (!undo.Unlock()) {
-        return {kLost};
-    }
-    SendResult result;
-    bool begins = true;
-    for (const KeyEvent& event : plan.events) {
-        if (begins && !target.MayType()) {
-            result.error = "The window that the keys are for has lost the keyboard.";
-            result.stopped = true;
-            return result;
-        }
-        if (!undo.Do(event)) {
-            result.error = kLost;
-            return result;
-        }
-        begins = event.pause == PauseAfter::kGap;
-        result.strokes += begins ? 1 : 0;
-        if (event.pause != PauseAfter::kNone) {
-            keyboard.Pause(event.pause == PauseAfter::kHold ? pace.hold : pace.gap);
-        }
-    }
-    return result;
+                      BorrowedCodes& borrowed, const Pace& pace, KeyTarget& target) {
+    return Run(plan, keymap, keyboard, borrowed, pace, target).Type();
 }
 
 }  // namespace spellwick

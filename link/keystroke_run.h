@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "link/borrowed_codes.h"
 #include "link/key_sender.h"
 #include "link/keystroke_plan.h"
 #include "platform/keyboard.h"
@@ -19,10 +20,11 @@ struct Pace {
     std::chrono::milliseconds gap = kKeyGap;
 };
 
-// Returns when everything is typed, or with the reason why not. Looks at the target before each
-// keystroke. However it ends, every key that it
-// has pressed is released and the locks are as before, as far as the connection still allows.
+// Returns when everything is typed, or with the reason why not. Before each keystroke it waits for
+// a hand that holds a modifier to let go, and looks at the target. However it ends, every key that
+// it has pressed is released, and the locks and the layout group are as before, as far as the
+// connection still allows.
 SendResult RunKeyPlan(const KeyPlan& plan, const Keymap& keymap, Keyboard& keyboard,
-                      const Pace& pace, KeyTarget& target);
+                      BorrowedCodes& borrowed, const Pace& pace, KeyTarget& target);
 
 }  // namespace spellwick

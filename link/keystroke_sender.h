@@ -3,16 +3,15 @@
 
 #include <chrono>
 #include <string_view>
-#include <vector>
 
+#include "link/borrowed_codes.h"
 #include "link/key_sender.h"
 #include "link/keystroke_run.h"
 #include "platform/keyboard.h"
 
 namespace spellwick {
 
-// How long a borrowed key code keeps its symbol after its last use. A program looks the symbol up
-// when it handles the key event; a busy one does so late.
+// How long a borrowed key code keeps its symbol after its last use.
 inline constexpr std::chrono::milliseconds kBorrowedFor{2000};
 
 class KeystrokeSender : public KeySender {
@@ -20,26 +19,19 @@ class KeystrokeSender : public KeySender {
     // The keyboard must outlive the sender.
     explicit KeystrokeSender(Keyboard& keyboard, Pace pace = {},
                              std::chrono::milliseconds borrowedFor = kBorrowedFor)
-        : m_keyboard(keyboard), m_pace(pace), m_borrowedFor(borrowedFor) {}
+        : m_keyboard(keyboard), m_pace(pace), m_borrowed(keyboard, borrowedFor) {}
     KeystrokeSender(const KeystrokeSender&) = delete;
     KeystrokeSender& operator=(const KeystrokeSender&) = delete;
     // Gives back all borrowed key codes; waits until that is safe.
     ~KeystrokeSender() override;
 
     SendResult SendKeys(std::string_view text, bool wait, KeyTarget& target) override;
-    void Tick() override;
+    void Tick() override { m_borrowed.GiveBackTheUnused(); }
 
   private:
-    struct Borrowed {
-        SpareBinding binding;
-        std::chrono::steady_clock::time_point lastUse;
-    };
-    void NoteBorrowed(const KeyPlan& plan);
-
     Keyboard& m_keyboard;
     Pace m_pace;
-    std::chrono::milliseconds m_borrowedFor;
-    std::vector<Borrowed> m_borrowed;
+    BorrowedCodes m_borrowed;
 };
 
 }  // namespace spellwick

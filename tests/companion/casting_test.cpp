@@ -307,6 +307,32 @@ TEST_F(CastingTest, CastSpell_Oddity_KeysThatCannotBeTypedCostAllTheSameAndOnlyT
     EXPECT_EQ(Counters()[2], 49);
 }
 
+TEST_F(CastingTest, CastSpell_TextThatCannotBeTypedWhole_TheMacroKeyGoesOutAndTheLogNamesLetters) {
+    StartWithMira();
+    State().SendSpellText = 1;
+    State().SendSpellSuffix = 1;
+    State().Spells(0).SpellText = "\u00e4a\u00f6";
+    m_keys.results = {{.error = "no place", .missing = "\u00e4\u00f6"}};
+    testing::internal::CaptureStderr();
+    Cast(0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "spellwick: the spoken text was left out: the keyboard has no key and no free place "
+              "for \u00e4\u00f6\n");
+    EXPECT_THAT(m_keys.sent,
+                ElementsAre("%1\u00e4a\u00f6{ENTER}... Alakazam ...{ENTER}", "%1{ENTER}"));
+    EXPECT_EQ(Counters()[2], 49);
+}
+
+TEST_F(CastingTest, CastSpell_MacroKeyThatCannotBeTyped_IsNotTriedTwice) {
+    StartWithMira();
+    m_keys.results = {{.error = "no place", .missing = "1"}};
+    testing::internal::CaptureStderr();
+    Cast(0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "spellwick: the game's keys were not typed: no place\n");
+    EXPECT_EQ(m_keys.sent.size(), 1U);
+}
+
 TEST_F(CastingTest, CastSpell_NotLinked_StartsTheCountdownOfASpellThatLasts) {
     constexpr i16 kMagery120 = 1;
     StartWithMira();

@@ -20,6 +20,24 @@ void Require(bool holds) {
     }
 }
 
+// Each is made behind the last use of its code for another symbol, and before its own first.
+void CheckBindings(const KeyPlan& plan) {
+    std::size_t needed = 0;
+    for (std::size_t index = 0; index < plan.bindings.size(); ++index) {
+        const PlannedBinding& planned = plan.bindings[index];
+        Require(planned.freeFrom <= planned.neededAt && planned.neededAt >= needed &&
+                planned.neededAt < plan.events.size());
+        needed = planned.neededAt;
+        for (std::size_t earlier = 0; earlier < index; ++earlier) {
+            Require(plan.bindings[earlier].binding.code != planned.binding.code ||
+                    plan.bindings[earlier].neededAt < planned.freeFrom);
+        }
+        for (std::size_t event = planned.freeFrom; event < planned.neededAt; ++event) {
+            Require(plan.events[event].code != planned.binding.code);
+        }
+    }
+}
+
 void CheckPlan(const KeyPlan& plan, const Keymap& keymap) {
     std::vector<Keycode> down;
     for (const KeyEvent& event : plan.events) {
@@ -32,15 +50,14 @@ void CheckPlan(const KeyPlan& plan, const Keymap& keymap) {
         }
         const bool known =
             std::ranges::find(keymap.keys, event.code, &Key::code) != keymap.keys.end();
-        const bool borrowed = std::ranges::find(plan.bindings, event.code, &SpareBinding::code) !=
-                              plan.bindings.end();
+        const bool borrowed =
+            std::ranges::find(plan.bindings, event.code, [](const PlannedBinding& planned) {
+                return planned.binding.code;
+            }) != plan.bindings.end();
         Require(known != borrowed);
     }
     Require(down.empty());
-    for (const SpareBinding& binding : plan.bindings) {
-        Require(std::ranges::count(plan.bindings, binding.code, &SpareBinding::code) == 1);
-        Require(std::ranges::count(plan.bindings, binding.symbol, &SpareBinding::symbol) == 1);
-    }
+    CheckBindings(plan);
     Require((plan.relock & ~plan.unlock) == 0 && (plan.relock & ~keymap.locked) == 0);
 }
 
@@ -54,6 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Keymap keymap = kKeymaps[data[0] % kKeymaps.size()];
     keymap.locked = data[1];
+    keymap.spares.resize(data[0] % (keymap.spares.size() + 1));
     std::string_view text(reinterpret_cast<const char*>(data), size);  // NOLINT
     text.remove_prefix(2);
     const std::vector<Keystroke> keystrokes = ParseKeystrokes(text);
@@ -63,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CheckPlan(*plan, keymap);
         Require(plan->events.size() >= 2 * keystrokes.size());
     } else {
-        Require(!std::get<PlanError>(result).empty());
+        Require(!std::get<PlanError>(result).text.empty());
     }
     return 0;
 }

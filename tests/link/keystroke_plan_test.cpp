@@ -20,14 +20,24 @@ using testing::IsEmpty;
 KeyPlan Planned(std::string_view text, const Keymap& keymap) {
     const auto result = PlanKeystrokes(ParseKeystrokes(text), keymap);
     const auto* error = std::get_if<PlanError>(&result);
-    EXPECT_EQ(error, nullptr) << *error;
+    EXPECT_EQ(error, nullptr) << error->text;
     return error == nullptr ? std::get<KeyPlan>(result) : KeyPlan{};
 }
 
 std::string Refused(std::string_view text, const Keymap& keymap) {
     const auto result = PlanKeystrokes(ParseKeystrokes(text), keymap);
     const auto* error = std::get_if<PlanError>(&result);
-    return error == nullptr ? std::string() : *error;
+    return error == nullptr ? std::string() : error->text;
+}
+
+// The bindings of a plan that makes them all before its first event.
+std::vector<SpareBinding> Bound(const KeyPlan& plan) {
+    std::vector<SpareBinding> bindings;
+    for (const PlannedBinding& planned : plan.bindings) {
+        EXPECT_EQ(planned.freeFrom, 0U);
+        bindings.push_back(planned.binding);
+    }
+    return bindings;
 }
 
 // "+50" for a press, "-50" for a release.
@@ -96,8 +106,8 @@ TEST(PlanKeystrokes, Pauses_FollowThePressOfTheKeyAndTheEndOfTheKeystroke) {
 
 TEST(PlanKeystrokes, SymbolsThatTheLayoutLacks_GetASpareCodeEach) {
     const KeyPlan plan = Planned("\u00e4a\u00df\u00e4%\u00df", Us());
-    EXPECT_THAT(plan.bindings, ElementsAre(SpareBinding{255, CharacterSymbol(U'\u00e4')},
-                                           SpareBinding{254, CharacterSymbol(U'\u00df')}));
+    EXPECT_THAT(Bound(plan), ElementsAre(SpareBinding{255, CharacterSymbol(U'\u00e4')},
+                                         SpareBinding{254, CharacterSymbol(U'\u00df')}));
     EXPECT_EQ(Events(plan), Codes({255, -255, LetterKey('a'), -LetterKey('a'), 254, -254, 255, -255,
                                    kAltKey, 254, -254, -kAltKey}));
 }
@@ -108,17 +118,74 @@ TEST(PlanKeystrokes, NamedKeyThatTheKeyboardLacks_GetsASpareCode) {
 
 TEST(PlanKeystrokes, LayoutOfTheOtherGroup_LacksLatinLetters) {
     const KeyPlan plan = Planned("Ha\u0444", Ru());
-    EXPECT_THAT(plan.bindings, ElementsAre(SpareBinding{255, CharacterSymbol(U'H')},
-                                           SpareBinding{254, CharacterSymbol(U'a')}));
+    EXPECT_THAT(Bound(plan), ElementsAre(SpareBinding{255, CharacterSymbol(U'H')},
+                                         SpareBinding{254, CharacterSymbol(U'a')}));
     EXPECT_EQ(Events(plan), Codes({255, -255, 254, -254, LetterKey('a'), -LetterKey('a')}));
 }
 
-TEST(PlanKeystrokes, NoSpareCodeLeft_IsASentenceThatNamesTheCharacter) {
+TEST(PlanKeystrokes, MoreSymbolsThanSpareCodes_ACodeChangesItsSymbolBetweenTwoKeystrokes) {
+    Keymap keymap = Us();
+    keymap.spares = {255, 254};
+    const Symbol ae = CharacterSymbol(U'\u00e4');
+    const Symbol oe = CharacterSymbol(U'\u00f6');
+    const Symbol ue = CharacterSymbol(U'\u00fc');
+    const KeyPlan plan = Planned("\u00e4\u00f6\u00e4\u00fc\u00f6", keymap);
+    // The code that was used longest ago changes.
+    EXPECT_THAT(plan.bindings,
+                ElementsAre(PlannedBinding{{255, ae}, 0, 0}, PlannedBinding{{254, oe}, 0, 2},
+                            PlannedBinding{{254, ue}, 4, 6}, PlannedBinding{{255, oe}, 6, 8}));
+    EXPECT_EQ(Events(plan), Codes({255, -255, 254, -254, 255, -255, 254, -254, 255, -255}));
+}
+
+TEST(PlanKeystrokes, LentCodes_AreUsedAgainAndChangedOnlyWhenNoSpareIsLeft) {
     Keymap keymap = Us();
     keymap.spares = {255};
-    EXPECT_EQ(Refused("\u00e4\u00e4", keymap), "");
-    EXPECT_THAT(Refused("\u00e4\u00f6", keymap), HasSubstr("\u00f6"));
-    EXPECT_NE(Refused("{F13}{F14}", keymap), "");
+    const Symbol ae = CharacterSymbol(U'\u00e4');
+    const Symbol oe = CharacterSymbol(U'\u00f6');
+    const std::vector<SpareBinding> lent{{254, ae}, {253, oe}};
+    for (const SpareBinding& binding : lent) {
+        keymap.keys.push_back({binding.code, 0, {{0, binding.symbol}}});
+    }
+    const auto planned = [&](std::string_view text) {
+        return std::get<KeyPlan>(PlanKeystrokes(ParseKeystrokes(text), keymap, lent));
+    };
+    EXPECT_THAT(planned("\u00f6\u00e4").bindings, IsEmpty());
+    EXPECT_EQ(Events(planned("\u00f6")), Codes({253, -253}));
+    EXPECT_THAT(planned("\u00fc").bindings,
+                ElementsAre(PlannedBinding{{255, CharacterSymbol(U'\u00fc')}, 0, 0}));
+    // The one unused longest is the first.
+    EXPECT_THAT(planned("\u00fc\u00df").bindings,
+                ElementsAre(PlannedBinding{{255, CharacterSymbol(U'\u00fc')}, 0, 0},
+                            PlannedBinding{{254, CharacterSymbol(U'\u00df')}, 0, 2}));
+}
+
+TEST(PlanKeystrokes, SymbolOfAnotherGroup_IsStruckThere) {
+    Keymap keymap = Ru();
+    keymap.group = 1;
+    keymap.otherGroups = {{0, Us().keys}};
+    const KeyPlan plan = Planned("\u0444Ha \u0444\u00e4", keymap);
+    EXPECT_THAT(Bound(plan), ElementsAre(SpareBinding{255, CharacterSymbol(U'\u00e4')}));
+    const Keycode a = LetterKey('a');
+    const Keycode h = LetterKey('h');
+    EXPECT_EQ(Events(plan), Codes({a, -a, kShiftKey, h, -h, -kShiftKey, a, -a, kSpaceKey,
+                                   -kSpaceKey, a, -a, 255, -255}));
+    std::vector<int> groups;
+    for (const KeyEvent& event : plan.events) {
+        groups.push_back(event.group);
+    }
+    // A blank is in both groups and does not change the group.
+    EXPECT_THAT(groups, ElementsAre(1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1));
+}
+
+TEST(PlanKeystrokes, NoSpareCodeAtAll_NamesTheCharactersThatAreMissing) {
+    Keymap keymap = Us();
+    keymap.spares = {};
+    EXPECT_EQ(Refused("abc", keymap), "");
+    EXPECT_THAT(Refused("\u00e4\u00f6", keymap), HasSubstr("\u00e4"));
+    EXPECT_NE(Refused("{F13}", keymap), "");
+    const auto result = PlanKeystrokes(ParseKeystrokes("a\u00e4\u00f6b\u00e4{F13}"), keymap);
+    ASSERT_TRUE(std::holds_alternative<PlanError>(result));
+    EXPECT_EQ(std::get<PlanError>(result).missing, "\u00e4\u00f6");
 }
 
 TEST(PlanKeystrokes, KeyboardWithoutAlt_IsASentence) {

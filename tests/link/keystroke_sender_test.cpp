@@ -80,6 +80,7 @@ class TargetThatGoes : public KeyTarget {
   public:
     explicit TargetThatGoes(std::size_t allowed) : m_left(allowed) {}
     bool MayType() override { return m_left-- != 0; }
+    bool HasRead(std::chrono::milliseconds /*patience*/) override { return false; }
 
   private:
     std::size_t m_left;
@@ -110,7 +111,9 @@ TEST(KeystrokeSender, WhatCannotBeTypedWhole_IsNotBegun) {
     keymap.spares = {};
     RecordingKeyboard keyboard(keymap);
     KeystrokeSender sender(keyboard);
-    EXPECT_FALSE(sender.SendKeys("abc\u00e4", true, anywhere).Ok());
+    const SendResult result = sender.SendKeys("abc\u00e4\u00f6", true, anywhere);
+    EXPECT_FALSE(result.Ok());
+    EXPECT_EQ(result.missing, "\u00e4\u00f6");
     EXPECT_THAT(keyboard.events, IsEmpty());
 }
 

@@ -43,7 +43,7 @@ TEST_F(X11Typing, Keyboard_IsWhereTheFocusIs) {
 }
 
 // Takes the front away from a window before one of its keystrokes.
-class LosesTheFront : public KeyTarget {
+class LosesTheFront : public AnyTarget {
   public:
     LosesTheFront(ClientWindows& windows, xcb_window_t window, xcb_window_t other, int stroke)
         : m_windows(windows), m_window(window), m_other(other), m_left(stroke) {}

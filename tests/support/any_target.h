@@ -8,6 +8,7 @@ namespace spellwick {
 class AnyTarget : public KeyTarget {
   public:
     bool MayType() override { return true; }
+    bool HasRead(std::chrono::milliseconds /*patience*/) override { return false; }
 };
 
 inline AnyTarget anywhere;

@@ -1,6 +1,7 @@
 // A key sender that records what it is told to type.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -25,12 +26,18 @@ class RecordingKeySender : public KeySender {
             duringSend();
         }
         mayType = target.MayType();
+        if (!results.empty()) {
+            const SendResult next = results.front();
+            results.pop_front();
+            return next;
+        }
         return result;
     }
 
     std::vector<std::string> sent;
     bool allWaited = true;
-    // The result of each send.
+    // The results of the next sends, and that of all others.
+    std::deque<SendResult> results;
     SendResult result;
     std::function<void()> duringSend;
     // What the target of the last send said behind `duringSend`.
