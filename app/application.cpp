@@ -130,8 +130,14 @@ void Application::ConnectAssist() {
 }
 
 void Application::WatchForEnd() {
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, m_main.get(),
-                     [this](QSessionManager&) { m_main->close(); });
+    const GuardedEvents events(m_runEnd, m_main.get());
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, m_main.get(), [this](QSessionManager&) {
+            Guard(m_runEnd, "saving for the log-off", [&] { m_companion.SaveForLogOff(); });
+        });
+    // The session ends for good.
+    events.On(qApp, &QCoreApplication::aboutToQuit, "ending with the session",
+              [this] { m_companion.End(EndCause::kSystem); });
     if (m_system.endRequests >= 0) {
         auto* requests =
             new QSocketNotifier(m_system.endRequests, QSocketNotifier::Read, m_main.get());

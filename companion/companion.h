@@ -46,6 +46,8 @@ class Companion : public DialogActions, private AssistView {
     // The end of the program: with exit code 0, with 3 when the data could not be saved. A start
     // that is not over yet has nothing to save.
     void End(EndCause cause);
+    // Saves everything and goes on: a log-off can still be called off.
+    void SaveForLogOff();
     // Saves as at a regular end when the display has gone. Shows nothing, and lets no failure out.
     void SaveWithoutDisplay() noexcept;
     // Saves as at a regular end, each step on its own; for the end after a failure. True when all

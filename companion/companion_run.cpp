@@ -105,6 +105,18 @@ void Companion::End(EndCause cause) {
     m_saved = false;
 }
 
+void Companion::SaveForLogOff() {
+    if (!m_ready || m_ending) {
+        return;
+    }
+    const StoreResult macros = m_player.Io().SaveMacros(std::nullopt);
+    const StoreResult all = m_player.Io().SaveGlobalSettings(AllPlaces());
+    if (!macros.ok || !all.ok) {
+        m_player.KeepChanges();
+        LogLine(macros.ok ? all.trouble : macros.trouble);
+    }
+}
+
 // What can be saved of the macros and of all the rest; the trouble of the first that could not.
 StoreResult Companion::SaveAtEnd(const WindowPlaces& places) {
     StoreResult macros = m_display.TheForms().UnloadSettings();

@@ -189,6 +189,20 @@ TEST_F(RecoveryTest, EndBeforeTheStartIsOver_SavesNothing) {
     EXPECT_THAT(m_store.Batches(), IsEmpty());
 }
 
+TEST_F(RecoveryTest, LogOff_SavesAndGoesOn) {
+    StartWithMira();
+    SetCounter(1, "44");
+    Program().SaveForLogOff();
+    EXPECT_EQ(Saved(kMira, "MR 0"), "44");
+    EXPECT_EQ(Saved("Settings", "WindowTop"), "1500");
+    EXPECT_THAT(TakeLog(), IsEmpty()) << "the window stays";
+    SetCounter(1, "43");
+    m_store.FailWith("The disk is full.");
+    Program().SaveForLogOff();
+    EXPECT_THAT(TakeBoxes(), IsEmpty()) << "nobody would answer";
+    EXPECT_THAT(Lines(), ElementsAre("MR 0=43"));
+}
+
 TEST_F(RecoveryTest, DisplayLost_SavesAtOnce) {
     StartWithMira();
     SetCounter(1, "44");

@@ -270,6 +270,26 @@ def play(session):
     program, window, _ = session.run_program()
     session.caption("Dorn \u0141uk\u00e4", "Oak Hill")
     wait_for("the third registration", lambda: session.steer(TOOL, WM_APP + 2) == "3")
+    session.report(STOCK, 1, 75)
+    session.steer(CAPTION, "log-off called off")
+    wait_for("the save at a log-off that is called off",
+             lambda: session.registry()[SECOND]["BM 0"] == "75")
+    expect(program.poll() is None, "the program ended at a log-off that was called off")
+
+    second = session.start("spellwick.exe", folder=session.folder)
+    session.expect_end(second, 0)
+    expect(len(session.windows(f"^{CAPTION}")) == 1, "a second start has a window of its own")
+
+    session.report(STOCK, 1, 76)
+    time.sleep(1.5)
+    program.kill()
+    program.wait()
+    expect(session.registry()[SECOND]["BM 0"] == "75", "the program was not killed, it ended")
+    program, window, _ = session.run_program()
+    wait_for("what the journal had", lambda: session.registry()[SECOND]["BM 0"] == "76")
+
+    session.caption("Dorn \u0141uk\u00e4", "Oak Hill")
+    wait_for("the fourth registration", lambda: session.steer(TOOL, WM_APP + 2) == "4")
     session.report(STOCK, 1, 77)
     session.close_program(program, "log-off")
     found = session.registry()[SECOND]["BM 0"]

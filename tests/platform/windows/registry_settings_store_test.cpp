@@ -1,5 +1,7 @@
 #include "platform/windows/registry_settings_store.h"
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <map>
 
@@ -361,6 +363,26 @@ TEST_F(RegistryStore, ManyPlayers_AreListed) {
     }
     EXPECT_EQ(m_store.Sections().size(), 200U);
     EXPECT_EQ(m_store.Read("Ultima Online - P199 (Atlantic)", "Magery"), "1");
+}
+
+TEST_F(RegistryStore, Copies_HoldEverythingAndFiveAreKept) {
+    using namespace std::chrono;
+    const std::wstring copies = m_root + L" copies";
+    RegDeleteTreeW(HKEY_CURRENT_USER, copies.c_str());
+    EXPECT_TRUE(m_store.KeepCopy({}).ok);
+    EXPECT_FALSE(RegistryKey::Open(HKEY_CURRENT_USER, copies, KEY_READ).Opened())
+        << "there was nothing to copy";
+    const system_clock::time_point start = sys_days{2026y / 11 / 22} + 12h;
+    for (int i = 0; i < 8; ++i) {
+        ASSERT_TRUE(m_store.Apply({{"Bran", "MR 0", std::to_string(i)}}).ok);
+        ASSERT_TRUE(m_store.KeepCopy(start + hours(24 * (i / 2))).ok) << "two of each time";
+    }
+    auto names = RegistryKey::Open(HKEY_CURRENT_USER, copies, KEY_READ).Subkeys();
+    std::ranges::sort(names);
+    ASSERT_EQ(names.size(), 5U);
+    EXPECT_EQ(RegistrySettingsStore(copies + L"\\" + names.back()).Read("Bran", "MR 0"), "7");
+    EXPECT_EQ(RegistrySettingsStore(copies + L"\\" + names.front()).Read("Bran", "MR 0"), "3");
+    RegDeleteTreeW(HKEY_CURRENT_USER, copies.c_str());
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 /* Sends one message to the window whose title starts with a text, and prints what it answers.
  *   steer TITLE MESSAGE WPARAM LPARAM
  * MESSAGE "close" asks the window to close, "log-off" does what the system does when the user logs
- * off; neither is waited for.
+ * off, "log-off called off" the same when another program prevents it; none is waited for.
  */
 #include <stdio.h>
 #include <wchar.h>
@@ -18,6 +18,13 @@ static BOOL CALLBACK Visit(HWND window, LPARAM unused) {
         found = window;
     }
     return TRUE;
+}
+
+static int LogOff(BOOL ends) {
+    return PostMessageW(found, WM_QUERYENDSESSION, 0, (LPARAM)ENDSESSION_LOGOFF) &&
+                   PostMessageW(found, WM_ENDSESSION, ends, (LPARAM)ENDSESSION_LOGOFF)
+               ? 0
+               : 4;
 }
 
 int wmain(int argc, wchar_t** argv) {
@@ -37,7 +44,10 @@ int wmain(int argc, wchar_t** argv) {
         return PostMessageW(found, WM_CLOSE, 0, 0) ? 0 : 4;
     }
     if (wcscmp(argv[2], L"log-off") == 0) {
-        return PostMessageW(found, WM_QUERYENDSESSION, 0, (LPARAM)ENDSESSION_LOGOFF) ? 0 : 4;
+        return LogOff(TRUE);
+    }
+    if (wcscmp(argv[2], L"log-off called off") == 0) {
+        return LogOff(FALSE);
     }
     DWORD_PTR answer = 0;
     if (SendMessageTimeoutW(found, (UINT)wcstoul(argv[2], NULL, 0),
