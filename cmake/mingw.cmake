@@ -1,4 +1,4 @@
-# Toolchain for 64-bit Windows programs: Debian's mingw-w64 with POSIX threads.
+# Toolchain: Windows programs of 64 bits, made by Debian's mingw-w64 with POSIX threads.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(MINGW_TRIPLE x86_64-w64-mingw32)
