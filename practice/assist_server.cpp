@@ -191,9 +191,9 @@ void AssistServer::Read(int peer) {
         }
         emit LineIn(peer, QString::fromStdString(line));
         if (message != nullptr) {
-            const int answer = m_answerer(peer, *message);
-            if (m_peers.contains(peer)) {
-                Write(peer, WrittenResult(answer));
+            const std::optional<int> answer = m_answerer(peer, *message);
+            if (answer && m_peers.contains(peer)) {
+                Write(peer, WrittenResult(*answer));
             }
         }
     }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "practice/tool_lines.h"
 
@@ -21,8 +22,9 @@ class AssistServer : public QObject {
     Q_OBJECT
 
   public:
-    // Called for a message, with the number of its connection; returns the answer.
-    using Answerer = std::function<int(int peer, const ToolMessage& message)>;
+    // Called for a message, with the number of its connection; returns the answer, or nothing to
+    // leave it unanswered.
+    using Answerer = std::function<std::optional<int>(int peer, const ToolMessage& message)>;
 
     // Does not listen yet. `name` is the socket's, without the extension.
     AssistServer(QString folder, const QString& name, Answerer answerer);

@@ -176,7 +176,10 @@ bool PracticeTool::Quiet() const {
            (!m_second || m_second->Quiet());
 }
 
-int PracticeTool::Answer(int peer, const ToolMessage& message) {
+std::optional<int> PracticeTool::Answer(int peer, const ToolMessage& message) {
+    if (Lasts(Fault::kMute)) {
+        return std::nullopt;
+    }
     const int answer = m_script.Answer(message, Now());
     if (message.number == kRegisterMessage) {
         m_peerOf[message.wParam] = peer;

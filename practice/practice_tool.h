@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "practice/assist_server.h"
@@ -74,7 +75,7 @@ class PracticeTool : public QObject {
     void Changed();
 
   private:
-    int Answer(int peer, const ToolMessage& message);
+    std::optional<int> Answer(int peer, const ToolMessage& message);
     void Arm();
     void SendDue();
     void Report(const ToolMessage& message);

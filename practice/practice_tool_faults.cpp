@@ -33,6 +33,9 @@ void PracticeTool::Play(Fault fault) {
             m_script.SetAnswers(ToolScript::Answers::kTwo);
             m_lasting.erase(Fault::kAnswersZero);
             break;
+        case Fault::kMute:
+            m_lasting.insert(fault);
+            break;
         case Fault::kGoneLong:
             CloseFor(3000ms);
             break;

@@ -6,10 +6,11 @@
 namespace spellwick::practice {
 namespace {
 
-constexpr std::array<FaultRow, 24> kFaults{{
+constexpr std::array<FaultRow, 25> kFaults{{
     {Fault::kAnswersTwoThenOne, "answers-2-1", "Answer 2, then 1, to a registration", false, 1},
     {Fault::kAnswersZero, "answers-0", "Answer 0 to each registration", true, 1},
     {Fault::kAnswersTwo, "answers-2", "Answer 2 to each registration", true, 1},
+    {Fault::kMute, "mute", "Never answer", true, 1},
     {Fault::kGoneLong, "gone-3000", "Close for 3 seconds", false, 2},
     {Fault::kGoneShort, "gone-500", "Close for half a second", false, 2},
     {Fault::kSecondTool, "second-tool", "A second tool beside this one", true, 2},

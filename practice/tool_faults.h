@@ -11,6 +11,7 @@ enum class Fault {
     kAnswersTwoThenOne,
     kAnswersZero,
     kAnswersTwo,
+    kMute,
     kGoneLong,
     kGoneShort,
     kSecondTool,

@@ -325,6 +325,19 @@ TEST_F(PracticeToolTest, SilentCount_IsAnsweredAlone) {
     EXPECT_THAT(Next(*client, 0), IsEmpty());
 }
 
+TEST_F(PracticeToolTest, MuteTool_AnswersNothingUntilItIsMended) {
+    const auto client = Registered();
+    Play("mute");
+    client->Write("send 1125 0 0");
+    client->Write("send 1224 7 0");
+    Pass(10s);
+    Play("same-twice");
+    EXPECT_EQ(Next(*client, 2), (std::vector<std::string>{"send 1325 1 80", "send 1325 1 80"}));
+    m_tool.MendAll();
+    client->Write("send 1125 0 0");
+    EXPECT_EQ(Next(*client, 1), std::vector<std::string>{"result 0"});
+}
+
 TEST_F(PracticeToolTest, EarlyCount_IsReportedBeforeTheAnswer) {
     const auto client = Registered();
     Play("early-count");
