@@ -58,7 +58,10 @@ std::optional<AssistLine> AssistPeer::TakeLine() {
 
 bool AssistPeer::TakeLateAnswer() {
     const bool late = m_owed > 0;
-    m_owed -= late ? 1 : 0;
+    if (late) {
+        --m_owed;
+        m_silence.Stir();
+    }
     return late;
 }
 

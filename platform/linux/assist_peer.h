@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/assist_silence.h"
 #include "platform/linux/assist_line.h"
 #include "platform/linux/file_descriptor.h"
 
@@ -39,9 +40,10 @@ class AssistPeer {
     void End() { m_connection.Close(); }
     bool Ended() const { return !m_connection; }
 
-    // It owes an answer that nobody is waiting for any more.
-    bool Hangs() const { return m_owed > 0; }
-    void GiveUpAnswer() { ++m_owed; }
+    AssistSilence& Silence() { return m_silence; }
+    // Answers that it owes and that nobody is waiting for any more.
+    int Owed() const { return m_owed; }
+    void SetOwed(int answers) { m_owed = answers; }
     // Counts an answer as one that is owed; false if none is.
     bool TakeLateAnswer();
 
@@ -60,6 +62,7 @@ class AssistPeer {
     bool m_brokeForm = false;
     bool m_watched = false;
     int m_owed = 0;
+    AssistSilence m_silence;
 };
 
 }  // namespace spellwick

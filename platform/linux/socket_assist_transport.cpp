@@ -126,33 +126,42 @@ AssistPeer* SocketAssistTransport::Find(WindowHandle window) const {
 i32 SocketAssistTransport::SendToWindow(WindowHandle window, std::uint32_t number,
                                         std::uint32_t wParam, const i32& word) {
     AssistPeer* peer = Find(window);
-    if (peer == nullptr || !peer->IsWindow() || peer->Hangs()) {
+    if (peer == nullptr || !peer->IsWindow() || !peer->Silence().MayAsk(Clock::now())) {
         return 0;
     }
     Waiting waiting{.window = window, .answer = {}};
     m_waiting.push_back(&waiting);
     ++m_sending;
     peer->Write(WrittenSend({number, static_cast<i32>(wParam), AddressWord(word)}));
-    const auto deadline = Clock::now() + m_patience.answer;
+    AwaitAnswer(*peer, waiting);
+    --m_sending;
+    std::erase(m_waiting, &waiting);
+    Arm();
+    return waiting.answer.value_or(0);
+}
+
+void SocketAssistTransport::AwaitAnswer(AssistPeer& peer, const Waiting& waiting) {
+    const auto deadline = Clock::now() + peer.Silence().Wait(m_patience.answers, m_starting);
+    const int owedBefore = peer.Owed();
     ReadAll();
     while (!waiting.answer) {
         const bool served = ServeOne();
-        if (!served && peer->Ended()) {
-            break;
+        if (!served && peer.Ended()) {
+            return;
         }
         if (!waiting.answer && Clock::now() >= deadline) {
-            peer->GiveUpAnswer();
-            break;
+            // If an answer came and only paid for an earlier message, the tool passes messages
+            // over: what it still seems to owe never comes.
+            peer.SetOwed(peer.Owed() < owedBefore ? 0 : peer.Owed() + 1);
+            peer.Silence().GiveUp(Clock::now(), m_patience.answers);
+            return;
         }
         if (!served) {
             AwaitInput(0, deadline);
             ReadAll();
         }
     }
-    --m_sending;
-    std::erase(m_waiting, &waiting);
-    Arm();
-    return waiting.answer.value_or(0);
+    peer.Silence().End();
 }
 
 void SocketAssistTransport::AwaitInput(std::size_t first, Clock::time_point deadline) {

@@ -16,8 +16,7 @@ namespace spellwick {
 class SocketAssistTransport : public AssistTransport {
   public:
     struct Patience {
-        // How long to wait for the answer to one of our messages.
-        std::chrono::milliseconds answer{5000};
+        AssistPatience answers;
         // How long one search waits for the titles of all tools that it has connected to.
         std::chrono::milliseconds greeting{40};
         // How long one Service handles messages.
@@ -31,13 +30,15 @@ class SocketAssistTransport : public AssistTransport {
     // none; only the search that finds it waits for it, and briefly.
     void EnumWindows(const WindowVisitor& visit) override;
 
-    // A window that has not answered a message gets no other until it does, whatever else it sends:
-    // each would block the program again.
+    // Waits only briefly until the first Attach. A window that has not answered a message gets the
+    // next ones at growing intervals until it does, whatever else it sends: each blocks the program
+    // again.
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
 
     void Attach(WindowHandle /*own*/, MessageReceiver& receiver) override {
         m_receiver = &receiver;
+        m_starting = false;
     }
     void Detach() override { m_receiver = nullptr; }
 
@@ -55,6 +56,8 @@ class SocketAssistTransport : public AssistTransport {
 
     void ConnectToNewSockets();
     void AwaitGreetings(std::size_t firstNew);
+    // Waits until the message is answered, the peer has gone, or its time is up.
+    void AwaitAnswer(AssistPeer& peer, const Waiting& waiting);
     AssistPeer* Find(WindowHandle window) const;
     // Waits until one of the peers from `first` on has sent something.
     void AwaitInput(std::size_t first, Clock::time_point deadline);
@@ -76,6 +79,7 @@ class SocketAssistTransport : public AssistTransport {
     std::vector<std::unique_ptr<AssistPeer>> m_peers;
     std::vector<Waiting*> m_waiting;  // the innermost last
     MessageReceiver* m_receiver = nullptr;
+    bool m_starting = true;  // no receiver has been attached yet
     WindowHandle m_lastWindow = 0;
     std::size_t m_turn = 0;
     int m_depth = 0;    // messages being handled inside each other

@@ -1,6 +1,5 @@
 #include "platform/windows/window_assist_transport.h"
 
-#include <algorithm>
 #include <bit>
 
 #include "platform/windows/wide_text.h"
@@ -21,11 +20,6 @@ constexpr UINT kFirstRegistered = 0xc000;
 // How long a window that has hung gets to show that it no longer does.
 constexpr UINT kStirMilliseconds = 20;
 
-// The longest interval between two messages to a window that does not answer, and how many times it
-// doubles before; both start from the timeout.
-constexpr int kLongestSilence = 60;
-constexpr int kMostDoublings = 6;
-
 // Tools are 32-bit programs, and some fail on an address that does not fit.
 i32* AllocateLowWord() {
     constexpr std::uintptr_t kFirst = 0x10000000;
@@ -44,6 +38,12 @@ bool SenderWaits() {
     return (InSendMessageEx(nullptr) & (ISMEX_SEND | ISMEX_REPLIED)) == ISMEX_SEND;
 }
 
+bool TakesMessages(HWND window) {
+    DWORD_PTR ignored = 0;
+    return SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kStirMilliseconds, &ignored) !=
+           0;
+}
+
 struct Visit {
     const AssistTransport::WindowVisitor& visitor;
 };
@@ -60,7 +60,7 @@ WindowMessage WindowAssistTransport::MessageOf(const Deferred& message) {
     return {message.number, static_cast<i32>(message.wParam), static_cast<i32>(message.lParam)};
 }
 
-WindowAssistTransport::WindowAssistTransport(std::chrono::milliseconds patience)
+WindowAssistTransport::WindowAssistTransport(AssistPatience patience)
     : m_patience(patience), m_word(AllocateLowWord()) {}
 
 WindowAssistTransport::~WindowAssistTransport() {
@@ -77,27 +77,28 @@ void WindowAssistTransport::EnumWindows(const WindowVisitor& visit) {
     ::EnumWindows(&VisitWindow, std::bit_cast<LPARAM>(&parameter));
 }
 
-bool WindowAssistTransport::MayBeAsked(HWND window) const {
+bool WindowAssistTransport::MayBeAsked(HWND window) {
     const auto silent = m_silent.find(window);
     if (silent == m_silent.end()) {
         return true;
     }
-    DWORD_PTR ignored = 0;
-    return std::chrono::steady_clock::now() >= silent->second.until &&
-           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kStirMilliseconds, &ignored) !=
-               0;
+    Silence& silence = silent->second;
+    if (silence.hangs) {
+        silence.hangs = !TakesMessages(window);
+        if (silence.hangs) {
+            return false;
+        }
+        silence.answers.Stir();
+    }
+    return silence.answers.MayAsk(Clock::now());
 }
 
-// The first time it may only have hung, so there is no reason to wait once it responds. The second
-// time it may be one that takes messages but never finishes this one.
+// One that hangs is asked again when it no longer does. One that takes messages but never finishes
+// this one, because it shows a box for example, is asked at intervals.
 void WindowAssistTransport::NoteSilence(HWND window) {
     Silence& silence = m_silent[window];
-    ++silence.times;
-    if (silence.times > 1) {
-        const int factor =
-            std::min(1 << std::min(silence.times - 1, kMostDoublings), kLongestSilence);
-        silence.until = std::chrono::steady_clock::now() + factor * m_patience;
-    }
+    silence.answers.GiveUp(Clock::now(), m_patience);
+    silence.hangs = !TakesMessages(window);
 }
 
 i32 WindowAssistTransport::SendToWindow(WindowHandle window, std::uint32_t number,
@@ -109,10 +110,14 @@ i32 WindowAssistTransport::SendToWindow(WindowHandle window, std::uint32_t numbe
     if (m_word != nullptr) {
         *m_word = word;
     }
+    const auto silent = m_silent.find(target);
+    const AssistSilence silence =
+        silent == m_silent.end() ? AssistSilence() : silent->second.answers;
+    const auto wait = silence.Wait(m_patience, m_starting);
     DWORD_PTR answer = 0;
     const LRESULT answered =
         SendMessageTimeoutW(target, number, wParam, std::bit_cast<LPARAM>(m_word), SMTO_NORMAL,
-                            static_cast<UINT>(m_patience.count()), &answer);
+                            static_cast<UINT>(wait.count()), &answer);
     if (answered != 0) {
         m_silent.erase(target);
         return static_cast<i32>(answer);
@@ -123,6 +128,7 @@ i32 WindowAssistTransport::SendToWindow(WindowHandle window, std::uint32_t numbe
 
 void WindowAssistTransport::Attach(WindowHandle own, MessageReceiver& receiver) {
     Detach();
+    m_starting = false;
     HWND window = HwndOf(own);
     if (own == 0 || SetPropW(window, kProperty, this) == FALSE) {
         return;

@@ -7,22 +7,23 @@
 
 #include <windows.h>
 
+#include "platform/assist_silence.h"
 #include "platform/assist_transport.h"
 
 namespace spellwick {
 
 class WindowAssistTransport : public AssistTransport {
   public:
-    explicit WindowAssistTransport(
-        std::chrono::milliseconds patience = std::chrono::milliseconds(5000));
+    explicit WindowAssistTransport(AssistPatience patience = {});
     WindowAssistTransport(const WindowAssistTransport&) = delete;
     WindowAssistTransport& operator=(const WindowAssistTransport&) = delete;
     ~WindowAssistTransport() override;
 
     void EnumWindows(const WindowVisitor& visit) override;
 
-    // A window that has not answered gets no other message until it responds; one that responds but
-    // still does not answer gets messages at growing intervals.
+    // Waits only briefly until the first Attach. A window that has not answered gets no other
+    // message until it takes messages again; one that takes them but does not answer gets ours at
+    // growing intervals.
     i32 SendToWindow(WindowHandle window, std::uint32_t number, std::uint32_t wParam,
                      const i32& word) override;
 
@@ -31,6 +32,8 @@ class WindowAssistTransport : public AssistTransport {
     void Detach() override;
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     // A posted message that must wait for those before it.
     struct Deferred {
         HWND window;
@@ -39,21 +42,21 @@ class WindowAssistTransport : public AssistTransport {
         LPARAM lParam;
     };
 
-    // The consecutive messages that a window has not answered.
     struct Silence {
-        int times = 0;
-        std::chrono::steady_clock::time_point until;
+        AssistSilence answers;
+        bool hangs = false;  // it took no message when last looked at
     };
 
     static WindowMessage MessageOf(const Deferred& message);
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
-    bool MayBeAsked(HWND window) const;
+    bool MayBeAsked(HWND window);
     void NoteSilence(HWND window);
     std::optional<i32> Receive(const WindowMessage& message);
     void ReceiveDeferred();
 
-    std::chrono::milliseconds m_patience;
-    i32* m_word;  // at an address below 2 GiB; null if there is none
+    AssistPatience m_patience;
+    bool m_starting = true;  // no receiver has been attached yet
+    i32* m_word;             // at an address below 2 GiB; null if there is none
     std::map<HWND, Silence> m_silent;
 
     HWND m_own = nullptr;

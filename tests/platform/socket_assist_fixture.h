@@ -77,6 +77,17 @@ class SocketAssist : public testing::Test {
         EXPECT_THAT(Titles(), testing::Contains(title));
     }
 
+    // The same for another transport; returns the window.
+    static WindowHandle GreetOn(SocketAssistTransport& transport,
+                                testing_support::ToolSocket& tool) {
+        std::thread greeter([&] { EXPECT_TRUE(tool.AcceptAndGreet("UOAssist")); });
+        WindowHandle found = 0;
+        transport.EnumWindows([&](WindowHandle window, std::string_view) { found = window; });
+        greeter.join();
+        EXPECT_NE(found, 0U);
+        return found;
+    }
+
     // Serves pending messages, as an event loop does, until `holds` is true or the time has passed.
     bool ServeUntil(const std::function<bool()>& holds,
                     std::chrono::milliseconds patience = std::chrono::seconds(5)) {
@@ -124,10 +135,15 @@ class SocketAssist : public testing::Test {
         return m_transport.SendToWindow(m_window, number, wParam, zero);
     }
 
+    static constexpr AssistPatience kPatience{.answer = std::chrono::milliseconds(400),
+                                              .shortAnswer = std::chrono::milliseconds(100),
+                                              .firstPause = std::chrono::minutes(1),
+                                              .longestPause = std::chrono::minutes(1)};
+
     std::filesystem::path m_top = NewFolder();
     std::filesystem::path m_folder = m_top / "spellwick" / "assist";
     SocketAssistTransport m_transport{m_folder,
-                                      {.answer = std::chrono::milliseconds(400),
+                                      {.answers = kPatience,
                                        .greeting = std::chrono::milliseconds(200),
                                        .service = std::chrono::milliseconds(8)}};
     WritingReceiver m_receiver;

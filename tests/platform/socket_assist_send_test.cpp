@@ -15,6 +15,9 @@ using std::chrono::steady_clock;
 using testing::ElementsAre;
 using testing_support::ToolSocket;
 
+// On a busy machine too, and far below the waits of the test that uses it.
+constexpr auto kAtOnce = 3s;
+
 TEST_F(SocketAssist, Send_ReachesTheToolAndBringsItsAnswer) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
@@ -94,7 +97,7 @@ TEST_F(SocketAssist, Send_ToolThatGoesAway_IsZeroAtOnce) {
     });
     const auto start = steady_clock::now();
     EXPECT_EQ(Send(0x465), 0);
-    EXPECT_LT(steady_clock::now() - start, 300ms);
+    EXPECT_LT(steady_clock::now() - start, kPatience.answer);
     leaving.join();
 }
 
@@ -113,17 +116,17 @@ TEST_F(SocketAssist, Send_AnswerAndGoodbye_IsTheAnswer) {
 TEST_F(SocketAssist, Send_NoAnswer_GivesUpOnceAndNotAgainUntilItIsGiven) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
     const auto start = steady_clock::now();
     EXPECT_EQ(Send(0x4C8), 0);
-    const auto waited = steady_clock::now() - start;
-    EXPECT_GE(waited, 400ms);
-    EXPECT_LT(waited, 700ms);
+    EXPECT_GE(steady_clock::now() - start, kPatience.answer);
     for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(Send(0x4C8), 0);
     }
-    EXPECT_LT(steady_clock::now() - start - waited, 100ms);
+    EXPECT_LT(steady_clock::now() - start, kAtOnce);
     EXPECT_THAT(Titles(), ElementsAre("UOAssist"));
     EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
+    EXPECT_EQ(tool.ReadLine(0ms), std::nullopt);
     // Nobody gets the late answer, and the tool is asked again.
     tool.Write("result 1\n");
     std::thread answering([&] {
@@ -143,14 +146,12 @@ TEST_F(SocketAssist, Send_ToolThatReportsAndOwesAnAnswer_IsAskedNothing) {
     m_transport.Attach(kOwnWindow, m_receiver);
     EXPECT_EQ(Send(0x4C8), 0);
     EXPECT_EQ(WithoutAddress(tool.ReadLine()), "send 1224 0");
-    const auto start = steady_clock::now();
     for (std::size_t report = 1; report <= 5; ++report) {
         tool.Write("send 1329 100 50\n");
         ASSERT_TRUE(ServeUntil([&] { return m_receiver.messages.size() == report; }));
         EXPECT_EQ(tool.ReadLine(), "result 7");
         EXPECT_EQ(Send(0x4C8), 0);
     }
-    EXPECT_LT(steady_clock::now() - start, 300ms);
     EXPECT_EQ(tool.ReadLine(0ms), std::nullopt);
     // Its answer in the end belongs to the first question and to no other.
     tool.Write("result 1\n");
@@ -177,8 +178,79 @@ TEST_F(SocketAssist, Send_ToolThatOwedAnAnswerAndCameBack_IsAskedAgain) {
     answering.join();
 }
 
-TEST_F(SocketAssist, Send_WaitsFiveSecondsUnlessToldOtherwise) {
-    EXPECT_EQ(SocketAssistTransport::Patience().answer, 5s);
+TEST_F(SocketAssist, Send_BeforeTheFirstReceiver_WaitsTheShorterTime) {
+    SocketAssistTransport transport(
+        m_folder,
+        {.answers = {.answer = 60s, .shortAnswer = 100ms, .firstPause = 0ms}, .greeting = 5s});
+    const auto start = steady_clock::now();
+    for (const bool again : {false, true}) {
+        ToolSocket tool(m_folder, "a.sock");
+        m_window = GreetOn(transport, tool);
+        EXPECT_EQ(transport.SendToWindow(m_window, 0x4C8, 0, 0), 0) << again;
+        tool.CloseConnection();
+    }
+    EXPECT_GE(steady_clock::now() - start, 200ms);
+    EXPECT_LT(steady_clock::now() - start, 30s);
+    // From then on a tool has the whole time.
+    transport.Attach(kOwnWindow, m_receiver);
+    transport.Detach();
+    ToolSocket tool(m_folder, "b.sock");
+    m_window = GreetOn(transport, tool);
+    std::thread answering([&] {
+        EXPECT_TRUE(tool.ReadLine());
+        std::this_thread::sleep_for(400ms);
+        tool.Write("result 1\n");
+    });
+    EXPECT_EQ(transport.SendToWindow(m_window, 0x4C8, 0, 0), 1);
+    answering.join();
+}
+
+TEST_F(SocketAssist, Send_ToolThatNeverAnswers_IsAskedAgainAtGrowingIntervals) {
+    constexpr auto kFirst = 150ms;
+    SocketAssistTransport transport(
+        m_folder,
+        {.answers = {.answer = 20ms, .shortAnswer = 20ms, .firstPause = kFirst}, .greeting = 5s});
+    ToolSocket tool(m_folder, "a.sock");
+    m_window = GreetOn(transport, tool);
+    transport.Attach(kOwnWindow, m_receiver);
+    std::vector<steady_clock::time_point> asked;
+    const auto deadline = steady_clock::now() + 30s;
+    while (asked.size() < 4 && steady_clock::now() < deadline) {
+        EXPECT_EQ(transport.SendToWindow(m_window, 0x465, 0, 0), 0);
+        if (tool.ReadLine(0ms)) {
+            asked.push_back(steady_clock::now());
+        }
+        std::this_thread::sleep_for(2ms);
+    }
+    ASSERT_EQ(asked.size(), 4U);
+    EXPECT_GE(asked[1] - asked[0], kFirst);
+    EXPECT_GE(asked[2] - asked[1], kFirst * 2);
+    EXPECT_GE(asked[3] - asked[2], kFirst * 4);
+}
+
+// Its answers are not counted for the message before for ever.
+TEST_F(SocketAssist, Send_ToolThatPassedOneMessageOver_IsUnderstoodAgain) {
+    SocketAssistTransport transport(
+        m_folder,
+        {.answers = {.answer = 1s, .shortAnswer = 1s, .firstPause = 1ms}, .greeting = 5s});
+    ToolSocket tool(m_folder, "a.sock");
+    m_window = GreetOn(transport, tool);
+    transport.Attach(kOwnWindow, m_receiver);
+    const auto send = [&] {
+        std::this_thread::sleep_for(20ms);
+        return transport.SendToWindow(m_window, 0x4C8, 0, 0);
+    };
+    EXPECT_EQ(send(), 0);
+    EXPECT_TRUE(tool.ReadLine());
+    std::thread answering([&] {
+        for (const char* answer : {"result 2\n", "result 3\n"}) {
+            EXPECT_TRUE(tool.ReadLine());
+            tool.Write(answer);
+        }
+    });
+    EXPECT_EQ(send(), 0) << "it may be the late answer to the first";
+    EXPECT_EQ(send(), 3);
+    answering.join();
 }
 
 TEST_F(SocketAssist, Send_ReportsWithoutEndAndNoAnswer_GivesUpInTime) {
@@ -195,7 +267,7 @@ TEST_F(SocketAssist, Send_ReportsWithoutEndAndNoAnswer_GivesUpInTime) {
     });
     const auto start = steady_clock::now();
     EXPECT_EQ(Send(0x465), 0);
-    EXPECT_LT(steady_clock::now() - start, 700ms);
+    EXPECT_LT(steady_clock::now() - start, kAtOnce);
     over = true;
     ServeFor(100ms);
     flooding.join();

@@ -101,7 +101,9 @@ class WindowAssist : public testing::Test {
     SharedState m_state;
     RecordingAssistView m_view;
     SinkThatCounts m_sink;
-    WindowAssistTransport m_transport{std::chrono::milliseconds(500)};
+    WindowAssistTransport m_transport{{.answer = std::chrono::milliseconds(500),
+                                       .shortAnswer = std::chrono::milliseconds(100),
+                                       .firstPause = std::chrono::milliseconds(60000)}};
     AssistSearch m_link{m_state, m_transport};
     AssistDispatcher m_dispatcher{m_state, m_view, m_link, m_sink};
 };
