@@ -17,7 +17,6 @@ namespace {
 
 constexpr mode_t kForOthers = S_IRWXG | S_IRWXO;
 constexpr mode_t kWrittenByOthers = S_IWGRP | S_IWOTH;
-constexpr std::size_t kMostSockets = 64;
 constexpr std::string_view kEnding = ".sock";
 
 struct CloseFolder {
@@ -67,7 +66,6 @@ std::vector<std::string> SocketNames(const FileDescriptor& folder) {
         }
     }
     std::ranges::sort(names);
-    names.resize(std::min(names.size(), kMostSockets));
     return names;
 }
 

@@ -16,7 +16,7 @@ std::filesystem::path AssistFolder();
 // user, it must be closed to others, and nobody else may write to its parent.
 FileDescriptor OpenAssistFolder(const std::filesystem::path& folder);
 
-// The names of the sockets in an open folder, in byte order; at most 64.
+// The names of the sockets in an open folder, in byte order; those that nobody listens on too.
 std::vector<std::string> SocketNames(const FileDescriptor& folder);
 
 // A non-blocking connection to one of them; none if nobody or another user is listening.

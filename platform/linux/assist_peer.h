@@ -35,6 +35,10 @@ class AssistPeer {
 
     // It has sent its title and is still connected, so it stands for a window.
     bool IsWindow() const { return m_greeted && !Ended(); }
+    // It has not sent its title for this time.
+    bool IsMuteFor(std::chrono::milliseconds time) const {
+        return !m_greeted && !Ended() && std::chrono::steady_clock::now() - m_since >= time;
+    }
     const std::string& Title() const { return m_title; }
 
     void End() { m_connection.Close(); }
@@ -58,6 +62,7 @@ class AssistPeer {
     AssistLineReader m_lines;
     std::string m_unwritten;
     std::string m_title;
+    std::chrono::steady_clock::time_point m_since = std::chrono::steady_clock::now();
     bool m_greeted = false;
     bool m_brokeForm = false;
     bool m_watched = false;

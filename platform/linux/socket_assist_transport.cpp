@@ -23,7 +23,9 @@ using std::chrono::milliseconds;
 // while it waits, the limit is raised by one after a while.
 constexpr int kDeepest = 8;
 constexpr timespec kStuckAfter{.tv_sec = 0, .tv_nsec = 250'000'000};
-constexpr std::size_t kMostPeers = 16;
+constexpr std::ptrdiff_t kMostPeers = 16;
+// Names tried in one search, a few microseconds each.
+constexpr int kMostTried = 1000;
 
 // The low 32 bits of an address; a message has room for no more.
 i32 AddressWord(const i32& word) {
@@ -64,6 +66,7 @@ void SocketAssistTransport::EnumWindows(const WindowVisitor& visit) {
     for (const auto& peer : m_peers) {
         if (peer->IsWindow()) {
             windows.push_back(peer.get());
+            m_muteNames.erase(peer->Name());
         }
     }
     std::ranges::sort(windows, {}, &AssistPeer::Name);
@@ -78,18 +81,47 @@ void SocketAssistTransport::ConnectToNewSockets() {
     if (!folder) {
         return;
     }
-    for (const std::string& name : SocketNames(folder)) {
-        const bool known = std::ranges::any_of(
-            m_peers, [&name](const auto& peer) { return IsLive(peer) && peer->Name() == name; });
-        if (known || std::ranges::count_if(m_peers, IsLive) >= std::ptrdiff_t{kMostPeers}) {
-            continue;
+    std::vector<std::string> names = SocketNames(folder);
+    std::erase_if(m_muteNames, [&names](const std::string& name) {
+        return !std::ranges::binary_search(names, name);
+    });
+    // Before any of them gives its place up: it is not to have it back at once.
+    std::erase_if(names, [this](const std::string& name) { return IsConnected(name); });
+    // Each gets its turn, so go on where the last search stopped.
+    std::ranges::rotate(names, std::ranges::upper_bound(names, m_lastTried));
+    int tried = 0;
+    for (const std::string& name : names) {
+        AssistPeer* const mute = IsFull() ? FindMute() : nullptr;
+        if ((IsFull() && mute == nullptr) || ++tried > kMostTried) {
+            return;
         }
+        m_lastTried = name;
         FileDescriptor connection = ConnectToSocket(folder, name);
         if (connection) {
+            if (mute != nullptr) {
+                m_muteNames.insert(mute->Name());
+                mute->End();
+            }
             m_peers.push_back(
                 std::make_unique<AssistPeer>(name, ++m_lastWindow, std::move(connection)));
         }
     }
+    m_lastTried.clear();
+}
+
+bool SocketAssistTransport::IsConnected(const std::string& name) const {
+    return std::ranges::any_of(
+        m_peers, [&name](const auto& peer) { return IsLive(peer) && peer->Name() == name; });
+}
+
+bool SocketAssistTransport::IsFull() const {
+    return std::ranges::count_if(m_peers, IsLive) >= kMostPeers;
+}
+
+AssistPeer* SocketAssistTransport::FindMute() const {
+    const auto mute = std::ranges::find_if(
+        m_peers, [this](const auto& peer) { return peer->IsMuteFor(m_patience.title); });
+    return mute == m_peers.end() ? nullptr : mute->get();
 }
 
 void SocketAssistTransport::AwaitGreetings(std::size_t firstNew) {
@@ -101,7 +133,8 @@ void SocketAssistTransport::AwaitGreetings(std::size_t firstNew) {
             if (!peer.Ended() && !peer.IsWindow()) {
                 peer.Read();
                 peer.TakeLine();
-                all = all && (peer.Ended() || peer.IsWindow());
+                // One that was mute before is not waited for again.
+                all = all && (peer.Ended() || peer.IsWindow() || m_muteNames.contains(peer.Name()));
             }
         }
         return all;

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "platform/assist_transport.h"
@@ -19,6 +21,8 @@ class SocketAssistTransport : public AssistTransport {
         AssistPatience answers;
         // How long one search waits for the titles of all tools that it has connected to.
         std::chrono::milliseconds greeting{40};
+        // How long a tool may keep its title back before another takes its place.
+        std::chrono::milliseconds title{500};
         // How long one Service handles messages.
         std::chrono::milliseconds service{8};
     };
@@ -26,8 +30,9 @@ class SocketAssistTransport : public AssistTransport {
     explicit SocketAssistTransport(std::filesystem::path folder);
     SocketAssistTransport(std::filesystem::path folder, Patience patience);
 
-    // The windows in the order of their sockets' names. A tool that has not sent its title has
-    // none; only the search that finds it waits for it, and briefly.
+    // The windows in the order of their sockets' names, at most 16. A tool that has not sent its
+    // title has none; only the search that finds it waits for it, and briefly. If there are more
+    // tools, those without a title take turns.
     void EnumWindows(const WindowVisitor& visit) override;
 
     // Waits only briefly until the first Attach. A window that has not answered a message gets the
@@ -55,6 +60,10 @@ class SocketAssistTransport : public AssistTransport {
     };
 
     void ConnectToNewSockets();
+    bool IsConnected(const std::string& name) const;
+    bool IsFull() const;
+    // The peer that has been mute longest, whose place another may take; null if there is none.
+    AssistPeer* FindMute() const;
     void AwaitGreetings(std::size_t firstNew);
     // Waits until the message is answered, the peer has gone, or its time is up.
     void AwaitAnswer(AssistPeer& peer, const Waiting& waiting);
@@ -77,7 +86,9 @@ class SocketAssistTransport : public AssistTransport {
     FileDescriptor m_leftOver;  // readable while lines that were read are waiting
     FileDescriptor m_stuck;     // timer, runs while no more reports are taken
     std::vector<std::unique_ptr<AssistPeer>> m_peers;
-    std::vector<Waiting*> m_waiting;  // the innermost last
+    std::set<std::string> m_muteNames;  // sockets that have lost their place, until they greet
+    std::string m_lastTried;            // where the next search goes on; empty for the start
+    std::vector<Waiting*> m_waiting;    // the innermost last
     MessageReceiver* m_receiver = nullptr;
     bool m_starting = true;  // no receiver has been attached yet
     WindowHandle m_lastWindow = 0;

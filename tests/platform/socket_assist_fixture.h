@@ -145,6 +145,7 @@ class SocketAssist : public testing::Test {
     SocketAssistTransport m_transport{m_folder,
                                       {.answers = kPatience,
                                        .greeting = std::chrono::milliseconds(200),
+                                       .title = std::chrono::milliseconds(50),
                                        .service = std::chrono::milliseconds(8)}};
     WritingReceiver m_receiver;
     WindowHandle m_window = 0;

@@ -119,7 +119,7 @@ TEST_F(SocketAssist, ToolThatComesAndGoes_LeavesNoDescriptorBehind) {
     EXPECT_EQ(descriptors(), before);
 }
 
-TEST_F(SocketAssist, ManySockets_AtMostSixteenAreTalkedTo) {
+TEST_F(SocketAssist, ManySockets_AtMostSixteenAreTalkedToAtATime) {
     std::vector<std::unique_ptr<ToolSocket>> tools;
     for (int i = 10; i < 50; ++i) {
         tools.push_back(std::make_unique<ToolSocket>(m_folder, std::to_string(i) + ".sock"));
@@ -130,6 +130,91 @@ TEST_F(SocketAssist, ManySockets_AtMostSixteenAreTalkedTo) {
         connected += tool->Accept(0ms) ? 1U : 0U;
     }
     EXPECT_EQ(connected, 16U);
+}
+
+// Searches find a live one behind dead ones: so many in the first, and all in turn.
+TEST_F(SocketAssist, ManySocketsWithoutAListener_HideNoTool) {
+    const auto leave = [this](int first, int last) {
+        for (int i = first; i < last; ++i) {
+            ToolSocket(m_folder, "dead" + std::to_string(i) + ".sock").CloseListener();
+        }
+    };
+    leave(0, 500);
+    ToolSocket tool(m_folder, "live.sock");
+    Greet(tool);
+    tool.CloseConnection();
+    leave(500, 1500);
+    EXPECT_THAT(Titles(), IsEmpty());
+    std::thread greeter([&] { EXPECT_TRUE(tool.AcceptAndGreet("UOAssist")); });
+    bool found = false;
+    for (int search = 0; search < 3 && !found; ++search) {
+        found = !Titles().empty();
+    }
+    greeter.join();
+    EXPECT_THAT(Titles(), ElementsAre("UOAssist"));
+}
+
+std::vector<std::unique_ptr<ToolSocket>> MuteTools(const std::filesystem::path& folder, int count) {
+    std::vector<std::unique_ptr<ToolSocket>> tools;
+    for (int i = 0; i < count; ++i) {
+        tools.push_back(
+            std::make_unique<ToolSocket>(folder, "mute" + std::to_string(10 + i) + ".sock"));
+    }
+    return tools;
+}
+
+TEST_F(SocketAssist, MuteTools_MakeRoomForOneWithATitle) {
+    const auto mute = MuteTools(m_folder, 16);
+    Titles();
+    std::this_thread::sleep_for(100ms);
+    ToolSocket tool(m_folder, "tool.sock");
+    Greet(tool);
+    // It keeps its place, whoever else comes.
+    ToolSocket other(m_folder, "aa.sock");
+    for (int search = 0; search < 3; ++search) {
+        std::this_thread::sleep_for(60ms);
+        EXPECT_THAT(Titles(), ElementsAre("UOAssist"));
+    }
+}
+
+TEST_F(SocketAssist, MoreMuteToolsThanPlaces_TakeTurns) {
+    const auto mute = MuteTools(m_folder, 40);
+    std::size_t connected = 0;
+    for (int search = 0; search < 3; ++search) {
+        Titles();
+        std::this_thread::sleep_for(60ms);
+    }
+    for (const auto& tool : mute) {
+        connected += tool->Accept(0ms) ? 1U : 0U;
+    }
+    EXPECT_EQ(connected, 40U);
+    // One that finds its title after all is there when its turn comes.
+    std::thread greeter([&] {
+        while (mute[20]->Accept(1s)) {
+            mute[20]->Write("title UOAssist\n");
+        }
+    });
+    bool found = false;
+    for (int search = 0; search < 20 && !found; ++search) {
+        std::this_thread::sleep_for(60ms);
+        found = !Titles().empty();
+    }
+    EXPECT_TRUE(found);
+    greeter.join();
+}
+
+TEST_F(SocketAssist, MuteToolsThatTakeTurns_AreNotWaitedForAgain) {
+    SocketAssistTransport transport(m_folder, {.answers = {}, .greeting = 1s, .title = 0ms});
+    const auto mute = MuteTools(m_folder, 17);
+    const auto start = steady_clock::now();
+    for (int search = 0; search < 30; ++search) {
+        transport.EnumWindows([](WindowHandle, std::string_view) {});
+        for (const auto& tool : mute) {
+            tool->Accept(0ms);
+        }
+    }
+    EXPECT_GE(steady_clock::now() - start, 1s) << "new ones are waited for";
+    EXPECT_LT(steady_clock::now() - start, 20s);
 }
 
 }  // namespace
