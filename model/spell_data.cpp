@@ -50,19 +50,37 @@ i32 LastRowFor(i32 spellCount) {
 
 SpellDataReader::SpellDataReader(std::istream& input) : m_input(input) {
     for (const int mark : {0xEF, 0xBB, 0xBF}) {
-        if (m_input.peek() != mark) {
+        if (Peek() != mark) {
             return;
         }
-        m_input.get();
+        Take();
     }
+}
+
+int SpellDataReader::Peek() {
+    if (m_at == m_filled) {
+        // A whole block at once: a stream looks at its state for every character.
+        m_at = 0;
+        m_input.read(m_block.data(), static_cast<std::streamsize>(m_block.size()));
+        m_filled = static_cast<std::size_t>(m_input.gcount());
+    }
+    return m_at == m_filled ? kEnd : static_cast<unsigned char>(m_block[m_at]);
+}
+
+int SpellDataReader::Take() {
+    const int c = Peek();
+    if (c != kEnd) {
+        ++m_at;
+    }
+    return c;
 }
 
 // The next character; a Windows line end is read as one character.
 int SpellDataReader::Next() {
-    int c = m_input.get();
+    int c = Take();
     if (c == '\r') {
-        if (m_input.peek() == '\n') {
-            m_input.get();
+        if (Peek() == '\n') {
+            Take();
         }
         c = '\n';
     }

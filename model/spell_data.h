@@ -1,6 +1,7 @@
 // Reads the spell data file: a flat sequence of values, each ended by a comma or a line end.
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <istream>
@@ -34,12 +35,17 @@ class SpellDataReader {
         bool quoted = false;
     };
 
+    int Peek();
+    int Take();
     int Next();
     Value ReadValue();
     std::string ReadQuoted();
     double ReadNumber();
 
     std::istream& m_input;
+    std::array<char, 4096> m_block{};
+    std::size_t m_at = 0;  // in the block
+    std::size_t m_filled = 0;
 };
 
 // Opens the file for reading; RuntimeFailure (file) if that fails.

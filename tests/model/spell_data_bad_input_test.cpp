@@ -60,6 +60,30 @@ TEST(BadSpellFile, Shipped_LoadsFromItsPath) {
     EXPECT_TRUE(Loads(ShippedText()));
 }
 
+// A buffer that gives a text and then fails, as that of a file on a disk with a fault.
+class FailingBuffer : public std::streambuf {
+  public:
+    explicit FailingBuffer(std::string text) : m_text(std::move(text)) {
+        setg(m_text.data(), m_text.data(), m_text.data() + m_text.size());
+    }
+
+  protected:
+    int_type underflow() override { throw std::ios_base::failure("a fault of the disk"); }
+
+  private:
+    std::string m_text;
+};
+
+TEST(BadSpellFile, ReadThatFails_EndsTheFile) {
+    const std::string text = ShippedText();
+    for (const std::size_t readable : {std::size_t{0}, text.size() / 2}) {
+        FailingBuffer buffer(text.substr(0, readable));
+        std::istream input(&buffer);
+        SharedState state;
+        EXPECT_FALSE(LoadSpellData(state, input)) << readable;
+    }
+}
+
 TEST(BadSpellFile, EmptyAndBlank_Fail) {
     for (const char* text : {"", "\n", " ", "\n\n\n", ",", ",,,,", "\"\"", "96", "Title, 96\n"}) {
         EXPECT_FALSE(Loads(text)) << '"' << text << '"';
@@ -218,14 +242,19 @@ TEST(BadSpellFile, FailureInTheMiddle_LeavesTheTableAsFarAsItGot) {
 
 TEST(BadSpellFile, TenMegabytesOfNoise_FailFast) {
     constexpr std::size_t kSize = 10U << 20U;
+    constexpr std::size_t kRandomSize = kSize / 10;
     std::mt19937 random(1);
     const auto start = std::chrono::steady_clock::now();
     const std::pair<int, int> ranges[] = {{0, 255}, {1, 255}, {'0', '9'}, {'a', 'z'}, {' ', '~'}};
     for (const auto& [low, high] : ranges) {
         std::uniform_int_distribution<int> byte(low, high);
-        std::string noise(kSize, ' ');
-        for (char& c : noise) {
+        std::string block(kRandomSize, ' ');
+        for (char& c : block) {
             c = static_cast<char>(byte(random));
+        }
+        std::string noise;
+        while (noise.size() < kSize) {
+            noise += block;
         }
         EXPECT_FALSE(Loads(noise)) << low;
         EXPECT_FALSE(Loads("Title, 96\n" + noise)) << low;
