@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QLocalSocket>
 #include <QStringList>
+#include <QThread>
 #include <functional>
 #include <string>
 #include <vector>
@@ -20,7 +21,8 @@ inline bool ServeUntil(const std::function<bool()>& holds) {
         if (time.elapsed() > 5000) {
             return false;
         }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        QCoreApplication::processEvents();
+        QThread::msleep(1);
     }
     return true;
 }
