@@ -134,17 +134,12 @@ TEST_F(ClientWatchTest, ReadClient_TwoClients_TakesWhatTheSearchReturns) {
 
 TEST_F(ClientWatchTest, ReadClient_ClientClosesWhileItsTitleIsRead_KeepsThePlayer) {
     // Finds a client, but has no title for it, and no client the next time.
-    class ClosingClient : public ClientWindows {
+    class ClosingClient : public RecordingClientWindows {
       public:
         WindowHandle FindWindowByClass(std::string_view /*windowClass*/) override {
             return m_searches++ == 0 ? 7 : 0;
         }
         std::string WindowTitle(WindowHandle /*window*/) override { return {}; }
-        bool SetForegroundWindow(WindowHandle /*window*/) override { return false; }
-        bool IsForegroundWindow(WindowHandle /*window*/) override { return false; }
-        bool SetFocus(WindowHandle /*window*/) override { return false; }
-        bool HasKeyboard(WindowHandle /*window*/) override { return false; }
-        bool ProgramHasKeyboard(WindowHandle /*window*/) override { return false; }
 
       private:
         int m_searches = 0;
