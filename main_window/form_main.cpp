@@ -126,8 +126,10 @@ void FormMain::Form_Activate() {
     }
     m_companion.RefreshAtFirstActivation();
     hide();
-    RestorePlace();
-    IgnoreFailure([&] { LayoutAgain(); });
+    IgnoreFailure([&] {
+        Arrange();
+        TakePlace(SavedPlace());
+    });
     m_activated = true;
     // No caret blinks in a counter until the user puts it there.
     m_page.CheckCircle[kFirstCircleButton]->setFocus(Qt::OtherFocusReason);
@@ -137,18 +139,19 @@ void FormMain::Form_Activate() {
 // A window takes its place as that of its frame only if it has place and size before it has a
 // handle, so lay it out once ahead of the options that the start is about to read.
 WindowHandle FormMain::MakeHandle() {
-    IgnoreFailure([&] { TakePlace(); });
+    const auto read = [this](const KeyOf<bool>& key) {
+        bool isOn = key.fallback;
+        IgnoreFailure([&] { isOn = m_companion.Io().ReadSwitch(key); });
+        return isOn;
+    };
+    m_state.ShowNecroRegs = read(kShowNecroRegsKey);
+    m_state.DisplayVertical = read(kDisplayVerticalKey);
+    Arrange();
+    TakePlace(SavedPlace());
     return static_cast<WindowHandle>(winId());
 }
 
-void FormMain::TakePlace() {
-    RestorePlace();
-    m_state.ShowNecroRegs = m_companion.Io().ReadSwitch(kShowNecroRegsKey);
-    m_state.DisplayVertical = m_companion.Io().ReadSwitch(kDisplayVerticalKey);
-    LayoutAgain();
-}
-
-void FormMain::RestorePlace() {
+QPoint FormMain::SavedPlace() {
     float top = 0.0F;
     float left = 0.0F;
     const auto read = [this](float& place, std::string_view key) {
@@ -159,7 +162,11 @@ void FormMain::RestorePlace() {
     };
     read(top, kWindowTopKey);
     read(left, kWindowLeftKey);
-    const QPoint place(PixelsOf(left), PixelsOf(top));
+    return {PixelsOf(left), PixelsOf(top)};
+}
+
+void FormMain::TakePlace(QPoint wanted) {
+    const QPoint place = PlaceFor(wanted);
     if (!testAttribute(Qt::WA_Moved) || pos() != place) {
         move(place);
     }
@@ -256,8 +263,19 @@ void FormMain::paintEvent(QPaintEvent* /*event*/) {
         DrawReagents(painter);
         if (!m_mapped) {
             m_mapped = true;
+            // Only now is the frame there, and its width counts at the edge of the screen. A move
+            // while painting would paint again.
+            QTimer::singleShot(0, this, [this, place = pos()] { FitFrame(place); });
             static_cast<void>(
                 m_services.desktop.SetTopMost(m_state.MainWindowHandle, m_state.AlwaysOnTop));
+        }
+    });
+}
+
+void FormMain::FitFrame(QPoint place) {
+    m_events.Run("placing the window", [&] {
+        if (pos() == place) {  // else it has been moved meanwhile
+            TakePlace(place);
         }
     });
 }

@@ -72,11 +72,15 @@ class FormMain : public QWidget {
     void ShowCommands(const Screen& screen, const Changes& changes);
     void OpenSettings();
     void SetTabOrder(bool vertical);
-    void RestorePlace();
-    void TakePlace();
+    QPoint SavedPlace();
+    // The place for the window as it is arranged now, on a screen; frame included.
+    QPoint PlaceFor(QPoint wanted) const;
+    void TakePlace(QPoint wanted);
+    void FitFrame(QPoint place);
+    // Gives the controls and the window the places and sizes of the arrangement.
+    void Arrange();
+    // The same, and moves the window if it would leave the screen.
     void LayoutAgain();
-    void LayoutVertical();
-    void LayoutHorizontal();
     void Apply(const LayoutPlan& plan);
     TextSizes MeasureTexts() const;
     void DrawReagents(QPainter& painter);

@@ -4,6 +4,7 @@
 #include <QScreen>
 
 #include "main_window/form_main.h"
+#include "widgets/on_screen.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -33,27 +34,27 @@ TextSizes FormMain::MeasureTexts() const {
     return texts;
 }
 
-void FormMain::LayoutVertical() {
-    Apply(PlanVertical(m_state.ShowNecroRegs, MeasureTexts()));
-}
-
-void FormMain::LayoutHorizontal() {
-    const LayoutPlan plan = PlanHorizontal(m_state.ShowNecroRegs, MeasureTexts());
-    Apply(plan);
-    const int frame = frameGeometry().width() - width();
-    const int left =
-        LeftOnScreen(x(), plan.clientWidth + frame, screen()->virtualGeometry().right() + 1);
-    if (left != x()) {
-        move(left, y());
-    }
+void FormMain::Arrange() {
+    const TextSizes texts = MeasureTexts();
+    Apply(m_state.DisplayVertical ? PlanVertical(m_state.ShowNecroRegs, texts)
+                                  : PlanHorizontal(m_state.ShowNecroRegs, texts));
 }
 
 void FormMain::LayoutAgain() {
-    if (m_state.DisplayVertical) {
-        LayoutVertical();
-    } else {
-        LayoutHorizontal();
+    Arrange();
+    if (!m_state.DisplayVertical) {
+        TakePlace(pos());
     }
+}
+
+QPoint FormMain::PlaceFor(QPoint wanted) const {
+    const QPoint place = OnScreens(wanted, *this);
+    if (m_state.DisplayVertical) {
+        return place;
+    }
+    return {
+        LeftOnScreen(place.x(), frameGeometry().width(), screen()->virtualGeometry().right() + 1),
+        place.y()};
 }
 
 void FormMain::Apply(const LayoutPlan& plan) {

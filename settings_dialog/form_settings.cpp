@@ -11,8 +11,8 @@
 #include "store/section_name.h"
 #include "store/text_forms.h"
 #include "store/twips.h"
-#include "text/number_forms.h"
 #include "widgets/form_font.h"
+#include "widgets/on_screen.h"
 
 namespace spellwick {
 
@@ -164,7 +164,7 @@ void FormSettings::MakeShortcuts() {
 }
 
 void FormSettings::Form_Load() {
-    RestorePlace();
+    ReadPlace();
     {
         const UpdatingScope updating(m_state);
         CheckTab[0]->setChecked(true);
@@ -178,23 +178,22 @@ void FormSettings::Form_Load() {
     }
     RefreshWhatWorks();
     FitSize();
+    // Sets the place of the frame, since there is no native window yet.
+    move(OnScreens({PixelsOf(m_place.left), PixelsOf(m_place.top)}, *this));
 }
 
-// move() sets the place of the frame only before the native window exists.
-void FormSettings::RestorePlace() {
+void FormSettings::ReadPlace() {
     const auto read = [this](float& place, std::string_view key) {
         IgnoreFailure([&] {
             if (const auto text = m_services.store.Read(kGlobalSection, key)) {
-                place = ReadFloat(*text);
-                ToI32(double{place});
+                const float saved = ReadFloat(*text);
+                static_cast<void>(PixelsOf(saved));  // fails beyond the numbers of a window
+                place = saved;
             }
         });
     };
     read(m_place.top, kSettingsTopKey);
     read(m_place.left, kSettingsLeftKey);
-    const WindowPlaces::Place place = m_place;
-    move(PixelsOf(place.left), PixelsOf(place.top));
-    m_place = place;
 }
 
 void FormSettings::FitSize() {
@@ -347,6 +346,10 @@ void FormSettings::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         m_justShown = true;
         m_events.Run("showing the settings", [&] {
+            // A screen may have gone since the last time.
+            if (const QPoint place = OnScreens(pos(), *this); place != pos()) {
+                move(place);
+            }
             // An edit may still hold an entry that was refused.
             m_macros->RefreshMacroPage();
             Form_Activate();

@@ -98,7 +98,7 @@ class FormSettings : public QDialog {
     bool LeaveEntryFor(QWidget& next);
     // Saves and hides, unless an entry is refused.
     void Close();
-    void RestorePlace();
+    void ReadPlace();
     void KeepPlace();
     void FitSize();
     std::array<SettingsTab*, 5> TabsOfRefresh() const;

@@ -14,6 +14,7 @@
 #include "text/number_forms.h"
 #include "widgets/form_font.h"
 #include "widgets/ground.h"
+#include "widgets/on_screen.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -174,6 +175,10 @@ void FormInfo::MakeBoxes(QGridLayout& grid) {
 
 void FormInfo::ComeForward() {
     setWindowState(windowState() & ~Qt::WindowMinimized);
+    // The screen on which it was closed may be gone.
+    if (!isVisible() && testAttribute(Qt::WA_Moved)) {
+        move(OnScreens(pos(), *this));
+    }
     show();
     raise();
     activateWindow();

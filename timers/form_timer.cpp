@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 
 #include "widgets/form_font.h"
+#include "widgets/on_screen.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -150,6 +151,9 @@ void FormTimer::ShowIcon(std::size_t slot, const TimerSlot& timer) {
 }
 
 void FormTimer::MakeVisible() {
+    if (const QPoint place = OnScreens(pos(), *this); place != pos()) {
+        move(place);
+    }
     // The native window must exist on the window system's side first.
     const auto handle = static_cast<WindowHandle>(winId());
     QGuiApplication::sync();

@@ -1,5 +1,7 @@
 #include "timers/timers_host.h"
 
+#include <algorithm>
+
 #include "store/catalogue.h"
 #include "store/twips.h"
 
@@ -25,9 +27,11 @@ FormTimer& TimersHost::Window() {
 }
 
 int TimersHost::SavedPixels(std::string_view key) const {
+    // Farther than any screen; numbers close to 32 bits would overflow in the toolkit.
+    constexpr int kFarthest = 1'000'000;
     int pixels = 0;
     IgnoreFailure([&] { pixels = PixelsOf(m_savedPosition(key)); });
-    return pixels;
+    return std::clamp(pixels, -kFarthest, kFarthest);
 }
 
 }  // namespace spellwick

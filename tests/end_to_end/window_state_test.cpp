@@ -70,5 +70,54 @@ TEST_F(WindowState, SavedPlace_OutOfRangeIsZeroOnThatAxisAlone) {
     }
 }
 
+// The frame's width is known only once the window is there.
+TEST_F(WindowState, WideStripAtTheRightEdge_EndsOnTheScreenWithItsFrame) {
+    constexpr int kScreen = 1280;
+    Prepare(kGlobal, {{"WindowLeft", "15000"}, {"WindowTop", "600"}});
+    StartSpellwick();
+    const Area inside = m_desk->AreaOf(Window());
+    EXPECT_EQ(CloseSpellwick(), 0);
+    const int left = std::stoi(Stored(kGlobal, "WindowLeft")) / 15;
+    const int border = inside.x - left;
+    ASSERT_GT(border, 0) << "there is a frame";
+    EXPECT_EQ(inside.x + inside.width + border, kScreen);
+    EXPECT_EQ(Stored(kGlobal, "WindowTop"), "600");
+}
+
+TEST_F(WindowState, SavedPlaceOnNoScreen_ComesBackOntoIt) {
+    struct Row {
+        const char* top;
+        const char* left;
+    };
+    for (const Row& row : {Row{"30000", "300"}, Row{"300", "40000"}, Row{"40000", "40000"}}) {
+        for (const char* vertical : {"True", "False"}) {
+            Prepare(
+                kGlobal,
+                {{"WindowTop", row.top}, {"WindowLeft", row.left}, {"DisplayVertical", vertical}});
+            const auto program = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
+            const xcb_window_t window = m_desk->WaitWindow(CaptionStart());
+            ASSERT_NE(window, 0U) << program->Output();
+            m_desk->RestingPicture(window);
+            const Area inside = m_desk->AreaOf(window);
+            EXPECT_GE(inside.x, 0);
+            EXPECT_GE(inside.y, 0);
+            EXPECT_LE(inside.x + inside.width, 1280);
+            EXPECT_LE(inside.y + inside.height, 1024);
+            m_desk->AskToClose(window);
+            EXPECT_EQ(program->WaitForEnd(std::chrono::seconds(10)), 0);
+        }
+    }
+}
+
+TEST_F(WindowState, SavedOptionThatIsNone_LeavesTheTitleBarOnTheScreen) {
+    for (const char* key : {"ShowNecroRegs", "DisplayVertical"}) {
+        Prepare(kGlobal, {{"ShowNecroRegs", "True"}, {"DisplayVertical", "False"}});
+        Prepare(kGlobal, {{key, "perhaps"}});
+        StartSpellwick();
+        EXPECT_GT(m_desk->AreaOf(Window()).y, 10) << key;
+        EXPECT_EQ(CloseSpellwick(), 0);
+    }
+}
+
 }  // namespace
 }  // namespace spellwick::testing_support

@@ -1,5 +1,6 @@
 // Start of the program: the load, the first activation, the timers.
 #include <QFile>
+#include <QScreen>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -249,6 +250,7 @@ TEST_F(StartTest, Timer2_WithoutItsTag_DoesNothing) {
 }
 
 TEST_F(StartTest, FormActivate_PlacesTheWindow) {
+    constexpr int kFoot = -1;  // at the foot of the screen, with room for a frame
     struct Row {
         const char* name = nullptr;
         const char* top = nullptr;
@@ -257,7 +259,9 @@ TEST_F(StartTest, FormActivate_PlacesTheWindow) {
     };
     for (const Row& row : {Row{"nothing saved", nullptr, nullptr, {0, 0}},
                            Row{"a place", "1500", "3000", {200, 100}},
-                           Row{"the farthest is kept", "40000", "0", {0, 2667}},
+                           Row{"too far down, but still a place", "40000", "300", {20, kFoot}},
+                           Row{"the last that can be grasped", "11745", "0", {0, 783}},
+                           Row{"the first that can not", "11775", "0", {0, kFoot}},
                            Row{"a top beyond it alone falls back", "50000", "105", {7, 0}},
                            Row{"a left beyond it alone falls back", "105", "40001", {0, 7}},
                            Row{"a negative top alone falls back", "-15", "105", {7, 0}},
@@ -274,7 +278,8 @@ TEST_F(StartTest, FormActivate_PlacesTheWindow) {
         SetSaved("Settings", "DisplayVertical", "True");
         Form().Form_Load();
         Form().Form_Activate();
-        EXPECT_EQ(Form().pos(), row.place);
+        const int foot = Form().screen()->availableGeometry().bottom() + 1 - Form().height() - 40;
+        EXPECT_EQ(Form().pos(), row.place.y() == kFoot ? QPoint(row.place.x(), foot) : row.place);
         m_form.reset();
     }
 }
@@ -290,6 +295,28 @@ TEST_F(StartTest, FormActivate_TakesTheArrangementSaved) {
         Make();
         Start();
         EXPECT_EQ(Form().height() > Form().width(), row.isTall);
+        m_form.reset();
+    }
+}
+
+// Without place and size before it has a handle, a window puts its title bar above the screen.
+TEST_F(StartTest, MakeHandle_OptionThatIsNone_StillGivesPlaceAndArrangement) {
+    for (const char* key : {"ShowNecroRegs", "DisplayVertical"}) {
+        SCOPED_TRACE(key);
+        m_state = SharedState();
+        SetSaved("Settings", "ShowNecroRegs", "True");
+        SetSaved("Settings", "WindowTop", "600");
+        SetSaved("Settings", "WindowLeft", "105");
+        SetSaved("Settings", "DisplayVertical", "True");
+        SetSaved("Settings", key, "perhaps");
+        Make();
+        Form().MakeHandle();
+        EXPECT_EQ(Form().width(), Form().minimumWidth());
+        EXPECT_TRUE(State().ShowNecroRegs);
+        EXPECT_EQ(State().DisplayVertical, key == std::string("ShowNecroRegs"));
+        EXPECT_EQ(Form().height() > Form().width(), State().DisplayVertical);
+        Start();
+        EXPECT_EQ(Form().y(), 40);
         m_form.reset();
     }
 }

@@ -1,6 +1,7 @@
 // The frame of the settings dialog: strip, showing, closing, place.
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QScreen>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <set>
@@ -143,6 +144,45 @@ TEST_F(FormSettingsTest, Load_WithoutOrWithBadPlace_StandsAtTheCorner) {
     Load();
     EXPECT_EQ(Form().pos(), QPoint(0, 0));
     Show();
+}
+
+TEST_F(FormSettingsTest, Load_PlaceBeyondTheNumbersOfAWindow_IsPassedOver) {
+    for (const char* bad : {"1e30", "-1e30", "9e37", "1e300", "32212254720"}) {
+        SCOPED_TRACE(bad);
+        m_form.reset();
+        m_state = SharedState{};
+        SetSaved("Settings", "SettingsTop", bad);
+        SetSaved("Settings", "SettingsLeft", "3000");
+        SetSaved("Settings", "CurrentPlayerName", kMira);
+        SetSaved(kMira, "Intelligence", "88");
+        EXPECT_NO_THROW(Load());
+        EXPECT_EQ(Form().pos(), QPoint(200, 0));
+        EXPECT_EQ(Text("MinimumInt", 8), "88") << "the other steps run";
+    }
+}
+
+TEST_F(FormSettingsTest, Load_PlaceOnNoScreen_ComesBack) {
+    for (const char* far : {"60000", "2e9", "32212254000"}) {
+        SCOPED_TRACE(far);
+        m_form.reset();
+        SetSaved("Settings", "SettingsTop", far);
+        SetSaved("Settings", "SettingsLeft", "300");
+        Load();
+        const QRect room = Form().screen()->availableGeometry();
+        EXPECT_TRUE(room.contains(QRect(Form().pos(), Form().size())));
+        EXPECT_EQ(Form().x(), 20);
+    }
+    Show();
+    Form().close();
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), std::to_string(Form().y() * 15));
+}
+
+TEST_F(FormSettingsTest, Reopened_ItsScreenIsGone_ComesBack) {
+    Open();
+    Click("Command1");
+    Form().move(-5000, 100);
+    Reopen();
+    EXPECT_EQ(Form().pos(), QPoint(0, 100));
 }
 
 TEST_F(FormSettingsTest, Load_ClearsUpdatingAndShowsNothing) {

@@ -124,6 +124,18 @@ TEST_F(FormInfoTest, Minimised_ComesBackForTheNextSpell) {
     EXPECT_TRUE(m_form->isVisible());
 }
 
+TEST_F(FormInfoTest, ClosedOnAScreenThatIsGone_ComesBack) {
+    Show(0);
+    m_form->move(-5000, 70);
+    m_form->close();
+    m_form->ComeForward();
+    EXPECT_EQ(m_form->pos(), QPoint(0, 70));
+    m_form->close();
+    m_form->move(30, 70);
+    m_form->ComeForward();
+    EXPECT_EQ(m_form->pos(), QPoint(30, 70));
+}
+
 TEST_F(FormInfoTest, RowWithoutAPicture_ShowsNone) {
     Show(17);
     auto& picture = *m_form->findChild<QLabel*>(QStringLiteral("SpellPicture"));

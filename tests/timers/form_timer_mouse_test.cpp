@@ -21,6 +21,19 @@ TEST_F(FormTimerTest, Window_NeverTakesTheKeyboardAndStaysOutOfTheTaskList) {
     EXPECT_EQ(m_desktop.outOfTaskList.size(), 2U);
 }
 
+TEST_F(FormTimerTest, SavedPlaceOnNoScreen_ComesBackWhenItIsShown) {
+    for (const QPoint place : {QPoint(5000, 60), QPoint(-1000000, 60), QPoint(40, 1000000)}) {
+        Make(place);
+        EXPECT_EQ(m_form->pos(), place) << "as long as nobody sees it, it is saved as it was";
+        Start(7, 90);
+        EXPECT_TRUE(m_form->screen()->availableGeometry().contains(m_form->geometry()));
+        EXPECT_EQ(m_form->x() == 40 || m_form->y() == 60, true) << "only as far as it must";
+    }
+    Make({-10, 50});
+    Start(7, 90);
+    EXPECT_EQ(m_form->pos(), QPoint(-10, 50)) << "partly on the screen";
+}
+
 TEST_F(FormTimerTest, HiddenByUser_StaysAwayUntilTheNextTimer) {
     Make();
     Start(1, 60);

@@ -141,6 +141,13 @@ TEST_F(TimersHostTest, PlaceThatIsNoNumber_CountsAs0AndIsMendedByTheNextSave) {
     }
 }
 
+TEST_F(TimersHostTest, PlaceAtTheEndOfTheNumbers_IsFarAwayAndNoMore) {
+    m_saved.find("TimerTop")->second = "3.22e10";
+    m_saved.find("TimerLeft")->second = "-3.22e10";
+    static_cast<void>(m_timers.TimerPlace());
+    EXPECT_EQ(Window()->pos(), QPoint(-1000000, 1000000));
+}
+
 TEST_F(TimersHostTest, SetMode_StoresTheModeAndShowsIt) {
     m_state.Spells(7).File5 = kMagery120;
     m_state.Magery = 50;
