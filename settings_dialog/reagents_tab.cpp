@@ -180,10 +180,15 @@ CounterBox& ReagentsTab::Count(BagSide side, i32 reagent) {
     return side == BagSide::kLeft ? ReagentLeft(reagent) : ReagentRight(reagent);
 }
 
+i32 ReagentsTab::BagOf(BagSide side) const {
+    return side == BagSide::kLeft ? Bags().left : Bags().right;
+}
+
+// A saved number that is no bag selects nothing, and there is no count to show.
 void ReagentsTab::ShowCount(BagSide side, i32 reagent) {
-    const BagPair bags = Bags();
-    const i32 bag = side == BagSide::kLeft ? bags.left : bags.right;
-    ShowText(Count(side, reagent), PlainText(i32{m_state.ReagentStock(reagent, bag)}));
+    const i32 bag = BagOf(side);
+    ShowText(Count(side, reagent),
+             bag < 0 ? std::string() : PlainText(i32{m_state.ReagentStock(reagent, bag)}));
 }
 
 // A cast debits what the main window's counters show, so a stale count there would undo the
@@ -269,8 +274,14 @@ void ReagentsTab::ClickArrow(i32 reagent, BagSide to) {
 }
 
 void ReagentsTab::CountLostFocus(BagSide side, i32 reagent) {
-    const TransferEntry entry = CommitTransfer(m_state.ReagentStock, reagent, Bags(), side,
-                                               ToText(Count(side, reagent).text()));
+    const std::string text = ToText(Count(side, reagent).text());
+    const BagSide other = side == BagSide::kLeft ? BagSide::kRight : BagSide::kLeft;
+    const bool isMove = text.starts_with('+') || text.starts_with('-');
+    if (BagOf(side) < 0 || (isMove && BagOf(other) < 0)) {
+        ShowCount(side, reagent);
+        return;
+    }
+    const TransferEntry entry = CommitTransfer(m_state.ReagentStock, reagent, Bags(), side, text);
     ShowInMainWindow(reagent);
     if (!entry.moves) {
         UpdateReagentTotals();
@@ -284,9 +295,11 @@ void ReagentsTab::CountLostFocus(BagSide side, i32 reagent) {
 }
 
 void ReagentsTab::ArrowsChangedCount(BagSide side, i32 reagent) {
-    const BagPair bags = Bags();
-    m_state.ReagentStock(reagent, side == BagSide::kLeft ? bags.left : bags.right) =
-        CountOfBox(ToText(Count(side, reagent).text()));
+    if (BagOf(side) < 0) {
+        ShowCount(side, reagent);
+        return;
+    }
+    m_state.ReagentStock(reagent, BagOf(side)) = CountOfBox(ToText(Count(side, reagent).text()));
     ShowInMainWindow(reagent);
     UpdateReagentTotals();
 }

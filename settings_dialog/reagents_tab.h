@@ -72,6 +72,7 @@ class ReagentsTab : public SettingsTab {
     void PlaceControls();
     void PlaceLine(i32 reagent);
     BagPair Bags() const;
+    i32 BagOf(BagSide side) const;  // -1 for none
     CounterBox& Count(BagSide side, i32 reagent);
     void ShowCount(BagSide side, i32 reagent);
     void ShowInMainWindow(i32 reagent);

@@ -142,6 +142,53 @@ TEST_F(ReagentsTabTest, Bags_NoneChosen_DoesNothing) {
     EXPECT_EQ(m_state.RightReagentBag, 1);
 }
 
+TEST_F(ReagentsTabTest, SavedNumberThatIsNoBag_ListAndCountsShowNothing) {
+    for (const char* none : {"-1", "12", "10", "32767"}) {
+        for (const int list : {0, 1}) {
+            SCOPED_TRACE(std::string(none) + (list == 0 ? " left" : " right"));
+            m_form.reset();
+            m_state = SharedState{};
+            m_store = MemorySettingsStore();
+            SetSaved(kMira, "MR 0", "7");
+            SetSaved(kMira, list == 0 ? "LeftReagentBag" : "RightReagentBag", none);
+            SetSaved(kMira, list == 0 ? "RightReagentBag" : "LeftReagentBag", "0");
+            OpenTab();
+            const BagSide side = list == 0 ? kLeft : kRight;
+            EXPECT_EQ(Bag(list).currentIndex(), -1);
+            EXPECT_EQ(Bag(1 - list).currentIndex(), 0);
+            EXPECT_EQ(Text(BoxName(side), 1), "");
+            EXPECT_EQ(Text(BoxName(side == kLeft ? kRight : kLeft), 1), "7");
+            EXPECT_EQ(Text("LabelTotal", 1), "7");
+            for (const char* typed : {"", "9", "+3"}) {
+                EnterAndLeave(side, typed);
+                EXPECT_EQ(Text(BoxName(side), 1), "");
+            }
+            Click(BoxName(side), 1);
+            Press(Qt::Key_Up);
+            EXPECT_EQ(Text(BoxName(side), 1), "");
+            EXPECT_EQ(m_state.ReagentStock(1, 0), 7);
+            EnterAndLeave(side == kLeft ? kRight : kLeft, "8");
+            EXPECT_EQ(m_state.ReagentStock(1, 0), 8);
+            Bag(list).showPopup();
+            Bag(list).hidePopup();
+            Pick(Bag(list), 3);
+            EXPECT_EQ(Text(BoxName(side), 1), "0");
+            Click("Command1");
+        }
+    }
+}
+
+TEST_F(ReagentsTabTest, SignFormWithoutTheOtherBag_MovesNothing) {
+    SetSaved(kMira, "MR 0", "7");
+    SetSaved(kMira, "RightReagentBag", "12");
+    OpenTab();
+    for (const char* typed : {"+3", "-3"}) {
+        EnterAndLeave(kLeft, typed);
+        EXPECT_EQ(Text("ReagentLeft", 1), "7");
+        EXPECT_EQ(m_state.ReagentStock(1, 0), 7);
+    }
+}
+
 TEST_F(ReagentsTabTest, Spins_StoreTheWholeBoxAndAddTheTotalsUp) {
     OpenTab();
     SetCounts(10, 3);
