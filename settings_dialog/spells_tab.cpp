@@ -1,6 +1,7 @@
 #include "settings_dialog/spells_tab.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "model/spell_lookup.h"
 #include "store/catalogue.h"
@@ -69,7 +70,7 @@ void SpellsTab::RefreshSpellPage() {
         CheckBook[at]->setChecked(m_state.Spellbook(SpellRow(row)) != 1);
         CheckTown[at]->setChecked(spell.InTown != 1);
     }
-    RecalculateCosts(m_state);
+    Recalculate();
     for (int row = 0; row < kSlotCount; ++row) {
         const SpellRecord& spell = m_state.Spells(SpellRow(row));
         ShowText(*SpellPrice[static_cast<std::size_t>(row)], StandardText(i32{spell.Cost}));
@@ -129,12 +130,29 @@ void SpellsTab::ReagentLostFocus(int cell) {
     if (amount == 0) {
         ShowText(Reagent(cell), std::string());
     }
-    m_state.Spells(SpellRow(row)).Reagents(ReagentOfColumn(column)) = amount;
-    // ODDITY(cost-overflow): a price and an amount that make a spell cost more than 32767 gold end
-    // the program; kept because no spell of the game costs as much, and the data are saved all the
-    // same.
-    RecalculateCosts(m_state);
+    unsigned char& stored = m_state.Spells(SpellRow(row)).Reagents(ReagentOfColumn(column));
+    const unsigned char before = std::exchange(stored, amount);
+    try {
+        Recalculate();
+    } catch (const RuntimeFailure&) {
+        stored = before;
+        throw;
+    }
     RefreshSpellPage();
+}
+
+void SpellsTab::Recalculate() {
+    // ODDITY(cost-overflow): a price or an amount that makes a spell cost more than 32767 gold ends
+    // the program; kept because no spell of the game costs as much, and all other data are saved.
+    try {
+        RecalculateCosts(m_state);
+    } catch (const RuntimeFailure&) {
+        if (m_goodPrices) {
+            m_state.RegPrice = *m_goodPrices;
+        }
+        throw;
+    }
+    m_goodPrices = m_state.RegPrice;
 }
 
 // ODDITY(tithes-price): a price typed for the tithes goes back to 1 when its edit loses the focus;

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <array>
+#include <optional>
 
 #include "model/spell_record.h"
 #include "settings_dialog/controls.h"
@@ -72,7 +73,11 @@ class SpellsTab : public SettingsTab {
     void ShowColumn(int column);
     void ShowPictures();
     void MarkSchool(bool inBook);
+    // Calculates the costs of all spells. When one of them overflows, the prices go back to those
+    // for which none did, so that the end of the program does not save the others.
+    void Recalculate();
 
+    std::optional<decltype(SharedState::RegPrice)> m_goodPrices;
     std::array<QWidget*, kSpellColumns> m_pictures{};
     std::array<EntryBox*, std::size_t{kSlotCount} * kSpellColumns> m_reagents{};
 };

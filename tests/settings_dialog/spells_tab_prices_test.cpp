@@ -17,6 +17,53 @@ TEST_F(SpellsTabTest, Costs_Oddity_BeyondTheirBoundEndTheProgram) {
     EXPECT_EQ(TakeFailures().front().kind, FailureKind::kOverflow);
 }
 
+TEST_F(SpellsTabTest, Costs_BeyondTheirBound_AreNotSavedAndTheSettingsOpenAgain) {
+    const struct {
+        const char* name;
+        const char* price;
+        const char* amount;
+        std::string lastEntry;
+        i16 priceKept;
+        int amountKept;
+    } rows[] = {{"amount", "999", "99", "amount", 999, 0}, {"price", "9999", "9", "price", 3, 9}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        m_form.reset();
+        m_state = SharedState{};
+        m_store = MemorySettingsStore();
+        Open();
+        const auto enterPrice = [&] { SetPrice(0, row.price); };
+        const auto enterAmount = [&] { Enter("Reagent", Cell(0, 0), row.amount); };
+        if (row.lastEntry == "price") {
+            enterAmount();
+            enterPrice();
+        } else {
+            enterPrice();
+            enterAmount();
+        }
+        Leave();
+        ASSERT_FALSE(m_failures.empty());
+        EXPECT_EQ(TakeFailures().front().kind, FailureKind::kOverflow);
+        EXPECT_EQ(m_state.RegPrice(1), row.priceKept);
+        EXPECT_EQ(m_state.Spells(0).Reagents(1), row.amountKept);
+        EXPECT_TRUE(m_companion.io.SaveGlobalKeys({}).ok);
+        m_form.reset();
+        m_state = SharedState{};
+        Open();
+        EXPECT_THAT(m_failures, testing::IsEmpty());
+        EXPECT_EQ(m_state.RegPrice(1), row.priceKept);
+        EXPECT_EQ(m_state.Spells(0).Reagents(1), row.amountKept);
+    }
+}
+
+TEST_F(SpellsTabTest, Costs_PriceTypedWhenAnotherWindowComes_IsTakenBackToo) {
+    Open();
+    Enter("Reagent", Cell(0, 0), "9");
+    SetPrice(0, "9999");
+    EXPECT_THROW(Form().RefreshDialog(), RuntimeFailure);
+    EXPECT_EQ(m_state.RegPrice(1), 3);
+}
+
 TEST_F(SpellsTabTest, Price_Change_StoresAtOnceAndCostsFollowWhenTheBoxIsLeft) {
     Open();
     const i16 before = m_state.Spells(1).Cost;
