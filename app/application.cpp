@@ -191,7 +191,14 @@ void Application::ShowSettings() {
 }
 
 StoreResult Application::UnloadSettings() {
-    return m_settings != nullptr ? m_settings->Form_Unload() : StoreResult{};
+    if (m_settings == nullptr) {
+        return {};
+    }
+    // A signal may have ended the program with the dialog open and nobody there to answer a box.
+    m_boxes.SetSilent(true);
+    m_settings->TakeEntryAtEnd();
+    m_boxes.SetSilent(false);
+    return m_settings->Form_Unload();
 }
 
 }  // namespace spellwick

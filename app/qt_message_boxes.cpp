@@ -78,6 +78,10 @@ void LetGo() {
 }  // namespace
 
 BoxAnswer QtMessageBoxes::Show(const Box& box) {
+    const bool asks = box.buttons == BoxButtons::kYesNo;
+    if (m_silent) {
+        return asks ? BoxAnswer::kNo : BoxAnswer::kOk;
+    }
     QWidget* owner = QApplication::activeModalWidget();
     QWidget* const window = m_owner.data();
     if (owner == nullptr && window != nullptr && window->isVisible()) {

@@ -86,6 +86,10 @@ void Companion::End(EndCause cause) {
         m_ending = false;
         return;
     }
+    // An entry that fails is dropped: a report would hold up the end, and all else is still
+    // unsaved.
+    IgnoreFailure([&] { m_display.Act([&] { m_purse.CommitAtEnd(cause == EndCause::kUser); }); });
+    IgnoreFailure([&] { m_display.Act([&] { m_tithes.Commit(); }); });
     // Read before the window goes: a hidden window has lost its frame.
     const WindowPlaces places = AllPlaces();
     m_services.assist.UnhookWindow();

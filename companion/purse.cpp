@@ -58,14 +58,15 @@ void Purse::ShowCounter(i32 reagent) {
         reagent, PlainText(i32{m_state.ReagentStock(reagent, m_state.CurrentReagentBag)}));
 }
 
-void Purse::LeaveCounter(i32 reagent) {
+void Purse::TakeEntry(i32 reagent, Refusal refusal) {
     m_display.screen.focusedReagent = 0;
     const CounterEntry entry = CommitCounterEntry(
         CounterText(reagent), m_state.ReagentStock(reagent, m_state.CurrentReagentBag));
-    if (entry.refused) {
+    if (entry.refused && refusal == kTell) {
         m_display.Tell();
         m_boxes.Show({.text = std::string(kNotThatManyReagents)});
-    } else {
+    }
+    if (!entry.refused) {
         m_state.ReagentStock(reagent, m_state.CurrentReagentBag) = entry.stock;
     }
     // Read afresh: the player may have changed while the message box was open.
@@ -110,6 +111,12 @@ void Purse::ClickBag(i32 bag) {
 void Purse::LeaveBags() {
     if (m_state.CurrentReagentBag >= 0 && m_bagNameChanged) {
         RewriteBagEntry(m_state.CurrentReagentBag);
+    }
+}
+
+void Purse::CommitAtEnd(bool tells) {
+    if (m_display.screen.focusedReagent > 0) {
+        TakeEntry(m_display.screen.focusedReagent, tells ? kTell : kDrop);
     }
 }
 

@@ -36,7 +36,7 @@ class Purse {
     void ShowCounter(i32 reagent);
 
     // Takes the entry of a counter that has lost the focus.
-    void LeaveCounter(i32 reagent);
+    void LeaveCounter(i32 reagent) { TakeEntry(reagent, kTell); }
 
     // The name of the bag in use is being typed over.
     void TypeBagName(const std::string& name);
@@ -48,8 +48,14 @@ class Purse {
     // Takes what is unfinished although no loss of focus was reported, as in a window that is not
     // the active one.
     void CommitPending();
+    // The counter of CommitPending, for the end of the program. A refusal is told only if somebody
+    // is there to read it.
+    void CommitAtEnd(bool tells);
 
   private:
+    enum Refusal { kTell, kDrop };
+
+    void TakeEntry(i32 reagent, Refusal refusal);
     void RewriteBagEntry(i32 selected);
 
     SharedState& m_state;

@@ -308,6 +308,13 @@ void FormSettings::ClickCommandDummy() {
     CommandDummy->setFocus(Qt::OtherFocusReason);
 }
 
+void FormSettings::TakeEntryAtEnd() {
+    if (isVisible()) {
+        m_macros->DropRefusedKeys();
+        LeaveEntryFor(*Command1);
+    }
+}
+
 StoreResult FormSettings::Form_Unload() {
     KeepPlace();
     const bool hasPlace = !isMinimized() && !isMaximized() && !isFullScreen();

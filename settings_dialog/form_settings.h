@@ -41,6 +41,9 @@ class FormSettings : public QDialog {
     // Due each time the dialog becomes active: its top-most state, the player, all tabs.
     void Form_Activate();
 
+    // Takes the entry in use at the end of the program; one that would be refused is dropped.
+    void TakeEntryAtEnd();
+
     // Saves the dialog's place, unless it is minimised, and all macro codes.
     StoreResult Form_Unload();
 

@@ -39,6 +39,14 @@ class QtMessageBoxesTest : public testing::Test {
     QtMessageBoxes m_boxes;
 };
 
+TEST_F(QtMessageBoxesTest, Silent_EachBoxIsAnsweredAsIfClosed) {
+    m_boxes.SetSilent(true);
+    EXPECT_EQ(m_boxes.Show({.text = "Full"}), BoxAnswer::kOk);
+    EXPECT_EQ(m_boxes.Show({.text = "Add it ?", .buttons = BoxButtons::kYesNo}), BoxAnswer::kNo);
+    m_boxes.SetSilent(false);
+    Show({.text = "Full"}, [](QMessageBox& box) { box.accept(); });
+}
+
 TEST_F(QtMessageBoxesTest, Show_SaysWhatTheBoxSays) {
     struct Row {
         const char* name = nullptr;

@@ -1,6 +1,7 @@
 // Macros, skills and stocks that are edited in the real program and still there after a restart;
 // keys that are refused; the client's macro file.
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -175,6 +176,60 @@ TEST_F(TabsInTheProgram, RefusedKey_TheButtonThatWasPressedIsNotDrawnPressed) {
     PressOk();
     ASSERT_EQ(CloseSpellwick(), 0);
     EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--q");
+}
+
+TEST_F(TabsInTheProgram, RefusedKey_EveryWayOutAsksOnceAndStays_EscapeGoes) {
+    StartAtTab(kMacros);
+    Tabs(1);
+    m_desk->Type("no");
+    const auto back = [&] { return m_desk->Session().ActiveWindow() == m_dialog; };
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        m_desk->Click(m_dialog, Ok());
+        AnswerBox();
+        ASSERT_TRUE(WaitUntil(back)) << "OK";
+        m_desk->RestingPicture(m_dialog);
+        m_desk->Hold(XKB_KEY_Alt_L, true);
+        m_desk->Tap(XKB_KEY_o);
+        m_desk->Hold(XKB_KEY_Alt_L, false);
+        AnswerBox();
+        ASSERT_TRUE(WaitUntil(back)) << "Alt+O";
+        m_desk->RestingPicture(m_dialog);
+        m_desk->AskToClose(m_dialog);
+        AnswerBox();
+        ASSERT_TRUE(WaitUntil(back)) << "X";
+        m_desk->RestingPicture(m_dialog);
+    }
+    m_desk->Tap(XKB_KEY_Escape);
+    ASSERT_TRUE(m_desk->WaitGone(m_dialog));
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--1");
+}
+
+TEST_F(TabsInTheProgram, EndSignal_TakesAnEntryAndAsksNothing) {
+    StartAtTab(kReagents);
+    TypeStock("+99");
+    m_desk->RestingPicture(m_dialog);
+    Spellwick().Signal(SIGTERM);
+    EXPECT_EQ(Spellwick().WaitForEnd(std::chrono::seconds(10)), 0) << "the move is refused";
+    EXPECT_EQ(Stored(kMira, "MR 0"), "10");
+
+    StartAgain();
+    OpenTab(kReagents);
+    TypeStock("-4");
+    m_desk->RestingPicture(m_dialog);
+    Spellwick().Signal(SIGTERM);
+    EXPECT_EQ(Spellwick().WaitForEnd(std::chrono::seconds(10)), 0);
+    EXPECT_EQ(Stored(kMira, "MR 0"), "6");
+    EXPECT_EQ(Stored(kMira, "MR 1"), "4");
+
+    StartAgain();
+    OpenTab(kMacros);
+    Tabs(1);
+    m_desk->Type("no");
+    m_desk->RestingPicture(m_dialog);
+    Spellwick().Signal(SIGTERM);
+    EXPECT_EQ(Spellwick().WaitForEnd(std::chrono::seconds(10)), 0);
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--1");
 }
 
 TEST_F(TabsInTheProgram, RefusedKeysSideBySide_AskOnce) {

@@ -91,6 +91,27 @@ TEST_F(StartAndEnd, EndSignals_SaveAsARegularEnd) {
     }
 }
 
+TEST_F(StartAndEnd, EntryInACounter_IsTakenByTheCloseButtonAndBySignals) {
+    PrepareMage(kMira, 10);
+    Prepare(kGlobal, {{"CurrentPlayerName", kMira}});
+    int garlic = 10;
+    for (const int signal : {0, SIGTERM, SIGINT, SIGHUP}) {
+        StartSpellwick();
+        m_desk->Click(Window(), Counter(5));
+        m_desk->RestingPicture(Window());
+        m_desk->Type("+10");
+        m_desk->RestingPicture(Window());
+        if (signal == 0) {
+            EXPECT_EQ(CloseSpellwick(), 0);
+        } else {
+            Spellwick().Signal(signal);
+            EXPECT_EQ(Spellwick().WaitForEnd(10s), 0) << signal;
+        }
+        garlic += 10;
+        EXPECT_EQ(Stored(kMira, "GA 0"), std::to_string(garlic)) << signal;
+    }
+}
+
 // Kills the program at different points of its final save, from before it to after it.
 TEST_F(StartAndEnd, KillDuringTheSave_LeavesTheOldOrTheNewState) {
     PrepareMage(kMira, 10);

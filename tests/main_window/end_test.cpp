@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "store/catalogue.h"
 #include "tests/support/main_window_fixture.h"
 
 namespace spellwick {
@@ -100,11 +101,75 @@ TEST_F(EndTest, FormUnload_StartAgain_FindsEverythingAsItWas) {
     EXPECT_EQ(State().CurrentPlayerName, kMira);
 }
 
-TEST_F(EndTest, FormUnload_UnfinishedEntry_IsNotCommitted) {
+TEST_F(EndTest, FormUnload_UnfinishedEntry_IsTaken) {
+    struct Row {
+        const char* typed;
+        const char* saved;
+    };
+    for (const bool bySystem : {false, true}) {
+        for (const Row& row : {Row{"44", "44"}, Row{"+10", "60"}, Row{"-3", "47"}, Row{"", "0"}}) {
+            SCOPED_TRACE(row.typed);
+            m_form.reset();
+            m_state = SharedState();
+            StartWithMira();
+            Enter(Reagent(1), row.typed);
+            if (bySystem) {
+                Program().End(EndCause::kSystem);
+            } else {
+                Form().close();
+            }
+            EXPECT_EQ(Saved(kMira, "MR 0"), row.saved);
+            EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+        }
+    }
+}
+
+TEST_F(EndTest, FormUnload_UnfinishedEntryThatIsRefused_IsToldToTheUserAlone) {
+    for (const bool bySystem : {false, true}) {
+        m_form.reset();
+        m_state = SharedState();
+        StartWithMira();
+        Enter(Reagent(1), "-51");
+        if (bySystem) {
+            Program().End(EndCause::kSystem);
+            EXPECT_THAT(TakeBoxes(), IsEmpty());
+        } else {
+            Form().close();
+            EXPECT_THAT(TakeBoxes(),
+                        ElementsAre(Box{.text = "You do not have that amount of reagents"}));
+        }
+        EXPECT_EQ(Saved(kMira, "MR 0"), "50");
+        EXPECT_EQ(TakeLog().back(), "end 0");
+    }
+}
+
+TEST_F(EndTest, FormUnload_UnfinishedEntryOfAnotherBag_GoesThere) {
     StartWithMira();
-    Enter(Reagent(1), "44");
+    Program().ClickBag(1);
+    Enter(Reagent(1), "+10");
     Form().close();
     EXPECT_EQ(Saved(kMira, "MR 0"), "50");
+    EXPECT_EQ(Saved(kMira, "MR 1"), "30");
+}
+
+TEST_F(EndTest, FormUnload_UnfinishedTithes_AreTaken) {
+    StartWithMira();
+    DoubleClick(Named(QStringLiteral("LabelTithes")));
+    Type("+25");
+    Form().close();
+    EXPECT_EQ(Saved(kMira, "CurrentTithing"), " 525");
+}
+
+TEST_F(EndTest, FormUnload_UnfinishedEntryThatOverflows_CostsTheRestNothing) {
+    StartWithMira();
+    State().ReagentStock(1, 0) = 32767;
+    State().ReagentStock(2, 0) = 12;
+    Program().ShowCounter(1);
+    Enter(Reagent(1), "+10");
+    Form().close();
+    EXPECT_EQ(Saved(kMira, "MR 0"), "32767");
+    EXPECT_EQ(Saved(kMira, StockKey(2, 0)), "12");
+    EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
 }
 
 TEST_F(EndTest, FormUnload_SaveFails_AsksAndEndsWithoutSaving) {

@@ -553,6 +553,29 @@ TEST_F(FormSettingsTest, Unload_WritesAll98MacrosInOneTransaction) {
     EXPECT_EQ(macros, 98);
 }
 
+TEST_F(FormSettingsTest, EndOfProgram_TakesTheEntryAndDropsARefusedKey) {
+    SetSaved("Settings", "CurrentPlayerName", kMira);
+    SetSaved(kMira, "MR 0", "5");
+    SetSaved(kMira, "MR 1", "20");
+    Open();
+    ShowTab(4);
+    Enter("ReagentLeft", 1, "+10");
+    Form().TakeEntryAtEnd();
+    EXPECT_EQ(m_state.ReagentStock(1, 0), 15);
+    EXPECT_EQ(m_state.ReagentStock(1, 1), 10);
+    ShowTab(2);
+    Enter("TextMacro", 0, "f7");
+    Form().TakeEntryAtEnd();
+    EXPECT_EQ(m_state.MacroKey(1), "{F7}");
+    Enter("TextMacro", 0, "no");
+    Form().TakeEntryAtEnd();
+    EXPECT_EQ(m_state.MacroKey(1), "{F7}");
+    Click("Command1");
+    TakeLog();
+    Form().TakeEntryAtEnd();
+    EXPECT_THAT(TakeLog(), IsEmpty()) << "while it is hidden there is none";
+}
+
 TEST_F(FormSettingsTest, TabKey_GoesThroughTheStripThePanelAndOk) {
     Open();
     ShowTab(7);
