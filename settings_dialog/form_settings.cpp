@@ -151,7 +151,7 @@ void FormSettings::MakeButtons() {
 void FormSettings::MakeShortcuts() {
     const struct {
         QKeyCombination keys;
-        int step;
+        int step = 0;
     } rows[] = {{Qt::CTRL | Qt::Key_Tab, 1},
                 {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1},
                 {Qt::CTRL | Qt::Key_PageDown, 1},
