@@ -1,13 +1,17 @@
 #include "platform/linux/open_settings_store.h"
 
+#include <chrono>
 #include <fstream>
+#include <future>
 #include <random>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/file_descriptor.h"
 #include "store/section_name.h"
 #include "store/settings_io.h"
 #include "tests/store/sqlite_test_tools.h"
@@ -171,6 +175,36 @@ TEST_F(OpenStoreTest, KeptAsideTwiceInASecond_OverwritesNothing) {
     EXPECT_EQ(ReadFile(kept[0]), "first");
     EXPECT_EQ(ReadFile(kept[1]), "second");
     EXPECT_EQ(ReadFile(kept[2]), "third");
+}
+
+TEST_F(OpenStoreTest, SideFileOfANameThatIsFree_ThatNameIsTaken) {
+    WriteFile(File(), "noise");
+    const OpenedStore first = Open();
+    ASSERT_TRUE(first.keptAside.has_value());
+    // Only a log is left of it: another store of this name would read it as its own.
+    const fs::path log = first.keptAside->string() + "-wal";
+    fs::remove(*first.keptAside);
+    WriteFile(log, "an old log");
+    for (const char* side : {"", "-wal", "-shm"}) {
+        fs::remove(File().string() + side);
+    }
+    WriteFile(File(), "noise again");
+    const OpenedStore second = Open();
+    ASSERT_TRUE(second.keptAside.has_value());
+    EXPECT_NE(second.keptAside, first.keptAside);
+    EXPECT_EQ(ReadFile(*second.keptAside), "noise again");
+    EXPECT_EQ(ReadFile(log), "an old log");
+}
+
+TEST_F(OpenStoreTest, FolderThatAnotherStartHasLocked_IsWaitedFor) {
+    WriteFile(File(), "noise");
+    const FileDescriptor other(open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(flock(other.Number(), LOCK_EX), 0);
+    std::future<OpenedStore> opening = std::async(std::launch::async, [this] { return Open(); });
+    EXPECT_EQ(opening.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
+    EXPECT_EQ(ReadFile(File()), "noise") << "nothing is set aside while another one looks at it";
+    ASSERT_EQ(flock(other.Number(), LOCK_UN), 0);
+    EXPECT_TRUE(opening.get().keptAside.has_value());
 }
 
 TEST_F(OpenStoreTest, KeptAside_TakesItsLogAlong) {
