@@ -36,6 +36,7 @@ class NoView : public AssistView, public AssistLink, public FailureSink {
     void FindAssist() override {}
     void HookWindow() override {}
     void UnhookWindow() override {}
+    void TakeReports() override {}
     void RequestCount() override {}
     void OnUncaughtFailure(const std::exception& /*failure*/,
                            std::string_view /*action*/) override {

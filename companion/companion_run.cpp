@@ -92,6 +92,8 @@ void Companion::End(EndCause cause) {
     IgnoreFailure([&] { m_display.Act([&] { m_tithes.Commit(); }); });
     // Read before the window goes: a hidden window has lost its frame.
     const WindowPlaces places = AllPlaces();
+    // What the tool has reported counts, though the request to close may have overtaken it.
+    m_services.assist.TakeReports();
     m_services.assist.UnhookWindow();
     forms.HideMainWindow();
     forms.ServeEvents();

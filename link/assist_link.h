@@ -15,6 +15,9 @@ class AssistLink {
     virtual void HookWindow() = 0;
     virtual void UnhookWindow() = 0;
 
+    // Handles the reports that have come in, before the end: half a second at most.
+    virtual void TakeReports() = 0;
+
     // Asks the tool to count the reagents; its reports may arrive before this returns.
     virtual void RequestCount() = 0;
 };

@@ -25,6 +25,7 @@ class AssistSearch : public AssistLink {
     void FindAssist() override;
     void HookWindow() override;
     void UnhookWindow() override;
+    void TakeReports() override { m_transport.ServePending(); }
     void RequestCount() override;
 
     // The tool's window that the last search found; 0 if it found none.

@@ -58,6 +58,10 @@ class AssistTransport {
     // Handles messages that have come in, for a few milliseconds at most; what is left keeps the
     // descriptor readable.
     virtual void Service() {}
+
+    // Handles the messages that have come in by now, those too that wait for the end of another,
+    // for half a second at most.
+    virtual void ServePending() {}
 };
 
 }  // namespace spellwick

@@ -23,6 +23,7 @@ using std::chrono::milliseconds;
 // while it waits, the limit is raised by one after a while.
 constexpr int kDeepest = 8;
 constexpr timespec kStuckAfter{.tv_sec = 0, .tv_nsec = 250'000'000};
+constexpr milliseconds kLongestPending{500};
 constexpr std::ptrdiff_t kMostPeers = 16;
 // Names tried in one search, a few microseconds each.
 constexpr int kMostTried = 1000;
@@ -232,6 +233,18 @@ void SocketAssistTransport::Service() {
         }
         DropEnded();
     }
+    Arm();
+}
+
+void SocketAssistTransport::ServePending() {
+    const auto deadline = Clock::now() + kLongestPending;
+    do {
+        ReadAll();
+        while (Clock::now() < deadline && ServeOne()) {
+            continue;
+        }
+        ReadAll();
+    } while (Clock::now() < deadline && HasLines());
     Arm();
 }
 

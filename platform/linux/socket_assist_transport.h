@@ -49,6 +49,7 @@ class SocketAssistTransport : public AssistTransport {
 
     int Descriptor() const override { return m_events.Number(); }
     void Service() override;
+    void ServePending() override;
 
   private:
     using Clock = std::chrono::steady_clock;

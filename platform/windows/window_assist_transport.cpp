@@ -17,6 +17,8 @@ constexpr int kDeepest = 8;
 // Messages from here on are registered by name.
 constexpr UINT kFirstRegistered = 0xc000;
 
+constexpr std::chrono::milliseconds kLongestPending{500};
+
 // How long a window that has hung gets to show that it no longer does.
 constexpr UINT kStirMilliseconds = 20;
 
@@ -166,11 +168,36 @@ std::optional<i32> WindowAssistTransport::Receive(const WindowMessage& message) 
 
 void WindowAssistTransport::ReceiveDeferred() {
     while (m_depth == 0 && !m_deferred.empty()) {
-        const Deferred deferred = m_deferred.front();
-        m_deferred.pop_front();
-        if (!Receive(MessageOf(deferred))) {
-            CallWindowProcW(m_replaced, deferred.window, deferred.number, deferred.wParam,
-                            deferred.lParam);
+        ReceiveFirst();
+    }
+}
+
+void WindowAssistTransport::ReceiveFirst() {
+    const Deferred deferred = m_deferred.front();
+    m_deferred.pop_front();
+    if (!Receive(MessageOf(deferred))) {
+        CallWindowProcW(m_replaced, deferred.window, deferred.number, deferred.wParam,
+                        deferred.lParam);
+    }
+}
+
+// A request to close that is taken in the middle of a report overtakes the deferred ones, and it
+// may have been sent and not posted.
+void WindowAssistTransport::ServePending() {
+    const auto deadline = Clock::now() + kLongestPending;
+    const auto start = static_cast<LONG>(GetTickCount());
+    bool more = true;
+    while (more && m_receiver != nullptr && Clock::now() < deadline) {
+        if (!m_deferred.empty()) {
+            ReceiveFirst();
+            continue;
+        }
+        MSG message{};
+        more = PeekMessageW(&message, m_own, WM_USER, kFirstRegistered - 1, PM_REMOVE) != FALSE;
+        if (more) {
+            DispatchMessageW(&message);
+            // Posted since: the tool goes on, and the end does not wait for it.
+            more = static_cast<LONG>(message.time) - start <= 0;
         }
     }
 }

@@ -30,6 +30,7 @@ class WindowAssistTransport : public AssistTransport {
     // The window belongs to the calling thread.
     void Attach(WindowHandle own, MessageReceiver& receiver) override;
     void Detach() override;
+    void ServePending() override;
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -53,6 +54,8 @@ class WindowAssistTransport : public AssistTransport {
     void NoteSilence(HWND window);
     std::optional<i32> Receive(const WindowMessage& message);
     void ReceiveDeferred();
+    // Hands the first of the deferred messages on.
+    void ReceiveFirst();
 
     AssistPatience m_patience;
     bool m_starting = true;  // no receiver has been attached yet

@@ -294,6 +294,13 @@ TEST_F(AssistTool, TwoHundredReportsAtOnce_AreAllTakenInTheirOrder) {
     ExpectSaved(kPack);
 }
 
+TEST_F(AssistTool, ReportsAndACloseAtOnce_AllCount) {
+    PrepareMage(kMira, 10);
+    StartAll();
+    TellTool("fault burst");
+    ExpectSaved(kPack);
+}
+
 TEST_F(AssistTool, ReportsInTheMiddleOfACast_LeaveItsKeysAlone) {
     PrepareMage(kMira, 10);
     StartAll();

@@ -26,7 +26,7 @@ TEST_F(EndTest, FormUnload_RunsItsStepsInOrder) {
         wasSaved = !m_store.Batches().empty();
     };
     Form().close();
-    EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+    EXPECT_THAT(TakeLog(), ElementsAre("take reports", "unhook", "unload settings", "end 0"));
     EXPECT_TRUE(wasVisible);
     EXPECT_FALSE(wasSaved);
     EXPECT_FALSE(Form().isVisible());
@@ -179,8 +179,8 @@ TEST_F(EndTest, FormUnload_SaveFails_AsksAndEndsWithoutSaving) {
     EXPECT_THAT(TakeBoxes(), ElementsAre(Box{.text = "The disk is full.",
                                              .icon = BoxIcon::kExclamation,
                                              .buttons = BoxButtons::kTryAgainOrEnd}));
-    EXPECT_THAT(TakeLog(),
-                ElementsAre("unhook", "unload settings", "box The disk is full.", "end 3"));
+    EXPECT_THAT(TakeLog(), ElementsAre("take reports", "unhook", "unload settings",
+                                       "box The disk is full.", "end 3"));
     EXPECT_EQ(Saved(kMira, "MR 0"), "50");
 }
 
@@ -189,7 +189,7 @@ TEST_F(EndTest, FormUnload_CalledAgainWhileItRuns_DoesNothingMore) {
     m_parts.hooked = "unhook";
     m_parts.hook = [&] { Program().End(EndCause::kUser); };
     Form().close();
-    EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+    EXPECT_THAT(TakeLog(), ElementsAre("take reports", "unhook", "unload settings", "end 0"));
 }
 
 TEST_F(EndTest, SaveAfterFailure_SavesPlayerAndGlobalKeysEachOnItsOwn) {

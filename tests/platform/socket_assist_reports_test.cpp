@@ -242,5 +242,45 @@ TEST_F(SocketAssist, ToolThatIsDroppedInsideItsOwnReport_IsNoTrouble) {
     EXPECT_THAT(Titles(), IsEmpty());
 }
 
+// The end may come in the middle of a report, as deep as they go.
+TEST_F(SocketAssist, ReportsThatHaveComeIn_AreTakenBeforeTheEnd) {
+    constexpr i32 kReports = 1000;
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    std::size_t before = 0;
+    m_receiver.during = [&](const WindowMessage&) {
+        if (m_receiver.depth < 8) {
+            m_transport.Service();
+        } else if (before == 0) {
+            before = m_receiver.messages.size();
+            m_transport.ServePending();
+            m_transport.Detach();
+        }
+    };
+    std::string burst;
+    for (i32 i = 0; i < kReports; ++i) {
+        burst += "send 1325 1 " + std::to_string(i) + '\n';
+    }
+    tool.Write(burst);
+    ServeUntil([&] { return before > 0; });
+    EXPECT_EQ(before, 8U);
+    ASSERT_EQ(m_receiver.messages.size(), std::size_t{kReports});
+    for (i32 i = 0; i < kReports; ++i) {
+        EXPECT_EQ(m_receiver.messages[static_cast<std::size_t>(i)].lParam, i);
+    }
+}
+
+TEST_F(SocketAssist, ReportsWithoutEnd_DoNotHoldTheEndUp) {
+    ToolSocket tool(m_folder, "a.sock");
+    Greet(tool);
+    m_transport.Attach(kOwnWindow, m_receiver);
+    m_receiver.during = [&](const WindowMessage&) { tool.Write("send 1325 1 1\n"); };
+    tool.Write("send 1325 1 1\n");
+    m_transport.ServePending();
+    EXPECT_GT(m_receiver.messages.size(), 1U);
+    EXPECT_TRUE(IsReadable(0ms)) << "there is always one more";
+}
+
 }  // namespace
 }  // namespace spellwick

@@ -14,7 +14,8 @@ TEST_F(EndOfProgramTest, Unload_TheDialogsStepsComeBeforeTheMainWindowsSaving) {
     Program().End(EndCause::kUser);
     EXPECT_EQ(savedBefore, 0U);
     EXPECT_EQ(m_store.Batches().size(), 1U);
-    EXPECT_THAT(TakeLog(), testing::ElementsAre("unhook", "unload settings", "end 0"));
+    EXPECT_THAT(TakeLog(),
+                testing::ElementsAre("take reports", "unhook", "unload settings", "end 0"));
 }
 
 TEST_F(EndOfProgramTest, AfterAFailure_TheDialogsStepsCostTheOthersNothing) {

@@ -36,6 +36,7 @@ class RecordingParts : public AssistLink, public WaitWindow {
     void FindAssist() override { Note("find assist"); }
     void HookWindow() override { Note("hook"); }
     void UnhookWindow() override { Note("unhook"); }
+    void TakeReports() override { Note("take reports"); }
     void RequestCount() override { Note("request count"); }
     void ShowWait() override { Note("wait"); }
     void ShowPercent(i32 /*percent*/) override {}

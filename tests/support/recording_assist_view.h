@@ -44,6 +44,7 @@ class RecordingAssistView : public AssistView, public AssistLink {
     void FindAssist() override { Log("search"); }
     void HookWindow() override { Log("hook"); }
     void UnhookWindow() override { Log("unhook"); }
+    void TakeReports() override { Log("take reports"); }
     void RequestCount() override { Log("count"); }
 
     std::vector<std::string> TakeLog() { return std::exchange(log, {}); }

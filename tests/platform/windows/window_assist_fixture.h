@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -40,8 +41,15 @@ class SinkThatCounts : public FailureSink {
     std::vector<std::string> failures;
 };
 
+// What our window does when it is asked to close.
+inline std::function<void()> onClose;
+
 // A window of ours with its own procedure, like the toolkit's windows.
 inline LRESULT CALLBACK OrdinaryProcedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
+    if (number == WM_CLOSE && onClose) {
+        onClose();
+        return 0;
+    }
     if (number == kOther) {
         return 4711;
     }
@@ -64,6 +72,7 @@ class WindowAssist : public testing::Test {
         m_view.duringYield = &testing_support::ServeEvents;
     }
     void TearDown() override {
+        onClose = nullptr;
         m_transport.Detach();
         DestroyWindow(m_window);
         testing_support::ServeEvents();

@@ -274,5 +274,68 @@ TEST_F(WindowAssist, BurstOfPostedReports_ComesInOrderAndDoesNotPileUp) {
     EXPECT_LE(receiver.deepest, 9);
 }
 
+std::vector<i32> FirstNumbers(int count) {
+    std::vector<i32> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 1);
+    return numbers;
+}
+
+// The request to close is handled inside the deepest report, before those that wait for its end.
+TEST_F(WindowAssist, RequestToCloseAfterPostedReports_OvertakesNone) {
+    constexpr int kReports = 14;
+    const auto tool = StartLinked();
+    YieldingReceiver receiver;
+    m_transport.Attach(m_state.MainWindowHandle, receiver);
+    std::size_t before = 0;
+    onClose = [&] {
+        before = receiver.counts.size();
+        m_transport.ServePending();
+        m_transport.Detach();
+    };
+    tool->Ask(kSetReport, 1, kAssistStock);
+    tool->Ask(kPostMany, kReports);
+    PostMessageW(m_window, WM_CLOSE, 0, 0);
+    ServeEvents();
+    EXPECT_LT(before, std::size_t{kReports}) << "it was to overtake some";
+    EXPECT_EQ(receiver.counts, FirstNumbers(kReports));
+}
+
+TEST_F(WindowAssist, ReportsStillInTheQueue_AreTakenBeforeTheEnd) {
+    constexpr int kReports = 100;
+    const auto tool = StartLinked();
+    YieldingReceiver receiver;
+    m_transport.Attach(m_state.MainWindowHandle, receiver);
+    tool->Ask(kSetReport, 1, kAssistStock);
+    tool->Ask(kPostMany, kReports);
+    m_transport.ServePending();
+    m_transport.Detach();
+    EXPECT_EQ(receiver.counts, FirstNumbers(kReports));
+}
+
+class ReceiverThatGetsMoreEachTime : public MessageReceiver {
+  public:
+    explicit ReceiverThatGetsMoreEachTime(HWND window) : m_window(window) {}
+    std::optional<i32> OnMessage(const WindowMessage& message) override {
+        if (message.number != kAssistStock) {
+            return std::nullopt;
+        }
+        PostMessageW(m_window, kAssistStock, 1, 1);
+        return 0;
+    }
+
+  private:
+    HWND m_window;
+};
+
+TEST_F(WindowAssist, ReportsWithoutEnd_DoNotHoldTheEndUp) {
+    ReceiverThatGetsMoreEachTime receiver(m_window);
+    m_transport.Attach(m_state.MainWindowHandle, receiver);
+    PostMessageW(m_window, kAssistStock, 1, 1);
+    m_transport.ServePending();
+    m_transport.Detach();
+    MSG message{};
+    EXPECT_TRUE(PeekMessageW(&message, m_window, kAssistStock, kAssistStock, PM_REMOVE));
+}
+
 }  // namespace
 }  // namespace spellwick
