@@ -135,8 +135,8 @@ class SocketAssist : public testing::Test {
         return m_transport.SendToWindow(m_window, number, wParam, zero);
     }
 
-    static constexpr AssistPatience kPatience{.answer = std::chrono::milliseconds(400),
-                                              .shortAnswer = std::chrono::milliseconds(100),
+    static constexpr AssistPatience kPatience{.answer = std::chrono::seconds(1),
+                                              .shortAnswer = std::chrono::seconds(1),
                                               .firstPause = std::chrono::minutes(1),
                                               .longestPause = std::chrono::minutes(1)};
 
