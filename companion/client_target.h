@@ -24,6 +24,8 @@ class ClientTarget : public KeyTarget {
                m_clients.WaitUntilRead(m_state.ClientWindow, patience);
     }
 
+    bool FollowsKeyMapLate() override { return m_clients.FollowsKeyMapLate(m_state.ClientWindow); }
+
   private:
     ClientWindows& m_clients;
     const SharedState& m_state;

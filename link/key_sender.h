@@ -28,6 +28,9 @@ class KeyTarget {
     // True once the window has read all the keys typed before; false if it does not say so within
     // the patience.
     [[nodiscard]] virtual bool HasRead(std::chrono::milliseconds patience) = 0;
+
+    // True if the window follows a change of the key map late, and only for few codes.
+    [[nodiscard]] virtual bool FollowsKeyMapLate() = 0;
 };
 
 class KeySender {

@@ -16,6 +16,11 @@ constexpr const char* kLost = "The connection to the keyboard is lost.";
 constexpr std::chrono::milliseconds kPatienceForHand{500};
 constexpr std::chrono::milliseconds kLookAtHand{10};
 
+// How long a program that follows the map late has for a change, if it says when it has read it
+// and if it does not.
+constexpr std::chrono::milliseconds kPatienceForMap{1000};
+constexpr std::chrono::milliseconds kPauseForMap{200};
+
 // On every way out, releases the keys that are down in mirrored order and puts locks and group
 // back.
 class Undo {
@@ -34,6 +39,9 @@ class Undo {
             static_cast<void>(m_keyboard.SetLocks(m_plan.unlock, m_plan.relock));
         }
     }
+
+    std::uint8_t Group() const { return m_group; }
+    std::uint8_t GroupBefore() const { return m_before; }
 
     bool Unlock() {
         m_unlocked = m_plan.unlock != 0;
@@ -79,6 +87,7 @@ class Run {
           m_borrowed(borrowed),
           m_pace(pace),
           m_target(target),
+          m_late(target.FollowsKeyMapLate()),
           m_undo(plan, keymap, keyboard) {
         for (const ModifierKey& key : keymap.modifierKeys) {
             m_pressable |= key.modifier;
@@ -86,20 +95,28 @@ class Run {
     }
 
     SendResult Type() && {
-        if (!BindWhatIsFree(0) || !ReleaseHands() ||
+        TypeAll();
+        WaitBeforeGroup(m_undo.GroupBefore());
+        return std::move(m_result);
+    }
+
+  private:
+    void TypeAll() {
+        // Wine notices changes of the map only behind the first key that it gets.
+        if ((!m_late && !BindWhatIsFree(0)) || !ReleaseHands() ||
             !HandsAreOff("Nothing was typed, because Shift, Ctrl, Alt or a key like them is held "
                          "down.") ||
             !Confirm(m_undo.Unlock())) {
-            return std::move(m_result);
+            return;
         }
         bool begins = true;
         for (std::size_t index = 0; index < m_plan.events.size(); ++index) {
             if (begins && !MayStrike(index)) {
-                return std::move(m_result);
+                return;
             }
             const KeyEvent& event = m_plan.events[index];
             if (!Confirm(m_undo.Do(event))) {
-                return std::move(m_result);
+                return;
             }
             if (event.pause != PauseAfter::kNone) {
                 m_keyboard.Pause(event.pause == PauseAfter::kHold ? m_pace.hold : m_pace.gap);
@@ -108,10 +125,8 @@ class Run {
             begins = event.pause == PauseAfter::kGap;
             m_result.strokes += begins ? 1 : 0;
         }
-        return std::move(m_result);
     }
 
-  private:
     // Keeps the error if the system did not take a call.
     bool Confirm(bool taken) {
         if (!taken) {
@@ -154,12 +169,20 @@ class Run {
                          "down.")) {
             return false;
         }
+        WaitBeforeGroup(m_plan.events[index].group);
         if (!m_target.MayType()) {
             m_result.error = "The window that the keys are for has lost the keyboard.";
             m_result.stopped = true;
             return false;
         }
         return true;
+    }
+
+    // Wine looks a key's symbol up in the group of that moment.
+    void WaitBeforeGroup(std::uint8_t group) {
+        if (m_late && group != m_undo.Group() && m_keyboard.Sync()) {
+            static_cast<void>(m_target.HasRead(kPatienceForMap));
+        }
     }
 
     bool BindWhatIsNeeded(std::size_t index) {
@@ -193,7 +216,16 @@ class Run {
             }
             bindings.push_back(planned.binding);
         }
-        return bindings.empty() || Confirm(m_borrowed.Bind(bindings));
+        if (bindings.empty()) {
+            return true;
+        }
+        if (!Confirm(m_borrowed.Bind(bindings))) {
+            return false;
+        }
+        if (m_late && !m_target.HasRead(kPatienceForMap)) {
+            m_keyboard.Pause(kPauseForMap);
+        }
+        return true;
     }
 
     const KeyPlan& m_plan;
@@ -201,6 +233,7 @@ class Run {
     BorrowedCodes& m_borrowed;
     const Pace& m_pace;
     KeyTarget& m_target;
+    bool m_late;
     unsigned m_pressable = 0;
     std::size_t m_bound = 0;  // bindings made
     SendResult m_result;

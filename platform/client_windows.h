@@ -42,6 +42,10 @@ class ClientWindows {
     // False if it does not say so within the patience; at once if it never says so.
     [[nodiscard]] virtual bool WaitUntilRead(WindowHandle window,
                                              std::chrono::milliseconds patience) = 0;
+
+    // True if the window's program follows a change of the key map late, and has room for few codes
+    // that had no symbol before: one that runs under Wine.
+    [[nodiscard]] virtual bool FollowsKeyMapLate(WindowHandle window) = 0;
 };
 
 }  // namespace spellwick

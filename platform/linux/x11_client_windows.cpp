@@ -213,12 +213,20 @@ bool X11ClientWindows::WaitUntilRead(WindowHandle window, std::chrono::milliseco
     if (window == 0 || !Speaks(window, m_hints.Get()->_NET_WM_PING)) {
         return false;
     }
-    const xcb_timestamp_t time = ServerTime();
     ListenToRoot(kRootEvents | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
-    Tell(window, m_hints.Get()->_NET_WM_PING, time);
-    const bool read = ArrivesPong(window, time, deadline);
+    // Wine answers when it has queued the keys for its program, and reads more events when the
+    // program has taken them all: a second answer says that.
+    const bool read =
+        Answers(window, deadline) && (!FollowsKeyMapLate(window) || Answers(window, deadline));
     ListenToRoot(kRootEvents);
     return read;
+}
+
+bool X11ClientWindows::Answers(xcb_window_t window,
+                               std::chrono::steady_clock::time_point deadline) const {
+    const xcb_timestamp_t time = ServerTime();
+    Tell(window, m_hints.Get()->_NET_WM_PING, time);
+    return ArrivesPong(window, time, deadline);
 }
 
 bool X11ClientWindows::ArrivesPong(xcb_window_t window, xcb_timestamp_t time,

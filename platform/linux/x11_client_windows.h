@@ -28,6 +28,9 @@ class X11ClientWindows : public ClientWindows {
     bool SetFocus(WindowHandle window) override;
     bool HasKeyboard(WindowHandle window) override;
     bool ProgramHasKeyboard(WindowHandle window) override;
+    bool FollowsKeyMapLate(WindowHandle window) override {
+        return window != 0 && m_search.IsWindowsProgram(window);
+    }
     bool WaitUntilRead(WindowHandle window, std::chrono::milliseconds patience) override;
 
   private:
@@ -49,6 +52,7 @@ class X11ClientWindows : public ClientWindows {
     bool Speaks(xcb_window_t window, xcb_atom_t protocol) const;
     void Tell(xcb_window_t window, xcb_atom_t protocol, xcb_timestamp_t time) const;
     void ListenToRoot(std::uint32_t events) const;
+    bool Answers(xcb_window_t window, std::chrono::steady_clock::time_point deadline) const;
     bool ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
                      std::chrono::steady_clock::time_point deadline) const;
     bool WaitFor(std::chrono::milliseconds patience, const std::function<bool()>& holds) const;

@@ -41,6 +41,10 @@ bool EndsInExe(std::string_view name) {
                               });
 }
 
+bool IsWindowsProgram(const WindowClass& ours) {
+    return EndsInExe(ours.instance) || EndsInExe(ours.name);
+}
+
 // "CLASS - NAME (SHARD)".
 bool HasGameForm(std::string_view title, std::string_view windowClass) {
     title.remove_prefix(std::min(windowClass.size(), title.size()));
@@ -78,7 +82,7 @@ xcb_window_t X11WindowSearch::Find(std::string_view windowClass) {
         }
         if (ours.instance == windowClass || ours.name == windowClass) {
             byClass = windows[index];
-        } else if (EndsInExe(ours.instance) || EndsInExe(ours.name)) {
+        } else if (spellwick::IsWindowsProgram(ours)) {
             byTitle.push_back(windows[index]);
         }
     }
@@ -110,6 +114,11 @@ X11WindowSearch::Titled X11WindowSearch::FindByTitle(
         }
     }
     return best;
+}
+
+bool X11WindowSearch::IsWindowsProgram(xcb_window_t window) const {
+    const auto reply = Answer(Ask(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING));
+    return spellwick::IsWindowsProgram(SplitClass(BytesOf(reply.get())));
 }
 
 std::string X11WindowSearch::Title(xcb_window_t window) const {

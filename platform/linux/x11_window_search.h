@@ -26,6 +26,9 @@ class X11WindowSearch {
     // equals the topmost is taken.
     xcb_window_t Find(std::string_view windowClass);
 
+    // Whether the window belongs to a Windows program; false if it is gone.
+    bool IsWindowsProgram(xcb_window_t window) const;
+
     // The whole title as valid UTF-8; empty if the window is gone.
     std::string Title(xcb_window_t window) const;
 

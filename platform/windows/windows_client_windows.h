@@ -25,6 +25,7 @@ class WindowsClientWindows : public ClientWindows {
     // Input goes to the window in front.
     bool HasKeyboard(WindowHandle window) override { return IsForegroundWindow(window); }
     bool ProgramHasKeyboard(WindowHandle window) override;
+    bool FollowsKeyMapLate(WindowHandle /*window*/) override { return false; }
     // A key carries all that a program reads of it.
     bool WaitUntilRead(WindowHandle /*window*/, std::chrono::milliseconds /*patience*/) override {
         return true;

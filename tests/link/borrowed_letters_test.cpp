@@ -16,6 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace hand_made;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr Pace kPace{1ms, 1ms};
@@ -31,9 +32,8 @@ std::string Letters(int first, int count) {
 }
 
 // Reads the keys at once, and says so.
-class ReadingTarget : public KeyTarget {
+class ReadingTarget : public AnyTarget {
   public:
-    bool MayType() override { return true; }
     bool HasRead(std::chrono::milliseconds /*patience*/) override {
         ++asked;
         return true;
@@ -104,6 +104,90 @@ TEST(BorrowedLetters, TwoTextsWithinTheGracePeriod_AreBothTyped) {
     keyboard.Pause(kGrace);
     sender.Tick();
     EXPECT_THAT(keyboard.bound, IsEmpty());
+}
+
+// Follows a change of the map only when it has read it, and notices none before its first key.
+class LateTarget : public AnyTarget {
+  public:
+    LateTarget(RecordingKeyboard& keyboard, bool says) : m_keyboard(keyboard), m_says(says) {}
+
+    bool FollowsKeyMapLate() override { return true; }
+    bool HasRead(std::chrono::milliseconds /*patience*/) override {
+        EXPECT_FALSE(m_keyboard.events.empty());
+        bindCallsRead = m_keyboard.bindCalls;
+        return m_says;
+    }
+    bool MayType() override {
+        EXPECT_EQ(m_keyboard.bindCalls, bindCallsRead) << "a key before the map is read";
+        return true;
+    }
+
+    std::size_t bindCallsRead = 0;
+
+  private:
+    RecordingKeyboard& m_keyboard;
+    bool m_says;
+};
+
+TEST(BorrowedLetters, ProgramThatFollowsTheMapLate_GetsFewLowCodesAndTimeForEachChange) {
+    for (const bool says : {true, false}) {
+        SCOPED_TRACE(says);
+        RecordingKeyboard keyboard(Us());
+        LateTarget target(keyboard, says);
+        KeystrokeSender sender(keyboard, kPace, kGrace);
+        const std::string text = Letters(0, 10);
+        const auto start = keyboard.Now();
+        EXPECT_TRUE(sender.SendKeys("{F1}" + text, true, target).Ok());
+        EXPECT_EQ(keyboard.Typed(), "<F1>" + text);
+        for (const SpareBinding& binding : keyboard.bound) {
+            EXPECT_LE(binding.code, 251) << "the lowest four of 248 to 255";
+        }
+        if (says) {
+            EXPECT_EQ(keyboard.bindCalls, 3U);
+            EXPECT_EQ(keyboard.Now() - start, 11 * 2ms);
+        } else {
+            EXPECT_GE(keyboard.Now() - start, 3 * 200ms);
+        }
+    }
+}
+
+TEST(BorrowedLetters, LateProgramBehindAnother_UsesTheLowCodesOnly) {
+    RecordingKeyboard keyboard(Us());
+    KeystrokeSender sender(keyboard, kPace, kGrace);
+    EXPECT_TRUE(sender.SendKeys(Letters(0, 8), true, anywhere).Ok());
+    keyboard.ForgetEvents();
+    LateTarget target(keyboard, true);
+    target.bindCallsRead = keyboard.bindCalls;
+    EXPECT_TRUE(sender.SendKeys("a" + Letters(0, 8), true, target).Ok());
+    EXPECT_EQ(keyboard.Typed(), "a" + Letters(0, 8));
+    for (const RecordingKeyboard::Event& event : keyboard.events) {
+        EXPECT_LE(event.code, 251);
+    }
+}
+
+TEST(BorrowedLetters, LateProgram_HasReadBeforeTheGroupChanges) {
+    class Target : public AnyTarget {
+      public:
+        explicit Target(RecordingKeyboard& keyboard) : m_keyboard(keyboard) {}
+        bool FollowsKeyMapLate() override { return true; }
+        bool HasRead(std::chrono::milliseconds /*patience*/) override {
+            typedInGroup.push_back(m_keyboard.Typed() + " " + std::to_string(m_keyboard.group));
+            return true;
+        }
+        std::vector<std::string> typedInGroup;
+
+      private:
+        RecordingKeyboard& m_keyboard;
+    };
+    Keymap keymap = Us();
+    keymap.otherGroups = {{1, Ru().keys}};
+    RecordingKeyboard keyboard(keymap);
+    KeystrokeSender sender(keyboard, kPace, kGrace);
+    Target target(keyboard);
+    EXPECT_TRUE(sender.SendKeys("ab\u0444\u044bc\u0444", true, target).Ok());
+    EXPECT_THAT(target.typedInGroup, ElementsAre("ab 0", "ab\u0444\u044b 1", "ab\u0444\u044bc 0",
+                                                 "ab\u0444\u044bc\u0444 1"));
+    EXPECT_EQ(keyboard.group, 0);
 }
 
 TEST(BorrowedLetters, FewLetters_AreNotWaitedFor) {

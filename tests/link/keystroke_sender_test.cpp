@@ -76,11 +76,10 @@ TEST(KeystrokeSender, HandThatDoesNotLetGo_NothingIsTyped) {
 }
 
 // Allows a number of keystrokes.
-class TargetThatGoes : public KeyTarget {
+class TargetThatGoes : public AnyTarget {
   public:
     explicit TargetThatGoes(std::size_t allowed) : m_left(allowed) {}
     bool MayType() override { return m_left-- != 0; }
-    bool HasRead(std::chrono::milliseconds /*patience*/) override { return false; }
 
   private:
     std::size_t m_left;

@@ -89,6 +89,13 @@ TEST_F(WithOpenbox, Find_AmongWindowsProgramsWithoutTheForm_TheOneTakenBeforeSta
     EXPECT_EQ(windows->FindWindowByClass(kClient), folder);
 }
 
+TEST_F(WithOpenbox, FollowsKeyMapLate_IsTrueOfWindowsPrograms) {
+    EXPECT_TRUE(windows->FollowsKeyMapLate(session->MakeWindow("client.exe", "Client.EXE", "t")));
+    EXPECT_FALSE(windows->FollowsKeyMapLate(session->MakeWindow("a", kClient, "client.exe")));
+    EXPECT_FALSE(windows->FollowsKeyMapLate(0));
+    EXPECT_FALSE(windows->FollowsKeyMapLate(0x7fffff));
+}
+
 TEST_F(WithOpenbox, Find_ClassItself_GoesBeforeATitleWithoutTheForm) {
     const xcb_window_t client = session->MakeWindow("a", kClient, "Ultima Online");
     const xcb_window_t folder = session->MakeWindow("explorer.exe", "explorer.exe", kClient);

@@ -9,6 +9,7 @@ class AnyTarget : public KeyTarget {
   public:
     bool MayType() override { return true; }
     bool HasRead(std::chrono::milliseconds /*patience*/) override { return false; }
+    bool FollowsKeyMapLate() override { return false; }
 };
 
 inline AnyTarget anywhere;

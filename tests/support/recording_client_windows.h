@@ -32,6 +32,10 @@ class RecordingClientWindows : public ClientWindows {
         return Find(window) != nullptr && foreground == window && !keyboardIsElsewhere;
     }
     bool ProgramHasKeyboard(WindowHandle /*window*/) override { return ourProgramHasKeyboard; }
+    bool FollowsKeyMapLate(WindowHandle window) override {
+        const Window* found = Find(window);
+        return found != nullptr && found->windowClass.ends_with(".exe");
+    }
     bool WaitUntilRead(WindowHandle window, std::chrono::milliseconds /*patience*/) override {
         return Find(window) != nullptr;
     }
