@@ -156,7 +156,8 @@ class Companion : public DialogActions, private AssistView {
     AssistDispatcher m_dispatcher;
     bool m_ready = false;  // all is loaded
     bool m_ending = false;
-    bool m_saved = false;  // at the end
+    bool m_asking = false;  // whether to save again, at the end
+    bool m_saved = false;   // at the end
 };
 
 }  // namespace spellwick

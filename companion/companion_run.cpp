@@ -76,11 +76,17 @@ void Companion::NoteChanges() {
 
 void Companion::End(EndCause cause) {
     constexpr int kNotSaved = 3;
+    Forms& forms = m_display.TheForms();
+    if (m_asking && cause == EndCause::kSystem) {
+        // Nobody answers the box any more; what it asks about is in the journal.
+        m_player.KeepChanges();
+        forms.EndProcess(kNotSaved);
+        return;
+    }
     if (m_ending) {
         return;
     }
     m_ending = true;
-    Forms& forms = m_display.TheForms();
     if (!m_ready) {
         forms.EndProcess(0);
         m_ending = false;
@@ -132,9 +138,13 @@ StoreResult Companion::SaveAtEnd(const WindowPlaces& places) {
 }
 
 bool Companion::AsksToSaveAgain(const StoreResult& result) {
-    return m_services.boxes.Show({.text = result.trouble,
-                                  .icon = BoxIcon::kExclamation,
-                                  .buttons = BoxButtons::kTryAgainOrEnd}) == BoxAnswer::kTryAgain;
+    m_player.KeepChanges();
+    m_asking = true;
+    const BoxAnswer answer = m_services.boxes.Show({.text = result.trouble,
+                                                    .icon = BoxIcon::kExclamation,
+                                                    .buttons = BoxButtons::kTryAgainOrEnd});
+    m_asking = false;
+    return answer == BoxAnswer::kTryAgain;
 }
 
 void Companion::SaveWithoutDisplay() noexcept {

@@ -1,6 +1,7 @@
 #include "companion/player.h"
 
 #include "companion/start_hints.h"
+#include "model/log.h"
 
 namespace spellwick {
 
@@ -93,10 +94,11 @@ void Player::LoadAtStart() {
         m_io.LoadGlobalSettings();
         whole = true;
     });
-    if (!found.empty() && m_store.SaveDue().ok) {
-        for (const Journal::Found& player : found) {
-            m_startHints.push_back(RecoveryText(player, m_services.clock));
-        }
+    for (const Journal::Found& player : found) {
+        m_startHints.push_back(RecoveryText(player, m_services.clock));
+    }
+    if (const StoreResult saved = m_store.SaveDue(); !saved.ok) {
+        LogLine("what was recovered is not saved yet: " + saved.trouble);
     }
     if (!whole) {
         m_startHints.push_back(UnreadValueText(m_io.LastKey(), m_state.CurrentPlayerName));

@@ -168,6 +168,33 @@ TEST_F(RecoveryTest, EndWithoutSaving_KeepsTheJournalAndSaysSoByItsCode) {
     EXPECT_EQ(TakeHints().size(), 1U);
 }
 
+TEST_F(RecoveryTest, SignalWhileTheEndAsks_EndsWithoutAnAnswer) {
+    StartWithMira();
+    SetCounter(1, "44");
+    m_store.FailWith("The disk is full.");
+    std::vector<std::string> behindTheBox;
+    m_boxes.whileStanding = [&] {
+        TakeLog();
+        Program().End(EndCause::kSystem);
+        behindTheBox = TakeLog();
+    };
+    Program().End(EndCause::kUser);
+    EXPECT_EQ(TakeBoxes().size(), 1U);
+    EXPECT_THAT(behindTheBox, ElementsAre("end 3"));
+    EXPECT_THAT(Lines(), ElementsAre("MR 0=44"));
+}
+
+TEST_F(RecoveryTest, RecoveredInAStoreThatCannotBeWritten_CountsAndStaysInTheJournal) {
+    StartWithMira();
+    SetCounter(1, "44");
+    Note();
+    m_store.FailWith("The disk is full.");
+    StartAgain();
+    EXPECT_EQ(TakeHints().size(), 1U);
+    EXPECT_EQ(Text("Reagent", 1), "44");
+    EXPECT_THAT(Lines(), ElementsAre("MR 0=44"));
+}
+
 TEST_F(RecoveryTest, EndBySignalThatCannotSave_AsksNothing) {
     StartWithMira();
     SetCounter(1, "44");

@@ -119,7 +119,8 @@ TEST_F(EndTest, FormUnload_UnfinishedEntry_IsTaken) {
                 Form().close();
             }
             EXPECT_EQ(Saved(kMira, "MR 0"), row.saved);
-            EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+            EXPECT_THAT(TakeLog(),
+                        ElementsAre("take reports", "unhook", "unload settings", "end 0"));
         }
     }
 }
@@ -169,7 +170,7 @@ TEST_F(EndTest, FormUnload_UnfinishedEntryThatOverflows_CostsTheRestNothing) {
     Form().close();
     EXPECT_EQ(Saved(kMira, "MR 0"), "32767");
     EXPECT_EQ(Saved(kMira, StockKey(2, 0)), "12");
-    EXPECT_THAT(TakeLog(), ElementsAre("unhook", "unload settings", "end 0"));
+    EXPECT_THAT(TakeLog(), ElementsAre("take reports", "unhook", "unload settings", "end 0"));
 }
 
 TEST_F(EndTest, FormUnload_SaveFails_AsksAndEndsWithoutSaving) {
