@@ -89,7 +89,8 @@ void SocketAssistTransport::ConnectToNewSockets() {
     // Before any of them gives its place up: it is not to have it back at once.
     std::erase_if(names, [this](const std::string& name) { return IsConnected(name); });
     // Each gets its turn, so go on where the last search stopped.
-    std::ranges::rotate(names, std::ranges::upper_bound(names, m_lastTried));
+    // Not of std::ranges: clang++ 14 does not take the subrange that it gives.
+    std::rotate(names.begin(), std::ranges::upper_bound(names, m_lastTried), names.end());
     int tried = 0;
     for (const std::string& name : names) {
         AssistPeer* const mute = IsFull() ? FindMute() : nullptr;

@@ -206,19 +206,5 @@ TEST_F(StartAndEnd, NoDisplay_IsOneSentenceAndExitCode2) {
     }
 }
 
-TEST_F(StartAndEnd, TwoAtOnce_WorkOnTheSameStore) {
-    PrepareMage(kMira, 10);
-    PrepareMage(kBran, 20);
-    Prepare(kGlobal, {{"CurrentPlayerName", kMira}});
-    StartSpellwick();
-    const auto other = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
-    ASSERT_TRUE(WaitUntil([&] { return m_desk->WaitWindow(CaptionStart()) != Window(); }));
-    other->Signal(SIGTERM);
-    EXPECT_EQ(other->WaitForEnd(10s), 0) << other->Output();
-    EXPECT_EQ(CloseSpellwick(), 0);
-    EXPECT_EQ(Stored(kMira, "SS 0"), "10");
-    EXPECT_EQ(Stored(kBran, "SS 0"), "20");
-}
-
 }  // namespace
 }  // namespace spellwick::testing_support

@@ -25,6 +25,22 @@ class WithoutManager : public X11ClientWindowsTest {
     }
 };
 
+// A window manager would give the focus to a window again.
+TEST_F(WithoutManager, KeyboardThatFollowsThePointer_IsTheProgramsBelowIt) {
+    const xcb_window_t ours = session->MakeWindow("ours", "Ours", "ours");
+    ASSERT_TRUE(windows->SetForegroundWindow(ours));
+    EXPECT_TRUE(windows->HasKeyboard(ours));
+    xcb_set_input_focus(session->Connection(), XCB_INPUT_FOCUS_PARENT, XCB_INPUT_FOCUS_POINTER_ROOT,
+                        XCB_CURRENT_TIME);
+    xcb_warp_pointer(session->Connection(), XCB_NONE, ours, 0, 0, 0, 0, 5, 5);
+    session->Sync();
+    EXPECT_FALSE(windows->HasKeyboard(ours));
+    EXPECT_TRUE(windows->ProgramHasKeyboard(ours));
+    xcb_warp_pointer(session->Connection(), XCB_NONE, session->Root(), 0, 0, 0, 0, 1000, 700);
+    session->Sync();
+    EXPECT_FALSE(windows->ProgramHasKeyboard(ours));
+}
+
 TEST_F(WithoutManager, FindTitleAndActivation_WorkOnTheTree) {
     const xcb_window_t one = session->MakeWindow("a", kClient, "one");
     const xcb_window_t two = session->MakeWindow("b", "B", "two");
