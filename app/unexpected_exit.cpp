@@ -11,8 +11,8 @@ namespace {
 std::function<void()>& Action() {
     // Never destroyed: exit() destroys what is static before it comes to handlers that were
     // registered earlier.
-    static auto* const action = new std::function<void()>;
-    return *action;
+    static auto* const kAction = new std::function<void()>;
+    return *kAction;
 }
 
 void OnExit() {

@@ -151,7 +151,7 @@ unsigned char SpellDataReader::ReadByte() {
 
 // A pipe or a device would hold the start up, and a larger file is none of ours.
 std::ifstream OpenSpellData(const std::filesystem::path& path) {
-    constexpr std::uintmax_t kMostBytes = 64 * 1024 * 1024;
+    constexpr std::uintmax_t kMostBytes = std::uintmax_t{64} * 1024 * 1024;
     std::error_code trouble;
     std::ifstream file;
     if (std::filesystem::is_regular_file(path, trouble) &&

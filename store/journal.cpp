@@ -18,7 +18,7 @@ constexpr int kNotesUntilSync = 8;
 
 // The file of an evening stays far below this; a text of a million characters that is being typed
 // does not.
-constexpr std::size_t kRewriteBytes = 1024 * 1024;
+constexpr std::size_t kRewriteBytes = std::size_t{1024} * 1024;
 
 std::int64_t SecondsOf(const Clock& clock) {
     return std::chrono::system_clock::to_time_t(clock.Now());

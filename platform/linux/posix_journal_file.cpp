@@ -13,7 +13,7 @@ namespace spellwick {
 
 namespace {
 
-constexpr std::size_t kLongestRead = 64 * 1024 * 1024;
+constexpr std::size_t kLongestRead = std::size_t{64} * 1024 * 1024;
 
 // The size of a regular file; nothing for anything else.
 std::optional<std::size_t> RegularSize(int descriptor) {

@@ -1,5 +1,6 @@
 #include "platform/windows/mutex_owner.h"
 
+#include <bit>
 #include <chrono>
 #include <thread>
 
@@ -20,7 +21,7 @@ struct Search {
 };
 
 BOOL CALLBACK LookAt(HWND window, LPARAM parameter) {
-    auto* const search = reinterpret_cast<Search*>(parameter);
+    auto* const search = std::bit_cast<Search*>(parameter);
     if (GetPropW(window, search->name.c_str()) == nullptr) {
         return TRUE;
     }
@@ -59,7 +60,7 @@ bool RaiseOwner(const std::wstring& folder) {
     Search search{.name = name};
     // A program that is only starting has no window yet.
     for (int tries = 0; tries < kTries && search.found == nullptr; ++tries) {
-        EnumWindows(LookAt, reinterpret_cast<LPARAM>(&search));
+        EnumWindows(LookAt, std::bit_cast<LPARAM>(&search));
         if (search.found == nullptr) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }

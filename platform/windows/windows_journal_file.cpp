@@ -9,7 +9,7 @@ namespace spellwick {
 
 namespace {
 
-constexpr std::size_t kLongestRead = 64 * 1024 * 1024;
+constexpr std::size_t kLongestRead = std::size_t{64} * 1024 * 1024;
 
 // An open file, closed with its owner.
 class File {
