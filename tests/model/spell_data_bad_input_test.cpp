@@ -47,10 +47,11 @@ TEST(BadSpellFile, Above64Megabytes_IsFalseAndNotRead) {
     const TemporaryFolder folder;
     const fs::path large = folder.Path() / "SpellData.txt";
     fs::copy_file(SPELLWICK_SPELL_DATA, large);
-    fs::resize_file(large, 64 * 1024 * 1024);
+    constexpr std::uintmax_t kMost = std::uintmax_t{64} * 1024 * 1024;
+    fs::resize_file(large, kMost);
     SharedState state;
     EXPECT_TRUE(LoadSpellData(state, large)) << "the rows end before the zeros";
-    fs::resize_file(large, 64 * 1024 * 1024 + 1);
+    fs::resize_file(large, kMost + 1);
     EXPECT_FALSE(LoadSpellData(state, large));
 }
 
