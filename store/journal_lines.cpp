@@ -79,12 +79,23 @@ std::string_view TakeUntil(std::string_view& rest, char mark) {
     return taken;
 }
 
+// A line without its sum and its line feed.
+std::string Body(const JournalEntry& entry) {
+    std::string line = std::to_string(entry.time);
+    for (const std::string* field : {&entry.section, &entry.key, &entry.value}) {
+        line += kBetween;
+        AppendField(line, *field);
+    }
+    return line;
+}
+
 // A line without its line feed.
 std::optional<JournalEntry> ReadLine(std::string_view line) {
     const std::string_view sum = TakeUntil(line, kBetween);
     if (sum.size() != kSumDigits || sum != Sum(line)) {
         return std::nullopt;
     }
+    const std::string_view body = line;
     JournalEntry entry;
     const std::string_view time = TakeUntil(line, kBetween);
     const auto [end, error] = std::from_chars(time.data(), time.data() + time.size(), entry.time);
@@ -98,17 +109,14 @@ std::optional<JournalEntry> ReadLine(std::string_view line) {
         }
         *field = *text;
     }
-    return line.empty() ? std::optional(std::move(entry)) : std::nullopt;
+    // Only what is written here is read: a line of another spelling is not ours.
+    return Body(entry) == body ? std::optional(std::move(entry)) : std::nullopt;
 }
 
 }  // namespace
 
 std::string JournalLine(const JournalEntry& entry) {
-    std::string line = std::to_string(entry.time);
-    for (const std::string* field : {&entry.section, &entry.key, &entry.value}) {
-        line += kBetween;
-        AppendField(line, *field);
-    }
+    const std::string line = Body(entry);
     return Sum(line) + kBetween + line + '\n';
 }
 

@@ -87,5 +87,14 @@ TEST(JournalLines, MoreBehindTheValue_IsAFault) {
     EXPECT_THAT(ReadJournal(file), IsEmpty());
 }
 
+// With the right sums.
+TEST(JournalLines, SpellingThatIsNeverWritten_IsAFault) {
+    using namespace std::string_literals;
+    for (const std::string& line :
+         {"9cac69a3534984cf\t007\tBran\tMR 0\tx\n"s, "54ec52df4cefec30\t7\tBr\0n\tMR 0\tx\n"s}) {
+        EXPECT_THAT(ReadJournal(std::string(kJournalHead) + line), IsEmpty());
+    }
+}
+
 }  // namespace
 }  // namespace spellwick
