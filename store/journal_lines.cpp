@@ -4,6 +4,8 @@
 #include <charconv>
 #include <optional>
 
+#include "text/fnv.h"
+
 namespace spellwick {
 
 namespace {
@@ -56,19 +58,8 @@ std::optional<std::string> FieldText(std::string_view field) {
     return text;
 }
 
-// FNV-1a. It guards against faults of disks, not against people.
 std::string Sum(std::string_view bytes) {
-    constexpr std::uint64_t kPrime = 0x100000001b3;
-    std::uint64_t sum = 0xcbf29ce484222325;
-    for (const char byte : bytes) {
-        sum = (sum ^ static_cast<unsigned char>(byte)) * kPrime;
-    }
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string text(kSumDigits, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, sum /= 16) {
-        *digit = kDigits[sum % 16];
-    }
-    return text;
+    return FnvDigits(bytes);
 }
 
 // Cuts the text up to the next mark off the front; the rest if there is no more mark.
