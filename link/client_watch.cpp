@@ -1,13 +1,15 @@
 #include "link/client_watch.h"
 
+#include <array>
+
 #include "text/characters.h"
 
 namespace spellwick {
 
 namespace {
 
-constexpr std::string_view kClientClass = "Ultima Online";
-constexpr std::string_view kThirdDawnClass = "Ultima Online Third Dawn";
+constexpr std::array<std::string_view, 2> kClientClasses{"Ultima Online",
+                                                         "Ultima Online Third Dawn"};
 constexpr std::size_t kTitlePrefixLength = 16;  // characters of "Ultima Online - "
 
 }  // namespace
@@ -40,10 +42,7 @@ std::string CaptionText(std::string_view character, std::string_view server) {
 }
 
 bool ClientWatch::FindClient() {
-    m_state.ClientWindow = m_windows.FindWindowByClass(kClientClass);
-    if (m_state.ClientWindow == 0) {
-        m_state.ClientWindow = m_windows.FindWindowByClass(kThirdDawnClass);
-    }
+    m_state.ClientWindow = m_windows.FindWindowOfClasses(kClientClasses);
     return m_state.ClientWindow != 0;
 }
 

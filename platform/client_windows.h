@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,18 @@ class ClientWindows {
 
     // The top-level window of this class, 0 if there is none. With several, one of them.
     [[nodiscard]] virtual WindowHandle FindWindowByClass(std::string_view windowClass) = 0;
+
+    // The top-level window of the first of these classes that has one, 0 if none has. A window that
+    // is only likely to be of its class is taken when there is no certain one of any of them.
+    [[nodiscard]] virtual WindowHandle FindWindowOfClasses(
+        std::span<const std::string_view> windowClasses) {
+        for (const std::string_view windowClass : windowClasses) {
+            if (const WindowHandle window = FindWindowByClass(windowClass)) {
+                return window;
+            }
+        }
+        return 0;
+    }
 
     // The whole title as valid UTF-8; empty if the window is gone.
     virtual std::string WindowTitle(WindowHandle window) = 0;

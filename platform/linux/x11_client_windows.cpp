@@ -50,7 +50,23 @@ X11ClientWindows::X11ClientWindows(const std::string& display)
 
 WindowHandle X11ClientWindows::FindWindowByClass(std::string_view windowClass) {
     m_connection.DropEvents();
-    return m_search.Find(windowClass);
+    return m_search.Find(windowClass).window;
+}
+
+WindowHandle X11ClientWindows::FindWindowOfClasses(
+    std::span<const std::string_view> windowClasses) {
+    m_connection.DropEvents();
+    xcb_window_t likely = XCB_NONE;
+    for (const std::string_view windowClass : windowClasses) {
+        const X11WindowSearch::Found found = m_search.Find(windowClass);
+        if (found.certain) {
+            return found.window;
+        }
+        if (likely == XCB_NONE) {
+            likely = found.window;
+        }
+    }
+    return likely;
 }
 
 std::string X11ClientWindows::WindowTitle(WindowHandle window) {

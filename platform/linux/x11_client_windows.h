@@ -22,6 +22,7 @@ class X11ClientWindows : public ClientWindows {
     static std::unique_ptr<X11ClientWindows> Open(const std::string& display, std::string& error);
 
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
+    WindowHandle FindWindowOfClasses(std::span<const std::string_view> windowClasses) override;
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;

@@ -62,9 +62,9 @@ X11WindowSearch::X11WindowSearch(const X11Connection& connection, const X11Windo
       m_compoundText(connection.Atom("COMPOUND_TEXT")),
       m_wmState(connection.Atom("WM_STATE")) {}
 
-xcb_window_t X11WindowSearch::Find(std::string_view windowClass) {
+X11WindowSearch::Found X11WindowSearch::Find(std::string_view windowClass) {
     if (windowClass.empty()) {
-        return XCB_NONE;
+        return {};
     }
     const std::vector<xcb_window_t> windows = TopLevels();
     std::vector<xcb_get_property_cookie_t> classes;
@@ -86,26 +86,26 @@ xcb_window_t X11WindowSearch::Find(std::string_view windowClass) {
             byTitle.push_back(windows[index]);
         }
     }
-    const Titled found = FindByTitle(windowClass, byTitle);
-    if (found.window != XCB_NONE && (found.hasForm || byClass == XCB_NONE)) {
+    const Found found = FindByTitle(windowClass, byTitle);
+    if (found.window != XCB_NONE && (found.certain || byClass == XCB_NONE)) {
         m_last = found.window;
-        return found.window;
+        return found;
     }
-    return byClass;
+    return {byClass, byClass != XCB_NONE};
 }
 
 // The best of these windows of Windows programs, topmost first.
-X11WindowSearch::Titled X11WindowSearch::FindByTitle(
+X11WindowSearch::Found X11WindowSearch::FindByTitle(
     std::string_view windowClass, const std::vector<xcb_window_t>& windows) const {
     std::vector<TitleCookies> cookies;
     cookies.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         cookies.push_back(AskTitle(window));
     }
-    Titled best;
+    Found best;
     for (std::size_t index = 0; index < windows.size(); ++index) {
         const std::string title = AnswerTitle(cookies[index]);
-        if (best.hasForm || !title.starts_with(windowClass)) {
+        if (best.certain || !title.starts_with(windowClass)) {
             continue;
         }
         const bool hasForm = HasGameForm(title, windowClass);

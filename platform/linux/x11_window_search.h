@@ -18,13 +18,18 @@ class X11WindowSearch {
     // Both must outlive the search.
     X11WindowSearch(const X11Connection& connection, const X11WindowHints& hints);
 
+    struct Found {
+        xcb_window_t window = XCB_NONE;
+        bool certain = false;  // by the class itself or by the form of the title
+    };
+
     // The window of this class, 0 if there is none. A window matches if its WM_CLASS, instance or
     // class, is exactly the text, or if it belongs to a Windows program (its WM_CLASS ends in
     // ".exe") and its title begins with the text. A folder or a help window of a Windows program
     // may match too, so a window with the class itself or with a title of the form "CLASS - NAME
     // (SHARD)" goes before the one that was found last time, and that one before any other. Among
     // equals the topmost is taken.
-    xcb_window_t Find(std::string_view windowClass);
+    Found Find(std::string_view windowClass);
 
     // Whether the window belongs to a Windows program; false if it is gone.
     bool IsWindowsProgram(xcb_window_t window) const;
@@ -38,13 +43,7 @@ class X11WindowSearch {
         xcb_get_property_cookie_t old;
     };
 
-    struct Titled {
-        xcb_window_t window = XCB_NONE;
-        bool hasForm = false;
-    };
-
-    Titled FindByTitle(std::string_view windowClass,
-                       const std::vector<xcb_window_t>& windows) const;
+    Found FindByTitle(std::string_view windowClass, const std::vector<xcb_window_t>& windows) const;
     std::vector<xcb_window_t> TopLevels() const;
     std::vector<xcb_window_t> TopLevelsOfTree() const;
     // For each frame, the window that is managed in it, or XCB_NONE.

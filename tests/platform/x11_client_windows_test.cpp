@@ -1,4 +1,5 @@
 // The real search and activation under a window manager.
+#include <array>
 #include <chrono>
 #include <iostream>
 
@@ -101,6 +102,30 @@ TEST_F(WithOpenbox, Find_ClassItself_GoesBeforeATitleWithoutTheForm) {
     const xcb_window_t folder = session->MakeWindow("explorer.exe", "explorer.exe", kClient);
     ASSERT_TRUE(windows->SetForegroundWindow(folder));
     EXPECT_EQ(windows->FindWindowByClass(kClient), client);
+}
+
+TEST_F(WithOpenbox, FindOfClasses_ACertainClientOfAnyClass_GoesBeforeATitleThatOnlyBeginsSo) {
+    constexpr std::array<std::string_view, 2> kClasses{kClient, kThirdDawn};
+    EXPECT_EQ(windows->FindWindowOfClasses(kClasses), 0U);
+    const char* form = "Ultima Online Third Dawn - Mira (Atlantic)";
+    for (const char* title :
+         {"Ultima Online", "Ultima Online Third Dawn", "Ultima Online - Help"}) {
+        SCOPED_TRACE(title);
+        const xcb_window_t byClass = session->MakeWindow("a", kThirdDawn, kThirdDawn);
+        const xcb_window_t folder = session->MakeWindow("explorer.exe", "explorer.exe", title);
+        ASSERT_TRUE(windows->SetForegroundWindow(folder));
+        EXPECT_EQ(windows->FindWindowOfClasses(kClasses), byClass);
+        session->DestroyWindow(byClass);
+        EXPECT_EQ(windows->FindWindowOfClasses(kClasses), folder);
+        const xcb_window_t byForm = session->MakeWindow("client.exe", "client.exe", form);
+        ASSERT_TRUE(windows->SetForegroundWindow(folder));
+        EXPECT_EQ(windows->FindWindowOfClasses(kClasses), byForm);
+        const xcb_window_t first = session->MakeWindow("b", kClient, "Ultima Online");
+        EXPECT_EQ(windows->FindWindowOfClasses(kClasses), first);
+        for (const xcb_window_t window : {folder, byForm, first}) {
+            session->DestroyWindow(window);
+        }
+    }
 }
 
 TEST_F(WithOpenbox, Find_ClassWithoutItsLastNul_IsReadToItsEnd) {
