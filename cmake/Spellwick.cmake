@@ -81,10 +81,27 @@ function(spellwick_test_code target label)
 endfunction()
 
 # spellwick_register(NAME unit|form|desktop PROGRAM [FILTER pattern] [ENVIRONMENT a=b ...]
-# [TIMEOUT s]): registers a run of a GoogleTest program with CTest. It leaves its results in cases/NAME.xml,
-# where tools/tally looks for them.
+# [TIMEOUT s] [SHARDS n]): registers a run of a GoogleTest program with CTest, or n runs of a share of its
+# tests each, NAME_1 and so on, so that a long program keeps all cores busy. Each run leaves its results
+# in cases/NAME.xml, where tools/tally looks for them.
 function(spellwick_register name label program)
-    cmake_parse_arguments(ARG "" "FILTER;TIMEOUT" "ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "FILTER;TIMEOUT;SHARDS" "ENVIRONMENT" ${ARGN})
+    if(ARG_SHARDS AND NOT WIN32)  # a process costs more under Wine than a share saves
+        set(options "")
+        foreach(option FILTER TIMEOUT)
+            if(ARG_${option})
+                list(APPEND options ${option} ${ARG_${option}})
+            endif()
+        endforeach()
+        math(EXPR last "${ARG_SHARDS} - 1")
+        foreach(index RANGE ${last})
+            math(EXPR number "${index} + 1")
+            spellwick_register(${name}_${number} ${label} ${program} ${options}
+                ENVIRONMENT GTEST_TOTAL_SHARDS=${ARG_SHARDS} GTEST_SHARD_INDEX=${index}
+                    ${ARG_ENVIRONMENT})
+        endforeach()
+        return()
+    endif()
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
@@ -105,16 +122,16 @@ function(spellwick_register name label program)
         ENVIRONMENT "${environment}")
 endfunction()
 
-# spellwick_test(NAME unit|form|desktop SOURCES a.cpp ... [LINK lib ...] [TIMEOUT s]):
-# one GoogleTest program, and a run of it.
+# spellwick_test(NAME unit|form|desktop SOURCES a.cpp ... [LINK lib ...] [TIMEOUT s] [SHARDS n]):
+# one GoogleTest program, and a run of it, or n.
 # Unit tests link GoogleTest's own main; form and desktop tests bring theirs.
 function(spellwick_test name label)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "TIMEOUT;SHARDS" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gmock spellwick_options)
     spellwick_test_code(${name} ${label})
     if(label STREQUAL "unit")
         target_link_libraries(${name} PRIVATE GTest::gmock_main)
     endif()
-    spellwick_register(${name} ${label} ${name} TIMEOUT ${ARG_TIMEOUT})
+    spellwick_register(${name} ${label} ${name} TIMEOUT ${ARG_TIMEOUT} SHARDS ${ARG_SHARDS})
 endfunction()
