@@ -5,6 +5,7 @@
 #include <optional>
 #include <tuple>
 
+#include "text/lower_case.h"
 #include "text/utf8.h"
 
 namespace spellwick {
@@ -21,6 +22,21 @@ constexpr bool MayHaveCapital(Symbol symbol) {
     return (symbol >= CharacterSymbol(U'a') && symbol <= CharacterSymbol(U'z')) ||
            (symbol >= CharacterSymbol(U'A') && symbol <= CharacterSymbol(U'Z')) ||
            (IsCharacter(symbol) && symbol >= CharacterSymbol(0x80));
+}
+
+// A chord names its key by a digit or a small letter; a capital letter asks for Shift itself, and a
+// sign may share its key with a digit that is another chord.
+bool NamesItsKey(Symbol symbol) {
+    if (!IsCharacter(symbol)) {
+        return false;
+    }
+    const auto character = static_cast<char32_t>(symbol);
+    const bool digit = character >= U'0' && character <= U'9';
+    const bool plainLetter = character >= U'a' && character <= U'z';
+    const bool modifierLetter = character >= 0x2b0 && character < 0x370;
+    const bool otherLetter =
+        character >= 0xdf && character != 0xf7 && character < 0x2000 && !modifierLetter;
+    return digit || ((plainLetter || otherLetter) && LowerCase(character) == character);
 }
 
 std::string Describe(Symbol symbol) {
@@ -64,7 +80,12 @@ class Planner {
 
     std::variant<KeyPlan, PlanError> Plan(std::span<const Keystroke> keystrokes) {
         bool planned = true;
+        bool first = true;
         for (const Keystroke& keystroke : keystrokes) {
+            m_text = keystroke.marks == Marks{} &&
+                     (keystroke.symbol == Symbol::kEnter ? m_text
+                                                         : !first && IsCharacter(keystroke.symbol));
+            first = false;
             planned = Strike(keystroke) && planned;
         }
         if (!planned) {
@@ -88,14 +109,18 @@ class Planner {
         if (!marks) {
             return false;
         }
+        const bool chord = *marks != 0 && NamesItsKey(keystroke.symbol);
         std::optional<Place> place = Find(keystroke.symbol);
+        if (!place && chord) {
+            place = FindCap(keystroke.symbol);
+        }
         if (!place) {
             place = Borrow(keystroke.symbol);
         }
         if (!place) {
             return false;
         }
-        place->modifiers = Union(place->modifiers, *marks);
+        place->modifiers = chord ? *marks : Union(place->modifiers, *marks);
         NoteDisturbingLocks(*place);
         m_group = place->group;
         return Emit(*place);
@@ -147,6 +172,14 @@ class Planner {
             }
         }
         return best;
+    }
+
+    // The key that programs know by this letter or digit although it gives another.
+    std::optional<Place> FindCap(Symbol symbol) const {
+        const auto key = std::ranges::find(m_keymap.keys, symbol, &Key::cap);
+        return key == m_keymap.keys.end()
+                   ? std::nullopt
+                   : std::optional(Place{key->code, 0, m_keymap.group, symbol});
     }
 
     const std::vector<Key>& KeysOf(std::uint8_t group) const {
@@ -225,7 +258,7 @@ class Planner {
             return false;
         }
         const auto add = [&](Keycode code, bool down, PauseAfter pause) {
-            m_plan.events.push_back({code, down, pause, place.group});
+            m_plan.events.push_back({code, down, pause, place.group, m_text});
         };
         for (const Keycode code : *modifiers) {
             add(code, true, PauseAfter::kNone);
@@ -303,6 +336,7 @@ class Planner {
     std::vector<Slot> m_slots;
     std::vector<Symbol> m_missing;
     std::uint8_t m_group = 0;  // of the last keystroke
+    bool m_text = false;       // likewise
     KeyPlan m_plan;
     PlanError m_error;
 };

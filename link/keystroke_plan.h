@@ -25,6 +25,7 @@ struct KeyEvent {
     bool down = false;
     PauseAfter pause = PauseAfter::kNone;
     std::uint8_t group = 0;  // the layout group to lock before it; the same for a whole keystroke
+    bool text = false;       // of a line of text, which may be struck faster; likewise
 
     bool operator==(const KeyEvent&) const = default;
 };
@@ -53,9 +54,13 @@ struct PlanError {
     std::string missing;  // the characters that cannot be given in any way, each once
 };
 
-// A character is struck with the modifiers that it needs in the keymap and those of its marks
-// together: "+1" is the key of 1 with Shift, "%A" is Alt, Shift and the key of a. Modifiers go
-// down in the order Alt, Ctrl, Shift, then any that the layout needs.
+// A character without marks is struck with the modifiers that it needs in the keymap. Marks make a
+// chord: a digit or a small letter then names its key, which is struck with exactly the marked
+// modifiers, whatever the character alone needs: "%1" is Alt and the key of 1 also where digits
+// need Shift. Any other character keeps what it needs: "%A" is Alt, Shift and the key of a.
+// Modifiers go down in the order Alt, Ctrl, Shift, then any that the layout needs.
+// Text is each character without marks behind the first keystroke, and Enter behind text: the first
+// keystroke is the macro key.
 // Caps Lock is taken away for the time of the typing only if it would change one of the keys.
 // A symbol that the group in force lacks is struck in another group that has it, else on a code
 // that is bound to it: a spare, then one of `lent`, the codes bound by earlier plans, the one

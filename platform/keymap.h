@@ -60,6 +60,8 @@ struct Key {
     Keycode code = 0;
     ModifierMask relevant = 0;     // other modifiers make no difference to this key
     std::vector<KeyLevel> levels;  // a combination that is not listed acts like no modifiers
+    // The digit or small letter that programs know the key by, whatever it gives; else kNothing.
+    Symbol cap = Symbol::kNothing;
 };
 
 // A key that can be held for a modifier; never a lock key.

@@ -100,6 +100,16 @@ Symbol CharacterOf(UINT virtualKey, Keycode code, ModifierMask modifiers, HKL la
     return isCharacter ? CharacterSymbol(text[0]) : Symbol::kNothing;
 }
 
+// Virtual keys of digits and letters are these in ASCII, in layouts of other scripts too.
+Symbol CapOf(UINT virtualKey) {
+    if (virtualKey >= 'A' && virtualKey <= 'Z') {
+        return CharacterSymbol(static_cast<char32_t>(virtualKey - 'A' + 'a'));
+    }
+    return virtualKey >= '0' && virtualKey <= '9'
+               ? CharacterSymbol(static_cast<char32_t>(virtualKey))
+               : Symbol::kNothing;
+}
+
 // Nothing if the key gives no character at all.
 Key CharacterKey(Keycode code, HKL layout) {
     Key key;
@@ -108,6 +118,7 @@ Key CharacterKey(Keycode code, HKL layout) {
     if (virtualKey == 0) {
         return key;
     }
+    key.cap = CapOf(virtualKey);
     std::array<Symbol, 16> symbols{};
     for (unsigned mask = 0; mask < symbols.size(); ++mask) {
         symbols[mask] = CharacterOf(virtualKey, code, static_cast<ModifierMask>(mask), layout);

@@ -78,7 +78,7 @@ TEST(PlanKeystrokes, Characters_TakeTheModifiersThatTheyNeed) {
     EXPECT_EQ(Events(Planned("z", De())), Codes({LetterKey('y'), -LetterKey('y')}));
 }
 
-TEST(PlanKeystrokes, MarkOnACharacter_AddsToWhatItNeeds) {
+TEST(PlanKeystrokes, MarkOnACapitalOrASign_AddsToWhatItNeeds) {
     const Keycode a = LetterKey('a');
     const Keycode q = LetterKey('q');
     EXPECT_EQ(Events(Planned("+a", Us())), Codes({kShiftKey, a, -a, -kShiftKey}));
@@ -87,10 +87,41 @@ TEST(PlanKeystrokes, MarkOnACharacter_AddsToWhatItNeeds) {
               Codes({kAltKey, kShiftKey, a, -a, -kShiftKey, -kAltKey}));
     EXPECT_EQ(Events(Planned("+1", Us())),
               Codes({kShiftKey, kDigitOneKey, -kDigitOneKey, -kShiftKey}));
-    EXPECT_EQ(Events(Planned("%1", Fr())),
-              Codes({kAltKey, kShiftKey, kDigitOneKey, -kDigitOneKey, -kShiftKey, -kAltKey}));
     EXPECT_EQ(Events(Planned("^@", De())),
               Codes({kControlKey, kLevelThreeKey, q, -q, -kLevelThreeKey, -kControlKey}));
+    EXPECT_EQ(Events(Planned("%!", Us())),
+              Codes({kAltKey, kShiftKey, kDigitOneKey, -kDigitOneKey, -kShiftKey, -kAltKey}));
+}
+
+TEST(PlanKeystrokes, ChordOfADigitOrLetter_HoldsTheMarkedModifiersAlone) {
+    EXPECT_EQ(Events(Planned("%1", Fr())), Codes({kAltKey, kDigitOneKey, -kDigitOneKey, -kAltKey}));
+    EXPECT_EQ(Events(Planned("+1", Fr())),
+              Codes({kShiftKey, kDigitOneKey, -kDigitOneKey, -kShiftKey}));
+    EXPECT_EQ(Events(Planned("%^+1", Fr())),
+              Codes({kAltKey, kControlKey, kShiftKey, kDigitOneKey, -kDigitOneKey, -kShiftKey,
+                     -kControlKey, -kAltKey}));
+    // Only the marked key is a chord.
+    EXPECT_EQ(Events(Planned("%11", Fr())),
+              Codes({kAltKey, kDigitOneKey, -kDigitOneKey, -kAltKey, kShiftKey, kDigitOneKey,
+                     -kDigitOneKey, -kShiftKey}));
+    Keymap keymap = Us();
+    constexpr Keycode kOtherKey = 200;
+    keymap.keys.push_back(
+        {kOtherKey, kLevelThree, {{0, Symbol::kOther}, {kLevelThree, CharacterSymbol(U'\u00e4')}}});
+    EXPECT_EQ(Events(Planned("^\u00e4", keymap)),
+              Codes({kControlKey, kOtherKey, -kOtherKey, -kControlKey}));
+}
+
+TEST(PlanKeystrokes, LetterThatTheLayoutLacks_IsTheKeyKnownByItInAChordAlone) {
+    Keymap keymap = Ru();
+    const Keycode a = LetterKey('a');
+    std::ranges::find(keymap.keys, a, &Key::code)->cap = CharacterSymbol(U'a');
+    const KeyPlan chord = Planned("%+a", keymap);
+    EXPECT_THAT(chord.bindings, IsEmpty());
+    EXPECT_EQ(Events(chord), Codes({kAltKey, kShiftKey, a, -a, -kShiftKey, -kAltKey}));
+    EXPECT_EQ(Planned("a", keymap).bindings.size(), 1U);
+    // No key is known by it: a code is borrowed.
+    EXPECT_EQ(Planned("%s", keymap).bindings.size(), 1U);
 }
 
 TEST(PlanKeystrokes, Pauses_FollowThePressOfTheKeyAndTheEndOfTheKeystroke) {
@@ -102,6 +133,28 @@ TEST(PlanKeystrokes, Pauses_FollowThePressOfTheKeyAndTheEndOfTheKeystroke) {
     EXPECT_THAT(pauses, ElementsAre(PauseAfter::kNone, PauseAfter::kHold, PauseAfter::kNone,
                                     PauseAfter::kGap, PauseAfter::kNone, PauseAfter::kHold,
                                     PauseAfter::kNone, PauseAfter::kGap));
+}
+
+// "t" for a keystroke of text, "k" for one of a key.
+std::string TextOrKeys(std::string_view text) {
+    std::string kinds;
+    for (const KeyEvent& event : Planned(text, Us()).events) {
+        if (event.pause == PauseAfter::kGap) {
+            kinds.push_back(event.text ? 't' : 'k');
+        }
+    }
+    return kinds;
+}
+
+TEST(PlanKeystrokes, Text_IsWhatFollowsTheMacroKeyWithoutMarks) {
+    EXPECT_EQ(TextOrKeys("%{f1}{ENTER}"), "kk");
+    EXPECT_EQ(TextOrKeys("a{ENTER}"), "kk");
+    EXPECT_EQ(TextOrKeys("%1ab{ENTER}"), "kttt");
+    EXPECT_EQ(TextOrKeys("%1{ENTER}aB{ENTER}c{ENTER}"), "kkttttt");
+    EXPECT_EQ(TextOrKeys("%1a+b{ENTER}c{F1}{ENTER}"), "ktkktkk");
+    for (const KeyEvent& event : Planned("%1B", Us()).events) {
+        EXPECT_EQ(event.text, event.code == LetterKey('b') || event.code == kShiftKey);
+    }
 }
 
 TEST(PlanKeystrokes, SymbolsThatTheLayoutLacks_GetASpareCodeEach) {

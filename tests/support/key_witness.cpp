@@ -30,6 +30,14 @@ std::string CharacterOf(unsigned long keysym) {
     return text;
 }
 
+// One event as xev prints it.
+const std::regex& Event() {
+    static const std::regex kEvent(
+        R"(Key(Press|Release) event[^\n]*\n[^\n]*\n\s*state 0x([0-9a-f]+), keycode (\d+) )"
+        R"(\(keysym 0x([0-9a-f]+), ([^)]*)\), same_screen)");
+    return kEvent;
+}
+
 }  // namespace
 
 std::string KeyWitness::WhatIsMissing() {
@@ -58,21 +66,30 @@ std::unique_ptr<KeyWitness> KeyWitness::Start(const XSession& session, const std
 }
 
 std::vector<WitnessedKey> KeyWitness::Keys() const {
-    static const std::regex kEvent(
-        R"(Key(Press|Release) event[^\n]*\n[^\n]*\n\s*state 0x([0-9a-f]+), keycode (\d+) )"
-        R"(\(keysym 0x([0-9a-f]+), ([^)]*)\), same_screen)");
-    const std::string output = m_program ? m_program->Output() : std::string();
     std::vector<WitnessedKey> keys;
-    for (std::sregex_iterator event(output.begin(), output.end(), kEvent), end; event != end;
+    const std::string output = Output();
+    for (std::sregex_iterator event(output.begin(), output.end(), Event()), end; event != end;
          ++event) {
         keys.push_back({(*event)[1] == "Press",
                         static_cast<unsigned>(std::stoul((*event)[2], nullptr, 16)),
                         static_cast<unsigned>(std::stoul((*event)[3])),
                         std::stoul((*event)[4], nullptr, 16), (*event)[5]});
     }
-    keys.erase(keys.begin(),
-               keys.begin() + static_cast<std::ptrdiff_t>(std::min(m_forgotten, keys.size())));
     return keys;
+}
+
+void KeyWitness::ForgetKeys() {
+    const std::string output = Output();
+    std::size_t read = 0;
+    for (std::sregex_iterator event(output.begin(), output.end(), Event()), end; event != end;
+         ++event) {
+        read = static_cast<std::size_t>(event->position() + event->length());
+    }
+    m_forgotten += read;
+}
+
+std::string KeyWitness::Output() const {
+    return m_program ? m_program->Output().substr(m_forgotten) : std::string();
 }
 
 std::string KeyWitness::Typed() const {

@@ -39,14 +39,17 @@ class KeyWitness {
     std::string WaitForTyped(const std::string& expected) const;
     // Empty, or the key that was released out of order or not at all.
     std::string Unmirrored() const;
-    void ForgetKeys() { m_forgotten += Keys().size(); }
+    void ForgetKeys();
     void Close() { m_program.reset(); }
     ChildProcess& Program() { return *m_program; }
 
   private:
+    // What it has printed and we have not forgotten.
+    std::string Output() const;
+
     std::unique_ptr<ChildProcess> m_program;
     xcb_window_t m_window = 0;
-    std::size_t m_forgotten = 0;
+    std::size_t m_forgotten = 0;  // characters of its output
 };
 
 }  // namespace spellwick::testing_support

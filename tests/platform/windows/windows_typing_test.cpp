@@ -1,4 +1,5 @@
 // The real key input of Windows, and another program's window that reports what arrived.
+#include <algorithm>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -171,6 +172,21 @@ TEST(WindowsKeymap, PrefixedKeys_AreThoseThatKeyboardsSendWithAPrefix) {
     }
     EXPECT_EQ(found, prefixed);
     EXPECT_EQ(VirtualKeyOf(0x45, GetKeyboardLayout(0)), VK_NUMLOCK);
+}
+
+// A layout of another script gives none of these; a chord of a Latin letter means its key.
+TEST(WindowsKeymap, DigitAndLetterKeys_AreKnownByTheirVirtualKeys) {
+    HKL layout = GetKeyboardLayout(0);
+    std::string caps;
+    for (const Key& key : ReadWindowsKeymap(layout).keys) {
+        if (key.cap != Symbol::kNothing) {
+            const auto cap = static_cast<char>(key.cap);
+            caps.push_back(cap);
+            EXPECT_EQ(VirtualKeyOf(key.code, layout), cap >= 'a' ? cap - 'a' + 'A' : cap);
+        }
+    }
+    std::ranges::sort(caps);
+    EXPECT_EQ(caps, "0123456789abcdefghijklmnopqrstuvwxyz");
 }
 
 TEST_F(WindowsTyping, LockKeys_SwitchTheirLocks) {
