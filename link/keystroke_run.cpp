@@ -119,12 +119,19 @@ class Run {
                 return;
             }
             if (event.pause != PauseAfter::kNone) {
-                m_keyboard.Pause(event.pause == PauseAfter::kHold ? m_pace.hold : m_pace.gap);
+                m_keyboard.Pause(PauseBehind(event));
             }
             m_borrowed.NoteUse(event.code);
             begins = event.pause == PauseAfter::kGap;
             m_result.strokes += begins ? 1 : 0;
         }
+    }
+
+    std::chrono::milliseconds PauseBehind(const KeyEvent& event) const {
+        if (event.pause == PauseAfter::kHold) {
+            return event.text ? m_pace.textHold.value_or(m_pace.hold) : m_pace.hold;
+        }
+        return event.text ? m_pace.textGap.value_or(m_pace.gap) : m_pace.gap;
     }
 
     // Keeps the error if the system did not take a call.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 #include "link/borrowed_codes.h"
 #include "link/key_sender.h"
@@ -11,13 +12,16 @@
 namespace spellwick {
 
 // A program that polls the keyboard sees every key if both times are 1.5 times its polling
-// interval; these are for one that polls 60 times a second.
+// interval; these are for one that polls 60 times a second, as games do for their macro keys.
 inline constexpr std::chrono::milliseconds kKeyHold{25};
 inline constexpr std::chrono::milliseconds kKeyGap{25};
 
 struct Pace {
     std::chrono::milliseconds hold = kKeyHold;
     std::chrono::milliseconds gap = kKeyGap;
+    // Of text, which programs read from their queue of events; none: as the other keys.
+    std::optional<std::chrono::milliseconds> textHold{};
+    std::optional<std::chrono::milliseconds> textGap{};
 };
 
 // Returns when everything is typed, or with the reason why not. Before each keystroke it waits for

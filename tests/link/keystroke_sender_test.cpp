@@ -127,6 +127,21 @@ TEST(KeystrokeSender, HoldAndGap_AreKept) {
     EXPECT_THAT(times, ElementsAre(0ms, 0ms, 30ms, 30ms, 50ms, 80ms));
 }
 
+TEST(KeystrokeSender, HoldAndGapOfText_AreThoseOfKeysUnlessGiven) {
+    const auto times = [](const Pace& pace) {
+        RecordingKeyboard keyboard(Us());
+        KeystrokeSender sender(keyboard, pace);
+        EXPECT_TRUE(sender.SendKeys("1a{ENTER}", true, anywhere).Ok());
+        std::vector<std::chrono::milliseconds> result;
+        for (const RecordingKeyboard::Event& event : keyboard.events) {
+            result.push_back(event.time);
+        }
+        return result;
+    };
+    EXPECT_THAT(times({30ms, 20ms, 3ms, 4ms}), ElementsAre(0ms, 30ms, 50ms, 53ms, 57ms, 60ms));
+    EXPECT_THAT(times({30ms, 20ms}), ElementsAre(0ms, 30ms, 50ms, 80ms, 100ms, 130ms));
+}
+
 TEST(KeystrokeSender, ChangeOfLayoutBetweenSends_IsNoticed) {
     RecordingKeyboard keyboard(Us());
     KeystrokeSender sender(keyboard);
