@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
+#include <sstream>
 
 #include "widgets/guarded_events.h"
 #include "widgets/texts.h"
@@ -31,10 +32,16 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard) {
     return std::make_unique<KeystrokeSender>(*keyboard);
 }
 
+std::vector<GameClient> DeliveredClients() {
+    std::istringstream table{std::string(DeliveredGameClients())};
+    return ReadGameClients(table).clients;
+}
+
 }  // namespace
 
 Application::Application(System system)
     : m_system(std::move(system)),
+      m_clients(*m_system.clients, DeliveredClients()),
       m_keys(MakeKeySender(m_system.keyboard.get())),
       m_companion(Services()),
       m_timers({.timers = m_companion.Timers(),
@@ -63,7 +70,7 @@ Application::Application(System system)
 CompanionServices Application::Services() {
     return {.state = m_state,
             .store = *m_system.store,
-            .clients = *m_system.clients,
+            .clients = m_clients,
             .keys = *m_keys,
             .desktop = *m_system.desktop,
             .boxes = m_boxes,

@@ -11,6 +11,7 @@
 #include "companion/run_end.h"
 #include "link/assist_search.h"
 #include "link/keystroke_sender.h"
+#include "link/translated_windows.h"
 #include "main_window/form_main.h"
 #include "main_window/wait_notice.h"
 #include "platform/system.h"
@@ -53,6 +54,7 @@ class Application : private Forms {
     void WatchForEnd();
 
     System m_system;
+    TranslatedWindows m_clients;
     SharedState m_state;
     QtMessageBoxes m_boxes;
     RunEnd m_runEnd{m_boxes};

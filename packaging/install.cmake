@@ -1,11 +1,11 @@
 # The program looks for its two text files beside itself, so all three are installed into one folder,
-# with a link to the program among the commands.
+# with a link to the program among the commands. The table of clients is there to be read and copied.
 include(GNUInstallDirs)
 
 set(SPELLWICK_HOME ${CMAKE_INSTALL_LIBDIR}/spellwick)
 
 install(TARGETS spellwick RUNTIME DESTINATION ${SPELLWICK_HOME})
-install(FILES data/SpellData.txt data/ReadMe.wri DESTINATION ${SPELLWICK_HOME})
+install(FILES data/SpellData.txt data/ReadMe.wri data/GameClients.txt DESTINATION ${SPELLWICK_HOME})
 install(CODE "
     set(commands \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
     file(MAKE_DIRECTORY \"\${commands}\")

@@ -5,10 +5,23 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "text/number_types.h"
 
 namespace spellwick {
+
+// What a system's window classes are.
+enum class WindowClassKind { kX11, kWindows };
+
+struct TopLevelWindow {
+    WindowHandle handle = 0;
+    std::string windowClass;
+    std::string instance;  // the first half of WM_CLASS; empty where there is no such thing
+    std::string title;     // valid UTF-8
+
+    bool operator==(const TopLevelWindow&) const = default;
+};
 
 // No call throws, and none waits longer than told. A window that is gone is no error.
 class ClientWindows {
@@ -29,6 +42,18 @@ class ClientWindows {
         }
         return 0;
     }
+
+    [[nodiscard]] virtual WindowClassKind ClassKind() const { return WindowClassKind::kX11; }
+
+    // The visible top-level windows of any of these classes, topmost first. On X11 a class counts
+    // if it is either half of WM_CLASS; names of Windows' classes and programs have no case.
+    [[nodiscard]] virtual std::vector<TopLevelWindow> WindowsOfClasses(
+        const std::vector<std::string>& /*classes*/) {
+        return {};
+    }
+
+    // All visible top-level windows, topmost first.
+    [[nodiscard]] virtual std::vector<TopLevelWindow> AllWindows() { return {}; }
 
     // The whole title as valid UTF-8; empty if the window is gone.
     virtual std::string WindowTitle(WindowHandle window) = 0;

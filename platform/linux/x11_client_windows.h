@@ -23,6 +23,10 @@ class X11ClientWindows : public ClientWindows {
 
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
     WindowHandle FindWindowOfClasses(std::span<const std::string_view> windowClasses) override;
+    std::vector<TopLevelWindow> WindowsOfClasses(const std::vector<std::string>& classes) override {
+        return m_search.List(&classes);
+    }
+    std::vector<TopLevelWindow> AllWindows() override { return m_search.List(nullptr); }
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;

@@ -31,14 +31,31 @@ WindowClass SplitClass(std::string_view bytes) {
     return {bytes.substr(0, end), after.substr(0, after.find('\0'))};
 }
 
+char LowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool SameWithoutCase(std::string_view left, std::string_view right) {
+    return std::ranges::equal(left, right, {}, LowerAscii, LowerAscii);
+}
+
 // Windows programs are named by their files, and Windows ignores the case of file names.
 bool EndsInExe(std::string_view name) {
     constexpr std::string_view kExe = ".exe";
     return name.size() >= kExe.size() &&
-           std::ranges::equal(name.substr(name.size() - kExe.size()), kExe,
-                              [](char ours, char plain) {
-                                  return (ours >= 'A' && ours <= 'Z' ? ours + 32 : ours) == plain;
-                              });
+           SameWithoutCase(name.substr(name.size() - kExe.size()), kExe);
+}
+
+bool IsOneOf(const std::vector<std::string>& classes, const WindowClass& ours) {
+    return std::ranges::any_of(classes, [&](const std::string& each) {
+        return EndsInExe(each)
+                   ? SameWithoutCase(each, ours.name) || SameWithoutCase(each, ours.instance)
+                   : each == ours.name || each == ours.instance;
+    });
+}
+
+std::string TextOfClass(std::string_view bytes) {
+    return X11Text(X11TextForm::kLatin1, bytes);
 }
 
 bool IsWindowsProgram(const WindowClass& ours) {
@@ -92,6 +109,33 @@ X11WindowSearch::Found X11WindowSearch::Find(std::string_view windowClass) {
         return found;
     }
     return {byClass, byClass != XCB_NONE};
+}
+
+std::vector<TopLevelWindow> X11WindowSearch::List(const std::vector<std::string>* classes) const {
+    const std::vector<xcb_window_t> windows = TopLevels();
+    std::vector<xcb_get_property_cookie_t> cookies;
+    cookies.reserve(windows.size());
+    for (const xcb_window_t window : windows) {
+        cookies.push_back(Ask(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING));
+    }
+    std::vector<TopLevelWindow> listed;
+    for (std::size_t index = 0; index < windows.size(); ++index) {
+        const auto reply = Answer(cookies[index]);
+        const WindowClass ours = SplitClass(BytesOf(reply.get()));
+        if (classes == nullptr || IsOneOf(*classes, ours)) {
+            listed.push_back(
+                {windows[index], TextOfClass(ours.name), TextOfClass(ours.instance), {}});
+        }
+    }
+    std::vector<TitleCookies> titles;
+    titles.reserve(listed.size());
+    for (const TopLevelWindow& window : listed) {
+        titles.push_back(AskTitle(window.handle));
+    }
+    for (std::size_t index = 0; index < listed.size(); ++index) {
+        listed[index].title = AnswerTitle(titles[index]);
+    }
+    return listed;
 }
 
 // The best of these windows of Windows programs, topmost first.

@@ -8,6 +8,7 @@
 
 #include <xcb/xcb.h>
 
+#include "platform/client_windows.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_window_hints.h"
 
@@ -30,6 +31,9 @@ class X11WindowSearch {
     // (SHARD)" goes before the one that was found last time, and that one before any other. Among
     // equals the topmost is taken.
     Found Find(std::string_view windowClass);
+
+    // The windows of these classes, topmost first; all windows for null.
+    std::vector<TopLevelWindow> List(const std::vector<std::string>* classes) const;
 
     // Whether the window belongs to a Windows program; false if it is gone.
     bool IsWindowsProgram(xcb_window_t window) const;

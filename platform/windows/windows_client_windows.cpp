@@ -1,5 +1,8 @@
 #include "platform/windows/windows_client_windows.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <chrono>
 #include <thread>
 
@@ -37,10 +40,69 @@ bool HasFocus(HWND window) {
     return thread.hwndFocus == window || IsChild(window, thread.hwndFocus) != FALSE;
 }
 
+std::string ClassOf(HWND window) {
+    std::array<wchar_t, 257> text{};  // the longest name of a class, and its end
+    const int length = GetClassNameW(window, text.data(), static_cast<int>(text.size()));
+    return Utf8FromWide({text.data(), static_cast<std::size_t>(std::max(length, 0))});
+}
+
+BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
+    if (IsWindowVisible(window) != FALSE) {
+        std::bit_cast<std::vector<HWND>*>(list)->push_back(window);
+    }
+    return TRUE;
+}
+
+// Topmost first, since the system lists them so.
+std::vector<HWND> VisibleWindows() {
+    std::vector<HWND> windows;
+    EnumWindows(&AddWindow, std::bit_cast<LPARAM>(&windows));
+    return windows;
+}
+
+TopLevelWindow Describe(HWND window) {
+    return {HandleOf(window), ClassOf(window), {}, Utf8FromWide(WideTitle(window))};
+}
+
 }  // namespace
 
 WindowHandle WindowsClientWindows::FindWindowByClass(std::string_view windowClass) {
     return HandleOf(FindWindowW(WideFromUtf8(windowClass).c_str(), nullptr));
+}
+
+// The system searches by class alone far faster than it tells the classes of all windows.
+std::vector<TopLevelWindow> WindowsClientWindows::WindowsOfClasses(
+    const std::vector<std::string>& classes) {
+    constexpr std::size_t kMost = 100;
+    std::vector<TopLevelWindow> listed;
+    std::size_t withWindows = 0;
+    for (const std::string& each : classes) {
+        const std::wstring wide = WideFromUtf8(each);
+        const std::size_t before = listed.size();
+        HWND window = FindWindowExW(nullptr, nullptr, wide.c_str(), nullptr);
+        for (std::size_t count = 0; window != nullptr && count < kMost; ++count) {
+            if (IsWindowVisible(window) != FALSE) {
+                listed.push_back(Describe(window));
+            }
+            window = FindWindowExW(nullptr, window, wide.c_str(), nullptr);
+        }
+        withWindows += listed.size() > before ? 1 : 0;
+    }
+    if (withWindows > 1) {
+        const std::vector<HWND> order = VisibleWindows();
+        std::ranges::stable_sort(listed, {}, [&](const TopLevelWindow& window) {
+            return std::ranges::find(order, HwndOf(window.handle)) - order.begin();
+        });
+    }
+    return listed;
+}
+
+std::vector<TopLevelWindow> WindowsClientWindows::AllWindows() {
+    std::vector<TopLevelWindow> listed;
+    for (HWND window : VisibleWindows()) {
+        listed.push_back(Describe(window));
+    }
+    return listed;
 }
 
 std::string WindowsClientWindows::WindowTitle(WindowHandle window) {

@@ -11,6 +11,9 @@ namespace spellwick {
 class WindowsClientWindows : public ClientWindows {
   public:
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
+    WindowClassKind ClassKind() const override { return WindowClassKind::kWindows; }
+    std::vector<TopLevelWindow> WindowsOfClasses(const std::vector<std::string>& classes) override;
+    std::vector<TopLevelWindow> AllWindows() override;
     std::string WindowTitle(WindowHandle window) override;
 
     // The system may refuse the foreground to a program that the user is not working with, and

@@ -11,6 +11,24 @@ WindowHandle RecordingClientWindows::FindWindowByClass(std::string_view windowCl
     return found == windows.end() ? 0 : found->handle;
 }
 
+std::vector<TopLevelWindow> RecordingClientWindows::WindowsOfClasses(
+    const std::vector<std::string>& classes) {
+    std::vector<TopLevelWindow> found = AllWindows();
+    std::erase_if(found, [&](const TopLevelWindow& window) {
+        return std::ranges::find(classes, window.windowClass) == classes.end() &&
+               std::ranges::find(classes, window.instance) == classes.end();
+    });
+    return found;
+}
+
+std::vector<TopLevelWindow> RecordingClientWindows::AllWindows() {
+    std::vector<TopLevelWindow> all;
+    for (const Window& window : windows) {
+        all.push_back({window.handle, window.windowClass, window.instance, window.title});
+    }
+    return all;
+}
+
 std::string RecordingClientWindows::WindowTitle(WindowHandle window) {
     const Window* found = Find(window);
     return found == nullptr ? std::string() : found->title;

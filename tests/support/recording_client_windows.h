@@ -17,6 +17,7 @@ class RecordingClientWindows : public ClientWindows {
         std::string windowClass;
         std::string title;
         bool refusesFocus = false;
+        std::string instance{};  // the other half of an X11 class
     };
 
     // Every call except pure queries adds a line to `log`, if there is one: "find Ultima Online",
@@ -24,6 +25,9 @@ class RecordingClientWindows : public ClientWindows {
     explicit RecordingClientWindows(std::vector<std::string>* log = nullptr) : m_log(log) {}
 
     WindowHandle FindWindowByClass(std::string_view windowClass) override;
+    WindowClassKind ClassKind() const override { return classKind; }
+    std::vector<TopLevelWindow> WindowsOfClasses(const std::vector<std::string>& classes) override;
+    std::vector<TopLevelWindow> AllWindows() override;
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override { return foreground == window; }
@@ -42,6 +46,7 @@ class RecordingClientWindows : public ClientWindows {
 
     // The desktop, top window first. A test may change it at any time.
     std::vector<Window> windows;
+    WindowClassKind classKind = WindowClassKind::kX11;
     WindowHandle foreground = 0;
     WindowHandle focus = 0;
     // Whatever window is in front.

@@ -1,0 +1,173 @@
+#include "link/game_clients.h"
+
+#include <algorithm>
+
+namespace spellwick {
+
+namespace {
+
+// Nobody's game has such a title, and searching it would take time.
+constexpr std::size_t kLongestTitle = 4096;
+
+constexpr std::size_t kName = 0;
+constexpr std::size_t kX11Class = 1;
+constexpr std::size_t kWindowsClass = 2;
+constexpr std::size_t kInGame = 3;
+constexpr std::size_t kAtLogin = 4;
+constexpr std::size_t kShard = 5;
+constexpr std::size_t kEnter = 6;
+
+// What is wrong with a row, and in which column, from 0.
+struct RowFault {
+    std::size_t column;
+    std::string what;
+};
+
+std::vector<TitlePattern> ReadForms(const TableRow& row, std::size_t column) {
+    std::vector<TitlePattern> forms;
+    for (const std::string& text : Alternatives(row[column])) {
+        TitlePattern::Result read = TitlePattern::Read(text);
+        if (!read.pattern) {
+            throw RowFault{column, read.fault};
+        }
+        if (column == kInGame && !read.pattern->HasName()) {
+            throw RowFault{column, "there is no {name} in \"" + text + "\""};
+        }
+        if (column == kAtLogin && (read.pattern->HasName() || read.pattern->HasShard())) {
+            throw RowFault{column, "nobody is logged in there, so only {any} has a meaning"};
+        }
+        forms.push_back(*std::move(read.pattern));
+    }
+    return forms;
+}
+
+GameClient ReadClient(const TableRow& row) {
+    GameClient client;
+    client.name = row[kName];
+    client.x11Classes = Alternatives(row[kX11Class]);
+    client.windowsClasses = Alternatives(row[kWindowsClass]);
+    client.inGame = ReadForms(row, kInGame);
+    client.atLogin = ReadForms(row, kAtLogin);
+    client.shard = row[kShard];
+    client.enterBehindMacro = row[kEnter] == "yes";
+    if (client.name.empty()) {
+        throw RowFault{kName, "the name is missing"};
+    }
+    if (client.x11Classes.empty() && client.windowsClasses.empty()) {
+        throw RowFault{kX11Class, "neither this nor the next column names a class"};
+    }
+    if (client.inGame.empty()) {
+        throw RowFault{kInGame, "the form of the title is missing"};
+    }
+    if (client.shard.empty() || client.shard == "?") {
+        throw RowFault{kShard, "the word for an unknown shard is missing"};
+    }
+    if (row[kEnter] != "yes" && row[kEnter] != "no") {
+        throw RowFault{kEnter, "\"" + row[kEnter] + "\" is neither yes nor no"};
+    }
+    return client;
+}
+
+char LowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Window classes of Windows and names of its program files have no case.
+bool SameWithoutCase(std::string_view left, std::string_view right) {
+    return std::ranges::equal(left, right, {}, LowerAscii, LowerAscii);
+}
+
+bool SameClass(std::string_view ours, std::string_view theirs, WindowClassKind kind) {
+    constexpr std::string_view kExe = ".exe";
+    const bool windowsProgram =
+        ours.size() > kExe.size() && SameWithoutCase(ours.substr(ours.size() - kExe.size()), kExe);
+    return kind == WindowClassKind::kWindows || windowsProgram ? SameWithoutCase(ours, theirs)
+                                                               : ours == theirs;
+}
+
+const std::vector<std::string>& ClassesOf(const GameClient& client, WindowClassKind kind) {
+    return kind == WindowClassKind::kX11 ? client.x11Classes : client.windowsClasses;
+}
+
+// A round bracket begins the shard in the common form.
+std::string WithSquareBrackets(std::string_view text) {
+    std::string changed(text);
+    std::ranges::replace(changed, '(', '[');
+    std::ranges::replace(changed, ')', ']');
+    return changed;
+}
+
+// The best form so far of one window.
+struct Best {
+    std::optional<KnownTitle> known;
+    std::size_t fixedText = 0;
+};
+
+void TryForms(Best& best, const GameClient& client, const std::vector<TitlePattern>& forms,
+              bool inGame, std::string_view title) {
+    for (const TitlePattern& form : forms) {
+        if (best.known && form.FixedText() <= best.fixedText) {
+            continue;
+        }
+        if (std::optional<TitleFields> fields = form.Match(title)) {
+            best.fixedText = form.FixedText();
+            best.known = {&client, inGame, std::move(fields->name), std::move(fields->shard)};
+        }
+    }
+}
+
+}  // namespace
+
+GameClients ReadGameClients(std::istream& input) {
+    GameClients read;
+    RowTable table = ReadRowTable(input, kGameClientColumns.size());
+    read.fault = std::move(table.fault);
+    for (std::size_t row = 0; row < table.rows.size(); ++row) {
+        try {
+            read.clients.push_back(ReadClient(table.rows[row]));
+        } catch (const RowFault& found) {
+            return {{}, TableFault{row + 1, found.column + 1, found.what}};
+        }
+    }
+    return read;
+}
+
+std::optional<KnownTitle> FindGameClient(const std::vector<GameClient>& clients,
+                                         const TopLevelWindow& window, WindowClassKind kind) {
+    Best best;
+    if (window.title.size() > kLongestTitle) {
+        return std::nullopt;
+    }
+    for (const GameClient& client : clients) {
+        if (HasClass(client, window, kind)) {
+            TryForms(best, client, client.inGame, true, window.title);
+            TryForms(best, client, client.atLogin, false, window.title);
+        }
+    }
+    return best.known;
+}
+
+bool HasClass(const GameClient& client, const TopLevelWindow& window, WindowClassKind kind) {
+    return std::ranges::any_of(ClassesOf(client, kind), [&](const std::string& ours) {
+        return SameClass(ours, window.windowClass, kind) ||
+               (!window.instance.empty() && SameClass(ours, window.instance, kind));
+    });
+}
+
+std::vector<std::string> ClassesOf(const std::vector<GameClient>& clients, WindowClassKind kind) {
+    std::vector<std::string> classes;
+    for (const GameClient& client : clients) {
+        for (const std::string& ours : ClassesOf(client, kind)) {
+            if (std::ranges::find(classes, ours) == classes.end()) {
+                classes.push_back(ours);
+            }
+        }
+    }
+    return classes;
+}
+
+std::string CommonTitle(std::string_view name, std::string_view shard) {
+    return "Ultima Online - " + WithSquareBrackets(name) + " (" + WithSquareBrackets(shard) + ")";
+}
+
+}  // namespace spellwick

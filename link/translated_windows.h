@@ -1,0 +1,88 @@
+// Stands in front of the real windows and makes other clients look like the classic one: the search
+// for its classes finds the windows of known clients too, and their titles come in the one form
+// "Ultima Online - NAME (SHARD)".
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "link/game_clients.h"
+#include "platform/client_windows.h"
+
+namespace spellwick {
+
+class TranslatedWindows : public ClientWindows {
+  public:
+    // `windows` outlives it.
+    TranslatedWindows(ClientWindows& windows, std::vector<GameClient> clients);
+
+    // Takes other rows, from the next search on.
+    void SetClients(std::vector<GameClient> clients);
+
+    // The row of the window that the last search found. Null for the classic client, and when no
+    // client was found. Valid until SetClients.
+    const GameClient* Current() const;
+
+    [[nodiscard]] WindowHandle FindWindowByClass(std::string_view windowClass) override {
+        return m_windows.FindWindowByClass(windowClass);
+    }
+
+    // The classic client is asked for first, and its windows are left as they are. If there is
+    // none, one of the known clients' windows: the one that was in front last, else the topmost.
+    [[nodiscard]] WindowHandle FindWindowOfClasses(
+        std::span<const std::string_view> windowClasses) override;
+
+    // The title of a known client's window in the common form; "Ultima Online - ? (?)" while no
+    // character is logged in.
+    std::string WindowTitle(WindowHandle window) override;
+
+    [[nodiscard]] bool SetForegroundWindow(WindowHandle window) override {
+        return m_windows.SetForegroundWindow(window);
+    }
+    [[nodiscard]] bool IsForegroundWindow(WindowHandle window) override {
+        return m_windows.IsForegroundWindow(window);
+    }
+    [[nodiscard]] bool SetFocus(WindowHandle window) override { return m_windows.SetFocus(window); }
+    [[nodiscard]] bool HasKeyboard(WindowHandle window) override {
+        return m_windows.HasKeyboard(window);
+    }
+    [[nodiscard]] bool ProgramHasKeyboard(WindowHandle window) override {
+        return m_windows.ProgramHasKeyboard(window);
+    }
+    [[nodiscard]] bool WaitUntilRead(WindowHandle window,
+                                     std::chrono::milliseconds patience) override {
+        return m_windows.WaitUntilRead(window, patience);
+    }
+    [[nodiscard]] bool FollowsKeyMapLate(WindowHandle window) override {
+        return m_windows.FollowsKeyMapLate(window);
+    }
+    [[nodiscard]] WindowClassKind ClassKind() const override { return m_windows.ClassKind(); }
+    [[nodiscard]] std::vector<TopLevelWindow> WindowsOfClasses(
+        const std::vector<std::string>& classes) override {
+        return m_windows.WindowsOfClasses(classes);
+    }
+    [[nodiscard]] std::vector<TopLevelWindow> AllWindows() override {
+        return m_windows.AllWindows();
+    }
+
+  private:
+    // A known client's window, as a search has found it.
+    struct Found {
+        TopLevelWindow window;
+        KnownTitle known;
+    };
+
+    void Keep(const TopLevelWindow& window, const GameClient* client);
+    std::vector<Found> KnownWindows();
+    const Found& Choose(const std::vector<Found>& found);
+
+    ClientWindows& m_windows;
+    std::vector<GameClient> m_clients;
+    std::vector<std::string> m_classes;  // of all clients
+    TopLevelWindow m_found;              // the client's window, its handle 0 without one
+    const GameClient* m_current = nullptr;
+    WindowHandle m_inFront = 0;  // of the known clients' windows, the one in front last
+};
+
+}  // namespace spellwick
