@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include "link/client_watch.h"
+#include "link/profile_folder.h"
 
 namespace spellwick {
 
-TranslatedWindows::TranslatedWindows(ClientWindows& windows, std::vector<GameClient> clients)
-    : m_windows(windows) {
+TranslatedWindows::TranslatedWindows(ClientWindows& windows, std::vector<GameClient> clients,
+                                     Clock clock)
+    : m_windows(windows), m_clock(std::move(clock)) {
     SetClients(std::move(clients));
 }
 
@@ -54,7 +56,32 @@ std::string TranslatedWindows::WindowTitle(WindowHandle window) {
         return std::string(kNoClientTitle);
     }
     m_current = known->client;
-    return CommonTitle(known->name, known->shard.empty() ? known->client->shard : known->shard);
+    if (!known->shard.empty()) {
+        return CommonTitle(known->name, known->shard);
+    }
+    // A shard that is not known yet must not pass for an unknown one, which is another profile.
+    if (!LookUpShard(window, known->name)) {
+        return std::string(kNoClientTitle);
+    }
+    return CommonTitle(known->name, m_lookedUp.shard.value_or(known->client->shard));
+}
+
+// False while it is too early to look again.
+bool TranslatedWindows::LookUpShard(WindowHandle window, const std::string& name) {
+    constexpr std::chrono::seconds kBetween{1};
+    if (m_lookedUp.window == window && m_lookedUp.name == name) {
+        return true;
+    }
+    const auto now = m_clock();
+    if (m_lookedUp.window != 0 && now - m_lookedUp.when < kBetween) {
+        return false;
+    }
+    const auto profile = NewestProfile(m_windows.ProgramFolders(window), name);
+    m_lookedUp = {window, name, std::nullopt, now};
+    if (profile && IsRealServer(profile->shard)) {
+        m_lookedUp.shard = profile->shard;
+    }
+    return true;
 }
 
 std::vector<TranslatedWindows::Found> TranslatedWindows::KnownWindows() {

@@ -3,6 +3,9 @@
 // "Ultima Online - NAME (SHARD)".
 #pragma once
 
+#include <chrono>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +17,11 @@ namespace spellwick {
 
 class TranslatedWindows : public ClientWindows {
   public:
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
     // `windows` outlives it.
-    TranslatedWindows(ClientWindows& windows, std::vector<GameClient> clients);
+    TranslatedWindows(ClientWindows& windows, std::vector<GameClient> clients,
+                      Clock clock = &std::chrono::steady_clock::now);
 
     // Takes other rows, from the next search on.
     void SetClients(std::vector<GameClient> clients);
@@ -65,6 +71,11 @@ class TranslatedWindows : public ClientWindows {
     [[nodiscard]] std::vector<TopLevelWindow> AllWindows() override {
         return m_windows.AllWindows();
     }
+    [[nodiscard]] std::vector<std::filesystem::path> ProgramFolders(WindowHandle window) override {
+        return m_windows.ProgramFolders(window);
+    }
+
+    const std::vector<GameClient>& Clients() const { return m_clients; }
 
   private:
     // A known client's window, as a search has found it.
@@ -73,6 +84,16 @@ class TranslatedWindows : public ClientWindows {
         KnownTitle known;
     };
 
+    // The shard of a character as the client's folders have it; looked up when the window or the
+    // name has changed, and not yet again within a second.
+    struct LookedUp {
+        WindowHandle window = 0;
+        std::string name;
+        std::optional<std::string> shard;
+        std::chrono::steady_clock::time_point when{};
+    };
+
+    bool LookUpShard(WindowHandle window, const std::string& name);
     void Keep(const TopLevelWindow& window, const GameClient* client);
     std::vector<Found> KnownWindows();
     const Found& Choose(const std::vector<Found>& found);
@@ -82,6 +103,8 @@ class TranslatedWindows : public ClientWindows {
     std::vector<std::string> m_classes;  // of all clients
     TopLevelWindow m_found;              // the client's window, its handle 0 without one
     const GameClient* m_current = nullptr;
+    Clock m_clock;
+    LookedUp m_lookedUp;
     WindowHandle m_inFront = 0;  // of the known clients' windows, the one in front last
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
@@ -54,6 +55,13 @@ class ClientWindows {
 
     // All visible top-level windows, topmost first.
     [[nodiscard]] virtual std::vector<TopLevelWindow> AllWindows() { return {}; }
+
+    // The folders that the window's program may keep its data in, the likeliest first; empty if the
+    // window is gone, or the program is another user's or another machine's.
+    [[nodiscard]] virtual std::vector<std::filesystem::path> ProgramFolders(
+        WindowHandle /*window*/) {
+        return {};
+    }
 
     // The whole title as valid UTF-8; empty if the window is gone.
     virtual std::string WindowTitle(WindowHandle window) = 0;

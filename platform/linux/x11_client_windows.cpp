@@ -1,10 +1,14 @@
 #include "platform/linux/x11_client_windows.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
 
 #include <poll.h>
+#include <unistd.h>
 #include <xcb/xcb_icccm.h>
+
+#include "platform/linux/program_folders.h"
 
 namespace spellwick {
 
@@ -67,6 +71,24 @@ WindowHandle X11ClientWindows::FindWindowOfClasses(
         }
     }
     return likely;
+}
+
+// A program names its process itself, and the machine that it runs on.
+std::vector<std::filesystem::path> X11ClientWindows::ProgramFolders(WindowHandle window) {
+    std::array<char, 256> machine{};
+    std::uint32_t process = 0;
+    const bool told =
+        window != 0 && m_connection.Works() &&
+        xcb_ewmh_get_wm_pid_reply(m_hints.Get(), xcb_ewmh_get_wm_pid(m_hints.Get(), window),
+                                  &process, nullptr) != 0;
+    if (!told || gethostname(machine.data(), machine.size() - 1) != 0) {
+        return {};
+    }
+    const std::string named = m_search.Machine(window);
+    if (!named.empty() && named != machine.data()) {
+        return {};
+    }
+    return ProgramFoldersOf(static_cast<pid_t>(process));
 }
 
 std::string X11ClientWindows::WindowTitle(WindowHandle window) {

@@ -27,6 +27,7 @@ class X11ClientWindows : public ClientWindows {
         return m_search.List(&classes);
     }
     std::vector<TopLevelWindow> AllWindows() override { return m_search.List(nullptr); }
+    std::vector<std::filesystem::path> ProgramFolders(WindowHandle window) override;
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;

@@ -169,6 +169,11 @@ std::string X11WindowSearch::Title(xcb_window_t window) const {
     return AnswerTitle(AskTitle(window));
 }
 
+std::string X11WindowSearch::Machine(xcb_window_t window) const {
+    const auto reply = Answer(Ask(window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_GET_PROPERTY_TYPE_ANY));
+    return Text(reply.get()).value_or(std::string());
+}
+
 // Topmost first, as Windows searches.
 std::vector<xcb_window_t> X11WindowSearch::TopLevels() const {
     std::optional<std::vector<xcb_window_t>> managed = m_hints.ManagedWindows();

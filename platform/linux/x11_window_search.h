@@ -41,6 +41,9 @@ class X11WindowSearch {
     // The whole title as valid UTF-8; empty if the window is gone.
     std::string Title(xcb_window_t window) const;
 
+    // The machine that the window's program runs on, as it says itself; empty if it does not.
+    std::string Machine(xcb_window_t window) const;
+
   private:
     struct TitleCookies {
         xcb_get_property_cookie_t modern;

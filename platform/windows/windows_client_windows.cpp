@@ -105,6 +105,25 @@ std::vector<TopLevelWindow> WindowsClientWindows::AllWindows() {
     return listed;
 }
 
+std::vector<std::filesystem::path> WindowsClientWindows::ProgramFolders(WindowHandle window) {
+    constexpr std::size_t kLongestPath = 32768;
+    DWORD id = 0;
+    GetWindowThreadProcessId(HwndOf(window), &id);
+    HANDLE process = id == 0 ? nullptr : OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+    if (process == nullptr) {
+        return {};
+    }
+    std::wstring path(kLongestPath, L'\0');
+    DWORD length = static_cast<DWORD>(path.size());
+    const bool told = QueryFullProcessImageNameW(process, 0, path.data(), &length) != FALSE;
+    CloseHandle(process);
+    if (!told) {
+        return {};
+    }
+    path.resize(length);
+    return {std::filesystem::path(path).parent_path()};
+}
+
 std::string WindowsClientWindows::WindowTitle(WindowHandle window) {
     return window == 0 ? std::string() : Utf8FromWide(WideTitle(HwndOf(window)));
 }

@@ -14,6 +14,7 @@ class WindowsClientWindows : public ClientWindows {
     WindowClassKind ClassKind() const override { return WindowClassKind::kWindows; }
     std::vector<TopLevelWindow> WindowsOfClasses(const std::vector<std::string>& classes) override;
     std::vector<TopLevelWindow> AllWindows() override;
+    std::vector<std::filesystem::path> ProgramFolders(WindowHandle window) override;
     std::string WindowTitle(WindowHandle window) override;
 
     // The system may refuse the foreground to a program that the user is not working with, and

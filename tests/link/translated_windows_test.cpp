@@ -1,6 +1,8 @@
 // Other clients in front of the watch: found by the classic client's classes, read in its form.
 #include "link/translated_windows.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -8,6 +10,7 @@
 
 #include "link/client_watch.h"
 #include "tests/support/recording_client_windows.h"
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 namespace {
@@ -39,7 +42,8 @@ class TranslatedWindowsTest : public testing::Test {
 
     std::vector<std::string> m_log;
     RecordingClientWindows m_real{&m_log};
-    TranslatedWindows m_windows{m_real, Delivered()};
+    std::chrono::steady_clock::time_point m_now{std::chrono::hours(1)};
+    TranslatedWindows m_windows{m_real, Delivered(), [this] { return m_now; }};
     SharedState m_state;
     ClientWatch m_watch{m_state, m_windows};
 };
@@ -117,6 +121,37 @@ TEST_F(TranslatedWindowsTest, SeveralClients_TheOneInFrontLast) {
     m_real.foreground = 8;
     EXPECT_EQ(Tick(), "Ultima Online - Bran (ClassicUO)");
     EXPECT_EQ(CurrentName(), "ClassicUO");
+}
+
+TEST_F(TranslatedWindowsTest, ShardThatTheTitleLacks_IsThatOfTheNewestProfile) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.Path() / "Data/Profiles/account/Oak Hill/Bran");
+    m_real.programFolders = {folder.Path()};
+    Show(8, "ClassicUO", "Bran - ClassicUO - 1");
+    EXPECT_EQ(Tick(), "Ultima Online - Bran (Oak Hill)");
+    m_real.windows[0].title = "Bran (Atlantic) - ClassicUO - 1";
+    EXPECT_EQ(Tick(), "Ultima Online - Bran (Atlantic)") << "the title's own goes first";
+}
+
+TEST_F(TranslatedWindowsTest, Folders_AreReadAtAChangeOfTitleAndOnceASecondAtMost) {
+    const auto reads = [&] { return std::ranges::count(m_log, "folders of 8"); };
+    Show(8, "ClassicUO", "ClassicUO - 1");
+    Tick();
+    EXPECT_EQ(reads(), 0) << "nobody is logged in";
+    m_real.windows[0].title = "Bran - ClassicUO - 1";
+    for (int tick = 0; tick < 5; ++tick) {
+        EXPECT_EQ(Tick(), "Ultima Online - Bran (ClassicUO)");
+        m_now += std::chrono::seconds(1);
+    }
+    EXPECT_EQ(reads(), 1);
+    m_real.windows[0].title = "Mira - ClassicUO - 1";
+    EXPECT_EQ(Tick(), "Ultima Online - Mira (ClassicUO)");
+    m_real.windows[0].title = "Zoe - ClassicUO - 1";
+    EXPECT_EQ(Tick(), "Ultima Online - ? (?)") << "too early to look again";
+    EXPECT_EQ(reads(), 2);
+    m_now += std::chrono::seconds(1);
+    EXPECT_EQ(Tick(), "Ultima Online - Zoe (ClassicUO)");
+    EXPECT_EQ(reads(), 3);
 }
 
 // Wine's programs are found by their titles too.

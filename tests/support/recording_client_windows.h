@@ -28,6 +28,10 @@ class RecordingClientWindows : public ClientWindows {
     WindowClassKind ClassKind() const override { return classKind; }
     std::vector<TopLevelWindow> WindowsOfClasses(const std::vector<std::string>& classes) override;
     std::vector<TopLevelWindow> AllWindows() override;
+    std::vector<std::filesystem::path> ProgramFolders(WindowHandle window) override {
+        Log("folders of " + std::to_string(window));
+        return programFolders;
+    }
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override { return foreground == window; }
@@ -46,6 +50,8 @@ class RecordingClientWindows : public ClientWindows {
 
     // The desktop, top window first. A test may change it at any time.
     std::vector<Window> windows;
+    // Of every window's program.
+    std::vector<std::filesystem::path> programFolders;
     WindowClassKind classKind = WindowClassKind::kX11;
     WindowHandle foreground = 0;
     WindowHandle focus = 0;
