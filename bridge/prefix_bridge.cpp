@@ -1,0 +1,183 @@
+#include "bridge/prefix_bridge.h"
+
+#include <array>
+#include <cstdio>
+
+namespace spellwick::bridge {
+
+namespace {
+
+constexpr std::size_t kMostConnections = 32;
+
+pollfd ToRead(int descriptor) {
+    return {descriptor, POLLIN, 0};
+}
+
+// In the order in which the windows were found.
+std::string SocketName(const std::string& prefix, std::uint32_t id) {
+    std::array<char, 16> digits{};
+    std::snprintf(digits.data(), digits.size(), "%06u", id);
+    return kSocketStart + prefix + '-' + digits.data() + kSocketEnd;
+}
+
+}  // namespace
+
+PrefixBridge::~PrefixBridge() {
+    while (!m_tools.empty()) {
+        DropTool(m_tools.begin()->first);
+    }
+}
+
+void PrefixBridge::Collect(std::vector<pollfd>& wanted) {
+    LineStream& lines = m_half->Lines();
+    if (!lines.Ended()) {
+        wanted.push_back(ToRead(lines.Input()));
+        if (lines.WantsToWrite()) {
+            wanted.push_back({lines.Output(), POLLOUT, 0});
+        }
+    }
+    for (const auto& [id, tool] : m_tools) {
+        if (tool.listener && m_connections.size() < kMostConnections) {
+            wanted.push_back(ToRead(tool.listener.Number()));
+        }
+    }
+    for (const auto& [id, connection] : m_connections) {
+        pollfd descriptor = ToRead(connection.stream.Input());
+        if (connection.stream.WantsToWrite()) {
+            descriptor.events |= POLLOUT;
+        }
+        wanted.push_back(descriptor);
+    }
+}
+
+void PrefixBridge::Serve() {
+    m_half->Lines().Flush();
+    TakeFromWine();
+    TakeConnections();
+    TakeFromPrograms();
+    DropEnded();
+}
+
+bool PrefixBridge::Ended() {
+    return !m_half->Runs() || m_half->Lines().Ended();
+}
+
+void PrefixBridge::TakeFromWine() {
+    LineStream& lines = m_half->Lines();
+    lines.Read();
+    while (const auto text = lines.TakeLine()) {
+        const auto line = ParseBridgeLine(*text);
+        if (!line) {
+            continue;  // a word of Wine's own
+        }
+        const auto connection = m_connections.find(line->id);
+        const auto& numbers = line->numbers;
+        if (line->verb == BridgeVerb::kReady) {
+            m_ready = true;
+        } else if (line->verb == BridgeVerb::kTitle) {
+            ShowTool(line->id, line->text);
+        } else if (line->verb == BridgeVerb::kGone) {
+            DropTool(line->id);
+        } else if (connection == m_connections.end()) {
+            continue;
+        } else if (line->verb == BridgeVerb::kSend) {
+            connection->second.stream.Write(
+                WrittenSend({static_cast<std::uint32_t>(numbers[0]), static_cast<i32>(numbers[1]),
+                             static_cast<i32>(numbers[2])}));
+        } else if (line->verb == BridgeVerb::kResult) {
+            connection->second.stream.Write(WrittenResult(static_cast<i32>(numbers[0])));
+        }
+    }
+}
+
+void PrefixBridge::ShowTool(std::uint32_t id, const std::string& title) {
+    const auto [tool, isNew] = m_tools.try_emplace(id);
+    // For who connects from now on; those who are connected have the title of that time.
+    tool->second.title = title;
+    if (!isNew) {
+        return;
+    }
+    if (m_folder != nullptr) {
+        tool->second.socket = SocketName(m_name, id);
+        tool->second.listener = m_folder->Listen(tool->second.socket);
+    }
+    if (m_verbose) {
+        const std::string path =
+            m_folder == nullptr ? "" : ": " + m_folder->PathOf(tool->second.socket).string();
+        std::printf("tool \"%s\"%s\n", title.c_str(), path.c_str());
+        std::fflush(stdout);
+    }
+}
+
+void PrefixBridge::DropTool(std::uint32_t id) {
+    const auto tool = m_tools.find(id);
+    if (tool == m_tools.end()) {
+        return;
+    }
+    if (tool->second.listener) {
+        m_folder->Remove(tool->second.socket);
+    }
+    for (auto& [number, connection] : m_connections) {
+        if (connection.tool == id) {
+            connection.stream.End();
+        }
+    }
+    if (m_verbose) {
+        std::printf("gone: tool \"%s\"\n", tool->second.title.c_str());
+        std::fflush(stdout);
+    }
+    m_tools.erase(tool);
+}
+
+void PrefixBridge::TakeConnections() {
+    for (const auto& [id, tool] : m_tools) {
+        while (tool.listener && m_connections.size() < kMostConnections) {
+            FileDescriptor accepted = AcceptOwn(tool.listener);
+            if (!accepted) {
+                break;
+            }
+            const std::uint32_t number = ++m_lastConnection;
+            Tell({number, BridgeVerb::kOpen, {id}, {}});
+            const auto [connection, added] =
+                m_connections.try_emplace(number, id, LineStream(std::move(accepted)));
+            connection->second.stream.Write("title " + tool.title + '\n');
+        }
+    }
+}
+
+void PrefixBridge::TakeFromPrograms() {
+    for (auto& [id, connection] : m_connections) {
+        connection.stream.Flush();
+        connection.stream.Read();
+        while (const auto text = connection.stream.TakeLine()) {
+            Carry(id, connection, *text);
+        }
+    }
+}
+
+void PrefixBridge::Carry(std::uint32_t id, Connection& connection, const std::string& text) {
+    const auto line = ParseAssistLine(text);
+    if (line && std::holds_alternative<ResultLine>(*line)) {
+        return;  // the tool has had its answer
+    }
+    const auto* send = line ? std::get_if<SendLine>(&*line) : nullptr;
+    if (send == nullptr) {
+        connection.stream.End();
+        return;
+    }
+    const WindowMessage& message = send->message;
+    Tell({id, BridgeVerb::kSend, {message.number, message.wParam, message.lParam}, {}});
+}
+
+void PrefixBridge::DropEnded() {
+    for (auto at = m_connections.begin(); at != m_connections.end();) {
+        if (at->second.stream.Ended()) {
+            Tell({at->first, BridgeVerb::kClose, {}, {}});
+            at = m_connections.erase(at);
+        } else {
+            ++at;
+        }
+    }
+}
+
+}  // namespace spellwick::bridge

@@ -1,0 +1,171 @@
+#include "bridge/wine_servers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <fstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace spellwick::bridge {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kProgram = "wineserver";
+constexpr std::string_view kFolder = "server-";
+constexpr int kHex = 16;
+
+fs::path LinkOf(const fs::path& link) {
+    std::error_code trouble;
+    return fs::read_symlink(link, trouble);
+}
+
+// A program that has been replaced by an update while it runs.
+std::string WithoutDeleted(std::string path) {
+    constexpr std::string_view kDeleted = " (deleted)";
+    if (path.ends_with(kDeleted)) {
+        path.resize(path.size() - kDeleted.size());
+    }
+    return path;
+}
+
+std::optional<WineServer> ReadServer(const fs::path& processes, const std::string& number) {
+    WineServer server;
+    const auto [end, error] =
+        std::from_chars(number.data(), number.data() + number.size(), server.process);
+    if (error != std::errc() || *end != '\0') {
+        return std::nullopt;
+    }
+    const fs::path process = processes / number;
+    // wineserver, wineserver32, wineserver64 and the like.
+    if (!LinkOf(process / "exe").filename().string().starts_with(kProgram)) {
+        return std::nullopt;
+    }
+    struct stat facts {};
+    if (stat(process.c_str(), &facts) != 0 || facts.st_uid != geteuid()) {
+        return std::nullopt;
+    }
+    // It works in the folder of its socket, wherever that is.
+    const std::string folder = WithoutDeleted(LinkOf(process / "cwd").filename().string());
+    if (!folder.starts_with(kFolder)) {
+        return std::nullopt;
+    }
+    server.name = folder.substr(kFolder.size());
+    return server;
+}
+
+std::vector<std::string> ReadVariables(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::vector<std::string> variables;
+    for (std::string variable; std::getline(stream, variable, '\0');) {
+        variables.push_back(variable);
+    }
+    return variables;
+}
+
+std::string ValueOf(const std::vector<std::string>& variables, const std::string& name) {
+    const std::string start = name + '=';
+    const auto found = std::ranges::find_if(
+        variables, [&start](const std::string& variable) { return variable.starts_with(start); });
+    return found == variables.end() ? "" : found->substr(start.size());
+}
+
+void Remove(std::vector<std::string>& variables, std::string_view name) {
+    std::erase_if(variables, [name](const std::string& variable) {
+        return variable.starts_with(name) && variable.size() > name.size() &&
+               variable[name.size()] == '=';
+    });
+}
+
+bool Is32Bit(const fs::path& prefix) {
+    std::ifstream registry(prefix / "system.reg");
+    constexpr int kHeader = 8;
+    std::string line;
+    for (int i = 0; i < kHeader && std::getline(registry, line); ++i) {
+        if (line.starts_with("#arch=win32")) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The Wine to which a wineserver belongs lies beside it.
+fs::path FindWine(const fs::path& serverProgram, bool is32Bit) {
+    constexpr std::array k64{"wine64", "wine"};
+    constexpr std::array k32{"wine", "wine32"};
+    for (const char* name : is32Bit ? k32 : k64) {
+        const fs::path wine = serverProgram.parent_path() / name;
+        if (access(wine.c_str(), X_OK) == 0) {
+            return wine;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+bool IsPrefixOf(const fs::path& folder, std::string_view serverName) {
+    struct stat facts {};
+    if (stat(folder.c_str(), &facts) != 0) {
+        return false;
+    }
+    unsigned long long device = 0;
+    unsigned long long inode = 0;
+    const char* const last = serverName.data() + serverName.size();
+    const auto [dash, first] = std::from_chars(serverName.data(), last, device, kHex);
+    if (first != std::errc() || dash == last || *dash != '-') {
+        return false;
+    }
+    const auto [end, second] = std::from_chars(dash + 1, last, inode, kHex);
+    return second == std::errc() && end == last && device == facts.st_dev && inode == facts.st_ino;
+}
+
+std::vector<WineServer> FindWineServers(const fs::path& processes) {
+    std::vector<WineServer> servers;
+    std::error_code trouble;
+    for (const fs::directory_entry& entry : fs::directory_iterator(processes, trouble)) {
+        if (auto server = ReadServer(processes, entry.path().filename().string())) {
+            servers.push_back(std::move(*server));
+        }
+    }
+    std::ranges::sort(servers, {}, &WineServer::process);
+    return servers;
+}
+
+bool IsRunning(const WineServer& server, const fs::path& processes) {
+    return ReadServer(processes, std::to_string(server.process)) == server;
+}
+
+std::optional<WinePrefix> FindPrefix(const WineServer& server, std::string& trouble,
+                                     const fs::path& processes) {
+    const fs::path process = processes / std::to_string(server.process);
+    WinePrefix prefix;
+    prefix.variables = ReadVariables(process / "environ");
+    const std::string named = ValueOf(prefix.variables, "WINEPREFIX");
+    prefix.folder =
+        named.empty() ? fs::path(ValueOf(prefix.variables, "HOME")) / ".wine" : fs::path(named);
+    if (!IsPrefixOf(prefix.folder, server.name)) {
+        trouble = "its prefix cannot be made out";
+        return std::nullopt;
+    }
+    prefix.is32Bit = Is32Bit(prefix.folder);
+    const fs::path program = WithoutDeleted(LinkOf(process / "exe").string());
+    prefix.wine = FindWine(program, prefix.is32Bit);
+    if (prefix.wine.empty()) {
+        trouble = "no Wine lies beside " + program.string();
+        return std::nullopt;
+    }
+    // What Wine's loader leaves to its own children only, and what names another prefix or Wine.
+    for (const char* name : {"WINELOADERNOEXEC", "WINEPRELOADRESERVE", "WINESERVERSOCKET",
+                             "WINELOADER", "WINEPREFIX", "WINEDEBUG"}) {
+        Remove(prefix.variables, name);
+    }
+    prefix.variables.push_back("WINEPREFIX=" + prefix.folder.string());
+    prefix.variables.emplace_back("WINEDEBUG=-all");
+    return prefix;
+}
+
+}  // namespace spellwick::bridge
