@@ -17,6 +17,8 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr seconds kSearchInterval{1};
+// Between looks whether a tool may be offered by now.
+constexpr milliseconds kHeldBackInterval{100};
 // A half that has ended is started again after this long. Longer than a wineserver outlives its
 // last program: another half would keep it from ending.
 constexpr seconds kRestartPause{15};
@@ -51,7 +53,7 @@ void BridgeRun::Say(const std::string& text) const {
 }
 
 void BridgeRun::Run(const std::filesystem::path& socketFolder) {
-    SocketFolder folder(socketFolder);
+    SocketFolder& folder = m_folder.emplace(socketFolder);
     bool waits = false;
     while (!folder.Lock()) {
         if (!waits) {
@@ -63,12 +65,11 @@ void BridgeRun::Run(const std::filesystem::path& socketFolder) {
             return;
         }
     }
-    folder.RemoveStale();
     Say("offering tools in " + socketFolder.string());
     auto next = Clock::now();
     while (!m_ending) {
         if (Clock::now() >= next) {
-            Search(&folder);
+            Search();
             next = Clock::now() + kSearchInterval;
         }
         Await(std::max(milliseconds(1), duration_cast<milliseconds>(next - Clock::now())));
@@ -78,7 +79,7 @@ void BridgeRun::Run(const std::filesystem::path& socketFolder) {
 }
 
 void BridgeRun::LookOnce() {
-    Search(nullptr);
+    Search();
     if (m_prefixes.empty()) {
         Say("no Wine is running");
     }
@@ -107,7 +108,7 @@ bool BridgeRun::IsWanted(const WineServer& server) const {
            });
 }
 
-void BridgeRun::Search(const SocketFolder* folder) {
+void BridgeRun::Search() {
     const std::vector<WineServer> servers = FindWineServers();
     std::erase_if(m_prefixes, [&](const auto& entry) {
         const auto& [server, prefix] = entry.second;
@@ -122,13 +123,13 @@ void BridgeRun::Search(const SocketFolder* folder) {
             auto& [known, prefix] = m_prefixes[KeyOf(server)];
             known = server;
             if (prefix.bridge == nullptr && !prefix.isRefused && Clock::now() >= prefix.nextTry) {
-                StartHalf(server, prefix, folder);
+                StartHalf(server, prefix);
             }
         }
     }
 }
 
-void BridgeRun::StartHalf(const WineServer& server, Prefix& prefix, const SocketFolder* folder) {
+void BridgeRun::StartHalf(const WineServer& server, Prefix& prefix) {
     const std::string who = "wineserver " + std::to_string(server.process);
     std::string trouble;
     const auto found = FindPrefix(server, trouble);
@@ -149,8 +150,8 @@ void BridgeRun::StartHalf(const WineServer& server, Prefix& prefix, const Socket
     }
     Say(who + ": prefix " + found->folder.string() + (found->is32Bit ? ", 32 bits, " : ", ") +
         found->wine.string());
-    prefix.bridge =
-        std::make_unique<PrefixBridge>(std::move(half), server.name, folder, m_options.verbose);
+    prefix.bridge = std::make_unique<PrefixBridge>(
+        std::move(half), server.name, m_folder ? &*m_folder : nullptr, m_options.verbose);
 }
 
 void BridgeRun::Serve() {
@@ -177,7 +178,12 @@ void BridgeRun::Await(milliseconds patience) {
             entry.second.bridge->Collect(wanted);
         }
     }
-    poll(wanted.data(), wanted.size(), static_cast<int>(patience.count()));
+    const bool isHeldBack = std::ranges::any_of(m_prefixes, [](const auto& entry) {
+        const PrefixBridge* bridge = entry.second.second.bridge.get();
+        return bridge != nullptr && bridge->HoldsBack();
+    });
+    const milliseconds most = isHeldBack ? std::min(patience, kHeldBackInterval) : patience;
+    poll(wanted.data(), wanted.size(), static_cast<int>(most.count()));
     m_ending = m_ending || IsAskedToEnd();
     if (m_options.endsWithInput && (wanted[1].revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
         std::array<char, 256> ignored{};

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,8 +34,8 @@ class BridgeRun {
         bool isRefused = false;  // no half can be started in it
     };
 
-    void Search(const SocketFolder* folder);
-    void StartHalf(const WineServer& server, Prefix& prefix, const SocketFolder* folder);
+    void Search();
+    void StartHalf(const WineServer& server, Prefix& prefix);
     bool IsWanted(const WineServer& server) const;
     void Serve();
     // Waits until there is something to do, this long at most.
@@ -46,6 +47,7 @@ class BridgeRun {
     std::filesystem::path m_programs;
     FileDescriptor m_signals;
     bool m_ending = false;
+    std::optional<SocketFolder> m_folder;                             // none: nothing is offered
     std::map<std::string, std::pair<WineServer, Prefix>> m_prefixes;  // by process and name
 };
 

@@ -1,5 +1,6 @@
 #include "bridge/prefix_bridge.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -53,6 +54,7 @@ void PrefixBridge::Collect(std::vector<pollfd>& wanted) {
 void PrefixBridge::Serve() {
     m_half->Lines().Flush();
     TakeFromWine();
+    OfferTools();
     TakeConnections();
     TakeFromPrograms();
     DropEnded();
@@ -94,18 +96,32 @@ void PrefixBridge::ShowTool(std::uint32_t id, const std::string& title) {
     const auto [tool, isNew] = m_tools.try_emplace(id);
     // For who connects from now on; those who are connected have the title of that time.
     tool->second.title = title;
-    if (!isNew) {
+    if (isNew && m_verbose) {
+        std::printf("tool \"%s\"\n", title.c_str());
+        std::fflush(stdout);
+    }
+}
+
+bool PrefixBridge::HoldsBack() const {
+    return m_folder != nullptr &&
+           std::ranges::any_of(m_tools, [](const auto& entry) { return !entry.second.listener; });
+}
+
+void PrefixBridge::OfferTools() {
+    if (!HoldsBack() || m_folder->Rests()) {
         return;
     }
-    if (m_folder != nullptr) {
-        tool->second.socket = SocketName(m_name, id);
-        tool->second.listener = m_folder->Listen(tool->second.socket);
-    }
-    if (m_verbose) {
-        const std::string path =
-            m_folder == nullptr ? "" : ": " + m_folder->PathOf(tool->second.socket).string();
-        std::printf("tool \"%s\"%s\n", title.c_str(), path.c_str());
-        std::fflush(stdout);
+    for (auto& [id, tool] : m_tools) {
+        if (tool.listener) {
+            continue;
+        }
+        tool.socket = SocketName(m_name, id);
+        tool.listener = m_folder->Listen(tool.socket);
+        if (m_verbose) {
+            std::printf("offered: tool \"%s\" on %s\n", tool.title.c_str(),
+                        m_folder->PathOf(tool.socket).c_str());
+            std::fflush(stdout);
+        }
     }
 }
 
@@ -116,6 +132,7 @@ void PrefixBridge::DropTool(std::uint32_t id) {
     }
     if (tool->second.listener) {
         m_folder->Remove(tool->second.socket);
+        m_folder->Rest();
     }
     for (auto& [number, connection] : m_connections) {
         if (connection.tool == id) {

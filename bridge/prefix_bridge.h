@@ -20,7 +20,7 @@ namespace spellwick::bridge {
 class PrefixBridge {
   public:
     // Without a folder the windows are found, but not offered.
-    PrefixBridge(std::unique_ptr<WineHalf> half, std::string name, const SocketFolder* folder,
+    PrefixBridge(std::unique_ptr<WineHalf> half, std::string name, SocketFolder* folder,
                  bool verbose)
         : m_half(std::move(half)), m_name(std::move(name)), m_folder(folder), m_verbose(verbose) {}
     PrefixBridge(const PrefixBridge&) = delete;
@@ -38,6 +38,8 @@ class PrefixBridge {
     // Says nothing any more.
     void BeQuiet() { m_verbose = false; }
 
+    // A tool is there that is not offered yet.
+    bool HoldsBack() const;
     // Its first search is done.
     bool IsReady() const { return m_ready; }
 
@@ -55,6 +57,7 @@ class PrefixBridge {
     void TakeFromWine();
     void TakeConnections();
     void TakeFromPrograms();
+    void OfferTools();
     void ShowTool(std::uint32_t id, const std::string& title);
     void DropTool(std::uint32_t id);
     void DropEnded();
@@ -63,7 +66,7 @@ class PrefixBridge {
 
     std::unique_ptr<WineHalf> m_half;
     std::string m_name;
-    const SocketFolder* m_folder;
+    SocketFolder* m_folder;
     bool m_verbose;
     bool m_ready = false;
     std::map<std::uint32_t, Tool> m_tools;

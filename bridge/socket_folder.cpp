@@ -16,6 +16,9 @@ namespace spellwick::bridge {
 namespace {
 
 constexpr int kWaiting = 8;
+// Longer than from one search of Spellwick to the next.
+constexpr std::chrono::milliseconds kRest{1500};
+constexpr std::chrono::seconds kClockStep{1};  // of a file's time, as it is read here
 
 std::string Reason() {
     return std::strerror(errno);
@@ -54,16 +57,35 @@ SocketFolder::SocketFolder(std::filesystem::path folder) : m_path(std::move(fold
     }
 }
 
-bool SocketFolder::Lock() {
-    return flock(m_lock.Number(), LOCK_EX | LOCK_NB) == 0;
+SocketFolder::~SocketFolder() {
+    if (m_isLocked) {
+        // Sets the time of the file; one that is new and empty says nothing.
+        [[maybe_unused]] const ssize_t count = pwrite(m_lock.Number(), "\n", 1, 0);
+    }
 }
 
-void SocketFolder::RemoveStale() const {
+bool SocketFolder::Lock() {
+    if (flock(m_lock.Number(), LOCK_EX | LOCK_NB) != 0) {
+        return false;
+    }
+    m_isLocked = true;
+    struct stat facts {};
+    const auto now = std::chrono::system_clock::now();
+    if (fstat(m_lock.Number(), &facts) == 0 && facts.st_size > 0 &&
+        now - std::chrono::system_clock::from_time_t(facts.st_mtime) < kRest + kClockStep) {
+        Rest();
+    }
     for (const std::string& name : SocketNames(m_folder)) {
         if (name.starts_with(kSocketStart)) {
             Remove(name);
+            Rest();
         }
     }
+    return true;
+}
+
+void SocketFolder::Rest() {
+    m_restsUntil = std::chrono::steady_clock::now() + kRest;
 }
 
 FileDescriptor SocketFolder::Listen(const std::string& name) const {

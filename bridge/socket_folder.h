@@ -1,6 +1,7 @@
 // The folder of the sockets on which assist tools are offered, and a socket in it.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -20,11 +21,20 @@ class SocketFolder {
   public:
     // Makes the folder and its parent, for this user alone. Throws CannotOffer.
     explicit SocketFolder(std::filesystem::path folder);
+    SocketFolder(const SocketFolder&) = delete;
+    SocketFolder& operator=(const SocketFolder&) = delete;
+    // Leaves the time of its end for the next bridge.
+    ~SocketFolder();
 
-    // False while another bridge offers tools here.
+    // False while another bridge offers tools here. Removes what a bridge has left behind that was
+    // killed.
     bool Lock();
-    // With the lock: removes what a bridge has left behind that was killed.
-    void RemoveStale() const;
+
+    // A socket that goes and comes back between two searches of Spellwick is not missed by it, and
+    // the tool behind it not registered again. So nothing is offered for a while after one has
+    // gone.
+    void Rest();
+    bool Rests() const { return std::chrono::steady_clock::now() < m_restsUntil; }
 
     std::filesystem::path PathOf(const std::string& name) const { return m_path / name; }
     // A socket that listens and does not block. Throws CannotOffer.
@@ -35,6 +45,8 @@ class SocketFolder {
     std::filesystem::path m_path;
     FileDescriptor m_folder;
     FileDescriptor m_lock;
+    bool m_isLocked = false;
+    std::chrono::steady_clock::time_point m_restsUntil{};
 };
 
 // How the sockets' names begin and end.

@@ -97,7 +97,7 @@ fs::path FindWine(const fs::path& serverProgram, bool is32Bit) {
     constexpr std::array k64{"wine64", "wine"};
     constexpr std::array k32{"wine", "wine32"};
     for (const char* name : is32Bit ? k32 : k64) {
-        const fs::path wine = serverProgram.parent_path() / name;
+        fs::path wine = serverProgram.parent_path() / name;
         if (access(wine.c_str(), X_OK) == 0) {
             return wine;
         }

@@ -216,6 +216,17 @@ TEST_F(WineBridge, ToolThatDies_IsGoneAndItsSuccessorIsThere) {
     EXPECT_EQ(next->Ask(kRegister), 1);
 }
 
+TEST_F(WineBridge, ToolThatIsBackAtOnce_IsMissedForLongerThanASearchOfSpellwick) {
+    auto client = StartAll();
+    ASSERT_TRUE(client);
+    EXPECT_TRUE(client->Send(kSteer + 7));
+    EXPECT_TRUE(client->WaitGone());
+    const auto gone = steady_clock::now();
+    StartTool();
+    ASSERT_TRUE(Find());
+    EXPECT_GT(steady_clock::now() - gone, 1200ms);
+}
+
 TEST_F(WineBridge, TitleThatKeepsItsForm_KeepsTheConnection) {
     auto client = StartAll();
     ASSERT_TRUE(client);
