@@ -10,7 +10,9 @@ import zipfile
 
 FOLDER = "spellwick-windows/"
 LARGEST = 12_000_000
-PROGRAMS = ("spellwick.exe", "spellwick-practice-game.exe", "spellwick-practice-tool.exe")
+PROGRAMS = ("spellwick.exe", "spellwick-bridge.exe", "spellwick-practice-game.exe",
+            "spellwick-practice-tool.exe")
+LARGEST_BRIDGE = 300_000
 OTHERS = ("SpellData.txt", "ReadMe.wri", "licences/Spellwick.txt", "licences/ReadMe.txt",
           "licences/GCC.txt", "licences/mingw-w64.txt", "licences/Qt/COPYRIGHT",
           "licences/Qt/LGPL-3.0-only.txt")
@@ -107,6 +109,8 @@ def main():
             return
         programs = {name: check_program(name, files.read(FOLDER + name)) for name in PROGRAMS}
         expect(files.read(FOLDER + "ReadMe.wri").startswith(b"{\\rtf1"), "the help text is not in rich text format")
+    bridge = len(programs["spellwick-bridge.exe"].data)
+    expect(bridge < LARGEST_BRIDGE, f"spellwick-bridge.exe has {bridge} bytes")
     ours = programs["spellwick.exe"]
     expect(ours.resources(GROUP_ICON), "spellwick.exe has no icon")
     words = ours.resources(VERSION).decode("utf-16-le", "replace")
