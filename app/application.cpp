@@ -25,11 +25,14 @@ class NoKeySender : public KeySender {
     }
 };
 
-std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard) {
+std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard, const SharedState& state) {
     if (keyboard == nullptr) {
         return std::make_unique<NoKeySender>();
     }
-    return std::make_unique<KeystrokeSender>(*keyboard);
+    return std::make_unique<KeystrokeSender>(*keyboard, [&state] {
+        return Pace{.textHold = std::chrono::milliseconds(state.TextHold),
+                    .textGap = std::chrono::milliseconds(state.TextGap)};
+    });
 }
 
 std::vector<GameClient> DeliveredClients() {
@@ -42,7 +45,7 @@ std::vector<GameClient> DeliveredClients() {
 Application::Application(System system)
     : m_system(std::move(system)),
       m_clients(*m_system.clients, DeliveredClients()),
-      m_keys(MakeKeySender(m_system.keyboard.get())),
+      m_keys(MakeKeySender(m_system.keyboard.get(), m_state)),
       m_companion(Services()),
       m_timers({.timers = m_companion.Timers(),
                 .state = m_state,
@@ -79,6 +82,7 @@ CompanionServices Application::Services() {
             .clock = *m_system.clock,
             .failures = m_runEnd,
             .journal = m_system.journal.get(),
+            .games = &m_clients,
             .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
 }
 

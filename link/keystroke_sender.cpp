@@ -62,7 +62,7 @@ SendResult KeystrokeSender::SendKeys(std::string_view text, bool wait, KeyTarget
     if (plan.events.empty()) {
         return {};
     }
-    SendResult result = RunKeyPlan(plan, *keymap, m_keyboard, m_borrowed, m_pace, target);
+    SendResult result = RunKeyPlan(plan, *keymap, m_keyboard, m_borrowed, m_pace(), target);
     if (wait && result.Ok() && !m_keyboard.Sync()) {
         result.error = "The connection to the keyboard is lost.";
     }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string_view>
+#include <utility>
 
 #include "link/borrowed_codes.h"
 #include "link/key_sender.h"
@@ -19,7 +21,12 @@ class KeystrokeSender : public KeySender {
     // The keyboard must outlive the sender.
     explicit KeystrokeSender(Keyboard& keyboard, Pace pace = {},
                              std::chrono::milliseconds borrowedFor = kBorrowedFor)
-        : m_keyboard(keyboard), m_pace(pace), m_borrowed(keyboard, borrowedFor) {}
+        : KeystrokeSender(
+              keyboard, [pace] { return pace; }, borrowedFor) {}
+    // Asks for the pace before each text.
+    KeystrokeSender(Keyboard& keyboard, std::function<Pace()> pace,
+                    std::chrono::milliseconds borrowedFor = kBorrowedFor)
+        : m_keyboard(keyboard), m_pace(std::move(pace)), m_borrowed(keyboard, borrowedFor) {}
     KeystrokeSender(const KeystrokeSender&) = delete;
     KeystrokeSender& operator=(const KeystrokeSender&) = delete;
     // Gives back all borrowed key codes; waits until that is safe.
@@ -30,7 +37,7 @@ class KeystrokeSender : public KeySender {
 
   private:
     Keyboard& m_keyboard;
-    Pace m_pace;
+    std::function<Pace()> m_pace;
     BorrowedCodes m_borrowed;
 };
 

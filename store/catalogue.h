@@ -25,8 +25,24 @@ inline constexpr KeyOf<bool> kAlwaysOnTopKey{"AlwaysOnTop", &SharedState::Always
 inline constexpr KeyOf<bool> kShowNecroRegsKey{"ShowNecroRegs", &SharedState::ShowNecroRegs, true};
 inline constexpr KeyOf<bool> kMeditateKey{"Meditate", &SharedState::Meditate, false};
 inline constexpr KeyOf<bool> kCheckFrontKey{"TypeOnlyInFront", &SharedState::CheckFront, true};
+inline constexpr KeyOf<bool> kEnterOpensChatKey{"EnterOpensChat", &SharedState::EnterOpensChat,
+                                                false};
 inline constexpr std::array kSwitchKeys{kDisableCastingKey, kDisplayVerticalKey, kAlwaysOnTopKey,
-                                        kShowNecroRegsKey,  kMeditateKey,        kCheckFrontKey};
+                                        kShowNecroRegsKey,  kMeditateKey,        kCheckFrontKey,
+                                        kEnterOpensChatKey};
+
+// The pace of texts, in milliseconds: saved when it is changed, like a switch. A value that is no
+// number or out of its range counts as the default. docs/performance.md says how they were found.
+struct PaceKey {
+    std::string_view key;
+    i16 SharedState::*cell;
+    i16 fallback;
+};
+inline constexpr i16 kShortestPace = 1;
+inline constexpr i16 kLongestPace = 200;
+inline constexpr PaceKey kTextHoldKey{"TextHold", &SharedState::TextHold, 4};
+inline constexpr PaceKey kTextGapKey{"TextGap", &SharedState::TextGap, 4};
+inline constexpr std::array kPaceKeys{kTextHoldKey, kTextGapKey};
 inline constexpr std::array<KeyOf<i16>, 2> kLimitKeys{{
     {"MeditateLevel", &SharedState::MeditateLevel, 20},
     {"RegYellow", &SharedState::RegYellow, 3},

@@ -1,5 +1,7 @@
 #include "store/settings_io.h"
 
+#include <charconv>
+
 #include "model/spell_lookup.h"
 #include "store/catalogue.h"
 #include "store/digit_string.h"
@@ -68,12 +70,25 @@ void LoadMacros(SharedState& state, const SectionReader& settings) {
              ReadMacroCode(settings.Text(MacroCodeKey(kMeditationMacro), kBlankMacro)));
 }
 
+// Nothing for a text that is no number or one out of range.
+std::optional<i16> ReadPace(std::string_view text) {
+    i16 time = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, time);
+    const bool good =
+        error == std::errc() && rest == end && time >= kShortestPace && time <= kLongestPace;
+    return good ? std::optional(time) : std::nullopt;
+}
+
 void LoadOptions(SharedState& state, const SectionReader& settings) {
     for (const auto& entry : kSwitchKeys) {
         settings.Into(state, entry);
     }
     for (const auto& entry : kLimitKeys) {
         settings.Into(state, entry);
+    }
+    for (const auto& entry : kPaceKeys) {
+        state.*entry.cell = ReadPace(settings.Text(entry.key, "")).value_or(entry.fallback);
     }
     settings.Into(state, kColorWarnKey);
     settings.Into(state, kTimerModeKey);

@@ -135,7 +135,8 @@ TEST(Catalogue, SavedKeys_AreReadBackIntoTheirVariables) {
                                  {"AlwaysOnTop", &SharedState::AlwaysOnTop},
                                  {"ShowNecroRegs", &SharedState::ShowNecroRegs},
                                  {"Meditate", &SharedState::Meditate},
-                                 {"TypeOnlyInFront", &SharedState::CheckFront}}) {
+                                 {"TypeOnlyInFront", &SharedState::CheckFront},
+                                 {"EnterOpensChat", &SharedState::EnterOpensChat}}) {
         for (const bool on : {true, false}) {
             store.Put("Settings", option.key, on ? "True" : "False");
             saved.*option.cell = on;
@@ -153,6 +154,27 @@ TEST(Catalogue, SavedKeys_AreReadBackIntoTheirVariables) {
     EXPECT_EQ(PlayerDifferences(saved, loaded), "");
     EXPECT_EQ(GlobalDifferences(saved, loaded), "");
     EXPECT_EQ(loaded.Spells(96).SpellText, "");
+}
+
+TEST(Catalogue, PaceOfTexts_ABadValueIsTheDefault) {
+    struct Row {
+        const char* text;
+        i16 time;
+    };
+    for (const Row& row : {Row{"1", 1}, Row{"25", 25}, Row{"200", 200}, Row{"", 4}, Row{"0", 4},
+                           Row{"-3", 4}, Row{"201", 4}, Row{"99999999999", 4}, Row{"fast", 4},
+                           Row{"5 ms", 4}, Row{" 5", 4}, Row{"2.5", 4}}) {
+        for (const char* key : {"TextHold", "TextGap"}) {
+            MemorySettingsStore store;
+            store.Put("Settings", key, row.text);
+            SharedState state = StartedState();
+            RecordingView view;
+            SettingsIo(state, store, view).LoadGlobalSettings();
+            const bool isHold = std::string_view(key) == "TextHold";
+            EXPECT_EQ(isHold ? state.TextHold : state.TextGap, row.time) << row.text;
+            EXPECT_EQ(isHold ? state.TextGap : state.TextHold, 4) << row.text;
+        }
+    }
 }
 
 TEST(Catalogue, SpellRegs97_IsReadThoughNeverWritten) {
@@ -197,6 +219,9 @@ TEST(Catalogue, GlobalDefaults_AreAsWritten) {
     EXPECT_TRUE(state.ShowNecroRegs);
     EXPECT_FALSE(state.Meditate);
     EXPECT_TRUE(state.CheckFront);
+    EXPECT_FALSE(state.EnterOpensChat);
+    EXPECT_EQ(state.TextHold, 4);
+    EXPECT_EQ(state.TextGap, 4);
     EXPECT_EQ(state.MeditateLevel, 20);
     EXPECT_EQ(state.RegYellow, 3);
     EXPECT_EQ(state.ColorWarn, 65535);

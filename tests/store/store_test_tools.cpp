@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "store/catalogue.h"
 #include "store/settings_io.h"
 #include "store/text_forms.h"
 
@@ -116,8 +117,12 @@ void FillGlobals(SharedState& state, unsigned seed) {
     }
     for (bool SharedState::*cell : std::initializer_list<bool SharedState::*>{
              &SharedState::DisableCasting, &SharedState::DisplayVertical, &SharedState::AlwaysOnTop,
-             &SharedState::ShowNecroRegs, &SharedState::Meditate, &SharedState::CheckFront}) {
+             &SharedState::ShowNecroRegs, &SharedState::Meditate, &SharedState::CheckFront,
+             &SharedState::EnterOpensChat}) {
         state.*cell = draw.Flag();
+    }
+    for (const PaceKey& key : kPaceKeys) {
+        state.*key.cell = draw.Cell(kShortestPace, kLongestPace);
     }
     state.MeditateLevel = draw.AnyCell();
     state.RegYellow = draw.AnyCell();
@@ -135,6 +140,9 @@ void SaveAll(SharedState& state, SettingsStore& store, RecordingView& view) {
     ASSERT_TRUE(io.SaveOption("ShowNecroRegs", BoolText(state.ShowNecroRegs)).ok);
     ASSERT_TRUE(io.SaveOption("Meditate", BoolText(state.Meditate)).ok);
     ASSERT_TRUE(io.SaveOption("TypeOnlyInFront", BoolText(state.CheckFront)).ok);
+    ASSERT_TRUE(io.SaveOption("EnterOpensChat", BoolText(state.EnterOpensChat)).ok);
+    ASSERT_TRUE(io.SaveOption("TextHold", std::to_string(state.TextHold)).ok);
+    ASSERT_TRUE(io.SaveOption("TextGap", std::to_string(state.TextGap)).ok);
     ASSERT_TRUE(io.SaveOption("SpellTimerMode", std::to_string(state.SpellTimerMode)).ok);
 }
 
@@ -187,6 +195,9 @@ std::string GlobalDifferences(const SharedState& left, const SharedState& right)
     all.Compare("ShowNecroRegs", left.ShowNecroRegs, right.ShowNecroRegs);
     all.Compare("Meditate", left.Meditate, right.Meditate);
     all.Compare("CheckFront", left.CheckFront, right.CheckFront);
+    all.Compare("EnterOpensChat", left.EnterOpensChat, right.EnterOpensChat);
+    all.Compare("TextHold", left.TextHold, right.TextHold);
+    all.Compare("TextGap", left.TextGap, right.TextGap);
     all.Compare("MeditateLevel", left.MeditateLevel, right.MeditateLevel);
     all.Compare("RegYellow", left.RegYellow, right.RegYellow);
     all.Compare("ColorWarn", left.ColorWarn, right.ColorWarn);
