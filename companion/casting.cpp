@@ -1,7 +1,6 @@
 #include "companion/casting.h"
 
 #include "companion/client_target.h"
-#include "link/keystroke_string.h"
 #include "model/cast_rules.h"
 #include "model/log.h"
 #include "model/spell_lookup.h"
@@ -18,11 +17,13 @@ MacroStrokes MacroOf(const SharedState& state, i32 number) {
             state.MacroKey(number)};
 }
 
-std::string SpellString(const SharedState& state, i32 row) {
-    return SpellKeystrokes(MacroOf(state, row + 1), {.sendSpellText = state.SendSpellText,
-                                                     .spellText = state.Spells(row).SpellText,
-                                                     .sendSpellSuffix = state.SendSpellSuffix,
-                                                     .suffix = state.SpellTextSuffix});
+std::string SpellString(const SharedState& state, i32 row, const EnterRules& enter) {
+    return SpellKeystrokes(MacroOf(state, row + 1),
+                           {.sendSpellText = state.SendSpellText,
+                            .spellText = state.Spells(row).SpellText,
+                            .sendSpellSuffix = state.SendSpellSuffix,
+                            .suffix = state.SpellTextSuffix},
+                           enter);
 }
 
 }  // namespace
@@ -59,8 +60,8 @@ void Casting::CastSpell(i32 slot) {
     }
     // ODDITY(shared-send-string): of two casts within one pause the second is sent twice and the
     // first not at all; kept because there is one string, and the pause is a tenth of a second.
-    m_last.SendString = SpellString(m_state, row);
-    m_last.BareString = SpellKeystrokes(MacroOf(m_state, row + 1), {});
+    m_last.SendString = SpellString(m_state, row, RulesOfEnter());
+    m_last.BareString = SpellKeystrokes(MacroOf(m_state, row + 1), {}, RulesOfEnter());
     CommitEntries();
     BringClientForward();
     if (!SendKeys()) {
@@ -140,6 +141,13 @@ void Casting::BringClientForward() {
 bool Casting::ClientIsInFront() {
     return m_services.clients.IsForegroundWindow(m_state.ClientWindow) &&
            m_services.clients.HasKeyboard(m_state.ClientWindow);
+}
+
+// Of the client whose window was found last.
+EnterRules Casting::RulesOfEnter() const {
+    const GameClient* client = m_services.games == nullptr ? nullptr : m_services.games->Current();
+    return {.behindKey = client == nullptr || client->enterBehindMacro,
+            .opensChat = m_state.EnterOpensChat};
 }
 
 bool Casting::SendKeys() {
@@ -225,7 +233,8 @@ void Casting::Undo() {
 void Casting::Meditate() {
     if (m_parts.player.FindClient()) {
         BringClientForward();
-        m_last.SendString = MeditationKeystrokes(MacroOf(m_state, kMeditationMacro));
+        m_last.SendString =
+            MeditationKeystrokes(MacroOf(m_state, kMeditationMacro), RulesOfEnter());
         m_last.BareString = m_last.SendString;
         static_cast<void>(SendKeys());
     } else {

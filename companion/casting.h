@@ -9,6 +9,7 @@
 #include "companion/running_timers.h"
 #include "companion/services.h"
 #include "companion/tithes.h"
+#include "link/keystroke_string.h"
 
 namespace spellwick {
 
@@ -56,6 +57,7 @@ class Casting {
     bool RefuseForStock(i32 slot, i32 row);
     BoxAnswer ShowBox(const Box& box);
     void BringClientForward();
+    EnterRules RulesOfEnter() const;
     // False if not a key went out, because the game, or with the option off anything but our own
     // windows, was not in front.
     bool SendKeys();

@@ -5,6 +5,7 @@
 
 #include "link/assist_link.h"
 #include "link/key_sender.h"
+#include "link/translated_windows.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
 #include "platform/client_windows.h"
@@ -29,8 +30,9 @@ struct CompanionServices {
     WaitWindow& wait;
     const Clock& clock;
     FailureSink& failures;
-    JournalFile* journal = nullptr;  // null where the store does not last
-    std::filesystem::path folder;    // of the executable, with the files that lie beside it
+    JournalFile* journal = nullptr;            // null where the store does not last
+    const TranslatedWindows* games = nullptr;  // null: the classic client is the only one
+    std::filesystem::path folder;              // of the executable, with the files beside it
 };
 
 }  // namespace spellwick

@@ -24,11 +24,18 @@ struct SpokenText {
     std::string_view suffix;
 };
 
+// What Enter does in the client.
+struct EnterRules {
+    bool behindKey = true;   // false: a macro key that no text follows is sent without Enter
+    bool opensChat = false;  // with the above false: Enter opens the line before each text
+};
+
 // The key is sent in lower case, so that a letter does not become Shift plus letter. The texts are
 // not escaped: notation in them remains notation.
-std::string SpellKeystrokes(const MacroStrokes& macro, const SpokenText& spoken);
+std::string SpellKeystrokes(const MacroStrokes& macro, const SpokenText& spoken,
+                            const EnterRules& enter = {});
 
 // The key is sent as it is stored.
-std::string MeditationKeystrokes(const MacroStrokes& macro);
+std::string MeditationKeystrokes(const MacroStrokes& macro, const EnterRules& enter = {});
 
 }  // namespace spellwick

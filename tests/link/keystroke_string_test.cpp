@@ -70,6 +70,42 @@ TEST(MeditationKeystrokes, DefaultKey_TypesABlankAndEnter) {
     EXPECT_EQ(MeditationKeystrokes({"", "", "", " "}), " {ENTER}");
 }
 
+TEST(SpellKeystrokes, ClientWithoutEnterBehindMacros_GetsItWithATextAlone) {
+    const auto built = [](const SpokenText& spoken, bool opensChat) {
+        return SpellKeystrokes(kAltF1, spoken, {.behindKey = false, .opensChat = opensChat});
+    };
+    const SpokenText nothing{0, "In Lor", 0, "Ha!"};
+    const SpokenText text{1, "In Lor", 0, "Ha!"};
+    const SpokenText noText{1, "", 0, ""};
+    const SpokenText suffix{0, "In Lor", 1, "Ha!"};
+    const SpokenText both{1, "In Lor", 1, "Ha!"};
+    const SpokenText noSuffix{0, "", 1, ""};
+    EXPECT_EQ(built(nothing, false), "%{f1}");
+    EXPECT_EQ(built(text, false), "%{f1}In Lor{ENTER}");
+    EXPECT_EQ(built(noText, false), "%{f1}");
+    EXPECT_EQ(built(suffix, false), "%{f1}Ha!{ENTER}");
+    EXPECT_EQ(built(both, false), "%{f1}In Lor{ENTER}Ha!{ENTER}");
+    EXPECT_EQ(built(noSuffix, false), "%{f1}");
+    EXPECT_EQ(built(nothing, true), "%{f1}");
+    EXPECT_EQ(built(text, true), "%{f1}{ENTER}In Lor{ENTER}");
+    EXPECT_EQ(built(noText, true), "%{f1}");
+    EXPECT_EQ(built(suffix, true), "%{f1}{ENTER}Ha!{ENTER}");
+    EXPECT_EQ(built(both, true), "%{f1}{ENTER}In Lor{ENTER}{ENTER}Ha!{ENTER}");
+    EXPECT_EQ(built(noSuffix, true), "%{f1}");
+}
+
+TEST(SpellKeystrokes, ClientWithEnterBehindMacros_NeedsNoneToOpenItsChat) {
+    EXPECT_EQ(SpellKeystrokes(kAltF1, {1, "In Lor", 1, "Ha!"}, {.opensChat = true}),
+              "%{f1}In Lor{ENTER}Ha!{ENTER}");
+}
+
+TEST(MeditationKeystrokes, ClientWithoutEnterBehindMacros_GetsTheKeyAlone) {
+    for (const bool opensChat : {false, true}) {
+        EXPECT_EQ(MeditationKeystrokes(kAltF1, {.behindKey = false, .opensChat = opensChat}),
+                  "%{F1}");
+    }
+}
+
 // covers ODDITY(marks-without-key)
 TEST(SpellKeystrokes, NoKey_Oddity_MarksActOnEnter) {
     const auto typed = ParseKeystrokes(SpellKeystrokes({"%", "^", "+", ""}, {}));

@@ -109,7 +109,7 @@ void CompanionFixture::OpenClient(const std::string& title) {
 CompanionServices CompanionFixture::Services() {
     return {.state = m_state,
             .store = m_store,
-            .clients = m_clients,
+            .clients = m_games == nullptr ? static_cast<ClientWindows&>(m_clients) : *m_games,
             .keys = m_keys,
             .desktop = m_desktop,
             .boxes = m_boxes,
@@ -118,6 +118,7 @@ CompanionServices CompanionFixture::Services() {
             .clock = m_clock,
             .failures = *this,
             .journal = m_journal,
+            .games = m_games,
             .folder = m_folder.Path()};
 }
 

@@ -166,8 +166,9 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     RecordingDesktop m_desktop{&m_log};
     RecordingMessageBoxes m_boxes{&m_log};
     SetClock m_clock;
-    AssistLink* m_assist = &m_parts;   // set before Make
-    JournalFile* m_journal = nullptr;  // set before Make
+    AssistLink* m_assist = &m_parts;       // set before Make
+    JournalFile* m_journal = nullptr;      // set before Make
+    TranslatedWindows* m_games = nullptr;  // set before Make
     SharedState m_state;
     std::unique_ptr<Companion> m_companion;
     std::vector<UncaughtFailure> m_failures;
