@@ -7,6 +7,7 @@
 #include "app/application.h"
 #include "app/command_line.h"
 #include "platform/system.h"
+#include "widgets/pictures.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ int Run(int argc, char** argv, const spellwick::Options& options,
     }
     QApplication::setApplicationName(QStringLiteral("spellwick"));
     QGuiApplication::setDesktopFileName(QStringLiteral("spellwick"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/spellwick-48.png")));
+    QApplication::setWindowIcon(
+        QIcon(spellwick::ReadPicture(QStringLiteral(":/pictures/spellwick-48.png"))));
     QApplication::setQuitOnLastWindowClosed(false);
     spellwick::System system = spellwick::OpenSystem(options);
     system.owner = std::move(owner);

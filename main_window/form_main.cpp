@@ -40,9 +40,13 @@ constexpr std::array<CommandFacts, 5> kCommands{{
     {"Meditate", "Click this to use the Meditation skill", "Meditate", "pressing Meditate"},
 }};
 
-// Gives the form its font before the controls measure themselves by it.
-std::array<QPushButton*, 5> MakeCommands(QWidget* form) {
+// Gives the form its font before there are controls, which lay out their texts as they are made.
+QWidget* WithFont(QWidget* form) {
     form->setFont(FormFont());
+    return form;
+}
+
+std::array<QPushButton*, 5> MakeCommands(QWidget* form) {
     std::array<QPushButton*, 5> buttons{};
     for (std::size_t i = 0; i < kCommands.size(); ++i) {
         auto* button = new QPushButton(QLatin1String(kCommands[i].caption), form);
@@ -63,7 +67,7 @@ FormMain::FormMain(const MainWindowServices& services)
       m_state(services.companion.State()),
       m_events(services.failures, this),
       m_pictures(qGuiApp->devicePixelRatio()),
-      m_page(m_services, m_pictures, this),
+      m_page(m_services, m_pictures, WithFont(this)),
       m_counters(m_services, this),
       m_tithes(m_services, this),
       m_command(MakeCommands(this)) {

@@ -124,7 +124,7 @@ void FormMain::SetTabOrder(bool vertical) {
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const bool isSmall = m_counters.ImgReg(0).height() <= kSmallRow;
-    const PictureStrip& strip = isSmall ? m_pictures.smallReagents : m_pictures.reagents;
+    const PictureStrip& strip = isSmall ? m_pictures.SmallReagents() : m_pictures.reagents;
     for (int k = 0; k < kReagentCount; ++k) {
         const QWidget& place = m_counters.ImgReg(k);
         if (place.isVisibleTo(this)) {

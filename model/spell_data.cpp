@@ -77,6 +77,14 @@ int SpellDataReader::Take() {
 
 // The next character; a Windows line end is read as one character.
 int SpellDataReader::Next() {
+    if (m_at < m_filled) {
+        // Nearly all characters.
+        const auto next = static_cast<unsigned char>(m_block[m_at]);
+        if (next != '\r' && next != 0) {
+            ++m_at;
+            return next;
+        }
+    }
     int c = Take();
     if (c == '\r') {
         if (Peek() == '\n') {

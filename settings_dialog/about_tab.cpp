@@ -4,6 +4,7 @@
 
 #include "settings_dialog/controls.h"
 #include "settings_dialog/web_pages.h"
+#include "widgets/pictures.h"
 
 namespace spellwick {
 
@@ -19,7 +20,7 @@ QLabel* MakeCredit(QWidget* parent, const char* name, const char* text) {
 
 // The program's icon at a large size.
 QPixmap Icon(double devicePixelRatio) {
-    QPixmap icon(QStringLiteral(":/pictures/spellwick-256.png"));
+    QPixmap icon = ReadPicture(QStringLiteral(":/pictures/spellwick-256.png"));
     if (icon.isNull()) {
         return icon;
     }

@@ -12,6 +12,11 @@
 namespace spellwick {
 
 char32_t TakeCodePoint(std::string_view& text) {
+    constexpr unsigned char kFirstBeyondAscii = 0x80;
+    if (const auto first = static_cast<unsigned char>(text.front()); first < kFirstBeyondAscii) {
+        text.remove_prefix(1);
+        return first;
+    }
     // find_invalid tells whether the first sequence is well-formed without throwing; a sequence
     // that the window cuts off is not the first one.
     constexpr std::size_t kLongestSequence = 4;

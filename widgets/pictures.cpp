@@ -1,20 +1,30 @@
 #include "widgets/pictures.h"
 
+#include <QImageReader>
 #include <QString>
 
 namespace spellwick {
 
 namespace {
 
+constexpr int kReagentCells = 14;
+
 QPixmap LoadPicture(const QString& name, double devicePixelRatio) {
     const bool dense = devicePixelRatio > 1.0;
-    QPixmap picture(
+    QPixmap picture = ReadPicture(
         QStringLiteral(":/pictures/%1%2.png").arg(name, dense ? QStringLiteral("@2x") : QString()));
     picture.setDevicePixelRatio(dense ? 2.0 : 1.0);
     return picture;
 }
 
 }  // namespace
+
+// Left to find the format out, the toolkit first loads all its plug-ins for pictures and asks each.
+QPixmap ReadPicture(const QString& file) {
+    QImageReader reader(file, "png");
+    reader.setAutoDetectImageFormat(false);
+    return QPixmap::fromImageReader(&reader);
+}
 
 PictureStrip::PictureStrip(const QString& name, int columns, int rows, double devicePixelRatio)
     : m_strip(LoadPicture(name, devicePixelRatio)),
@@ -41,9 +51,17 @@ const PictureStrip& IconClip::StripOf(i32 row) {
 Pictures::Pictures(double devicePixelRatio)
     : clip{IconClip(QStringLiteral("colour"), devicePixelRatio),
            IconClip(QStringLiteral("grey"), devicePixelRatio)},
-      reagents(QStringLiteral("reagents"), 14, 1, devicePixelRatio),
-      smallReagents(QStringLiteral("reagents_small"), 14, 1, devicePixelRatio),
+      reagents(QStringLiteral("reagents"), kReagentCells, 1, devicePixelRatio),
       page{LoadPicture(QStringLiteral("page_necromancer"), devicePixelRatio),
-           LoadPicture(QStringLiteral("page_paladin"), devicePixelRatio)} {}
+           LoadPicture(QStringLiteral("page_paladin"), devicePixelRatio)},
+      m_devicePixelRatio(devicePixelRatio) {}
+
+const PictureStrip& Pictures::SmallReagents() {
+    if (!m_smallReagents) {
+        m_smallReagents.emplace(QStringLiteral("reagents_small"), kReagentCells, 1,
+                                m_devicePixelRatio);
+    }
+    return *m_smallReagents;
+}
 
 }  // namespace spellwick

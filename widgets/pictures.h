@@ -12,6 +12,9 @@
 
 namespace spellwick {
 
+// A picture from the resources, which are all PNG; null if there is none of that name.
+QPixmap ReadPicture(const QString& file);
+
 // A strip of equal cells, loaded at the screen's density.
 class PictureStrip {
   public:
@@ -54,10 +57,17 @@ class IconClip {
 struct Pictures {
     explicit Pictures(double devicePixelRatio);
 
+    // The same as `reagents` for rows of 15 pixels, which only one arrangement has; loaded when it
+    // is first asked for.
+    const PictureStrip& SmallReagents();
+
     std::array<IconClip, 2> clip;
-    PictureStrip reagents;       // ImageList1 for rows of 20 pixels
-    PictureStrip smallReagents;  // the same for rows of 15 pixels
-    QPixmap page[2];             // Image1
+    PictureStrip reagents;  // ImageList1 for rows of 20 pixels
+    QPixmap page[2];        // Image1
+
+  private:
+    double m_devicePixelRatio;
+    std::optional<PictureStrip> m_smallReagents;
 };
 
 }  // namespace spellwick
