@@ -13,12 +13,28 @@ namespace spellwick {
 
 namespace {
 
+QString Filter(const std::string& name, const std::string& pattern) {
+    return QStringLiteral("%1 (%2)").arg(ToQString(name).section(QLatin1Char('('), 0, 0).trimmed(),
+                                         ToQString(pattern));
+}
+
 std::optional<std::filesystem::path> Pick(QFileDialog& dialog, const FileQuestion& question) {
     dialog.setObjectName(QStringLiteral("FileDialog"));
-    dialog.setNameFilter(QStringLiteral("%1 (%2)").arg(
-        ToQString(question.filterName).section(QLatin1Char('('), 0, 0).trimmed(),
-        ToQString(question.filterPattern)));
-    dialog.setDefaultSuffix(ToQString(question.defaultExtension));
+    const QString filter = Filter(question.filterName, question.filterPattern);
+    QStringList filters(filter);
+    if (!question.otherFilterName.empty()) {
+        filters << Filter(question.otherFilterName, question.otherFilterPattern);
+    }
+    dialog.setNameFilters(filters);
+    const QString extension = ToQString(question.defaultExtension);
+    dialog.setDefaultSuffix(extension);
+    if (!extension.isEmpty()) {
+        const QString other = ToQString(question.otherFilterPattern).remove(QLatin1Char('*'));
+        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                         [&dialog, filter, extension, other](const QString& chosen) {
+                             dialog.setDefaultSuffix(chosen == filter ? extension : other);
+                         });
+    }
     if (!question.fileName.empty()) {
         dialog.selectFile(ToQString(question.fileName));
     }

@@ -172,7 +172,8 @@ void MergeMacros(benchmark::State& state) {
     }
     output.close();
     for (auto _ : state) {
-        MergeMacroFile(file, tables);
+        MacroLoad load;
+        MergeMacroFile(file, tables, load);
     }
 }
 BENCHMARK(MergeMacros)->Unit(benchmark::kMillisecond);

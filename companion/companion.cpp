@@ -188,6 +188,11 @@ void Companion::ParseClientTitle() {
     m_display.Act([&] { m_player.ParseClientTitle(); });
 }
 
+std::string Companion::CharacterInGame() const {
+    const bool isThere = m_state.ClientWindow != 0 && IsRealServer(m_state.ServerName);
+    return isThere ? m_state.CharacterName : std::string();
+}
+
 void Companion::Arrange(bool vertical) {
     m_state.DisplayVertical = vertical;
     m_display.Act([&] { m_display.changes.layout = true; });

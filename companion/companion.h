@@ -103,6 +103,7 @@ class Companion : public DialogActions, private AssistView {
     // The caption of the moment; the window shows it at each painting.
     void ShowCaption();
     void ParseClientTitle() override;
+    [[nodiscard]] std::string CharacterInGame() const override;
     // The two arrangements of the main window.
     void LayoutVertical() override { Arrange(true); }
     void LayoutHorizontal() override { Arrange(false); }

@@ -27,6 +27,8 @@ class DialogActions {
     virtual void ShowSkillGroup(i32 group) = 0;
     // Character and server from ClientTitle, with the caption.
     virtual void ParseClientTitle() = 0;
+    // The character that a client's window shows as logged in; empty without one.
+    [[nodiscard]] virtual std::string CharacterInGame() const { return {}; }
     // Stores how running timers are shown, and shows them so.
     virtual void SetTimerMode(i32 mode) = 0;
 

@@ -12,11 +12,13 @@ namespace spellwick {
 
 struct FileQuestion {
     std::string title;
-    std::string filterName;        // for example "Text (*.txt)"
-    std::string filterPattern;     // for example "*.txt"
-    std::string defaultExtension;  // with its dot, added to a name without one; may be empty
-    std::filesystem::path folder;  // where the dialog starts; empty: the home folder
-    std::string fileName;          // the name or path that stands in the dialog; may be empty
+    std::string filterName;          // for example "Text (*.txt)"
+    std::string filterPattern;       // for example "*.txt"
+    std::string otherFilterName;     // a second choice, if not empty; its pattern gives the default
+    std::string otherFilterPattern;  // extension while it is chosen
+    std::string defaultExtension;    // with its dot, added to a name without one; may be empty
+    std::filesystem::path folder;    // where the dialog starts; empty: the home folder
+    std::string fileName;            // the name or path that stands in the dialog; may be empty
 
     bool operator==(const FileQuestion&) const = default;
 };

@@ -6,7 +6,6 @@
 #include "model/macro_keys.h"
 #include "store/catalogue.h"
 #include "store/macro_code.h"
-#include "store/macro_file.h"
 #include "store/macro_folder.h"
 #include "store/section_name.h"
 #include "text/number_forms.h"
@@ -50,7 +49,8 @@ MacrosTab::MacrosTab(const SettingsServices& services, CommonDialog& commonDialo
     : SettingsTab(services, parent),
       ComboMacro(Named(new ChoiceBox(this), QStringLiteral("ComboMacro"),
                        QStringLiteral("Page of spells"))),
-      m_commonDialog(commonDialog) {
+      m_commonDialog(commonDialog),
+      m_files(services, [this](const std::string& text) { ShowHint(text); }) {
     m_events.On(ComboMacro, &QComboBox::activated, "choosing a page of spells",
                 [this] { RefreshMacroPage(); });
     for (int line = 0; line < kSlotCount; ++line) {
@@ -253,6 +253,8 @@ FileQuestion MacrosTab::QuestionForFile(const char* title) const {
     return {.title = title,
             .filterName = "Text (*.txt)",
             .filterPattern = "*.txt",
+            .otherFilterName = "Macros of ClassicUO and TazUO (*.xml)",
+            .otherFilterPattern = "*.xml",
             .defaultExtension = {},
             .folder = FindMacroFolder(m_services.installation),
             .fileName = {}};
@@ -265,7 +267,7 @@ void MacrosTab::ClickRead() {
     // still holds its name, and the same file changes nothing.
     IgnoreFailure([&] {
         m_commonDialog.ShowOpen(question);
-        MergeMacroFile(PathFromUtf8(m_commonDialog.FileName), m_state);
+        m_files.Load(PathFromUtf8(m_commonDialog.FileName));
     });
     RefreshMacroPage();
 }
@@ -280,8 +282,15 @@ void MacrosTab::ClickWrite() {
     // files, and a cancel counts as a failure from then on.
     m_commonDialog.ShowSave(question);
     if (m_commonDialog.FileName != kUnsetFileName) {
-        WriteMacroFile(PathFromUtf8(m_commonDialog.FileName), m_state);
+        m_files.Save(PathFromUtf8(m_commonDialog.FileName));
     }
+}
+
+void MacrosTab::ShowHint(const std::string& text) {
+    if (m_hints == nullptr) {
+        m_hints = new Hints(*window(), m_services.failures);
+    }
+    m_hints->Show(ToQString(text));
 }
 
 }  // namespace spellwick

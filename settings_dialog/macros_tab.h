@@ -8,9 +8,11 @@
 
 #include "settings_dialog/common_dialog.h"
 #include "settings_dialog/controls.h"
+#include "settings_dialog/macro_files.h"
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/spell_picture.h"
 #include "widgets/entry_box.h"
+#include "widgets/hint.h"
 
 namespace spellwick {
 
@@ -68,8 +70,11 @@ class MacrosTab : public SettingsTab {
     void ShowLine(int line);
     FileQuestion QuestionForFile(const char* title) const;
     void Complain(int line, std::string_view text);
+    void ShowHint(const std::string& text);
 
     CommonDialog& m_commonDialog;
+    MacroFiles m_files;
+    Hints* m_hints = nullptr;  // beside the dialog, which owns them; made when first needed
     std::array<Line, kSlotCount + 1> m_lines{};
     bool m_givesFocusBack = false;
 };

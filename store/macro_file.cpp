@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
 #include <functional>
 #include <map>
-#include <system_error>
 #include <vector>
 
+#include "store/file_bytes.h"
 #include "store/macro_code.h"
+#include "store/macro_names.h"
 #include "text/windows_1252.h"
 
 namespace spellwick {
@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kEndOfBlock = "########";
 constexpr std::string_view kCastSpell = "CastSpell";
+constexpr char kActionMark = '+';  // which some clients write before an action
 constexpr std::string_view kLineEnd = "\r\n";
 
 // Takes a line off the text, with its end: CR, LF or both.
@@ -84,19 +85,34 @@ RowsByName FindRows(const SpellTable& spells) {
     return rows;
 }
 
-void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& spell,
-               const KeyLine& key) {
-    // ODDITY(macro-exact-name): a spell whose name in the file differs by a letter, its case or a
-    // blank at the end keeps its old key; kept because the file and the spell table name the same
-    // spells, and a guess could change the key of another.
+// A name of the spell table counts before one that only a client uses.
+RowsByName::const_iterator FindSpell(const RowsByName& rows, const std::string& spell) {
     const auto found = rows.find(spell);
     if (found != rows.end()) {
+        return found;
+    }
+    const std::string_view ours = SpellOfClientName(spell);
+    return ours.empty() ? rows.end() : rows.find(ours);
+}
+
+void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& spell,
+               const KeyLine& key, MacroLoad& load) {
+    // ODDITY(macro-exact-name): a spell whose name in the file differs by a letter, its case or a
+    // blank at the end from ours and from the clients' own keeps its old key; kept because a guess
+    // could change the key of another.
+    const auto found = FindSpell(rows, spell);
+    if (found == rows.end()) {
+        load.left.push_back({LeftReason::kUnknownSpell, spell});
+    } else {
         const Macro macro = MacroOfKeyLine(key);
         // ODDITY(macro-nameless-spell): a line CastSpell without a name gives its key to all rows
         // without a spell and ends the load there; kept because the last of these rows has no
         // macro, and what was loaded before is kept.
         for (const i32 row : found->second) {
             SetMacro(state, row + 1, macro);
+            if (!spell.empty()) {
+                load.taken.insert(row + 1);
+            }
         }
     }
     if (state.Spells.Last() < kLastRow) {
@@ -109,68 +125,10 @@ void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& sp
 // No macro file is that large, and a larger one might not fit into memory.
 constexpr std::uintmax_t kMostBytes = 1U << 30U;
 
-std::string ReadWhole(const fs::path& file) {
-    std::error_code trouble;
-    std::ifstream input;
-    if (fs::is_regular_file(file, trouble)) {
-        input.open(file, std::ios::binary);
-    }
-    const std::uintmax_t size = fs::file_size(file, trouble);
-    const bool fits = input.is_open() && !trouble && size <= kMostBytes;
-    std::string bytes;
-    if (fits) {
-        bytes.resize(size);
-        input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        bytes.resize(static_cast<std::size_t>(input.gcount()));
-    }
-    if (!fits || input.bad()) {
-        throw RuntimeFailure(FailureKind::kFile,
-                             "The file \"" + file.string() + "\" cannot be read.");
-    }
-    return bytes;
-}
-
-bool Write(const fs::path& file, const std::string& bytes) {
-    std::ofstream output(file, std::ios::binary | std::ios::trunc);
-    output << bytes;
-    output.close();
-    return output.good();
-}
-
-// Replaces the contents of a file. The bytes are written beside it first, so that nothing is lost
-// if the disk is full.
-bool Replace(const fs::path& file, const std::string& bytes) {
-    std::error_code trouble;
-    if (!fs::exists(file, trouble)) {
-        return Write(file, bytes);
-    }
-    const fs::path target = fs::canonical(file, trouble);
-    if (trouble || !fs::is_regular_file(target, trouble) ||
-        !std::ofstream(target, std::ios::binary | std::ios::app).is_open()) {
-        return false;
-    }
-    fs::path beside = target;
-    beside += ".spellwick-new";
-    if (!std::ofstream(beside, std::ios::binary | std::ios::trunc).is_open()) {
-        // The file may be writable even if its folder is not.
-        return Write(target, bytes);
-    }
-    const fs::perms rights = fs::status(target, trouble).permissions();
-    bool isReplaced = Write(beside, bytes);
-    if (isReplaced) {
-        fs::permissions(beside, rights, trouble);
-        fs::rename(beside, target, trouble);
-        isReplaced = !trouble;
-    }
-    if (!isReplaced) {
-        fs::remove(beside, trouble);
-    }
-    return isReplaced;
-}
-
 }  // namespace
 
-void MergeMacroText(std::string_view text, SharedState& state) {
+void MergeMacroText(std::string_view text, SharedState& state, MacroLoad& load) {
+    load.isCutShort = true;
     const RowsByName rows = FindRows(state.Spells);
     std::string_view previous = kEndOfBlock;
     KeyLine key;
@@ -182,15 +140,18 @@ void MergeMacroText(std::string_view text, SharedState& state) {
         // ODDITY(macro-block-without-key): a block that begins with its CastSpell line binds the
         // spell to C, and one that begins with an empty line leaves the spell without a key; kept
         // because the first line of a block is its key, whatever it says.
-        if (line.starts_with(kCastSpell)) {
-            TakeMacro(state, rows, Utf8FromWindows1252(From(line, kCastSpell.size() + 1)), key);
+        const std::string_view action = line.substr(line.starts_with(kActionMark) ? 1 : 0);
+        if (action.starts_with(kCastSpell)) {
+            TakeMacro(state, rows, Utf8FromWindows1252(From(action, kCastSpell.size() + 1)), key,
+                      load);
         }
         previous = line;
     }
+    load.isCutShort = false;
 }
 
-void MergeMacroFile(const fs::path& file, SharedState& state) {
-    MergeMacroText(ReadWhole(file), state);
+void MergeMacroFile(const fs::path& file, SharedState& state, MacroLoad& load) {
+    MergeMacroText(ReadFileBytes(file, kMostBytes), state, load);
 }
 
 std::string MacroBlock(const SharedState& state, i32 row) {
@@ -220,7 +181,7 @@ void WriteMacroFile(const fs::path& file, const SharedState& state) {
     for (i32 row = 0; row < kLastRow; ++row) {
         blocks += MacroBlock(state, row);
     }
-    if (!Replace(file, blocks)) {
+    if (!ReplaceFileBytes(file, blocks)) {
         throw RuntimeFailure(FailureKind::kFile,
                              "The file \"" + file.string() + "\" cannot be written.");
     }

@@ -7,16 +7,18 @@
 #include <string_view>
 
 #include "model/shared_state.h"
+#include "store/macro_report.h"
 
 namespace spellwick {
 
-// Takes over the key of every macro that casts a spell of the table; other spells keep theirs. Line
-// ends of any system are accepted. RuntimeFailure (subscript) at a spell beyond the macro tables or
+// Takes over the key of every macro that casts a spell of the table, by its name there or by the
+// one that a client has for it; other spells keep theirs. Line ends of any system are accepted.
+// `load` tells what was taken. RuntimeFailure (subscript) at a spell beyond the macro tables or
 // beyond the spell table; keys read before it are kept.
-void MergeMacroText(std::string_view text, SharedState& state);
+void MergeMacroText(std::string_view text, SharedState& state, MacroLoad& load);
 
 // The same for a file. RuntimeFailure (file) if it is not a file or cannot be read.
-void MergeMacroFile(const std::filesystem::path& file, SharedState& state);
+void MergeMacroFile(const std::filesystem::path& file, SharedState& state, MacroLoad& load);
 
 // The block that casts the spell of a row. RuntimeFailure (subscript) beyond row 95, which has no
 // macro.

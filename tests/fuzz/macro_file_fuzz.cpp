@@ -38,7 +38,8 @@ SharedState Tables() {
 
 void Merge(std::string_view text, SharedState& state) {
     try {
-        MergeMacroText(text, state);
+        MacroLoad load;
+        MergeMacroText(text, state, load);
     } catch (const RuntimeFailure& failure) {
         Require(failure.Kind() == FailureKind::kSubscript);
     }

@@ -1,9 +1,5 @@
 // Load and save of the client's macro file with the buttons of the macro tab.
-#include <QTemporaryDir>
-#include <fstream>
-#include <sstream>
-
-#include "tests/support/settings_fixture.h"
+#include "tests/settings_dialog/macro_files_fixture.h"
 
 namespace spellwick {
 namespace {
@@ -15,62 +11,9 @@ using testing::IsEmpty;
 constexpr const char* kFirstKey = "Software\\Origin Worlds Online\\Ultima Online Third Dawn\\1.0";
 constexpr const char* kSecondKey = "Software\\Origin Worlds Online\\Ultima Online\\1.0";
 
-const Box kReadNotice{
-    .text =
-        "When loading macros, keep in mind that each character uses its own macros.txt file.\r\n"
-        "You can find these in the various subdirectories of the directory you installed UO in.\r\n"
-        "Look in Desktop\\[account name]\\[shard name]\\[character name]\\macros.txt",
-    .icon = BoxIcon::kExclamation};
-const Box kWriteNotice{
-    .text =
-        "Make sure you do NOT overwrite your current macros.txt file!\r\n"
-        "Save the spell macros file under a different name and merge the two macro files later.\r\n"
-        "Keep in mind that each character uses its own macros.txt file.\r\n"
-        "You can find these in the various subdirectories of the directory you installed UO in.\r\n"
-        "Look in Desktop\\[account name]\\[shard name]\\[character name]\\macros.txt",
-    .icon = BoxIcon::kExclamation};
-
 const UncaughtFailure kSaveCancelled{FailureKind::kCancelled, "saving the spell macros to a file"};
 
-class MacrosTabFileTest : public SettingsFixture {
-  protected:
-    FormSettings& OpenTab() {
-        Open();
-        ShowTab(2);
-        TakeLog();
-        return Form();
-    }
-    fs::path File(const char* name) const { return fs::path(m_folder.path().toStdString()) / name; }
-    fs::path Write(const char* name, const std::string& bytes) const {
-        std::ofstream(File(name), std::ios::binary) << bytes;
-        return File(name);
-    }
-    static std::string Bytes(const fs::path& file) {
-        std::ifstream input(file, std::ios::binary);
-        std::stringstream bytes;
-        bytes << input.rdbuf();
-        return bytes.str();
-    }
-    void ClickRead() {
-        Click("CommandMacroRead");
-        EXPECT_THAT(TakeBoxes(), ElementsAre(kReadNotice));
-    }
-    void ClickWrite() {
-        Click("CommandMacroWrite");
-        EXPECT_THAT(TakeBoxes(), ElementsAre(kWriteNotice));
-    }
-    // Showing the page again shows this.
-    void ChangeBehindThePage() { m_state.MacroKey(8) = "new"; }
-    bool IsPageRefreshed() { return Text("TextMacro", 7) == "new"; }
-    void ChooseAColour(bool cancelled) {
-        ShowTab(7);
-        m_dialogs.colours.push_back(cancelled ? std::nullopt : std::optional<i32>(0x00FF00));
-        Click("LabelColor");
-        ShowTab(2);
-    }
-
-    QTemporaryDir m_folder;
-};
+class MacrosTabFileTest : public MacroFilesFixture {};
 
 TEST_F(MacrosTabFileTest, Read_TakesTheKeysOverAndShowsThem) {
     OpenTab();
@@ -122,12 +65,16 @@ TEST_F(MacrosTabFileTest, Dialogs_TitlesFiltersNamesAndFolder) {
     EXPECT_THAT(m_dialogs.opens, ElementsAre(FileQuestion{.title = "Load Macro File",
                                                           .filterName = "Text (*.txt)",
                                                           .filterPattern = "*.txt",
+                                                          .otherFilterName = kXmlFilter,
+                                                          .otherFilterPattern = "*.xml",
                                                           .defaultExtension = "",
                                                           .folder = "/drives/C/Game/Desktop",
                                                           .fileName = ""}));
     EXPECT_THAT(m_dialogs.saves, ElementsAre(FileQuestion{.title = "Save Macro File as",
                                                           .filterName = "Text (*.txt)",
                                                           .filterPattern = "*.txt",
+                                                          .otherFilterName = kXmlFilter,
+                                                          .otherFilterPattern = "*.xml",
                                                           .defaultExtension = ".txt",
                                                           .folder = "/drives/C/Game/Desktop",
                                                           .fileName = "NewMacros.txt"}));

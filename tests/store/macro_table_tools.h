@@ -7,11 +7,23 @@
 #include <vector>
 
 #include "store/macro_code.h"
+#include "store/macro_file.h"
 
 namespace spellwick {
 
 inline void PrintTo(const Macro& macro, std::ostream* out) {
     *out << MacroCode(macro);
+}
+
+// For tests that look at the tables alone.
+inline void MergeMacroText(std::string_view text, SharedState& state) {
+    MacroLoad load;
+    MergeMacroText(text, state, load);
+}
+
+inline void MergeMacroFile(const std::filesystem::path& file, SharedState& state) {
+    MacroLoad load;
+    MergeMacroFile(file, state, load);
 }
 
 // 97 rows "Spell 0" to "Spell 96", each with the key "-" and no modifiers.

@@ -36,6 +36,7 @@ class RecordingCompanion : public DialogActions {
     void UpdateChances() override;
     void ShowSkillGroup(i32 group) override { skillGroup = group; }
     void ParseClientTitle() override { Note("parse title"); }
+    std::string CharacterInGame() const override { return inGame; }
     void SetTimerMode(i32 mode) override {
         m_state.SpellTimerMode = mode;
         Note("timer mode " + std::to_string(mode));
@@ -53,6 +54,7 @@ class RecordingCompanion : public DialogActions {
     // The call that fails, each time.
     std::string failing;
     i32 skillGroup = 0;
+    std::string inGame;
 
   private:
     void Note(const std::string& line);
