@@ -1,5 +1,6 @@
 #include "companion/companion.h"
 
+#include "link/profile_folder.h"
 #include "model/skill_entries.h"
 #include "text/number_forms.h"
 
@@ -191,6 +192,28 @@ void Companion::ParseClientTitle() {
 std::string Companion::CharacterInGame() const {
     const bool isThere = m_state.ClientWindow != 0 && IsRealServer(m_state.ServerName);
     return isThere ? m_state.CharacterName : std::string();
+}
+
+std::filesystem::path Companion::CharacterFolder() {
+    std::optional<TitleNames> names;
+    IgnoreFailure([&] { names = ParseTitle(m_state.CurrentPlayerName); });
+    if (!names) {
+        return {};
+    }
+    // A macro file is best changed behind a logout, when the window may be gone.
+    if (m_state.ClientWindow != 0) {
+        const auto folders = m_services.clients.ProgramFolders(m_state.ClientWindow);
+        if (!folders.empty()) {
+            m_clientFolders = folders;
+        }
+    }
+    // The shard of a title may be a word for none.
+    for (const std::string& shard : {names->server, std::string()}) {
+        if (const auto profile = NewestProfile(m_clientFolders, names->character, shard)) {
+            return profile->path;
+        }
+    }
+    return {};
 }
 
 void Companion::Arrange(bool vertical) {

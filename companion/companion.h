@@ -2,9 +2,11 @@
 // they are told what has changed. A failure of an action is left to the caller, as RuntimeFailure.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "companion/casting.h"
 #include "companion/dialog_actions.h"
@@ -104,6 +106,7 @@ class Companion : public DialogActions, private AssistView {
     void ShowCaption();
     void ParseClientTitle() override;
     [[nodiscard]] std::string CharacterInGame() const override;
+    [[nodiscard]] std::filesystem::path CharacterFolder() override;
     // The two arrangements of the main window.
     void LayoutVertical() override { Arrange(true); }
     void LayoutHorizontal() override { Arrange(false); }
@@ -155,7 +158,8 @@ class Companion : public DialogActions, private AssistView {
     Player m_player;
     Casting m_casting;
     AssistDispatcher m_dispatcher;
-    bool m_ready = false;  // all is loaded
+    std::vector<std::filesystem::path> m_clientFolders;  // of the last client that told them
+    bool m_ready = false;                                // all is loaded
     bool m_ending = false;
     bool m_asking = false;  // whether to save again, at the end
     bool m_saved = false;   // at the end

@@ -1,6 +1,7 @@
 // What the settings dialog asks of the rest of the program.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +30,9 @@ class DialogActions {
     virtual void ParseClientTitle() = 0;
     // The character that a client's window shows as logged in; empty without one.
     [[nodiscard]] virtual std::string CharacterInGame() const { return {}; }
+    // Where the client keeps the files of CurrentPlayerName's character, as far as a client's
+    // window has told since the start; empty otherwise.
+    [[nodiscard]] virtual std::filesystem::path CharacterFolder() { return {}; }
     // Stores how running timers are shown, and shows them so.
     virtual void SetTimerMode(i32 mode) = 0;
 

@@ -250,13 +250,15 @@ void MacrosTab::Complain(int line, std::string_view text) {
 }
 
 FileQuestion MacrosTab::QuestionForFile(const char* title) const {
+    const std::filesystem::path ofClassic = FindMacroFolder(m_services.installation);
+    const std::filesystem::path ofCharacter = m_services.companion.CharacterFolder();
     return {.title = title,
             .filterName = "Text (*.txt)",
             .filterPattern = "*.txt",
             .otherFilterName = "Macros of ClassicUO and TazUO (*.xml)",
             .otherFilterPattern = "*.xml",
             .defaultExtension = {},
-            .folder = FindMacroFolder(m_services.installation),
+            .folder = ofCharacter.empty() ? ofClassic : ofCharacter,
             .fileName = {}};
 }
 

@@ -87,6 +87,7 @@ TEST_F(MacrosTabXmlSaveTest, Save_AllSpells_ComeBackWithALoad) {
     EXPECT_EQ(compared, 90) << "all but Exorcism, which has no key";
     EXPECT_EQ(m_state.MacroKey(-1), "m");
     EXPECT_EQ(m_state.MacroShift(-1), "+");
+    m_state.MacroKey(96) = "AA";
     const std::string once = Bytes(file);
     const std::vector<Box> boxes = SaveTo(file);
     EXPECT_EQ(Bytes(file), once) << "a second save changes nothing";

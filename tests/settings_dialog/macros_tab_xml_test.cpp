@@ -87,7 +87,7 @@ TEST_F(MacrosTabXmlTest, HostileFiles_AreRefusedAndChangeNothing) {
         const char* sentence;
     } rows[] = {
         {"a gigabyte", huge, "huge.xml was not loaded. It is larger than any macro file."},
-        {"cut", Write("cut.xml", MacrosXml(kLightning).substr(0, 300)),
+        {"cut", Write("cut.xml", MacrosXml(kLightning).substr(0, 200)),
          "cut.xml was not loaded. It is damaged in line "},
         {"bomb", Write("bomb.xml", "<!DOCTYPE a [<!ENTITY b 'c'>]><macros>&b;</macros>"),
          "bomb.xml was not loaded. It declares"},
@@ -145,6 +145,23 @@ TEST_F(MacrosTabXmlTest, WhatIsNoFile_IsToldInAHint) {
     EXPECT_THAT(LoadFile(File("missing.xml")), IsEmpty());
     EXPECT_THAT(HintTexts(), testing::Contains("The file missing.xml cannot be read."));
     EXPECT_THAT(HintTexts(), SizeIs(2));
+}
+
+TEST_F(MacrosTabXmlTest, TheDialogs_StartInTheCharactersFolderWhereItIsKnown) {
+    m_companion.characterFolder = "/game/Data/Profiles/me/Atlantic/Mira";
+    m_installation.keys["Software\\Origin Worlds Online\\Ultima Online\\1.0"]["StartExePath"] =
+        "C:\\Game\\uo.exe";
+    for (const char* button : {"CommandMacroRead", "CommandMacroWrite"}) {
+        Click(button);
+        TakeBoxes();
+    }
+    m_companion.characterFolder.clear();
+    Click("CommandMacroRead");
+    TakeBoxes();
+    ASSERT_THAT(m_dialogs.opens, SizeIs(2));
+    EXPECT_EQ(m_dialogs.opens[0].folder, "/game/Data/Profiles/me/Atlantic/Mira");
+    EXPECT_EQ(m_dialogs.saves[0].folder, "/game/Data/Profiles/me/Atlantic/Mira");
+    EXPECT_EQ(m_dialogs.opens[1].folder, "/drives/C/Game/Desktop");
 }
 
 TEST_F(MacrosTabXmlTest, ACancelBeforeAnyFile_SaysNothing) {

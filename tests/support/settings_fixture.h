@@ -37,6 +37,7 @@ class RecordingCompanion : public DialogActions {
     void ShowSkillGroup(i32 group) override { skillGroup = group; }
     void ParseClientTitle() override { Note("parse title"); }
     std::string CharacterInGame() const override { return inGame; }
+    std::filesystem::path CharacterFolder() override { return characterFolder; }
     void SetTimerMode(i32 mode) override {
         m_state.SpellTimerMode = mode;
         Note("timer mode " + std::to_string(mode));
@@ -55,6 +56,7 @@ class RecordingCompanion : public DialogActions {
     std::string failing;
     i32 skillGroup = 0;
     std::string inGame;
+    std::filesystem::path characterFolder;
 
   private:
     void Note(const std::string& line);
