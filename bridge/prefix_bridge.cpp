@@ -155,8 +155,9 @@ void PrefixBridge::TakeConnections() {
             }
             const std::uint32_t number = ++m_lastConnection;
             Tell({number, BridgeVerb::kOpen, {id}, {}});
-            const auto [connection, added] =
-                m_connections.try_emplace(number, id, LineStream(std::move(accepted)));
+            const auto connection =
+                m_connections.emplace(number, Connection{id, LineStream(std::move(accepted))})
+                    .first;
             connection->second.stream.Write("title " + tool.title + '\n');
         }
     }
