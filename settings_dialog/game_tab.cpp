@@ -11,16 +11,19 @@ namespace spellwick {
 GameTab::GameTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
       CheckFront(Named(new QCheckBox(QStringLiteral("Type only while the game is in front"), this),
-                       QStringLiteral("CheckFront"))) {
+                       QStringLiteral("CheckFront"))),
+      Typing(new TypingOptions(services, this)) {
     m_events.On(CheckFront, &QCheckBox::clicked, "changing an option", [this] { ClickFront(); });
     auto* all = new QVBoxLayout(this);
     all->addWidget(CheckFront);
+    all->addWidget(Typing);
     all->addStretch();
 }
 
 void GameTab::Load() {
     const UpdatingScope updating(m_state);
     CheckFront->setChecked(m_state.CheckFront);
+    Typing->Load();
 }
 
 void GameTab::ClickFront() {

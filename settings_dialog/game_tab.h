@@ -5,6 +5,7 @@
 
 #include "settings_dialog/controls.h"
 #include "settings_dialog/settings_tab.h"
+#include "settings_dialog/typing_options.h"
 
 namespace spellwick {
 
@@ -20,6 +21,7 @@ class GameTab : public SettingsTab {
     void ClickFront();
 
     QCheckBox* CheckFront;
+    TypingOptions* Typing;
 };
 
 }  // namespace spellwick
