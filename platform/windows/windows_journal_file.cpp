@@ -11,11 +11,14 @@ namespace {
 
 constexpr std::size_t kLongestRead = std::size_t{64} * 1024 * 1024;
 
+constexpr DWORD kPatience = 1000;  // milliseconds, for a file that somebody else has open
+
 // An open file, closed with its owner.
 class File {
   public:
-    File(const std::filesystem::path& name, DWORD access, DWORD disposition)
-        : m_handle(CreateFileW(name.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
+    File(const std::filesystem::path& name, DWORD access, DWORD disposition,
+         DWORD share = FILE_SHARE_READ)
+        : m_handle(CreateFileW(name.c_str(), access, share, nullptr, disposition,
                                FILE_ATTRIBUTE_NORMAL, nullptr)) {}
     ~File() {
         if (m_handle != INVALID_HANDLE_VALUE) {
@@ -60,6 +63,22 @@ class File {
     HANDLE m_handle;
 };
 
+// Shares it with everybody: a program that was killed may keep its file open for a moment, and its
+// journal is the one to be read. A scanner that shares nothing is waited for.
+std::string ReadShared(const std::filesystem::path& name) {
+    constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    constexpr DWORD kLookAgain = 50;
+    for (DWORD waited = 0;; waited += kLookAgain) {
+        const File file(name, GENERIC_READ, OPEN_EXISTING, kAll);
+        if (!file.Opened() && GetLastError() == ERROR_SHARING_VIOLATION && waited < kPatience) {
+            Sleep(kLookAgain);
+            continue;
+        }
+        const auto size = file.Size();
+        return size && *size <= kLongestRead ? file.ReadAll(*size) : std::string();
+    }
+}
+
 void MakeFolderOf(const std::filesystem::path& file) {
     std::error_code ignored;
     std::filesystem::create_directories(file.parent_path(), ignored);
@@ -68,12 +87,7 @@ void MakeFolderOf(const std::filesystem::path& file) {
 }  // namespace
 
 std::string WindowsJournalFile::Read() {
-    const File file(m_file, GENERIC_READ, OPEN_EXISTING);
-    const auto size = file.Size();
-    if (!size || *size > kLongestRead) {
-        return {};
-    }
-    std::string bytes = file.ReadAll(*size);
+    std::string bytes = ReadShared(m_file);
     m_size = bytes.size();
     return bytes;
 }

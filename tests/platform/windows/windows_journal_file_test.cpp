@@ -2,8 +2,10 @@
 
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include "tests/support/temporary_folder.h"
 
@@ -37,6 +39,26 @@ TEST_F(WindowsJournalFileTest, AppendedBytes_AreReadByTheNextRun) {
     EXPECT_EQ(next.Read(), std::string("one\nt\0o\n", 8));
     ASSERT_TRUE(next.Append("three\n"));
     EXPECT_EQ(Content(), std::string("one\nt\0o\nthree\n", 14));
+}
+
+TEST_F(WindowsJournalFileTest, FileThatAnotherProgramHasOpen_IsReadAllTheSame) {
+    ASSERT_TRUE(m_file.Append("one\n"));
+    // As a program that was killed while it wrote.
+    HANDLE writer = CreateFileW(m_name.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(writer, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(WindowsJournalFile(m_name).Read(), "one\n");
+    CloseHandle(writer);
+    // As a scanner that shares it with nobody, for a while.
+    HANDLE scanner = CreateFileW(m_name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                 FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(scanner, INVALID_HANDLE_VALUE);
+    std::thread later([scanner] {
+        Sleep(200);
+        CloseHandle(scanner);
+    });
+    EXPECT_EQ(WindowsJournalFile(m_name).Read(), "one\n");
+    later.join();
 }
 
 TEST_F(WindowsJournalFileTest, Replaced_HoldsTheNewBytesAndLeavesNothingBeside) {
