@@ -1,6 +1,7 @@
 #include "main_window/form_main.h"
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -39,6 +40,17 @@ constexpr std::array<CommandFacts, 5> kCommands{{
     {"Count", "", "Count the reagents", "pressing Count the reagents"},
     {"Meditate", "Click this to use the Meditation skill", "Meditate", "pressing Meditate"},
 }};
+
+// An open list or menu has grabbed the keyboard: keys that are typed would go into it, whichever
+// window is in front.
+void ClosePopups() {
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+        if (QApplication::activePopupWidget() == popup) {
+            return;
+        }
+    }
+}
 
 // Gives the form its font before there are controls, which lay out their texts as they are made.
 QWidget* WithFont(QWidget* form) {
@@ -223,9 +235,11 @@ void FormMain::FocusHelp() {
 }
 
 void FormMain::Pause() {
+    ClosePopups();
     m_pauseTimer.start();
     while (m_pauseTimer.isActive()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        ClosePopups();
     }
     // An outer pause that ends with this one must not wait for one more event.
     QAbstractEventDispatcher::instance()->wakeUp();
