@@ -1,5 +1,6 @@
 // The edits of the spell info window, used by mouse and keyboard.
 #include <QApplication>
+#include <QTimer>
 #include <limits>
 
 #include "tests/spell_info/form_info_fixture.h"
@@ -199,8 +200,11 @@ TEST_F(FormInfoTest, AnotherProgram_LeavesTheEntryAsItIs) {
     Show(17);
     Enter(4, "0");
     QApplication::setActiveWindow(nullptr);
-    QTest::qWait(20);
-    ASSERT_FALSE(m_form->isActiveWindow());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_form->isActiveWindow(); }));
+    // The window looks again when the event has been handled.
+    bool later = false;
+    QTimer::singleShot(0, m_form.get(), [&later] { later = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&later] { return later; }));
     EXPECT_EQ(Box(4).text(), "0");
     EXPECT_EQ(Text(14), "8 to 20 points");
 }

@@ -148,7 +148,7 @@ TEST_F(FormInfoTest, RowWithoutAPicture_ShowsNone) {
 
 TEST_F(FormInfoTest, DeliveredSpells_AreShownWholeInAWindowOfOneSize) {
     Show(0);
-    QTest::qWait(20);
+    QCoreApplication::processEvents();
     const QSize size = m_form->size();
     for (const i16 skill : std::initializer_list<i16>{0, 1, 37, 55, 71, 100}) {
         m_state.Magery = m_state.EvalInt = m_state.SpiritSpeak = skill;

@@ -156,24 +156,48 @@ TEST_F(FormTimerTest, ClosedByTheDesktop_IsHiddenUntilTheNextTimer) {
     EXPECT_TRUE(m_form->isVisible());
 }
 
-TEST_F(FormTimerTest, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
+class PaintCount : public QObject {
+  public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
+class FormTimerPaints : public FormTimerTest {
+  protected:
+    // Waits until the window has been painted once more.
+    void PaintAnew() {
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_form.get()));
+        PaintCount paints;
+        m_form->installEventFilter(&paints);
+        m_form->update();
+        ASSERT_TRUE(QTest::qWaitFor([&paints] { return paints.count > 0; }));
+        // The filter sees the event before the window does.
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(FormTimerPaints, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
     Make();
     Start(1, 60);
-    QTest::qWait(20);
+    PaintAnew();
     EXPECT_TRUE(m_desktop.topMostCalls.empty());
     m_state.AlwaysOnTop = true;
     SetMode(kTimersOff);
     SetMode(kTimersAsIcons);
-    QTest::qWait(20);
+    PaintAnew();
     ASSERT_EQ(m_desktop.topMostCalls.size(), 1U);
     EXPECT_TRUE(m_desktop.topMostCalls[0].topMost);
     EXPECT_EQ(m_desktop.topMostCalls[0].window, m_form->winId());
     TickAt(1010.0F);
-    QTest::qWait(20);
+    PaintAnew();
     EXPECT_EQ(m_desktop.topMostCalls.size(), 1U);
     QTest::mouseClick(m_form.get(), Qt::RightButton);
     Start(2, 60);
-    QTest::qWait(20);
+    PaintAnew();
     EXPECT_EQ(m_desktop.topMostCalls.size(), 2U);
 }
 

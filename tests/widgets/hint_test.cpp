@@ -122,7 +122,7 @@ TEST_F(HintTest, Show_StandsBesideTheWindowAndTakesNoFocus) {
     EXPECT_TRUE(hint.testAttribute(Qt::WA_ShowWithoutActivating));
     EXPECT_FALSE(hint.frameGeometry().intersects(m_window.frameGeometry()));
     ExpectOnScreen();
-    QTest::qWait(20);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(Shown()[0]));
     EXPECT_EQ(QApplication::focusWidget(), &m_edit);
     EXPECT_TRUE(m_window.isActiveWindow());
 }
