@@ -18,7 +18,6 @@ using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 using testing::IsSupersetOf;
 
-constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
 constexpr int kCount = 3;
 
 using Values = std::vector<std::pair<const std::string, std::string>>;

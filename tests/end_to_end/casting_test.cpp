@@ -17,7 +17,6 @@ using testing::IsEmpty;
 using testing::IsSupersetOf;
 
 constexpr int kClumsy = 0;  // one Bloodmoss, one Nightshade
-constexpr int kHeal = 3;    // one Spider Silk, one Garlic, one Ginseng
 constexpr int kWeaken = 7;  // one Garlic, one Nightshade
 
 using CastingEndToEnd = PlayerDesk;

@@ -20,6 +20,9 @@ inline constexpr const char* kMira = "Ultima Online - Mira Talon (Atlantic)";
 inline constexpr const char* kBran = "Ultima Online - Bran Oakley (Atlantic)";
 inline constexpr const char* kGlobal = "Settings";
 
+// The slot of the spell on the first page: one Spider Silk, one Garlic, one Ginseng.
+inline constexpr int kHeal = 3;
+
 // What the caption of the main window starts with, and no other window's title.
 std::string CaptionStart();
 

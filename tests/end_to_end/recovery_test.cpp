@@ -1,9 +1,13 @@
 // Counters survive a kill, the end of the display, and an end that cannot save.
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 #include <random>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,8 +22,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
-
-constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
 
 class Recovery : public PlayerDesk {
   protected:
@@ -40,6 +42,36 @@ class Recovery : public PlayerDesk {
         EXPECT_EQ(sqlite3_open(StoreFile().c_str(), &lock), SQLITE_OK);
         EXPECT_EQ(sqlite3_exec(lock, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
         return lock;
+    }
+    // The visible windows of the program that no window manager knows: its hints.
+    std::vector<xcb_window_t> HintWindows() const {
+        xcb_connection_t* x = m_desk->Session().Connection();
+        std::vector<xcb_window_t> hints;
+        const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> tree(
+            xcb_query_tree_reply(x, xcb_query_tree(x, m_desk->Session().Root()), nullptr),
+            std::free);
+        const xcb_window_t* children = xcb_query_tree_children(tree.get());
+        for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
+            const xcb_window_t window = children[index];
+            const std::unique_ptr<xcb_get_window_attributes_reply_t, decltype(&std::free)> looks(
+                xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr),
+                std::free);
+            const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> name(
+                xcb_get_property_reply(
+                    x, xcb_get_property(x, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64),
+                    nullptr),
+                std::free);
+            const auto* bytes =
+                name ? static_cast<const char*>(xcb_get_property_value(name.get())) : "";
+            const std::string_view words(
+                bytes,
+                name ? static_cast<std::size_t>(xcb_get_property_value_length(name.get())) : 0);
+            if (looks && looks->override_redirect != 0 &&
+                looks->map_state == XCB_MAP_STATE_VIEWABLE && words.starts_with("spellwick")) {
+                hints.push_back(window);
+            }
+        }
+        return hints;
     }
     int Silk() const { return std::stoi(Stored(kMira, "SS 0")); }
 };
@@ -108,6 +140,86 @@ TEST_F(Recovery, EndOfTheDisplay_SavesAsARegularEnd) {
     EXPECT_EQ(JournalSize(), 0U);
     // TearDown looks at a keyboard that is gone.
     m_desk.reset();
+}
+
+TEST_F(Recovery, EndOfTheDisplayBehindTheBoxOfTheEnd_SavesAll) {
+    PrepareMira();
+    StartSpellwick();
+    Credit(kHeal);
+    sqlite3* lock = LockStore();
+    m_desk->AskToClose(Window());
+    ASSERT_NE(m_desk->Session().WaitForWindow("Spellwick"), 0U) << "it asks whether to try again";
+    sqlite3_close(lock);
+    m_desk->Session().KillServer();
+    EXPECT_EQ(Spellwick().WaitForEnd(10s), 1) << Spellwick().Output();
+    EXPECT_EQ(Silk(), 11);
+    EXPECT_EQ(JournalSize(), 0U);
+    m_desk.reset();
+}
+
+TEST_F(Recovery, EndOfTheDisplayWhileTheEndIsSaving_SavesAll) {
+    PrepareMira();
+    StartSpellwick();
+    Credit(kHeal);
+    sqlite3* lock = LockStore();
+    Spellwick().Signal(SIGTERM);
+    // By now the end waits for the store.
+    ASSERT_TRUE(WaitUntil([this] { return m_desk->FindWindow(CaptionStart()) == 0; }));
+    m_desk->Session().KillServer();
+    sqlite3_close(lock);
+    ASSERT_TRUE(Spellwick().WaitForEnd(10s)) << Spellwick().Output();
+    EXPECT_EQ(Silk(), 11);
+    EXPECT_EQ(JournalSize(), 0U);
+    m_desk.reset();
+}
+
+TEST_F(Recovery, HintOfTheStart_StandsBesideTheMainWindowAndLeavesTheFocus) {
+    PrepareMira();
+    StartSpellwick();
+    Credit(kHeal);
+    ASSERT_TRUE(WaitUntil([this] { return JournalSize() > 0; }));
+    Spellwick().Signal(SIGKILL);
+    ASSERT_TRUE(Spellwick().WaitForEnd(5s));
+    StartSpellwick();
+    std::vector<xcb_window_t> hints;
+    ASSERT_TRUE(WaitUntil([&] {
+        hints = HintWindows();
+        return hints.size() == 1;
+    }));
+    m_desk->RestingPicture(hints[0]);
+    const Area main = m_desk->AreaOf(Window());
+    const Area hint = m_desk->AreaOf(hints[0]);
+    EXPECT_GT(hint.width, 100);
+    const int across = std::max(hint.x - main.x - main.width, main.x - hint.x - hint.width);
+    const int along = std::max(hint.y - main.y - main.height, main.y - hint.y - hint.height);
+    EXPECT_GE(std::max(across, along), 0) << "it covers none of the window";
+    constexpr int kFrameAndGap = 60;
+    EXPECT_LE(across, kFrameAndGap);
+    EXPECT_LE(along, kFrameAndGap);
+    EXPECT_NE(m_desk->Session().FocusedWindow(), hints[0]);
+    m_desk->Click(hints[0], {10, 10});
+    EXPECT_TRUE(WaitUntil([this] { return HintWindows().empty(); }));
+    EXPECT_EQ(CloseSpellwick(), 0);
+}
+
+TEST_F(Recovery, NoteUnderLoad_IsInTheJournalWithinASecond) {
+    PrepareMira();
+    StartSpellwick();
+    std::vector<std::unique_ptr<ChildProcess>> load;
+    for (int busy = 0; busy < 4; ++busy) {
+        load.push_back(m_desk->Session().Spawn({"sh", "-c", "while :; do :; done"}));
+    }
+    m_desk->Hold(XKB_KEY_Control_L, true);
+    ClickSpell(kHeal);
+    m_desk->Hold(XKB_KEY_Control_L, false);
+    // Half a second until the note, and what the programs beside it take.
+    EXPECT_TRUE(WaitUntil([this] { return JournalSize() > 0; }, 1s));
+    for (const auto& busy : load) {
+        busy->Signal(SIGKILL);
+        busy->WaitForEnd(5s);
+    }
+    EXPECT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Silk(), 11);
 }
 
 TEST_F(Recovery, EndSignalThatCannotSave_EndsWithin5SecondsAndKeepsTheJournal) {

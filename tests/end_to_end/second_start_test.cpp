@@ -13,8 +13,6 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
-constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
-
 class SecondStart : public PlayerDesk {
   protected:
     std::unique_ptr<ChildProcess> Start(const std::vector<std::string>& options = {}) {

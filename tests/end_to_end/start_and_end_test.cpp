@@ -20,8 +20,6 @@ using testing::EndsWith;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
-
 using StartAndEnd = PlayerDesk;
 
 // The keys whose values differ, with both values.

@@ -16,7 +16,6 @@ using namespace std::chrono_literals;
 using testing::IsSupersetOf;
 
 constexpr int kClumsy = 0;
-constexpr int kHeal = 3;
 constexpr int kWeaken = 7;
 constexpr int kRight = 3;
 

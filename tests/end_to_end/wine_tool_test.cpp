@@ -20,7 +20,6 @@ using std::chrono::steady_clock;
 using testing::Contains;
 using testing::IsSupersetOf;
 
-constexpr int kHeal = 3;  // one Spider Silk, one Garlic, one Ginseng
 constexpr int kCountButton = 3;
 constexpr int kBloodmoss = 3;
 constexpr i32 kHealNumber = 4;
