@@ -96,6 +96,8 @@ System OpenSystem(const Options& options) {
     if (!opened.trouble.empty()) {
         system.troubles.push_back(opened.trouble);
     }
+    system.folder = folder;
+    system.wayland = IsSet("WAYLAND_DISPLAY");
     system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
     system.endRequests = WatchEndRequests();
     return system;

@@ -27,7 +27,8 @@ constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
 std::unique_ptr<X11ClientWindows> X11ClientWindows::Open(const std::string& display,
                                                          std::string& error) {
     std::unique_ptr<X11ClientWindows> windows(new X11ClientWindows(display));
-    if (!windows->m_hints.Work() || !windows->m_connection.Works()) {
+    if (!windows->m_hints.Work() || !windows->m_connection.Works() ||
+        !windows->m_searchHints.Work()) {
         error = "There is no X display to look for windows on.";
         return nullptr;
     }
@@ -37,7 +38,9 @@ std::unique_ptr<X11ClientWindows> X11ClientWindows::Open(const std::string& disp
 X11ClientWindows::X11ClientWindows(const std::string& display)
     : m_connection(display),
       m_hints(m_connection),
-      m_search(m_connection, m_hints),
+      m_searchConnection(display),
+      m_searchHints(m_searchConnection),
+      m_search(m_searchConnection, m_searchHints),
       m_wmTakeFocus(m_connection.Atom("WM_TAKE_FOCUS")) {
     if (!m_hints.Work()) {
         return;

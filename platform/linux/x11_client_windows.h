@@ -65,6 +65,9 @@ class X11ClientWindows : public ClientWindows {
 
     X11Connection m_connection;
     X11WindowHints m_hints;
+    // The search keeps the events of a connection of its own.
+    X11Connection m_searchConnection;
+    X11WindowHints m_searchHints;
     X11WindowSearch m_search;
     xcb_atom_t m_wmTakeFocus;
     xcb_window_t m_clock = XCB_NONE;  // a window of our own, for reading the server's time

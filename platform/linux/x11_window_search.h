@@ -11,12 +11,13 @@
 #include "platform/client_windows.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_window_hints.h"
+#include "platform/linux/x11_window_notes.h"
 
 namespace spellwick {
 
 class X11WindowSearch {
   public:
-    // Both must outlive the search.
+    // Both must outlive the search, which takes the connection's events.
     X11WindowSearch(const X11Connection& connection, const X11WindowHints& hints);
 
     struct Found {
@@ -33,40 +34,34 @@ class X11WindowSearch {
     Found Find(std::string_view windowClass);
 
     // The windows of these classes, topmost first; all windows for null.
-    std::vector<TopLevelWindow> List(const std::vector<std::string>* classes) const;
+    std::vector<TopLevelWindow> List(const std::vector<std::string>* classes);
 
     // Whether the window belongs to a Windows program; false if it is gone.
-    bool IsWindowsProgram(xcb_window_t window) const;
+    bool IsWindowsProgram(xcb_window_t window) const { return m_notes.IsWindowsProgram(window); }
 
     // The whole title as valid UTF-8; empty if the window is gone.
-    std::string Title(xcb_window_t window) const;
+    std::string Title(xcb_window_t window) const { return m_notes.Title(window); }
 
     // The machine that the window's program runs on, as it says itself; empty if it does not.
-    std::string Machine(xcb_window_t window) const;
+    std::string Machine(xcb_window_t window) const {
+        return m_notes.Text(window, XCB_ATOM_WM_CLIENT_MACHINE).value_or(std::string());
+    }
 
   private:
-    struct TitleCookies {
-        xcb_get_property_cookie_t modern;
-        xcb_get_property_cookie_t old;
-    };
-
-    Found FindByTitle(std::string_view windowClass, const std::vector<xcb_window_t>& windows) const;
-    std::vector<xcb_window_t> TopLevels() const;
-    std::vector<xcb_window_t> TopLevelsOfTree() const;
+    Found FindByTitle(std::string_view windowClass, const std::vector<xcb_window_t>& windows);
+    std::vector<xcb_window_t> NotedTopLevels();
+    std::vector<xcb_window_t> TopLevels();
+    std::vector<xcb_window_t> TopLevelsOfTree();
     // For each frame, the window that is managed in it, or XCB_NONE.
-    std::vector<xcb_window_t> ManagedWithin(const std::vector<xcb_window_t>& frames) const;
+    std::vector<xcb_window_t> ManagedWithin(const std::vector<xcb_window_t>& frames);
     std::vector<xcb_window_t> AnswerChildren(xcb_query_tree_cookie_t cookie) const;
-    xcb_get_property_cookie_t Ask(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;
-    X11Reply<xcb_get_property_reply_t> Answer(xcb_get_property_cookie_t cookie) const;
-    TitleCookies AskTitle(xcb_window_t window) const;
-    std::string AnswerTitle(const TitleCookies& cookies) const;
-    std::optional<std::string> Text(const xcb_get_property_reply_t* reply) const;
 
     const X11Connection& m_connection;
     const X11WindowHints& m_hints;
-    xcb_atom_t m_compoundText;
     xcb_atom_t m_wmState;
-    xcb_window_t m_last = XCB_NONE;  // found by its title
+    X11WindowNotes m_notes;
+    std::vector<xcb_window_t> m_tree;  // the top-level windows without a window manager
+    xcb_window_t m_last = XCB_NONE;    // found by its title
 };
 
 }  // namespace spellwick
