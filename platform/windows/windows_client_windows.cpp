@@ -86,7 +86,9 @@ std::vector<TopLevelWindow> WindowsClientWindows::WindowsOfClasses(
             }
             window = FindWindowExW(nullptr, window, wide.c_str(), nullptr);
         }
-        withWindows += listed.size() > before ? 1 : 0;
+        if (listed.size() > before) {
+            ++withWindows;
+        }
     }
     if (withWindows > 1) {
         const std::vector<HWND> order = VisibleWindows();
