@@ -46,13 +46,12 @@ bool TakesMessages(HWND window) {
            0;
 }
 
-struct Visit {
-    const AssistTransport::WindowVisitor& visitor;
-};
+// Titles that are read in one enumeration. On a desktop with more windows, those that are known are
+// read in turn; a window that is new is always read.
+constexpr std::size_t kTitlesAtOnce = 1000;
 
-BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
-    const auto* visit = std::bit_cast<const Visit*>(parameter);
-    visit->visitor(HandleOf(window), Utf8FromWide(WideTitle(window)));
+BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
+    std::bit_cast<std::vector<HWND>*>(list)->push_back(window);
     return TRUE;
 }
 
@@ -75,8 +74,29 @@ WindowAssistTransport::~WindowAssistTransport() {
 void WindowAssistTransport::EnumWindows(const WindowVisitor& visit) {
     // The handle of a window that is gone may be reused.
     std::erase_if(m_silent, [](const auto& entry) { return IsWindow(entry.first) == FALSE; });
-    const Visit parameter{visit};
-    ::EnumWindows(&VisitWindow, std::bit_cast<LPARAM>(&parameter));
+    std::vector<HWND> windows;
+    ::EnumWindows(&AddWindow, std::bit_cast<LPARAM>(&windows));
+    std::unordered_map<HWND, std::string> known;
+    known.reserve(windows.size());
+    const std::size_t first = m_firstToRead < windows.size() ? m_firstToRead : 0;
+    m_firstToRead = first + kTitlesAtOnce;
+    for (std::size_t index = 0; index < windows.size(); ++index) {
+        HWND window = windows[index];
+        const auto before = m_titles.find(window);
+        const bool due = index >= first && index < first + kTitlesAtOnce;
+        known.emplace(window, before == m_titles.end() || due ? Utf8FromWide(WideTitle(window))
+                                                              : std::move(before->second));
+    }
+    // A visitor may enter here again.
+    m_titles = std::move(known);
+    std::vector<std::pair<HWND, std::string>> titles;
+    titles.reserve(windows.size());
+    for (HWND window : windows) {
+        titles.emplace_back(window, m_titles[window]);
+    }
+    for (const auto& [window, title] : titles) {
+        visit(HandleOf(window), title);
+    }
 }
 
 bool WindowAssistTransport::MayBeAsked(HWND window) {

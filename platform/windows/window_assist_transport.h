@@ -4,6 +4,8 @@
 #include <chrono>
 #include <deque>
 #include <map>
+#include <string>
+#include <unordered_map>
 
 #include <windows.h>
 
@@ -60,6 +62,8 @@ class WindowAssistTransport : public AssistTransport {
     AssistPatience m_patience;
     bool m_starting = true;  // no receiver has been attached yet
     i32* m_word;             // at an address below 2 GiB; null if there is none
+    std::unordered_map<HWND, std::string> m_titles;  // as last read
+    std::size_t m_firstToRead = 0;                   // of the windows, in the system's order
     std::map<HWND, Silence> m_silent;
 
     HWND m_own = nullptr;

@@ -68,6 +68,7 @@ System OpenSystem(const Options& options) {
     if (folder) {
         system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
     }
+    system.folder = folder;
     system.assist = std::make_unique<WindowAssistTransport>();
     return system;
 }
