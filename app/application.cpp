@@ -6,7 +6,6 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
-#include <sstream>
 
 #include "widgets/guarded_events.h"
 #include "widgets/texts.h"
@@ -35,16 +34,11 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard, const SharedState& 
     });
 }
 
-std::vector<GameClient> DeliveredClients() {
-    std::istringstream table{std::string(DeliveredGameClients())};
-    return ReadGameClients(table).clients;
-}
-
 }  // namespace
 
 Application::Application(System system)
     : m_system(std::move(system)),
-      m_clients(*m_system.clients, DeliveredClients()),
+      m_game(m_state, m_clients, {.folder = m_system.folder, .wayland = m_system.wayland}),
       m_keys(MakeKeySender(m_system.keyboard.get(), m_state)),
       m_companion(Services()),
       m_timers({.timers = m_companion.Timers(),
@@ -92,6 +86,12 @@ std::optional<int> Application::Start() {
     WatchForEnd();
     for (const std::string& trouble : m_system.troubles) {
         m_boxes.Show({.text = trouble, .icon = BoxIcon::kExclamation});
+    }
+    if (const std::string fault = m_game.LoadTable(); !fault.empty()) {
+        m_boxes.Show({.text = fault +
+                              "\n\nUntil the file is put right, Spellwick knows the classic "
+                              "client alone.",
+                      .icon = BoxIcon::kExclamation});
     }
     if (m_main->Form_Load() != LoadOutcome::kReady) {
         return kNoSpellData;
@@ -190,6 +190,7 @@ void Application::MakeSettings() {
                                                         .installation = *m_system.installation,
                                                         .failures = m_runEnd,
                                                         .companion = m_companion,
+                                                        .game = m_game,
                                                         .pictures = m_main->PictureStrips()},
                                        m_main.get());
     // Loading can call back here, so the member is set before it.

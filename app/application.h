@@ -8,6 +8,7 @@
 #include "app/qt_message_boxes.h"
 #include "app/unexpected_exit.h"
 #include "companion/companion.h"
+#include "companion/game_choice.h"
 #include "companion/run_end.h"
 #include "link/assist_search.h"
 #include "link/keystroke_sender.h"
@@ -54,8 +55,9 @@ class Application : private Forms {
     void WatchForEnd();
 
     System m_system;
-    TranslatedWindows m_clients;
+    TranslatedWindows m_clients{*m_system.clients, {}};
     SharedState m_state;
+    GameChoice m_game;
     QtMessageBoxes m_boxes;
     RunEnd m_runEnd{m_boxes};
     AssistSearch m_assist{m_state, *m_system.assist};

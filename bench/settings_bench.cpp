@@ -13,6 +13,7 @@
 #include "store/macro_file.h"
 #include "store/settings_io.h"
 #include "tests/support/memory_settings_store.h"
+#include "tests/support/recording_client_windows.h"
 #include "tests/support/recording_desktop.h"
 #include "tests/support/recording_dialogs.h"
 #include "tests/support/recording_installation.h"
@@ -75,6 +76,7 @@ class Dialog {
                                                                  .installation = m_installation,
                                                                  .failures = m_failures,
                                                                  .companion = m_companion,
+                                                                 .game = m_game,
                                                                  .pictures = m_pictures},
                                                 nullptr);
         m_form->Form_Load();
@@ -96,6 +98,9 @@ class Dialog {
     RecordingMessageBoxes m_boxes;
     RecordingDialogs m_dialogs;
     RecordingInstallation m_installation;
+    RecordingClientWindows m_clients;
+    TranslatedWindows m_translated{m_clients, {}};
+    GameChoice m_game{m_state, m_translated, {}};
     Abort m_failures;
     QuietCompanion m_companion{m_state};
     Pictures m_pictures{1.0};

@@ -43,6 +43,9 @@ class TranslatedWindows : public ClientWindows {
     // character is logged in.
     std::string WindowTitle(WindowHandle window) override;
 
+    // The title as the window itself has it.
+    std::string RealTitle(WindowHandle window) { return m_windows.WindowTitle(window); }
+
     [[nodiscard]] bool SetForegroundWindow(WindowHandle window) override {
         return m_windows.SetForegroundWindow(window);
     }

@@ -38,6 +38,10 @@ struct System {
     // What the user should know at once, a text each: a store that could not be read, a display
     // that takes no keys.
     std::vector<std::string> troubles;
+    // The settings' folder, which need not exist; nothing if the system names none.
+    std::optional<std::filesystem::path> folder;
+    // The session may have windows that no other program sees.
+    bool wayland = false;
     // Readable when the system asks the program to end; -1 where it asks in other ways.
     int endRequests = -1;
 };

@@ -1,8 +1,18 @@
-// The Game tab: how Spellwick and the game's window work together.
+// The Game tab: which window the game is, and how Spellwick and that window work together.
 #pragma once
 
 #include <QCheckBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <vector>
 
+#include "platform/client_windows.h"
 #include "settings_dialog/controls.h"
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/typing_options.h"
@@ -16,12 +26,50 @@ class GameTab : public SettingsTab {
     GameTab(const SettingsServices& services, QWidget* parent);
 
     void Load() override;
-    QWidget* FirstControl() override { return CheckFront; }
+    QWidget* FirstControl() override { return ListWindows; }
 
     void ClickFront();
+    // Says anew what is found.
+    void ShowFound();
+    // Lists the desktop's windows anew; no window is chosen then.
+    void LookAgain();
+    // Fills the row's edits for the window that is chosen.
+    void ProposeRow();
+    void ClickMyGame();
+    void ClickTable();
 
+    QLabel* LabelGame;
+    QLabel* LabelNotice;
+    QTreeWidget* ListWindows;
+    QLineEdit* TextRowName;
+    QLineEdit* TextRowClass;
+    QLineEdit* TextRowTitle;
+    QLineEdit* TextRowLogin;
+    QLineEdit* TextRowShard;
+    QCheckBox* CheckRowEnter;
+    QPushButton* CommandMyGame;
+    QPushButton* CommandTable;
+    QPushButton* CommandLook;
     QCheckBox* CheckFront;
     TypingOptions* Typing;
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    QLineEdit* MakeEdit(const char* name, const char* caption, const char* hint);
+    QPushButton* MakeButton(const char* name, const char* caption);
+    QGroupBox* MakeGroup(const char* caption);
+    QWidget* MakeRowEdits();
+    void MakePage();
+    void ConnectAll();
+
+    QFormLayout* m_row = nullptr;
+    QVBoxLayout* m_groups = nullptr;
+    QVBoxLayout* m_options = nullptr;  // of the last group
+    QTimer m_look;
+    std::vector<TopLevelWindow> m_windows;  // as listed
 };
 
 }  // namespace spellwick

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "companion/dialog_actions.h"
+#include "companion/game_choice.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
 #include "platform/desktop.h"
@@ -23,6 +24,7 @@ struct SettingsServices {
     Installation& installation;
     FailureSink& failures;
     DialogActions& companion;
+    GameChoice& game;
     Pictures& pictures;
 };
 

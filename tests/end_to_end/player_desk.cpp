@@ -144,8 +144,16 @@ void PlayerDesk::EndGame(int signal) {
 }
 
 void PlayerDesk::StartSpellwick() {
+    BeginSpellwick();
+    AwaitSpellwick();
+}
+
+void PlayerDesk::BeginSpellwick() {
     m_spellwick = m_desk->Session().Spawn({(Programs() / "spellwick").string()});
     ASSERT_TRUE(m_spellwick);
+}
+
+void PlayerDesk::AwaitSpellwick() {
     m_window = m_desk->WaitWindow(CaptionStart());
     ASSERT_NE(m_window, 0U) << m_spellwick->Output();
     m_desk->RestingPicture(m_window);

@@ -56,6 +56,9 @@ class PlayerDesk : public testing::Test {
 
     // Starts Spellwick and waits until its window has its place.
     void StartSpellwick();
+    // The two halves of it, for a start that shows a box.
+    void BeginSpellwick();
+    void AwaitSpellwick();
     ChildProcess& Spellwick() { return *m_spellwick; }
     xcb_window_t Window() const { return m_window; }
     bool WaitCharacter(const std::string& name) const;

@@ -241,6 +241,23 @@ TEST(GameClients, EqualForms_GoInTheTablesOrder) {
     EXPECT_EQ(known->client->name, "Mine");
 }
 
+// The worked example of docs/game-clients.md.
+TEST(GameClients, RowOfTheGuide_ReadsAsItSays) {
+    const GameClients read = Read(
+        "\"my clients\", 1\n"
+        "Ironclad, ironclad, , Ironclad {any}: {name} of {shard}, Ironclad {any}, Ironclad, no\n");
+    ASSERT_FALSE(read.fault);
+    const auto shown = [&](const char* title) {
+        const auto known =
+            FindGameClient(read.clients, {7, "ironclad", {}, title}, WindowClassKind::kX11);
+        return known && known->inGame ? CommonTitle(known->name, known->shard) : "";
+    };
+    EXPECT_EQ(shown("Ironclad 2.4: Bran of Oak Hill"), "Ultima Online - Bran (Oak Hill)");
+    EXPECT_EQ(shown("Ironclad 2.4: Lady Ash of Trinsic of Oak Hill"),
+              "Ultima Online - Lady Ash of Trinsic (Oak Hill)");
+    EXPECT_EQ(shown("Ironclad 2.4"), "");
+}
+
 TEST(Alternatives, AreTrimmedAndNeverEmpty) {
     EXPECT_THAT(Alternatives(" a | b c|| d "), ElementsAre("a", "b c", "d"));
     EXPECT_THAT(Alternatives(" | "), ElementsAre());

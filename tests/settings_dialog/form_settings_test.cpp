@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TabRow{"SpellTexts", 5, "Spell texts", "ComboSpellText"},
                     TabRow{"About", 6, "About", ""},
                     TabRow{"Settings", 7, "Settings", "ComboUOwindow"},
-                    TabRow{"Game", 8, "Game", "CheckFront"}),
+                    TabRow{"Game", 8, "Game", "ListWindows"}),
     [](const auto& row) { return row.param.name; });
 
 TEST_F(FormSettingsTest, Start_FirstTabIsOpenUnderTheCaption) {

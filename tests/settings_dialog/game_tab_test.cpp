@@ -1,4 +1,7 @@
 // The Game tab.
+#include <QTreeWidget>
+
+#include "link/client_watch.h"
 #include "tests/support/settings_fixture.h"
 
 namespace spellwick {
@@ -12,6 +15,16 @@ class GameTabTest : public SettingsFixture {
         Open();
         ShowTab(8);
         TakeLog();
+    }
+    void ShowWindows() {
+        m_game.LoadTable();
+        m_clients.windows = {
+            {.handle = 8, .windowClass = "ClassicUO", .title = "Bran - My Server 2"},
+            {.handle = 9, .windowClass = "XTerm", .title = "a shell"}};
+    }
+    void Choose(int row) {
+        auto& list = Named<QTreeWidget>("ListWindows");
+        ClickSpot(*list.viewport(), list.visualItemRect(list.topLevelItem(row)).center());
     }
     bool IsTicked() { return Named<QCheckBox>("CheckFront").isChecked(); }
 };
@@ -40,6 +53,74 @@ TEST_F(GameTabTest, Front_ClickStoresAndSavesAtOnce) {
     EXPECT_TRUE(m_state.CheckFront);
     EXPECT_THAT(TakeLog(), ElementsAre("option TypeOnlyInFront True"));
     EXPECT_EQ(Saved("Settings", "TypeOnlyInFront"), "True");
+}
+
+TEST_F(GameTabTest, Windows_AreListedWithClassAndTitle) {
+    ShowWindows();
+    OpenTab();
+    auto& list = Named<QTreeWidget>("ListWindows");
+    ASSERT_EQ(list.topLevelItemCount(), 2);
+    EXPECT_EQ(list.topLevelItem(0)->text(0), "ClassicUO");
+    EXPECT_EQ(list.topLevelItem(0)->text(1), "Bran - My Server 2");
+    EXPECT_EQ(FocusName(), "ListWindows");
+    EXPECT_EQ(Text("LabelGame"),
+              "No game is found. 1 window of class ClassicUO, its title of no known form.");
+    EXPECT_FALSE(Named("LabelNotice").isVisible());
+    EXPECT_FALSE(Named("CommandMyGame").isEnabled());
+    m_clients.windows.clear();
+    Click("CommandLook");
+    EXPECT_EQ(list.topLevelItemCount(), 0);
+    EXPECT_EQ(Text("LabelGame"), "No game is found. No window is of a known client's class.");
+}
+
+TEST_F(GameTabTest, ChosenWindow_ProposesARow_WhichIsWrittenAsItIsEdited) {
+    ShowWindows();
+    OpenTab();
+    Choose(0);
+    EXPECT_EQ(Text("TextRowName"), "My game");
+    EXPECT_EQ(Text("TextRowClass"), "ClassicUO");
+    EXPECT_EQ(Text("TextRowTitle"), "{name} - My Server {any}");
+    EXPECT_FALSE(Named<QCheckBox>("CheckRowEnter").isChecked());
+    Enter(Named<QLineEdit>("TextRowShard"), "Oak Hill");
+    Click("CommandMyGame");
+    ASSERT_EQ(m_translated.Clients().size(), 5U);
+    EXPECT_EQ(m_translated.Clients()[0].name, "My game");
+    EXPECT_EQ(m_translated.Clients()[0].shard, "Oak Hill");
+    EXPECT_FALSE(m_translated.Clients()[0].enterBehindMacro);
+    EXPECT_FALSE(Named("CommandMyGame").isEnabled()) << "no window is chosen any more";
+}
+
+TEST_F(GameTabTest, RowWithAFault_IsToldAndNotWritten) {
+    ShowWindows();
+    OpenTab();
+    Choose(0);
+    Enter(Named<QLineEdit>("TextRowTitle"), "no field");
+    Click("CommandMyGame");
+    EXPECT_THAT(TakeBoxes(),
+                ElementsAre(testing::Field(&Box::text, testing::HasSubstr("there is no {name}"))));
+    EXPECT_EQ(m_translated.Clients().size(), 4U);
+    EXPECT_EQ(Text("TextRowTitle"), "no field") << "to be put right";
+}
+
+TEST_F(GameTabTest, Table_IsMadeAndOpened) {
+    OpenTab();
+    m_log.clear();
+    Click("CommandTable");
+    EXPECT_TRUE(std::filesystem::exists(*m_game.OwnTable()));
+    EXPECT_THAT(TakeLog(), testing::Contains(testing::HasSubstr("GameClients.txt")));
+}
+
+TEST_F(GameTabTest, Found_IsSaidAnewWhileTheTabIsShown) {
+    m_game.LoadTable();
+    OpenTab();
+    m_clients.windows = {
+        {.handle = 8, .windowClass = "ClassicUO", .title = "Bran - ClassicUO - 1"}};
+    ClientWatch watch(m_state, m_translated);
+    ASSERT_TRUE(watch.ReadClient());
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return Text("LabelGame") ==
+               "ClassicUO\nTitle: Bran - ClassicUO - 1\nCharacter: Bran   Shard: ClassicUO";
+    }));
 }
 
 }  // namespace

@@ -13,6 +13,11 @@ class Render : public SettingsFixture {
     void TestBody() override {
         SetSaved("Settings", "CurrentPlayerName", kMira);
         SetSaved("Settings", "Pictures", "1");
+        m_game.LoadTable();
+        m_clients.windows = {
+            {.handle = 8, .windowClass = "ClassicUO", .title = "Bran (x) - My Shard 2 - 100/100"},
+            {.handle = 9, .windowClass = "Firefox", .title = "A page - Firefox"},
+            {.handle = 10, .windowClass = "XTerm", .title = "a shell"}};
         Open();
         for (int tab = 0; tab < kTabCount; ++tab) {
             ShowTab(tab);

@@ -28,6 +28,7 @@ class ReportedSkillsTest : public MainWindowFixture {
                                                             .installation = m_installation,
                                                             .failures = *this,
                                                             .companion = Program(),
+                                                            .game = m_game,
                                                             .pictures = m_form->PictureStrips()},
                                            nullptr);
         m_settings->Form_Load();
@@ -71,6 +72,8 @@ class ReportedSkillsTest : public MainWindowFixture {
 
     RecordingDialogs m_dialogs;
     RecordingInstallation m_installation;
+    TranslatedWindows m_translated{m_clients, {}};
+    GameChoice m_game{m_state, m_translated, {}};
     std::unique_ptr<FormSettings> m_settings;
 };
 

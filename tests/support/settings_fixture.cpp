@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QScrollArea>
 
 #include "model/chances.h"
 #include "model/spell_data.h"
@@ -93,6 +94,7 @@ SettingsServices SettingsFixture::Services() {
             .installation = m_installation,
             .failures = *this,
             .companion = m_companion,
+            .game = m_game,
             .pictures = m_pictures};
 }
 
@@ -138,6 +140,12 @@ std::string SettingsFixture::Text(const char* name, int index) {
 }
 
 void SettingsFixture::Click(QWidget& control) {
+    for (QWidget* parent = control.parentWidget(); parent != nullptr;
+         parent = parent->parentWidget()) {
+        if (auto* scroll = qobject_cast<QScrollArea*>(parent)) {
+            scroll->ensureWidgetVisible(&control);
+        }
+    }
     // A check box has its own at its left end.
     const QPoint place = control.rect().center();
     const bool isWide = control.inherits("QCheckBox") || control.inherits("QRadioButton");

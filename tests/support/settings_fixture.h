@@ -11,14 +11,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "companion/game_choice.h"
 #include "settings_dialog/form_settings.h"
 #include "store/settings_io.h"
 #include "tests/support/main_window_fixture.h"
 #include "tests/support/memory_settings_store.h"
+#include "tests/support/recording_client_windows.h"
 #include "tests/support/recording_desktop.h"
 #include "tests/support/recording_dialogs.h"
 #include "tests/support/recording_installation.h"
 #include "tests/support/recording_message_boxes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 
@@ -137,6 +140,10 @@ class SettingsFixture : public testing::Test, public FailureSink {
     RecordingInstallation m_installation;
     SharedState m_state;
     RecordingCompanion m_companion{m_state, m_store, m_log};
+    TemporaryFolder m_folder;
+    RecordingClientWindows m_clients;
+    TranslatedWindows m_translated{m_clients, {}};
+    GameChoice m_game{m_state, m_translated, {.folder = m_folder.Path(), .wayland = false}};
     Pictures m_pictures{1.0};
     std::unique_ptr<FormSettings> m_form;
     std::vector<UncaughtFailure> m_failures;
