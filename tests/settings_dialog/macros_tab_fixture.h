@@ -1,0 +1,48 @@
+// The macro tab of the settings dialog, used by mouse and keyboard.
+#pragma once
+
+#include <string>
+
+#include "tests/support/settings_fixture.h"
+
+namespace spellwick {
+
+class MacrosTabFixture : public SettingsFixture {
+  protected:
+    FormSettings& OpenTab() {
+        Open();
+        ShowTab(2);
+        TakeLog();
+        return Form();
+    }
+    QComboBox& Page() { return Named<QComboBox>("ComboMacro"); }
+    QLineEdit& Key(int row) { return Named<QLineEdit>("TextMacro", row); }
+    bool IsTicked(const char* name, int row) { return Named<QCheckBox>(name, row).isChecked(); }
+    void EnterAndLeave(int row, const std::string& text) {
+        Enter(Key(row), text);
+        Leave();
+    }
+    // The marks and the key of a line, in the form of a macro code.
+    std::string Line(int row) {
+        return std::string(IsTicked("CheckAlt", row) ? "A" : "-") +
+               (IsTicked("CheckCtrl", row) ? "C" : "-") +
+               (IsTicked("CheckShift", row) ? "S" : "-") + Key(row).text().toStdString();
+    }
+    void SetMark(i32 number, const char* alt, const char* ctrl, const char* shift) {
+        m_state.MacroAlt(number) = alt;
+        m_state.MacroCtrl(number) = ctrl;
+        m_state.MacroShift(number) = shift;
+    }
+    // Another window takes the activation and closes again, as a message box does.
+    void LoseTheFrontForAMoment() {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        other.hide();
+        Form().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
+    }
+};
+
+}  // namespace spellwick
