@@ -27,14 +27,18 @@ std::optional<std::filesystem::path> Pick(QFileDialog& dialog, const FileQuestio
     }
     dialog.setNameFilters(filters);
     const QString extension = ToQString(question.defaultExtension);
-    dialog.setDefaultSuffix(extension);
-    if (!extension.isEmpty()) {
-        const QString other = ToQString(question.otherFilterPattern).remove(QLatin1Char('*'));
-        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
-                         [&dialog, filter, extension, other](const QString& chosen) {
-                             dialog.setDefaultSuffix(chosen == filter ? extension : other);
-                         });
+    const auto follow = [&dialog, filter, extension,
+                         other = ToQString(question.otherFilterPattern).remove(QLatin1Char('*'))](
+                            const QString& chosen) {
+        if (!extension.isEmpty()) {
+            dialog.setDefaultSuffix(chosen == filter ? extension : other);
+        }
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+    if (question.startsWithOther) {
+        dialog.selectNameFilter(filters.constLast());
     }
+    follow(dialog.selectedNameFilter());
     if (!question.fileName.empty()) {
         dialog.selectFile(ToQString(question.fileName));
     }

@@ -16,6 +16,7 @@ struct FileQuestion {
     std::string filterPattern;       // for example "*.txt"
     std::string otherFilterName;     // a second choice, if not empty; its pattern gives the default
     std::string otherFilterPattern;  // extension while it is chosen
+    bool startsWithOther = false;    // the second one is chosen at first
     std::string defaultExtension;    // with its dot, added to a name without one; may be empty
     std::filesystem::path folder;    // where the dialog starts; empty: the home folder
     std::string fileName;            // the name or path that stands in the dialog; may be empty

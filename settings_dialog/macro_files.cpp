@@ -1,5 +1,6 @@
 #include "settings_dialog/macro_files.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "model/log.h"
@@ -28,6 +29,11 @@ std::string NameOf(const fs::path& file) {
 
 bool IsNamedXml(const fs::path& file) {
     return LowerCase(Utf8Of(file.extension())) == ".xml";
+}
+
+void LogInOneLine(std::string text) {
+    std::ranges::replace(text, '\n', ' ');
+    LogLine(text);
 }
 
 // The file's bytes and what stands in them, or why it is refused.
@@ -89,13 +95,13 @@ void MacroFiles::LoadText(const fs::path& file) {
         if (failure.Kind() == FailureKind::kFile) {
             // A name without its folder is what the dialog holds before a file is chosen.
             if (file.is_absolute()) {
-                LogLine(failure.what());
+                LogInOneLine(failure.what());
                 m_showHint("The file " + NameOf(file) + " cannot be read.");
             }
             return;
         }
     }
-    LogLine(spellwick::LoadText(load, NameOf(file), kLoggedNames));
+    LogInOneLine(spellwick::LoadText(load, NameOf(file), kLoggedNames));
     m_showHint(spellwick::LoadText(load, NameOf(file), kFewNames));
 }
 
@@ -107,7 +113,7 @@ void MacroFiles::LoadXml(const fs::path& file) {
         return;
     }
     const MacroLoad load = LoadClientMacros(*xml, m_services.state.Spells, m_services.state);
-    LogLine(spellwick::LoadText(load, NameOf(file), kLoggedNames));
+    LogInOneLine(spellwick::LoadText(load, NameOf(file), kLoggedNames));
     m_services.boxes.Show({.text = spellwick::LoadText(load, NameOf(file), kManyNames),
                            .icon = BoxIcon::kInformation});
 }
@@ -162,7 +168,7 @@ void MacroFiles::SaveXml(const fs::path& file) {
     const std::string done = isNew       ? "\nThe file is new and holds these macros alone."
                              : isChanged ? "\nThe file as it was is kept as " + NameOf(copy) + "."
                                          : "";
-    LogLine(SaveText(saved.save, NameOf(file), kLoggedNames) + done);
+    LogInOneLine(SaveText(saved.save, NameOf(file), kLoggedNames) + done);
     m_services.boxes.Show({.text = SaveText(saved.save, NameOf(file), kManyNames) + done,
                            .icon = BoxIcon::kInformation});
 }
@@ -183,7 +189,7 @@ bool MacroFiles::IsSaveWanted(const fs::path& file) {
 }
 
 void MacroFiles::Refuse(const std::string& what, const std::string& why) {
-    LogLine(what + " " + why);
+    LogInOneLine(what + " " + why);
     m_services.boxes.Show({.text = what + " " + why, .icon = BoxIcon::kExclamation});
 }
 

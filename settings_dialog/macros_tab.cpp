@@ -257,6 +257,7 @@ FileQuestion MacrosTab::QuestionForFile(const char* title) const {
             .filterPattern = "*.txt",
             .otherFilterName = "Macros of ClassicUO and TazUO (*.xml)",
             .otherFilterPattern = "*.xml",
+            .startsWithOther = !ofCharacter.empty(),
             .defaultExtension = {},
             .folder = ofCharacter.empty() ? ofClassic : ofCharacter,
             .fileName = {}};

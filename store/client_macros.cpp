@@ -78,14 +78,16 @@ const XmlMacro& MainMacro(const std::vector<const XmlMacro*>& macros) {
     return usable != macros.end() ? **usable : *macros.front();
 }
 
-void AddMacrosThatDoMore(const MacroXml& xml, const SpellTable& spells, MacroLoad& load) {
+// For spells that have no macro of their own.
+void AddMacrosThatDoMore(const MacroXml& xml, const SpellTable& spells,
+                         const MacrosOfSpells& single, MacroLoad& load) {
     for (const XmlMacro& macro : xml.macros) {
         if (macro.actions.size() < 2) {
             continue;
         }
         for (const XmlAttributes& action : macro.actions) {
             const auto number = NumberOfAction(action, spells);
-            if (number && !load.taken.contains(*number)) {
+            if (number && !single.contains(*number)) {
                 load.left.push_back({LeftReason::kMoreActions, NameOf(spells, *number)});
             }
         }
@@ -168,7 +170,8 @@ bool IsXml(std::string_view beginning) {
 
 MacroLoad LoadClientMacros(const MacroXml& xml, const SpellTable& spells, MacroTables& tables) {
     MacroLoad load;
-    for (const auto& [number, macros] : FindMacros(xml, spells)) {
+    const MacrosOfSpells single = FindMacros(xml, spells);
+    for (const auto& [number, macros] : single) {
         const XmlMacro& main = MainMacro(macros);
         std::string name = NameOf(spells, number);
         if (macros.size() > 1) {
@@ -185,7 +188,7 @@ MacroLoad LoadClientMacros(const MacroXml& xml, const SpellTable& spells, MacroT
         }
         load.left.push_back({*obstacle, name});
     }
-    AddMacrosThatDoMore(xml, spells, load);
+    AddMacrosThatDoMore(xml, spells, single, load);
     return load;
 }
 

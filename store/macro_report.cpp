@@ -64,7 +64,7 @@ void AddLeft(std::string& text, const std::vector<LeftMacro>& left, std::size_t 
                 names.push_back(macro.name);
             }
         }
-        AddLine(text, reason.text, names, most);
+        AddLine(text, std::string("\u2022 ").append(reason.text), names, most);
     }
 }
 
@@ -106,13 +106,13 @@ std::string SaveText(const MacroSave& save, std::string_view file, std::size_t m
     if (!save.unchanged.empty()) {
         text.append("\nIn the file already: ").append(CountedSpells(save.unchanged)).append(".");
     }
+    AddLine(text, "No longer on a mouse button, the wheel or another key", save.moved, mostNames);
+    AddLine(text, "On the key of another macro too, so that only one of both works", save.shared,
+            mostNames);
     if (!save.left.empty()) {
         text += "\nThese were not saved:";
         AddLeft(text, save.left, mostNames);
     }
-    AddLine(text, "No longer on a mouse button, the wheel or another key", save.moved, mostNames);
-    AddLine(text, "On the key of another macro too, so that only one of both works", save.shared,
-            mostNames);
     return text;
 }
 

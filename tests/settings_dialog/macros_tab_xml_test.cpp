@@ -62,10 +62,10 @@ TEST_F(MacrosTabXmlTest, Load_TakesKeysAndSaysSoInABox) {
     EXPECT_EQ(MacroOf(m_state, -1), (Macro{.ctrl = true, .key = "{F8}"}));
     EXPECT_EQ(Text("TextMacro", 9), "{F8}") << "the page is shown again";
     EXPECT_EQ(m_state.MacroKey(1), "1");
-    EXPECT_THAT(boxes,
-                ElementsAre(Box{.text = "The keys of 1 spell and Meditation were loaded from "
-                                        "macros.xml. These macros were left:\nNo key: Clumsy.",
-                                .icon = BoxIcon::kInformation}));
+    EXPECT_THAT(boxes, ElementsAre(Box{
+                           .text = "The keys of 1 spell and Meditation were loaded from "
+                                   "macros.xml. These macros were left:\n\u2022 No key: Clumsy.",
+                           .icon = BoxIcon::kInformation}));
     EXPECT_THAT(HintTexts(), IsEmpty());
     Form().close();
     EXPECT_EQ(Saved("Settings", "Macro 30"), "A-S6");
@@ -132,7 +132,7 @@ TEST_F(MacrosTabXmlTest, ClassicText_ItsSummaryIsAHintBesideTheDialog) {
     EXPECT_EQ(m_state.MacroKey(51), "{F6}");
     EXPECT_THAT(HintTexts(),
                 ElementsAre("The keys of 2 spells were loaded from macros.txt. These macros were "
-                            "left:\nNo spell has this name: heal."));
+                            "left:\n\u2022 No spell has this name: heal."));
     const Hint* hint = Form().findChild<Hint*>();
     EXPECT_EQ(hint->objectName(), "Hint");
     EXPECT_EQ(hint->parentWidget(), &Form());
@@ -162,6 +162,9 @@ TEST_F(MacrosTabXmlTest, TheDialogs_StartInTheCharactersFolderWhereItIsKnown) {
     EXPECT_EQ(m_dialogs.opens[0].folder, "/game/Data/Profiles/me/Atlantic/Mira");
     EXPECT_EQ(m_dialogs.saves[0].folder, "/game/Data/Profiles/me/Atlantic/Mira");
     EXPECT_EQ(m_dialogs.opens[1].folder, "/drives/C/Game/Desktop");
+    EXPECT_TRUE(m_dialogs.opens[0].startsWithOther);
+    EXPECT_TRUE(m_dialogs.saves[0].startsWithOther);
+    EXPECT_FALSE(m_dialogs.opens[1].startsWithOther);
 }
 
 TEST_F(MacrosTabXmlTest, ACancelBeforeAnyFile_SaysNothing) {

@@ -127,6 +127,12 @@ TEST_F(ClientMacrosTest, Load_WhatIsLeft_KeepsItsKeyAndIsTold) {
     }
 }
 
+TEST_F(ClientMacrosTest, Load_AMacroThatDoesMore_IsToldOnlyOfASpellWithoutItsOwn) {
+    const MacroLoad load =
+        Load(File().Add({{"key", "54"}}, {kCast1, "1/0"}).Key("9", kCast1).End());
+    EXPECT_THAT(load.left, ElementsAre(LeftMacro{LeftReason::kOtherKey, "Spell 0 (Tab)"}));
+}
+
 TEST_F(ClientMacrosTest, Load_OtherMacros_AreNotTold) {
     const MacroLoad load = Load(File()
                                     .Key("54", "1/0")

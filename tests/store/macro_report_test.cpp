@@ -31,12 +31,12 @@ TEST(MacroReport, LoadText_CountsAndReasons) {
     EXPECT_EQ(LoadText(load, "macros.xml", kFewNames),
               "The keys of 2 spells and Meditation were loaded from macros.xml. These macros were "
               "left:\n"
-              "No spell has this name: heal.\n"
-              "No key: Cure, Harm.\n"
-              "A mouse button or the wheel: Heal.\n"
-              "A key that Spellwick cannot press: Mark (Tab).\n"
-              "A second macro for the spell, of which the first counts: Fireball.\n"
-              "A macro that does more than cast: Recall.\n"
+              "\u2022 No spell has this name: heal.\n"
+              "\u2022 No key: Cure, Harm.\n"
+              "\u2022 A mouse button or the wheel: Heal.\n"
+              "\u2022 A key that Spellwick cannot press: Mark (Tab).\n"
+              "\u2022 A second macro for the spell, of which the first counts: Fireball.\n"
+              "\u2022 A macro that does more than cast: Recall.\n"
               "The load ended at a spell that has no macro here.");
 }
 
@@ -69,10 +69,10 @@ TEST(MacroReport, SaveText_CountsAndReasons) {
     EXPECT_EQ(SaveText(save, "macros.xml", 4),
               "The keys of 2 spells and Meditation were saved to macros.xml: 2 changed, 1 new.\n"
               "In the file already: 1 spell.\n"
-              "These were not saved:\n"
-              "No key: Exorcism.\n"
               "No longer on a mouse button, the wheel or another key: Heal.\n"
-              "On the key of another macro too, so that only one of both works: Mark, Recall.");
+              "On the key of another macro too, so that only one of both works: Mark, Recall.\n"
+              "These were not saved:\n"
+              "\u2022 No key: Exorcism.");
 }
 
 }  // namespace
