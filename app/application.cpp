@@ -14,8 +14,6 @@ namespace spellwick {
 
 namespace {
 
-constexpr std::chrono::milliseconds kAfterFirstPaint{150};
-
 // For a display that takes no keys; the user is told at the start.
 class NoKeySender : public KeySender {
   public:
@@ -56,6 +54,8 @@ Application::Application(System system)
               [this] { ShowSettings(); });
     events.On(m_main.get(), &FormMain::InfoWanted, "pressing a spell",
               [this](i32 row) { ShowInfo(row); });
+    events.On(m_main.get(), &FormMain::SettingsNear, "making the settings dialog",
+              [this] { MakeSettings(); });
     ConnectAssist();
     m_runEnd.SetSaving([this] { return m_companion.SaveAfterFailure(); });
     m_runEnd.SetCleanUp([this] {
@@ -170,15 +170,13 @@ void Application::ShowInfo(i32 row) {
     m_info->DisplayInfo(row);
 }
 
-// Costly to build; deferred until after the first paint, before anybody can ask for it.
+// The dialog itself is as costly to build as the main window, and many runs never need it.
 void Application::LoadSettings() {
-    QTimer::singleShot(kAfterFirstPaint, m_main.get(), [this] {
-        Guard(m_runEnd, "making the settings dialog", [&] { MakeSettings(); });
-    });
+    m_settingsAtStart = TakeInSettings(m_state, *m_system.store);
 }
 
 void Application::MakeSettings() {
-    if (m_settings != nullptr) {
+    if (m_settings != nullptr || !m_settingsAtStart) {
         return;
     }
     m_settings =
@@ -191,7 +189,8 @@ void Application::MakeSettings() {
                                                         .failures = m_runEnd,
                                                         .companion = m_companion,
                                                         .game = m_game,
-                                                        .pictures = m_main->PictureStrips()},
+                                                        .pictures = m_main->PictureStrips(),
+                                                        .atStart = *m_settingsAtStart},
                                        m_main.get());
     // Loading can call back here, so the member is set before it.
     m_settings->Form_Load();
@@ -199,12 +198,17 @@ void Application::MakeSettings() {
 
 void Application::ShowSettings() {
     MakeSettings();
-    m_settings->exec();
+    if (m_settings != nullptr) {
+        m_settings->exec();
+    }
 }
 
 StoreResult Application::UnloadSettings() {
-    if (m_settings == nullptr) {
+    if (!m_settingsAtStart) {
         return {};
+    }
+    if (m_settings == nullptr) {
+        return m_companion.SaveMacros(m_settingsAtStart->place);
     }
     // A signal may have ended the program with the dialog open and nobody there to answer a box.
     m_boxes.SetSilent(true);

@@ -67,8 +67,9 @@ class Application : private Forms {
     Companion m_companion;
     TimersHost m_timers;
     std::unique_ptr<FormMain> m_main;
-    Hints* m_hints = nullptr;  // the main window owns them
-    std::unique_ptr<FormSettings> m_settings;
+    Hints* m_hints = nullptr;                          // the main window owns them
+    std::optional<SettingsAtStart> m_settingsAtStart;  // nothing before it is loaded
+    std::unique_ptr<FormSettings> m_settings;          // null until it is wanted
     std::unique_ptr<FormInfo> m_info;
     UnexpectedExit m_lostDisplay{[this] { m_companion.SaveWithoutDisplay(); }};
 };

@@ -68,17 +68,19 @@ class Dialog {
     }
 
     void Make() {
-        m_form = std::make_unique<FormSettings>(SettingsServices{.state = m_state,
-                                                                 .store = m_store,
-                                                                 .desktop = m_desktop,
-                                                                 .boxes = m_boxes,
-                                                                 .dialogs = m_dialogs,
-                                                                 .installation = m_installation,
-                                                                 .failures = m_failures,
-                                                                 .companion = m_companion,
-                                                                 .game = m_game,
-                                                                 .pictures = m_pictures},
-                                                nullptr);
+        m_form = std::make_unique<FormSettings>(
+            SettingsServices{.state = m_state,
+                             .store = m_store,
+                             .desktop = m_desktop,
+                             .boxes = m_boxes,
+                             .dialogs = m_dialogs,
+                             .installation = m_installation,
+                             .failures = m_failures,
+                             .companion = m_companion,
+                             .game = m_game,
+                             .pictures = m_pictures,
+                             .atStart = TakeInSettings(m_state, m_store)},
+            nullptr);
         m_form->Form_Load();
     }
 

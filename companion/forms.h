@@ -18,7 +18,8 @@ class Forms {
 
     // Gives the main window its saved place, and its handle.
     virtual WindowHandle MakeMainWindow() = 0;
-    // Makes the settings dialog without showing it.
+    // All is loaded: takes in what the settings dialog reads once, at the start. It may be made
+    // from now on.
     virtual void LoadSettings() = 0;
 
     // Moves the focus to the first page button. The edit that loses it reports that before this
@@ -41,7 +42,7 @@ class Forms {
     // Where the window of the countdowns stands; makes it if need be.
     virtual WindowPlaces::Place TimerPlace() = 0;
     virtual void HideMainWindow() = 0;
-    // Ends the settings dialog, if there is one: saves its place and the macro codes.
+    // Ends the settings dialog, made or not: saves its place and the macro codes.
     virtual StoreResult UnloadSettings() = 0;
 
     // Ends the process at once; in a test it returns.

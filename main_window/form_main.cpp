@@ -99,6 +99,14 @@ void FormMain::ConnectCommands() {
                     kCommands[static_cast<std::size_t>(index)].action,
                     [this, index] { ClickCommand(index); });
     }
+    Command(kSettings).installEventFilter(this);
+}
+
+bool FormMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &Command(kSettings) && event->type() == QEvent::Enter) {
+        m_events.Run("making the settings dialog", [&] { emit SettingsNear(); });
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void FormMain::MakeTimers() {

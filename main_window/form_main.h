@@ -56,9 +56,12 @@ class FormMain : public QWidget {
   signals:
     // Asks for the settings dialog; whoever shows it returns when it has closed.
     void SettingsWanted();
+    // The mouse is over the button that asks for it: there is time to make it.
+    void SettingsNear();
     void InfoWanted(spellwick::i32 row);
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;

@@ -7,9 +7,6 @@
 #include <QVBoxLayout>
 
 #include "model/updating_scope.h"
-#include "store/catalogue.h"
-#include "store/section_name.h"
-#include "store/text_forms.h"
 #include "store/twips.h"
 #include "widgets/form_font.h"
 #include "widgets/on_screen.h"
@@ -164,7 +161,7 @@ void FormSettings::MakeShortcuts() {
 }
 
 void FormSettings::Form_Load() {
-    ReadPlace();
+    m_place = m_services.atStart.place;
     {
         const UpdatingScope updating(m_state);
         CheckTab[0]->setChecked(true);
@@ -180,20 +177,6 @@ void FormSettings::Form_Load() {
     FitSize();
     // Sets the place of the frame, since there is no native window yet.
     move(OnScreens({PixelsOf(m_place.left), PixelsOf(m_place.top)}, *this));
-}
-
-void FormSettings::ReadPlace() {
-    const auto read = [this](float& place, std::string_view key) {
-        IgnoreFailure([&] {
-            if (const auto text = m_services.store.Read(kGlobalSection, key)) {
-                const float saved = ReadFloat(*text);
-                static_cast<void>(PixelsOf(saved));  // fails beyond the numbers of a window
-                place = saved;
-            }
-        });
-    };
-    read(m_place.top, kSettingsTopKey);
-    read(m_place.left, kSettingsLeftKey);
 }
 
 void FormSettings::FitSize() {

@@ -1,5 +1,5 @@
-// The settings dialog: nine buttons and their panels, one class for each panel. Built once, hidden,
-// and shown modally; every change takes effect at once.
+// The settings dialog: nine buttons and their panels, one class for each panel. Built once, when
+// it is first wanted, and shown modally; every change takes effect at once.
 #pragma once
 
 #include <QDialog>
@@ -34,8 +34,7 @@ class FormSettings : public QDialog {
     // `services` is copied; what it refers to outlives the dialog.
     FormSettings(const SettingsServices& services, QWidget* parent);
 
-    // Sets the place, fills the lists and the tabs; once per run. This is part of the program's
-    // start, so a step that fails is skipped.
+    // Sets the place, fills the lists and the tabs; once per run. A step that fails is skipped.
     void Form_Load();
 
     // Due each time the dialog becomes active: its top-most state, the player, all tabs.
@@ -101,7 +100,6 @@ class FormSettings : public QDialog {
     bool LeaveEntryFor(QWidget& next);
     // Saves and hides, unless an entry is refused.
     void Close();
-    void ReadPlace();
     void KeepPlace();
     void FitSize();
     std::array<SettingsTab*, 5> TabsOfRefresh() const;

@@ -6,7 +6,6 @@
 
 #include "model/updating_scope.h"
 #include "store/catalogue.h"
-#include "store/section_name.h"
 #include "store/text_forms.h"
 #include "text/number_forms.h"
 #include "widgets/ground.h"
@@ -142,8 +141,8 @@ void GeneralTab::Load() {
         optSpellTimer[static_cast<std::size_t>(mode)]->setChecked(true);
     }
     // ODDITY(player-list): a new character is missing from the list of window names until the
-    // program is started again; kept because the list is read once, when the dialog is built.
-    for (const std::string& player : PlayerNames(m_services.store)) {
+    // program is started again; kept because the list is read once, at the start.
+    for (const std::string& player : m_services.atStart.players) {
         ComboUOwindow->addItem(ToQString(player));
     }
     if (ShowText(*TextMana, PlainText(i32{m_state.MeditateLevel}))) {

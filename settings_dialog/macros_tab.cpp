@@ -4,10 +4,7 @@
 #include <QHBoxLayout>
 
 #include "model/macro_keys.h"
-#include "store/catalogue.h"
-#include "store/macro_code.h"
 #include "store/macro_folder.h"
-#include "store/section_name.h"
 #include "text/number_forms.h"
 #include "text/utf8.h"
 
@@ -161,12 +158,6 @@ i32 MacrosTab::MacroOf(int line) const {
 }
 
 void MacrosTab::Load() {
-    const SectionValues saved = m_services.store.ReadSection(kGlobalSection);
-    for (i32 number = 1; number <= kLastMacro; ++number) {
-        const auto code = saved.find(MacroCodeKey(number));
-        SetMacro(m_state, number,
-                 MacroOfDialog(number, code != saved.end() ? code->second : kUnsavedMacro));
-    }
     ComboMacro->addItems(MacroPages());
     ComboMacro->setCurrentIndex(0);
     RefreshMacroPage();

@@ -10,6 +10,7 @@
 #include "platform/installation.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
+#include "settings_dialog/settings_at_start.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {
@@ -26,6 +27,7 @@ struct SettingsServices {
     DialogActions& companion;
     GameChoice& game;
     Pictures& pictures;
+    SettingsAtStart atStart;
 };
 
 }  // namespace spellwick

@@ -39,11 +39,6 @@ void SkillsTab::Load() {
         ShowText(*MinimumInt[at], PlainText(i32{first.Mana}));
         ShowText(*MinimumSkill[at], PlainText(i32{first.MinimumSkill}));
         ShowText(*MaximumSkill[at], PlainText(i32{first.MaximumSkill}));
-        // ODDITY(equal-circles): at each start the whole circle takes the intelligence and skills
-        // of its first spell; kept because all spells of a circle are equally hard.
-        TakeMinimumInt(line);
-        TakeMinimumSkill(line);
-        ChangeMaximumSkill(line);
     }
     m_services.companion.UpdateChances();
     UpdateChance();

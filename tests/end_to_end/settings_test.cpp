@@ -141,6 +141,18 @@ TEST_F(SettingsInTheProgram, EndSignal_WithTheDialogOpen_SavesItsPlaceAndAllMacr
     EXPECT_EQ(Stored(kGlobal, "SettingsTop"), "0");
 }
 
+TEST_F(SettingsInTheProgram, End_WithTheDialogNeverOpened_SavesItsPlaceAndAllMacros) {
+    PrepareMage(kMira, 10);
+    Prepare(kGlobal, {{"Macro 3", "A--Z"}, {"SettingsTop", "1800"}});
+    StartBoth();
+    ASSERT_EQ(CloseSpellwick(), 0);
+    EXPECT_EQ(Stored(kGlobal, "Macro 3"), "A--Z");
+    EXPECT_EQ(Stored(kGlobal, "Macro 1"), "A--1");
+    EXPECT_EQ(Stored(kGlobal, "Macro 96"), "---AA");
+    EXPECT_EQ(Stored(kGlobal, "SettingsTop"), "1800");
+    EXPECT_EQ(Stored(kGlobal, "SettingsLeft"), "0");
+}
+
 TEST_F(SettingsInTheProgram, DialogIsModal_TheMainWindowTakesNoClick) {
     PrepareMage(kMira, 10);
     StartBoth();

@@ -1,5 +1,6 @@
 // The row of Command buttons: help, settings, count.
 #include <QPushButton>
+#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -67,6 +68,17 @@ TEST_F(CommandsTest, Settings_ShowsTheDialogUnderAnHourglassAndRefreshesThePage)
     EXPECT_EQ(Form().cursor().shape(), Qt::ArrowCursor);
     EXPECT_THAT(TakeLog(), ElementsAre("show settings", "update chance"));
     EXPECT_EQ(Named("SpellIcon", 0).accessibleName(), QStringLiteral("Renamed"));
+}
+
+TEST_F(CommandsTest, Settings_AreToldOfTheMouseBeforeTheClick) {
+    StartWithMira();
+    const QSignalSpy near(&Form(), &FormMain::SettingsNear);
+    QEnterEvent entered(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+    QCoreApplication::sendEvent(&Command(3), &entered);
+    EXPECT_EQ(near.size(), 0);
+    QCoreApplication::sendEvent(&Command(2), &entered);
+    EXPECT_EQ(near.size(), 1);
+    EXPECT_THAT(TakeLog(), testing::IsEmpty());
 }
 
 TEST_F(CommandsTest, Count_WithTheTool_AsksItAndBringsTheClientForward) {

@@ -19,18 +19,19 @@ class ReportedSkillsTest : public MainWindowFixture {
     // Makes the dialog without showing it.
     void Load() {
         StartWithMira();
-        m_settings =
-            std::make_unique<FormSettings>(SettingsServices{.state = m_state,
-                                                            .store = m_store,
-                                                            .desktop = m_desktop,
-                                                            .boxes = m_boxes,
-                                                            .dialogs = m_dialogs,
-                                                            .installation = m_installation,
-                                                            .failures = *this,
-                                                            .companion = Program(),
-                                                            .game = m_game,
-                                                            .pictures = m_form->PictureStrips()},
-                                           nullptr);
+        m_settings = std::make_unique<FormSettings>(
+            SettingsServices{.state = m_state,
+                             .store = m_store,
+                             .desktop = m_desktop,
+                             .boxes = m_boxes,
+                             .dialogs = m_dialogs,
+                             .installation = m_installation,
+                             .failures = *this,
+                             .companion = Program(),
+                             .game = m_game,
+                             .pictures = m_form->PictureStrips(),
+                             .atStart = TakeInSettings(m_state, m_store)},
+            nullptr);
         m_settings->Form_Load();
         TakeLog();
     }

@@ -95,7 +95,8 @@ SettingsServices SettingsFixture::Services() {
             .failures = *this,
             .companion = m_companion,
             .game = m_game,
-            .pictures = m_pictures};
+            .pictures = m_pictures,
+            .atStart = TakeInSettings(m_state, m_store)};
 }
 
 FormSettings& SettingsFixture::Load() {

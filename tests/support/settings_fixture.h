@@ -78,6 +78,7 @@ class SettingsFixture : public testing::Test, public FailureSink {
 
     void OnUncaughtFailure(const std::exception& failure, std::string_view action) override;
 
+    // Takes the settings in, as the start does.
     SettingsServices Services();
 
     // Reads the spell table and the store, makes the dialog and loads it, as the start does.
