@@ -1,6 +1,7 @@
 // The whole bridge, with assist tools in a Wine prefix on one side and a plain client of their
 // sockets on the other.
 #include <csignal>
+#include <tuple>
 
 #include <gmock/gmock.h>
 
@@ -41,6 +42,9 @@ class WineBridge : public testing::Test {
             GTEST_SKIP() << missing;
         }
         ASSERT_TRUE(session);
+        // A folder of its own: a bridge rests for a while after another has ended in the same.
+        m_runtime = session->Folder() / ("run" + std::to_string(++count));
+        std::filesystem::create_directory(m_runtime);
     }
 
     void TearDown() override {
@@ -51,17 +55,21 @@ class WineBridge : public testing::Test {
         m_tools.clear();
     }
 
-    static std::filesystem::path Folder() { return session->RuntimeDir() / "spellwick" / "assist"; }
-    static Environment Variables() { return session->Variables(); }
+    std::filesystem::path Folder() const { return m_runtime / "spellwick" / "assist"; }
+    Environment Variables() const {
+        Environment variables = session->Variables();
+        variables["XDG_RUNTIME_DIR"] = m_runtime.string();
+        return variables;
+    }
 
     void StartTool(const WineToolForm& form = kUoAssist) {
-        m_tools.push_back(prefix->StartTool(session->Variables(), form));
+        m_tools.push_back(prefix->StartTool(Variables(), form));
         ASSERT_TRUE(m_tools.back());
         // Wait for its Wine to run, so that the first search of the bridge finds it.
         std::this_thread::sleep_for(100ms);
     }
     void StartBridge() {
-        m_bridge = prefix->StartBridge(session->Variables());
+        m_bridge = prefix->StartBridge(Variables());
         ASSERT_TRUE(m_bridge);
     }
 
@@ -83,12 +91,15 @@ class WineBridge : public testing::Test {
 
     static std::unique_ptr<XSession> session;
     static std::unique_ptr<WinePrefixFolder> prefix;
+    static int count;  // of the tests so far
+    std::filesystem::path m_runtime;
     std::vector<std::unique_ptr<ChildProcess>> m_tools;
     std::unique_ptr<ChildProcess> m_bridge;
 };
 
 std::unique_ptr<XSession> WineBridge::session;
 std::unique_ptr<WinePrefixFolder> WineBridge::prefix;
+int WineBridge::count = 0;
 
 TEST_F(WineBridge, MessagesGoBothWaysWithTheirResultsInTheirOrder) {
     auto client = StartAll();
@@ -153,20 +164,21 @@ TEST_F(WineBridge, EveryFormOfToday_IsOfferedUnderItsTitle) {
 TEST_F(WineBridge, TenThousandReports_ComeWholeAndInOrder) {
     auto client = StartAll();
     ASSERT_TRUE(client);
-    constexpr i32 kReports = 10000;
-    for (const std::uint32_t way : {kSteer + 3, kSteer + 4}) {
-        SCOPED_TRACE(way == kSteer + 3 ? "posted" : "sent");
+    constexpr auto kPatience = 60s;
+    for (const auto& [name, way, reports] :
+         {std::tuple{"posted", kSteer + 3, 10000}, std::tuple{"sent", kSteer + 4, 2000}}) {
+        SCOPED_TRACE(name);
         const auto start = steady_clock::now();
-        EXPECT_EQ(client->Ask(way, kReports), 1);
-        ASSERT_TRUE(client->WaitReports(kReports)) << client->Reports().size();
-        const auto took = steady_clock::now() - start;
-        RecordProperty(
-            way == kSteer + 3 ? "posted_ms" : "sent_ms",
-            std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(took).count()));
-        for (i32 i = 0; i < kReports; ++i) {
+        EXPECT_EQ(client->Ask(way, reports, 0, kPatience), 1);
+        ASSERT_TRUE(client->WaitReports(static_cast<std::size_t>(reports), kPatience))
+            << client->Reports().size();
+        const std::chrono::duration<double, std::milli> took = steady_clock::now() - start;
+        RecordProperty(name + std::string("_ms"), std::to_string(took.count()));
+        for (i32 i = 0; i < reports; ++i) {
             ASSERT_EQ(client->Reports()[static_cast<std::size_t>(i)],
                       (WindowMessage{0x52d, 1, i + 1}));
         }
+        EXPECT_EQ(client->Reports().size(), static_cast<std::size_t>(reports));
         client->Reports().clear();
     }
 }
@@ -209,7 +221,7 @@ TEST_F(WineBridge, ToolThatDies_IsGoneAndItsSuccessorIsThere) {
     ASSERT_TRUE(client);
     EXPECT_TRUE(client->Send(kSteer + 7));
     EXPECT_TRUE(client->WaitGone(3s));
-    EXPECT_TRUE(WaitUntil([] { return SocketClient::CountSockets(Folder()) == 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return SocketClient::CountSockets(Folder()) == 0; }));
     StartTool();
     auto next = Find();
     ASSERT_TRUE(next);
@@ -266,7 +278,7 @@ TEST_F(WineBridge, PrefixThatIsShutDown_IsServedAgainWhenItIsBack) {
     EXPECT_TRUE(client->Send(kSteer + 3, 10000));
     prefix->ShutDown();
     EXPECT_TRUE(client->WaitGone());
-    EXPECT_TRUE(WaitUntil([] { return SocketClient::CountSockets(Folder()) == 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return SocketClient::CountSockets(Folder()) == 0; }));
     ASSERT_TRUE(m_bridge->Runs()) << m_bridge->Output();
     StartTool();
     auto next = Find();
@@ -316,7 +328,7 @@ TEST_F(WineBridge, BridgeThatIsKilled_LeavesNothingThatTheNextCannotUse) {
 TEST_F(WineBridge, SecondBridge_WaitsForTheEndOfTheFirst) {
     auto client = StartAll();
     ASSERT_TRUE(client);
-    auto second = prefix->StartBridge(session->Variables());
+    auto second = prefix->StartBridge(Variables());
     EXPECT_TRUE(WaitUntil(
         [&] { return second->Output().find("another bridge runs") != std::string::npos; }));
     EXPECT_EQ(SocketClient::CountSockets(Folder()), 1U);
@@ -333,7 +345,7 @@ TEST_F(WineBridge, Once_SaysWhatIsThereAndOffersNothing) {
     RunResult told;
     EXPECT_TRUE(WaitUntil([&] {
         told = RunToEnd({program, "--once", "--verbose", "--prefix", prefix->Path().string()},
-                        session->Variables());
+                        Variables());
         return told.exitCode != 0 || told.output.find("UOAssist") != std::string::npos;
     }));
     EXPECT_EQ(told.exitCode, 0);
@@ -342,7 +354,7 @@ TEST_F(WineBridge, Once_SaysWhatIsThereAndOffersNothing) {
     m_tools.clear();
     prefix->ShutDown();
     told = RunToEnd({program, "--once", "--verbose", "--prefix", prefix->Path().string()},
-                    session->Variables());
+                    Variables());
     EXPECT_EQ(told.exitCode, 0);
     EXPECT_EQ(told.output, "no Wine is running\n");
 }
