@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -50,8 +51,10 @@ Shown ShownEntry(const JournalEntry& entry, const QString& speaker) {
 
 }  // namespace
 
-GameWindow::GameWindow(std::function<void(const JournalEntry&)> record)
+GameWindow::GameWindow(std::function<void(const JournalEntry&)> record, Play play)
     : m_record(std::move(record)),
+      m_client(play.client),
+      m_speech(std::move(play.keys)),
       m_scene(new Scene(this)),
       m_journal(new QListWidget(this)),
       m_line(new QLabel(this)),
@@ -100,6 +103,12 @@ GameWindow::GameWindow(std::function<void(const JournalEntry&)> record)
     whole->addLayout(bar);
     resize(520, 480);
     EnterAs(0);
+    if (ShowsStatistics(m_client)) {
+        constexpr int kBetweenChanges = 500;
+        auto* statistics = new QTimer(this);
+        connect(statistics, &QTimer::timeout, this, [this] { ChangeStatistics(); });
+        statistics->start(kBetweenChanges);
+    }
 }
 
 void GameWindow::Obey(const GameCommand& command) {
@@ -141,19 +150,29 @@ void GameWindow::EnterAs(int character) {
     for (std::size_t index = 0; index < m_characters.size(); ++index) {
         m_characters.at(index)->setChecked(static_cast<int>(index) + 1 == character);
     }
+    m_character = character;
     m_logout->setEnabled(character != 0);
     m_speech.Clear();
     if (character == 0) {
         m_speaker = tr("You");
         m_scene->ShowCharacter({}, {});
-        SetTitle(FromUtf8(kLoginTitle));
+        SetTitle(QString::fromStdString(LoginTitleOf(m_client)));
     } else {
         const Character& chosen = kRoster.at(static_cast<std::size_t>(character) - 1);
         m_speaker = FromUtf8(chosen.name);
         m_scene->ShowCharacter(m_speaker, FromUtf8(chosen.server));
-        SetTitle(QString::fromStdString(TitleOf(chosen)));
+        SetTitle(QString::fromStdString(TitleOf(m_client, chosen, m_hits)));
     }
     ShowSpeech();
+}
+
+void GameWindow::ChangeStatistics() {
+    constexpr int kLeast = 80;
+    if (m_character != 0) {
+        m_hits = m_hits > kLeast ? m_hits - 1 : 100;
+        const Character& character = kRoster.at(static_cast<std::size_t>(m_character) - 1);
+        setWindowTitle(QString::fromStdString(TitleOf(m_client, character, m_hits)));
+    }
 }
 
 void GameWindow::SetTitle(const QString& title) {

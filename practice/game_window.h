@@ -15,12 +15,18 @@
 
 namespace spellwick::practice {
 
+// The client that is played.
+struct Play {
+    Client client = Client::kClassic;
+    KeyRules keys{};
+};
+
 class GameWindow : public QWidget {
     Q_OBJECT
 
   public:
     // Every entry goes to `record` as well as to the journal on the window.
-    explicit GameWindow(std::function<void(const JournalEntry&)> record);
+    explicit GameWindow(std::function<void(const JournalEntry&)> record, Play play = {});
 
     // Handles every command but kQuit, which is left to the caller.
     void Obey(const GameCommand& command);
@@ -35,11 +41,16 @@ class GameWindow : public QWidget {
     // `character` counts from 1; 0 is the login screen.
     void EnterAs(int character);
     void SetTitle(const QString& title);
+    // A hit point more or less, in the title alone.
+    void ChangeStatistics();
     void Add(const JournalEntry& entry);
     void ShowSpeech();
 
     std::function<void(const JournalEntry&)> m_record;
+    Client m_client;
     SpeechLine m_speech;
+    int m_character = 0;
+    int m_hits = 100;
     QString m_speaker;
     Scene* m_scene;
     QListWidget* m_journal;

@@ -94,4 +94,9 @@ std::string_view SpellOfChord(Modifiers modifiers, std::string_view key) {
     return {};
 }
 
+std::string_view MagerySpell(int number) {
+    const auto index = static_cast<std::size_t>(number - 1);
+    return kMacroRows.at(index / kKeysPerRow).spells.at(index % kKeysPerRow);
+}
+
 }  // namespace spellwick::practice

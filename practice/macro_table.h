@@ -22,4 +22,7 @@ std::string ChordName(Modifiers modifiers, std::string_view key);
 // letters in upper case.
 std::string_view SpellOfChord(Modifiers modifiers, std::string_view key);
 
+// A spell of Magery by its number, 1 to 64.
+std::string_view MagerySpell(int number);
+
 }  // namespace spellwick::practice

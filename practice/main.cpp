@@ -3,25 +3,34 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QSocketNotifier>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <unistd.h>
 
 #include "practice/commands.h"
 #include "practice/game_window.h"
+#include "practice/macro_file.h"
 #include "practice/roster.h"
 
 namespace {
 
+using spellwick::practice::Client;
 using spellwick::practice::GameCommand;
 using spellwick::practice::GameWindow;
 using spellwick::practice::JournalEntry;
+using spellwick::practice::MacroKey;
+using spellwick::practice::Modifiers;
+using spellwick::practice::Play;
 
 void WriteLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stdout);
@@ -51,14 +60,43 @@ bool ReadCommands(std::string& pending, GameWindow& window) {
     return true;
 }
 
+// The client that the options name, before the toolkit reads them: it makes the window class from
+// names that it wants at once. The classic one for an unknown name, which is refused later.
+Client NamedClient(const std::vector<std::string_view>& arguments) {
+    constexpr std::string_view kOption = "--client";
+    Client client = Client::kClassic;
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        const std::string_view word = arguments[index];
+        std::string_view value;
+        if (word == kOption && index + 1 < arguments.size()) {
+            value = arguments[index + 1];
+        } else if (word.starts_with("--client=")) {
+            value = word.substr(kOption.size() + 1);
+        }
+        client = spellwick::practice::ClientOfName(value).value_or(client);
+    }
+    return client;
+}
+
+// The keys of a macros.xml. None if it cannot be read.
+std::optional<std::vector<MacroKey>> ReadMacros(const QString& name) {
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? spellwick::practice::ReadMacroFile(file) : std::nullopt;
+}
+
+int Refuse(const char* reason) {
+    std::fprintf(stderr, "spellwick-practice-game: %s\n", reason);
+    return 2;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    const Client client = NamedClient({argv, argv + argc});
     // Qt makes the window class, which must be the game's, from these two names unchanged.
-    QCoreApplication::setApplicationName(
-        QString::fromLatin1(spellwick::practice::kWindowClass.data()));
+    std::string name(spellwick::practice::WindowClassOf(client));
+    QCoreApplication::setApplicationName(QString::fromStdString(name));
     std::string nameOption = "-name";
-    std::string name(spellwick::practice::kWindowClass);
     std::vector<char*> arguments{argv[0], nameOption.data(), name.data()};
     for (int index = 1; index < argc; ++index) {
         arguments.push_back(argv[index]);
@@ -73,6 +111,20 @@ int main(int argc, char* argv[]) {
                                            QObject::tr("Also append the journal to <file>."),
                                            QStringLiteral("file"));
     parser.addOption(journalOption);
+    const QCommandLineOption clientOption(
+        QStringLiteral("client"),
+        QObject::tr("Plays <client>: classic, orion, crossuo, classicuo or tazuo."),
+        QStringLiteral("client"), QStringLiteral("classic"));
+    parser.addOption(clientOption);
+    const QCommandLineOption macrosOption(
+        QStringLiteral("macros"),
+        QObject::tr("Reads the macro keys of classicuo or tazuo from <file>, a macros.xml."),
+        QStringLiteral("file"));
+    parser.addOption(macrosOption);
+    const QCommandLineOption chatOption(
+        QStringLiteral("enter-opens-chat"),
+        QObject::tr("Enter opens the chat line, as classicuo and tazuo can be set to."));
+    parser.addOption(chatOption);
     parser.addHelpOption();
     parser.process(application);
 
@@ -85,13 +137,35 @@ int main(int argc, char* argv[]) {
         }
     }
 
-    GameWindow window([&journal](const JournalEntry& entry) {
-        const std::string line = WrittenEntry(entry);
-        WriteLine(line);
-        if (journal.is_open()) {
-            journal << line << '\n' << std::flush;
+    if (!spellwick::practice::ClientOfName(parser.value(clientOption).toStdString())) {
+        return Refuse("unknown client");
+    }
+    Play play{.client = client};
+    play.keys.emptyEnter = spellwick::practice::EmptyEnterOf(client, parser.isSet(chatOption));
+    if (parser.isSet(macrosOption)) {
+        const auto macros = ReadMacros(parser.value(macrosOption));
+        if (!spellwick::practice::HasMacroFile(client) || !macros) {
+            return Refuse(macros ? "this client has no macros.xml" : "cannot read the macros");
         }
-    });
+        play.keys.spellOf = [keys = *macros](Modifiers modifiers, const std::string& key) {
+            for (const MacroKey& macro : keys) {
+                if (macro.modifiers == modifiers && macro.key == key) {
+                    return macro.spell;
+                }
+            }
+            return std::string();
+        };
+    }
+
+    GameWindow window(
+        [&journal](const JournalEntry& entry) {
+            const std::string line = WrittenEntry(entry);
+            WriteLine(line);
+            if (journal.is_open()) {
+                journal << line << '\n' << std::flush;
+            }
+        },
+        std::move(play));
     window.show();
     WriteLine("window " + std::to_string(window.winId()));
 

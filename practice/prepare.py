@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the settings that the practice starts with, unless there are some: Mira Talon is a skilled
-mage with full bags, Bran Oakley a beginner, and Ysolde is unknown. Below 40 mana Spellwick presses
-F12, the key of the Meditation skill.
+mage with full bags, Bran Oakley a beginner, in ClassicUO a mage as well, and Ysolde is unknown. Below
+40 mana Spellwick presses F12, the key of the Meditation skill.
 
 Usage: prepare.py DATA_HOME
 """
@@ -36,6 +36,10 @@ SECTIONS = {
     "Ultima Online - Bran Oakley (Atlantic)": player(
         {"Magery": 38, "EvalInt": 25, "Intelligence": 40},
         {0, 2, 3, 4, 6, 7, 10}, (3, 6, 0, 8, 11, 2, 5, 9, 0, 0, 0, 0, 0), 0),
+    "Ultima Online - Bran Oakley (ClassicUO)": player(
+        {"Magery": 92, "EvalInt": 80, "Intelligence": 90},
+        set(range(0, 64)), (20, 20, 20, 20, 20, 20, 20, 20, 0, 0, 0, 0, 0), 0)
+    | {"SendSpellSuffix": "1"},
 }
 
 

@@ -26,11 +26,24 @@ WIDTH_FROM_FIRST_SPELL = 539
 SPELL_PITCH, SPELL_CENTRE = 44, (22, 40)
 CIRCLE_PITCH, CIRCLE_TOP, FIRST_CIRCLE = 35.2, 92, 2
 COUNTER_LEFTS, COUNTER_ROWS, COUNTER_PITCH, COUNTER_CENTRE = (30, 111, 189), 5, 15, (12, 9)
-UNDO, COUNT = (248, 10), (248, 46)
+UNDO, SETTINGS, COUNT = (248, 10), (248, 28), (248, 46)
+# Steps of the Tab key from the first control of the settings, and of the macros tab.
+MACROS_TAB, LOAD_BUTTON = 2, 38
 MEDITATION = ("key F12", "key Enter")
 
 GAME_PLACE, TOOL_PLACE = "+30+190", "+570+190"
 SCREEN = "1460x720x24"
+
+# What a player of ClassicUO has set in its options.
+MACROS = """<?xml version="1.0" encoding="utf-8" standalone="yes"?>
+<macros>
+	<macro name="Lightning" key="1073741886" mousebutton="0" wheelscroll="False" wheelup="False" alt="True" ctrl="False" shift="False">
+		<actions>
+			<action code="15" subcode="91" submenutype="1" />
+		</actions>
+	</macro>
+</macros>
+"""
 
 # The stock that the tool reports for Mira, less what the session casts after the count.
 STOCK_AT_THE_END = {"MR 0": "148", "SA 0": "86", "SS 0": "73", "BM 0": "80", "CurrentTithing": " 15000"}
@@ -115,13 +128,13 @@ class Session:
 
     # The game
 
-    def start_game(self):
-        self.journal = self.output / "typed.txt"
+    def start_game(self, journal="typed.txt", title="^Ultima Online", options=()):
+        self.journal = self.output / journal
         self.journal.unlink(missing_ok=True)
         self.game = self.start("game", [self.programs / "spellwick-practice-game", "--journal",
-                                        self.journal, "-qwindowgeometry", GAME_PLACE],
+                                        self.journal, "-qwindowgeometry", GAME_PLACE, *options],
                                stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
-        wait_for("the game's window", lambda: self.window("^Ultima Online"))
+        wait_for("the game's window", lambda: self.window(title))
 
     def tell_game(self, command):
         self.game.stdin.write(f"{command}\n".encode())
@@ -244,6 +257,7 @@ class Session:
         self.picture("learned", "now it is, and it is cast")
 
         self.play_with_tool()
+        self.play_classic_uo()
         self.end_spellwick()
 
     def cast(self, slot, key, spell, *after):
@@ -303,6 +317,53 @@ class Session:
         self.wait_told("in send 1224", 2)
         self.wait_quiet()
         self.picture("back", "the tool is back and Spellwick has registered again")
+
+    def play_classic_uo(self):
+        self.tell_tool("close")
+        self.wait_told("closed", 2)
+        self.tell_game("quit")
+        self.game.wait(PATIENCE)
+        macros = self.output / "session" / "macros.xml"
+        macros.write_text(MACROS, encoding="utf-8")
+        self.start_game("typed-classicuo.txt", "^ClassicUO",
+                        ("--client", "classicuo", "--macros", macros))
+        self.tell_game("login 2")
+        self.wait_character("Bran Oakley")
+        self.picture("classicuo", "another client: Bran Oakley's window, and a profile of his own")
+        self.load_macros(macros)
+        before = len(self.typed())
+        lines = ["key Alt+F5", "cast Lightning", "say ... Alakazam ..."]
+        self.click(self.circle(4))
+        self.click(self.spell(5))
+        wait_for(f"the game sees {lines}", lambda: self.typed()[before:] == lines)
+        self.picture("own-macros", "Lightning by the client's own macro, and no Enter behind it")
+
+    def press(self, *keys):
+        self.xdotool("key", "--delay", 30, *keys)
+
+    def wait_front(self, title):
+        wait_for(f"the window {title!r} in front", lambda: self.xdotool(
+            "getactivewindow", "getwindowname").strip() == title)
+        time.sleep(0.5)  # until it is drawn and has the focus
+
+    def load_macros(self, file):
+        """Takes the keys of a file into the macros tab of the settings, by the keyboard."""
+        self.click(SETTINGS)
+        self.wait_front("Spellwick - Settings")
+        self.press(*["Tab"] * MACROS_TAB, "space")
+        self.press(*["Tab"] * LOAD_BUTTON, "space")
+        self.wait_front("Spellwick")
+        self.press("Return")
+        self.wait_front("Load Macro File")
+        self.press("ctrl+a")
+        self.xdotool("type", file)
+        self.press("Return")
+        self.wait_front("Spellwick")
+        self.picture("macros", "the keys of ClassicUO's macros.xml are taken into the settings")
+        self.press("Return")
+        self.wait_front("Spellwick - Settings")
+        self.press("Escape")
+        wait_for("the settings are closed", lambda: not self.window("^Spellwick - Settings"))
 
     def end_spellwick(self):
         self.spellwick.send_signal(signal.SIGTERM)
