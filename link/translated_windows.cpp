@@ -46,7 +46,7 @@ void TranslatedWindows::Keep(const TopLevelWindow& window, const GameClient* cli
 }
 
 std::string TranslatedWindows::WindowTitle(WindowHandle window) {
-    const std::string title = m_windows.WindowTitle(window);
+    std::string title = m_windows.WindowTitle(window);
     if (title.empty() || m_current == nullptr || window != m_found.handle) {
         return title;
     }
