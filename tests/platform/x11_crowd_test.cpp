@@ -20,8 +20,9 @@ class CrowdedServer : public X11ClientWindowsTest {
         std::vector<std::uint32_t> numbers;
         for (std::uint32_t index = 0; index < kWindows; ++index) {
             const xcb_window_t window = xcb_generate_id(x);
+            // The server takes half a minute to map as many windows that can be seen.
             xcb_create_window(x, 0, window, session->Root(), 0, 0, 1, 1, 0,
-                              XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+                              XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
             const std::string name("some.exe\0some.exe", 18);
             xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
                                 XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(name.size()),
