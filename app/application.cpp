@@ -37,6 +37,7 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard, const SharedState& 
 Application::Application(System system)
     : m_system(std::move(system)),
       m_game(m_state, m_clients, {.folder = m_system.folder, .wayland = m_system.wayland}),
+      m_tools(*m_system.assist, m_state, m_payment, {}, [this] { return m_system.clock->Now(); }),
       m_keys(MakeKeySender(m_system.keyboard.get(), m_state)),
       m_companion(Services()),
       m_timers({.timers = m_companion.Timers(),
@@ -72,6 +73,8 @@ CompanionServices Application::Services() {
             .desktop = *m_system.desktop,
             .boxes = m_boxes,
             .assist = m_assist,
+            .payment = m_payment,
+            .link = m_tools.Status(),
             .wait = m_wait,
             .clock = *m_system.clock,
             .failures = m_runEnd,
@@ -91,6 +94,13 @@ std::optional<int> Application::Start() {
         m_boxes.Show({.text = fault +
                               "\n\nUntil the file is put right, Spellwick knows the classic "
                               "client alone.",
+                      .icon = BoxIcon::kExclamation});
+    }
+    LoadedAssistTools tools = LoadAssistTools(m_system.folder);
+    m_tools.SetTools(std::move(tools.rows));
+    if (!tools.fault.empty()) {
+        m_boxes.Show({.text = tools.fault +
+                              "\n\nUntil the file is put right, Spellwick knows UOAssist alone.",
                       .icon = BoxIcon::kExclamation});
     }
     if (m_main->Form_Load() != LoadOutcome::kReady) {

@@ -12,6 +12,7 @@
 #include "companion/run_end.h"
 #include "link/assist_search.h"
 #include "link/keystroke_sender.h"
+#include "link/translated_assist.h"
 #include "link/translated_windows.h"
 #include "main_window/form_main.h"
 #include "main_window/wait_notice.h"
@@ -60,7 +61,9 @@ class Application : private Forms {
     GameChoice m_game;
     QtMessageBoxes m_boxes;
     RunEnd m_runEnd{m_boxes};
-    AssistSearch m_assist{m_state, *m_system.assist};
+    CastPayment m_payment{m_state};
+    TranslatedAssist m_tools;
+    AssistSearch m_assist{m_state, m_tools};
     std::unique_ptr<KeySender> m_keys;
     WaitNotice m_wait;
     QtDialogs m_dialogs;

@@ -26,6 +26,7 @@ class QuietCompanion : public DialogActions {
   public:
     explicit QuietCompanion(SharedState& state) : m_state(state) {}
 
+    std::string LinkReport() const override { return {}; }
     void LayoutVertical() override {}
     void LayoutHorizontal() override {}
     void UpdatePage() override {}

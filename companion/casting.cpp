@@ -69,7 +69,9 @@ void Casting::CastSpell(i32 slot) {
     }
     // ODDITY(debit-after-switch): when character or bag change in the pause, the new ones pay; kept
     // because the debit works on the counters as they stand after the keys.
-    if (!m_state.AssistLinked) {
+    const bool pays = m_services.payment.PaysAtClick();
+    m_services.payment.NoteClick(row, pays);
+    if (pays) {
         DebitSpell(row);
         m_parts.timers.StartTimer(row);
         m_parts.display.changes.timers = true;

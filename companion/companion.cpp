@@ -1,6 +1,8 @@
 #include "companion/companion.h"
 
+#include "companion/link_report.h"
 #include "link/profile_folder.h"
+#include "model/cast_rules.h"
 #include "model/skill_entries.h"
 #include "text/number_forms.h"
 
@@ -25,11 +27,17 @@ Companion::Companion(const CompanionServices& services)
                              .tithes = m_tithes,
                              .player = m_player,
                              .timers = m_timers}),
-      m_dispatcher(m_state, *this, m_services.assist, m_services.failures) {}
+      m_dispatcher(m_state, *this, m_services.assist, m_services.failures) {
+    m_player.SetBeforeSwitch([this] { PayForReports(true); });
+}
 
 void Companion::WatchTick() {
     m_services.keys.Tick();
-    m_display.Act([&] { m_player.Tick(); });
+    m_display.Act([&] { PayForReports(false); });
+    m_display.Act([&] {
+        m_player.Tick();
+        ShowLink();
+    });
     m_display.Act([&] {
         m_timers.Update();
         m_display.changes.timers = true;
@@ -124,7 +132,10 @@ void Companion::TypeBagName(const std::string& name) {
 }
 
 void Companion::ClickBag(i32 bag) {
-    m_display.Act([&] { m_purse.ClickBag(bag); });
+    m_display.Act([&] {
+        PayForReports(true);
+        m_purse.ClickBag(bag);
+    });
 }
 
 void Companion::LeaveBags() {
@@ -222,7 +233,10 @@ void Companion::Arrange(bool vertical) {
 }
 
 void Companion::SavePlayer() {
-    m_display.Act([&] { m_player.Save(); });
+    m_display.Act([&] {
+        PayForReports(true);
+        m_player.Save();
+    });
 }
 
 void Companion::LoadPlayer() {
@@ -246,7 +260,11 @@ void Companion::ReportSave(const StoreResult& result) {
 }
 
 void Companion::EnableCount(bool enabled) {
-    m_display.screen.countEnabled = enabled;
+    // A tool that never answers a count would leave the button at "Wait..".
+    const bool answers = m_services.link.kind.countsOnRequest;
+    m_display.screen.countEnabled = enabled && answers;
+    m_display.screen.countReason =
+        answers ? std::string() : m_services.link.tool + " does not count when it is asked to";
     m_display.changes.countButton = true;
 }
 
@@ -296,6 +314,40 @@ void Companion::ShowReportedIntelligence(i32 points) {
         // entry.
         m_state.Intelligence = SkillEntryOf(points);
     }
+}
+
+void Companion::DebitSpell(i32 row) {
+    RequireSpellRow(row);
+    if (!m_services.payment.HoldDebit(row)) {
+        m_casting.DebitSpell(row);
+    }
+}
+
+void Companion::PayForReports(bool all) {
+    for (const i32 row : m_services.payment.TakeDueDebits(all)) {
+        m_casting.DebitSpell(row);
+    }
+}
+
+void Companion::EndReport() {
+    ShowLink();
+    m_display.Tell();
+}
+
+void Companion::ShowLink() {
+    const bool pays = !m_services.payment.PaysAtClick();
+    std::string text = LinkText(m_services.link, !pays);
+    Screen& screen = m_display.screen;
+    if (text != screen.linkText || pays != screen.linkPays) {
+        screen.linkText = std::move(text);
+        screen.linkPays = pays;
+        m_display.changes.link = true;
+    }
+}
+
+std::string Companion::LinkReport() const {
+    return spellwick::LinkReport(m_services.link, m_services.payment.PaysAtClick(),
+                                 m_services.clock);
 }
 
 void Companion::ShowBox(const std::string& text) {

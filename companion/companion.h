@@ -125,6 +125,7 @@ class Companion : public DialogActions, private AssistView {
     // Takes the assist tool's reports.
     MessageReceiver& Reports() { return m_dispatcher; }
     void EnableCount(bool enabled) override;
+    std::string LinkReport() const override;
 
   private:
     // AssistView
@@ -133,7 +134,7 @@ class Companion : public DialogActions, private AssistView {
     void ShowCurrentMana() override { m_page.ShowCurrentMana(); }
     void ShowAmounts() override { m_page.UpdateAmounts(); }
     void ShowChances() override { m_page.UpdateChances(); }
-    void DebitSpell(i32 row) override { m_casting.DebitSpell(row); }
+    void DebitSpell(i32 row) override;
     void StartTimer(i32 row) override;
     void CaptionCount(const std::string& caption) override;
     void ArmMeditation() override;
@@ -141,7 +142,11 @@ class Companion : public DialogActions, private AssistView {
     void ShowReportedIntelligence(i32 points) override;
     void ShowBox(const std::string& text) override;
     void YieldEvents() override;
-    void EndReport() override { m_display.Tell(); }
+    void EndReport() override;
+
+    // Takes the debits of reported casts that no report of stock has made up for.
+    void PayForReports(bool all);
+    void ShowLink();
 
     void Arrange(bool vertical);
     WindowPlaces AllPlaces();

@@ -101,6 +101,7 @@ void Companion::End(EndCause cause) {
     // What the tool has reported counts, though the request to close may have overtaken it.
     m_services.assist.TakeReports();
     m_services.assist.UnhookWindow();
+    IgnoreFailure([&] { m_display.Act([&] { PayForReports(true); }); });
     forms.HideMainWindow();
     forms.ServeEvents();
     StoreResult result = SaveAtEnd(places);
@@ -121,6 +122,7 @@ void Companion::SaveForLogOff() {
     if (!m_ready || m_ending) {
         return;
     }
+    IgnoreFailure([&] { m_display.Act([&] { PayForReports(true); }); });
     const StoreResult macros = m_player.Io().SaveMacros(std::nullopt);
     const StoreResult all = m_player.Io().SaveGlobalSettings(AllPlaces());
     if (!macros.ok || !all.ok) {

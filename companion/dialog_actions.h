@@ -47,6 +47,8 @@ class DialogActions {
     // The macro codes, and the dialog's place if it has one. Shows no message box.
     [[nodiscard]] virtual StoreResult SaveMacros(
         const std::optional<WindowPlaces::Place>& dialog) = 0;
+    // The state of the link with the assist tool, in lines.
+    virtual std::string LinkReport() const = 0;
     // Tells the user of a save that failed, once for one trouble.
     virtual void ReportSave(const StoreResult& result) = 0;
 };

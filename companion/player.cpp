@@ -44,6 +44,7 @@ void Player::FollowTitle() {
     if (m_state.ClientTitle == m_state.CurrentPlayerName) {
         return;
     }
+    m_beforeSwitch();
     if (!m_state.CurrentPlayerName.empty()) {
         // ODDITY(saves-at-login-screen): while the client shows its login screen the last character
         // is saved once a second; kept because it does no harm and loses nothing.

@@ -31,6 +31,9 @@ class Player {
 
     Player(const CompanionServices& services, const Parts& parts);
 
+    // Runs before another character is loaded, while the counters are still the old one's.
+    void SetBeforeSwitch(std::function<void()> run) { m_beforeSwitch = std::move(run); }
+
     // The work of each second: finds the client, reads its title, switches the character.
     void Tick();
 
@@ -82,6 +85,7 @@ class Player {
     JournalledStore m_store;
     SettingsIo m_io;
     ClientWatch m_watch;
+    std::function<void()> m_beforeSwitch = [] {};
     bool m_saveTroubleShown = false;
     std::vector<std::string> m_startHints;
 };

@@ -57,6 +57,9 @@ struct Screen {
 
     std::string countCaption = "Count";
     bool countEnabled = true;
+    std::string countReason;    // why it is never enabled; empty otherwise
+    std::string linkText;       // of the mark of the link
+    bool linkPays = false;      // casts are paid by the tool's reports
     std::string meditationTag;  // Tag of Timer1(2), which runs while it is kMeditateTag
 
     // Points as the assist tool last reported them, for the character's line of the skills tab.
@@ -80,6 +83,7 @@ struct Changes {
     bool tithesGround = false;
     bool tithesEditing = false;  // the edit opens anew or closes
     bool countButton = false;
+    bool link = false;
     bool meditation = false;
     bool reportedMagery = false;
     bool reportedIntelligence = false;

@@ -4,7 +4,9 @@
 #include <filesystem>
 
 #include "link/assist_link.h"
+#include "link/cast_payment.h"
 #include "link/key_sender.h"
+#include "link/link_status.h"
 #include "link/translated_windows.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
@@ -27,6 +29,8 @@ struct CompanionServices {
     Desktop& desktop;
     MessageBoxes& boxes;
     AssistLink& assist;
+    CastPayment& payment;
+    const LinkStatus& link;
     WaitWindow& wait;
     const Clock& clock;
     FailureSink& failures;

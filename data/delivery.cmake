@@ -10,7 +10,7 @@ function(spellwick_copy_data target)
         get_target_property(folder ${target} BINARY_DIR)
     endif()
     set(copies)
-    foreach(file SpellData.txt ReadMe.wri GameClients.txt)
+    foreach(file SpellData.txt ReadMe.wri GameClients.txt AssistTools.txt)
         add_custom_command(OUTPUT ${folder}/${file}
             COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
             COMMAND ${CMAKE_COMMAND} -E copy ${SPELLWICK_DATA_FOLDER}/${file} ${folder}/${file}

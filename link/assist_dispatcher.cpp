@@ -67,6 +67,10 @@ std::optional<i32> MapSpellNumber(i32 number) {
     return OursFor(kSpells, number);
 }
 
+std::optional<i32> ReagentOfReport(i32 counted) {
+    return OursFor(kReagents, counted);
+}
+
 std::optional<i32> AssistDispatcher::OnMessage(const WindowMessage& message) {
     bool ours = true;
     const auto take = [&] {
@@ -114,7 +118,7 @@ std::optional<i32> AssistDispatcher::Dispatch(const WindowMessage& message) {
 
 void AssistDispatcher::Stock(i32 counted, i32 count) {
     bool changed = false;
-    if (const auto reagent = OursFor(kReagents, counted)) {
+    if (const auto reagent = ReagentOfReport(counted)) {
         changed = StoreStock(*reagent, count);
     } else if (counted == kTithingReport) {
         // ODDITY(tithes-report): the casts of Paladin abilities stay as they were when the tool

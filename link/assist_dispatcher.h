@@ -14,6 +14,9 @@ namespace spellwick {
 // other.
 std::optional<i32> MapSpellNumber(i32 number);
 
+// The reagent, 1 to 13, that a stock report's wParam tells of; nothing for any other.
+std::optional<i32> ReagentOfReport(i32 counted);
+
 class AssistDispatcher : public MessageReceiver {
   public:
     // All outlive it.

@@ -2,8 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace spellwick {
+
+// What the title of its window begins with.
+inline constexpr std::string_view kAssistTitleStart = "UOAssist";
 
 // To the tool.
 inline constexpr std::uint32_t kAssistRegister = 0x4C8;  // wParam: our window; answer 1 = accepted

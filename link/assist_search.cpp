@@ -4,16 +4,10 @@
 
 namespace spellwick {
 
-namespace {
-
-constexpr std::string_view kTitleStart = "UOAssist";
-
-}  // namespace
-
 void AssistSearch::FindAssist() {
     m_assistWindow = 0;
     m_transport.EnumWindows([this](WindowHandle window, std::string_view title) {
-        if (title.starts_with(kTitleStart)) {
+        if (title.starts_with(kAssistTitleStart)) {
             m_assistWindow = window;
         }
     });

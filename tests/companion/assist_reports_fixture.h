@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 
 #include "link/assist_messages.h"
 #include "link/assist_search.h"
+#include "link/translated_assist.h"
 #include "tests/support/companion_fixture.h"
 #include "tests/support/recording_assist_transport.h"
 
@@ -25,7 +27,10 @@ class AssistReportsTest : public CompanionFixture {
     static constexpr int kClumsy = 0;  // Bloodmoss (3), Nightshade (7)
     static constexpr int kHeal = 3;    // Spider Silk (4), Garlic (5), Ginseng (8)
 
-    AssistReportsTest() { m_assist = &m_search; }
+    AssistReportsTest() {
+        m_assist = &m_search;
+        m_link = &m_translated.Status();
+    }
 
     // Makes the companion and joins the tool to it, without loading.
     void MakeBeside(bool tool) {
@@ -54,13 +59,18 @@ class AssistReportsTest : public CompanionFixture {
     void ShowTool(bool there) {
         m_transport.windows.clear();
         if (there) {
-            m_transport.windows.push_back({kTool, "UOAssist - Mira Talon"});
+            m_transport.windows.push_back({kTool, m_toolTitle});
         }
     }
 
     void Report(std::uint32_t number, i32 wParam, i32 lParam = 0) {
         EXPECT_EQ(m_transport.Deliver({number, wParam, lParam}), 0);
     }
+    static std::vector<AssistToolRow> DeliveredRows() {
+        std::istringstream table{std::string(DeliveredAssistTools())};
+        return ReadAssistTools(table).rows;
+    }
+
     void ReportMana(i32 mana) { Report(kAssistStats, 100, mana); }
 
     std::vector<std::string> Counters() {
@@ -97,8 +107,11 @@ class AssistReportsTest : public CompanionFixture {
     bool CountEnabled() { return Shown().countEnabled; }
     bool MeditationArmed() { return Shown().meditationTag == kMeditateTag; }
 
+    std::string m_toolTitle = "UOAssist - Mira Talon";
     RecordingAssistTransport m_transport;
-    AssistSearch m_search{m_state, m_transport};
+    TranslatedAssist m_translated{m_transport, m_state, m_payment, DeliveredRows(),
+                                  [this] { return m_clock.Now(); }};
+    AssistSearch m_search{m_state, m_translated};
 };
 
 }  // namespace spellwick

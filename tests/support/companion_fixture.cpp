@@ -114,6 +114,8 @@ CompanionServices CompanionFixture::Services() {
             .desktop = m_desktop,
             .boxes = m_boxes,
             .assist = *m_assist,
+            .payment = m_payment,
+            .link = *m_link,
             .wait = m_parts,
             .clock = m_clock,
             .failures = *this,

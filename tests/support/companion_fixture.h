@@ -170,6 +170,10 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     JournalFile* m_journal = nullptr;      // set before Make
     TranslatedWindows* m_games = nullptr;  // set before Make
     SharedState m_state;
+    CastPayment::Time m_now{};  // of the payment
+    CastPayment m_payment{m_state, [this] { return m_now; }};
+    LinkStatus m_noLink;
+    const LinkStatus* m_link = &m_noLink;  // set before Make
     std::unique_ptr<Companion> m_companion;
     std::vector<UncaughtFailure> m_failures;
     std::string m_focus;

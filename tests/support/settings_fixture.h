@@ -31,6 +31,7 @@ class RecordingCompanion : public DialogActions {
     RecordingCompanion(SharedState& state, SettingsStore& store, std::vector<std::string>& log)
         : io(state, store, [](PlayerPart) {}), m_state(state), m_log(log) {}
 
+    std::string LinkReport() const override { return "No assist tool is running."; }
     void LayoutVertical() override;
     void LayoutHorizontal() override;
     void UpdatePage() override { Note("update page"); }

@@ -1,0 +1,41 @@
+// The table of assist tools: how their windows are told from others, and what their reports mean.
+#pragma once
+
+#include <array>
+#include <istream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "link/assist_tool.h"
+#include "link/row_table.h"
+#include "link/title_pattern.h"
+
+namespace spellwick {
+
+// The table beside the program, and the player's own in the settings' folder.
+inline constexpr const char* kAssistToolsFile = "AssistTools.txt";
+
+inline constexpr std::array<std::string_view, 7> kAssistToolColumns{
+    "name", "title", "casts", "counts on request", "reports casts", "reports stock", "0x531"};
+
+struct AssistToolRow {
+    AssistTool tool;
+    std::vector<TitlePattern> titles;
+};
+
+struct AssistTools {
+    std::vector<AssistToolRow> rows;  // the likelier first; none after a fault
+    std::optional<TableFault> fault;
+};
+
+AssistTools ReadAssistTools(std::istream& input);
+
+// The table as it is delivered; it is part of the program, and has no fault.
+std::string_view DeliveredAssistTools();
+
+// The row of the tool that a window with this title belongs to, or null. Points into `rows`.
+const AssistToolRow* FindAssistTool(const std::vector<AssistToolRow>& rows, std::string_view title);
+
+}  // namespace spellwick
