@@ -48,6 +48,7 @@ LoadOutcome Companion::Load() {
     step([&] { m_page.Update(); });
     step([&] { forms.LoadSettings(); });
     step([&] { m_page.UpdateAmounts(); });
+    step([&] { ShowLink(); });
     m_ready = true;
     return LoadOutcome::kReady;
 }

@@ -82,7 +82,8 @@ FormMain::FormMain(const MainWindowServices& services)
       m_page(m_services, m_pictures, WithFont(this)),
       m_counters(m_services, this),
       m_tithes(m_services, this),
-      m_command(MakeCommands(this)) {
+      m_command(MakeCommands(this)),
+      m_linkMark(new LinkMark(this)) {
     setObjectName(QStringLiteral("FormMain"));
     setAccessibleName(QStringLiteral("Spellwick"));
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -223,6 +224,12 @@ void FormMain::ShowCommands(const Screen& screen, const Changes& changes) {
     if (changes.countButton) {
         Command(kCount).setText(ToQString(screen.countCaption));
         Command(kCount).setEnabled(screen.countEnabled);
+        Command(kCount).setToolTip(screen.countReason.empty()
+                                       ? QString(QLatin1String(kCommands[kCount].toolTip))
+                                       : ToQString(screen.countReason));
+    }
+    if (changes.link) {
+        m_linkMark->SetLink(ToQString(screen.linkText), screen.linkPays);
     }
     if (!changes.meditation) {
         return;

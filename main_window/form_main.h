@@ -9,6 +9,7 @@
 #include "main_window/circle_page.h"
 #include "main_window/counters.h"
 #include "main_window/layout_plan.h"
+#include "main_window/link_mark.h"
 #include "main_window/services.h"
 #include "main_window/tithing_points.h"
 #include "widgets/guarded_events.h"
@@ -97,6 +98,7 @@ class FormMain : public QWidget {
     Counters m_counters;
     TithingPoints m_tithes;
     std::array<QPushButton*, 5> m_command;
+    LinkMark* m_linkMark;
     QTimer m_pauseTimer;       // Timer1(0)
     QTimer m_watchTimer;       // Timer1(1)
     QTimer m_meditationTimer;  // Timer1(2)

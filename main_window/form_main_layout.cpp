@@ -93,6 +93,7 @@ void FormMain::Apply(const LayoutPlan& plan) {
     Place(*m_page.LabelCost, plan.labelCost);
     Place(*m_page.LabelName, plan.labelName);
     Place(*m_page.LabelWords, plan.labelWords);
+    Place(*m_linkMark, plan.linkMark);
     Place(*m_tithes.LabelTithes, plan.labelTithes);
     Place(*m_tithes.TxtTithes, plan.txtTithes);
     Place(*m_tithes.ImageAnkh, plan.imageAnkh);

@@ -21,6 +21,7 @@ constexpr int kAnkhWidth = 14;
 constexpr int kAnkhHeight = 15;
 constexpr int kAnkhOffset = 6;  // the ankh is drawn 8 above its place holder
 constexpr int kTextHeight = 16;
+constexpr int kMarkSize = 7;
 constexpr int kTwoLines = 31;
 constexpr int kFirstNecroPicture = 8;
 constexpr int kPictureCount = 13;
@@ -142,6 +143,7 @@ LayoutPlan PlanVertical(bool showNecroRegs, const TextSizes& texts) {
     plan.labelCost = {2, base + 269, plan.labelTithes.left - 2, kTextHeight};
     plan.labelName = {2, base + 286, right - 3, kTwoLines};
     plan.labelWords = {2, base + 318, right - 3, kTwoLines};
+    plan.linkMark = {kWidth - kMarkSize - 1, base + 349, kMarkSize, kMarkSize};
     plan.clientWidth = kWidth;
     plan.clientHeight = base + 353 + 1 + 3;
     return plan;
@@ -208,6 +210,7 @@ LayoutPlan PlanHorizontal(bool showNecroRegs, const TextSizes& texts) {
     plan.labelCost = {column, kMargin + 18, plan.labelTithes.left - column, kTextHeight};
     plan.labelName = {column, kMargin + 37, kColumnWidth, kTwoLines};
     plan.labelWords = {column, kMargin + 70, kColumnWidth, kTwoLines};
+    plan.linkMark = {column - 2 - kMarkSize, bottom - kMarkSize, kMarkSize, kMarkSize};
     plan.clientWidth = right + 4;
     plan.clientHeight = bottom + kMargin;
     return plan;

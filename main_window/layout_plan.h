@@ -57,6 +57,7 @@ struct LayoutPlan {
     Box4 imageAnkh;
     Box4 labelName;
     Box4 labelWords;
+    Box4 linkMark;
     int clientWidth = 0;
     int clientHeight = 0;
 };

@@ -198,6 +198,45 @@ TEST(PlanHorizontalTest, BandsInTheirOrder) {
     }
 }
 
+// Everything that is placed but the mark of the link.
+std::vector<Box4> BoxesOf(const LayoutPlan& plan) {
+    std::vector<Box4> boxes{plan.comboReagent, plan.labelMana, plan.labelCurrentMana,
+                            plan.labelCost,    plan.txtTithes, plan.imageAnkh,
+                            plan.labelName,    plan.labelWords};
+    const auto add = [&boxes](const auto& more) {
+        boxes.insert(boxes.end(), more.begin(), more.end());
+    };
+    add(plan.imgReg);
+    add(plan.reagent);
+    add(plan.upDown);
+    add(plan.labelAmount);
+    add(plan.spellIcon);
+    add(plan.labelChance);
+    add(plan.checkCircle);
+    add(plan.image1);
+    add(plan.command.buttons);
+    return boxes;
+}
+
+TEST(LinkMarkPlace, IsFreeRoomInBothArrangements) {
+    for (const bool necro : {true, false}) {
+        for (const LayoutPlan& plan : {PlanVertical(necro, kTexts), PlanHorizontal(necro, kTexts)}) {
+            const Box4& mark = plan.linkMark;
+            EXPECT_GE(mark.width, 7);
+            EXPECT_EQ(mark.width, mark.height);
+            EXPECT_GE(mark.left, 0);
+            EXPECT_GE(mark.top, 0);
+            EXPECT_LE(mark.Right(), plan.clientWidth);
+            EXPECT_LE(mark.Bottom(), plan.clientHeight);
+            for (const Box4& box : BoxesOf(plan)) {
+                EXPECT_TRUE(mark.Right() <= box.left || box.Right() <= mark.left ||
+                            mark.Bottom() <= box.top || box.Bottom() <= mark.top)
+                    << "over a control at " << box.left << ' ' << box.top;
+            }
+        }
+    }
+}
+
 TEST(LeftOnScreenTest, TheRightEdgeStaysOnTheScreen) {
     struct Row {
         const char* name;
