@@ -1,6 +1,7 @@
 #include "link/assist_tools.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 namespace spellwick {
@@ -83,6 +84,27 @@ AssistTools ReadAssistTools(std::istream& input) {
         }
     }
     return tools;
+}
+
+LoadedAssistTools LoadAssistTools(const std::optional<std::filesystem::path>& folder) {
+    const auto read = [](const std::string& text) {
+        std::istringstream input(text);
+        return ReadAssistTools(input);
+    };
+    std::error_code ignored;
+    if (!folder || !std::filesystem::exists(*folder / kAssistToolsFile, ignored)) {
+        return {.rows = read(std::string(DeliveredAssistTools())).rows, .fault = {}};
+    }
+    try {
+        AssistTools own = read(ReadTableFile(*folder / kAssistToolsFile));
+        if (own.fault) {
+            return {.rows = {},
+                    .fault = FaultText(kAssistToolsFile, *own.fault, kAssistToolColumns)};
+        }
+        return {.rows = std::move(own.rows), .fault = {}};
+    } catch (const RuntimeFailure& failure) {
+        return {.rows = {}, .fault = std::string(kAssistToolsFile) + ": " + failure.what() + "."};
+    }
 }
 
 const AssistToolRow* FindAssistTool(const std::vector<AssistToolRow>& rows,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <filesystem>
 #include <istream>
 #include <optional>
 #include <string>
@@ -34,6 +35,15 @@ AssistTools ReadAssistTools(std::istream& input);
 
 // The table as it is delivered; it is part of the program, and has no fault.
 std::string_view DeliveredAssistTools();
+
+struct LoadedAssistTools {
+    std::vector<AssistToolRow> rows;
+    std::string fault;  // as a sentence; empty without one
+};
+
+// The rows of the player's own table in this folder if there is one, else the delivered ones. None
+// where the own table has a fault.
+LoadedAssistTools LoadAssistTools(const std::optional<std::filesystem::path>& folder);
 
 // The row of the tool that a window with this title belongs to, or null. Points into `rows`.
 const AssistToolRow* FindAssistTool(const std::vector<AssistToolRow>& rows, std::string_view title);

@@ -59,6 +59,11 @@ TranslatedAssist::TranslatedAssist(AssistTransport& real, SharedState& state, Ca
       m_tools(std::move(tools)),
       m_now(std::move(now)) {}
 
+void TranslatedAssist::SetTools(std::vector<AssistToolRow> tools) {
+    UseNone();
+    m_tools = std::move(tools);
+}
+
 void TranslatedAssist::EnumWindows(const WindowVisitor& visit) {
     bool isThere = false;
     const std::vector<Found> found = FindTools(isThere);

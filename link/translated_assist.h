@@ -25,6 +25,9 @@ class TranslatedAssist : public AssistTransport, private MessageReceiver {
     TranslatedAssist(AssistTransport& real, SharedState& state, CastPayment& payment,
                      std::vector<AssistToolRow> tools, WallClock now);
 
+    // Takes other rows; before the first search.
+    void SetTools(std::vector<AssistToolRow> tools);
+
     // The tool in use, and what it has reported.
     const LinkStatus& Status() const { return m_status; }
 

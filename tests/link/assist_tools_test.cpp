@@ -1,9 +1,13 @@
 #include "link/assist_tools.h"
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "tests/support/temporary_folder.h"
 
 namespace spellwick {
 namespace {
@@ -96,6 +100,28 @@ TEST(AssistToolsTest, Fault_NamesFileRowColumnAndWhatIsWrong) {
     EXPECT_THAT(FaultOf("Mine, Mine, absolute, yes, yes, , none"), HasSubstr("column 6"));
     EXPECT_THAT(FaultOf("Mine, Mine, absolute, yes, yes, yes, mana"), HasSubstr("column 7"));
     EXPECT_THAT(FaultOf("Mine, Mine"), HasSubstr("row 1"));
+}
+
+TEST(AssistToolsTest, OwnFile_IsReadInsteadOfTheDeliveredRows) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(LoadAssistTools(std::nullopt).rows.size(), Delivered().rows.size());
+    EXPECT_EQ(LoadAssistTools(folder.Path()).rows.size(), Delivered().rows.size());
+    const auto write = [&](const char* text) {
+        std::ofstream(folder.Path() / kAssistToolsFile, std::ios::binary) << text;
+        return LoadAssistTools(folder.Path());
+    };
+    const LoadedAssistTools own = write("Tools, 1\nMine, Mine, absolute, yes, yes, yes, none\n");
+    ASSERT_EQ(own.rows.size(), 1U);
+    EXPECT_EQ(own.rows[0].tool.name, "Mine");
+    EXPECT_EQ(own.fault, "");
+    const LoadedAssistTools bad = write("Tools, 1\nMine, Mine, absolute, yes, yes, yes, all\n");
+    EXPECT_TRUE(bad.rows.empty());
+    EXPECT_THAT(bad.fault, HasSubstr("AssistTools.txt, row 1, column 7 (\"0x531\")"));
+    EXPECT_THAT(write("Tools").fault, HasSubstr("AssistTools.txt, first line, column 2"));
+    EXPECT_TRUE(write("Tools, 0").rows.empty()) << "a table of no tools is no fault";
+    std::filesystem::remove(folder.Path() / kAssistToolsFile);
+    std::filesystem::create_directory(folder.Path() / kAssistToolsFile);
+    EXPECT_THAT(LoadAssistTools(folder.Path()).fault, HasSubstr("AssistTools.txt: "));
 }
 
 }  // namespace
