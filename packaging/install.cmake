@@ -5,14 +5,9 @@ include(GNUInstallDirs)
 
 set(SPELLWICK_HOME ${CMAKE_INSTALL_LIBDIR}/spellwick)
 
-<<<<<<< HEAD
 install(TARGETS spellwick spellwick-wine-bridge RUNTIME DESTINATION ${SPELLWICK_HOME})
 install(FILES ${SPELLWICK_BRIDGE_HALVES} DESTINATION ${SPELLWICK_HOME})
-install(FILES data/SpellData.txt data/ReadMe.wri data/GameClients.txt DESTINATION ${SPELLWICK_HOME})
-=======
-install(TARGETS spellwick RUNTIME DESTINATION ${SPELLWICK_HOME})
 install(FILES data/SpellData.txt data/ReadMe.wri data/GameClients.txt data/AssistTools.txt DESTINATION ${SPELLWICK_HOME})
->>>>>>> 6058c92 (link: understand today's assist tools)
 install(CODE "
     set(commands \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
     file(MAKE_DIRECTORY \"\${commands}\")
