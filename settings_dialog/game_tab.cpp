@@ -57,6 +57,7 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
       CommandMyGame(MakeButton("CommandMyGame", "This is my game")),
       CommandTable(MakeButton("CommandTable", "Open the table")),
       CommandLook(MakeButton("CommandLook", "Look again")),
+      LabelTool(MakeText(this, QStringLiteral("LabelTool"), QStringLiteral("The assist tool"))),
       CheckFront(Named(new QCheckBox(QStringLiteral("Type only while the game is in front"), this),
                        QStringLiteral("CheckFront"))),
       Typing(new TypingOptions(services, this)) {
@@ -106,6 +107,8 @@ void GameTab::MakePage() {
     buttons->addWidget(CommandTable);
     buttons->addWidget(CommandLook);
     windows->addLayout(buttons);
+    auto* tool = new QVBoxLayout(MakeGroup("Assist tool"));
+    tool->addWidget(LabelTool);
     m_options = new QVBoxLayout(MakeGroup("Options"));
     m_options->addWidget(CheckFront);
     m_options->addWidget(Typing);
@@ -184,6 +187,7 @@ void GameTab::ShowFound() {
     const QString notice = ToQString(m_services.game.NoticeText());
     LabelNotice->setText(notice);
     LabelNotice->setVisible(!notice.isEmpty());
+    LabelTool->setText(ToQString(m_services.companion.LinkReport()));
 }
 
 void GameTab::LookAgain() {

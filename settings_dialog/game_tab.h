@@ -50,6 +50,7 @@ class GameTab : public SettingsTab {
     QPushButton* CommandMyGame;
     QPushButton* CommandTable;
     QPushButton* CommandLook;
+    QLabel* LabelTool;  // the link with the assist tool
     QCheckBox* CheckFront;
     TypingOptions* Typing;
 

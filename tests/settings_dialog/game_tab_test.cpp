@@ -55,6 +55,12 @@ TEST_F(GameTabTest, Front_ClickStoresAndSavesAtOnce) {
     EXPECT_EQ(Saved("Settings", "TypeOnlyInFront"), "True");
 }
 
+TEST_F(GameTabTest, Tool_SaysWhatTheLinkDoes) {
+    OpenTab();
+    EXPECT_EQ(Text("LabelTool"), "No assist tool is running.");
+    EXPECT_TRUE(Named("LabelTool").isVisible());
+}
+
 TEST_F(GameTabTest, Windows_AreListedWithClassAndTitle) {
     ShowWindows();
     OpenTab();
