@@ -220,7 +220,8 @@ std::vector<Box4> BoxesOf(const LayoutPlan& plan) {
 
 TEST(LinkMarkPlace, IsFreeRoomInBothArrangements) {
     for (const bool necro : {true, false}) {
-        for (const LayoutPlan& plan : {PlanVertical(necro, kTexts), PlanHorizontal(necro, kTexts)}) {
+        for (const LayoutPlan& plan :
+             {PlanVertical(necro, kTexts), PlanHorizontal(necro, kTexts)}) {
             const Box4& mark = plan.linkMark;
             EXPECT_GE(mark.width, 7);
             EXPECT_EQ(mark.width, mark.height);
