@@ -1,8 +1,11 @@
 #include "platform/windows/windows_client_windows.h"
 
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 #include "link/client_watch.h"
+#include "link/translated_windows.h"
 #include "tests/platform/windows/peer_process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -148,6 +151,44 @@ TEST_F(ClientOnWindows, TitleOfARealWindow_GivesCharacterAndServer) {
     const auto client = Start(L"Ultima Online", kTitle);
     const auto names = ParseTitle(m_windows.WindowTitle(client->Handle()));
     EXPECT_EQ(names, (TitleNames{"Mira \u0141\u00e4 \u05e9 \U0001f9d9", "Atlantic"}));
+}
+
+TEST_F(ClientOnWindows, TodaysClients_AreFoundWithNameAndShard) {
+    std::istringstream table{std::string(DeliveredGameClients())};
+    TranslatedWindows windows(m_windows, ReadGameClients(table).clients);
+    SharedState state;
+    ClientWatch watch(state, windows);
+    const struct {
+        const wchar_t* windowClass;
+        const wchar_t* title;
+        const char* shown;
+    } rows[] = {
+        {L"Ultima Online", L"Ultima Online - Mira (Oak Hill)", "Ultima Online - Mira (Oak Hill)"},
+        {L"Orion UO Client", L"Ultima Online - Bran (Oak)", "Ultima Online - Bran (Oak)"},
+        {L"Orion UO Client", L"Ultima Online - account(Oak)", "Ultima Online - ? (?)"},
+        {L"SDL_app", L"Ultima Online - Zoe (Oak)", "Ultima Online - Zoe (Oak)"},
+        {L"SDL_app", L"Lady Miranda of Trinsic - ClassicUO - 1.0",
+         "Ultima Online - Lady Miranda of Trinsic (ClassicUO)"},
+        {L"SDL_app", L"Bran (Oak Hill) - ClassicUO - 1.0", "Ultima Online - Bran (Oak Hill)"},
+        {L"SDL_app", L"UO - Bran - ClassicUO - 1.0", "Ultima Online - Bran (ClassicUO)"},
+        {L"SDL_app", L"Bran - ClassicUO [dev] - 1.0", "Ultima Online - Bran (ClassicUO)"},
+        {L"SDL_app", L"Ash - HP 85/100, MP 42/50, SP 95/100 - [TazUO 4.1]",
+         "Ultima Online - Ash (TazUO)"},
+        {L"SDL_app", L"[TazUO 4.1]", "Ultima Online - ? (?)"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.shown);
+        const auto client = Start(row.windowClass, row.title);
+        // The folders of a client are read once a second at most, and so is its shard.
+        EXPECT_TRUE(WaitUntil([&] { return watch.ReadClient() && state.ClientTitle == row.shown; }))
+            << state.ClientTitle;
+        EXPECT_EQ(state.ClientWindow, client->Handle());
+        EXPECT_FALSE(m_windows.ProgramFolders(client->Handle()).empty());
+        client->End();
+        EXPECT_TRUE(WaitUntil([&] { return !watch.FindClient(); }));
+    }
+    const auto other = Start(L"SDL_app", L"Some other game");
+    EXPECT_FALSE(watch.ReadClient());
 }
 
 }  // namespace
