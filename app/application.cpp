@@ -80,6 +80,7 @@ CompanionServices Application::Services() {
             .failures = m_runEnd,
             .journal = m_system.journal.get(),
             .games = &m_clients,
+            .wineTools = m_system.wineTools.get(),
             .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
 }
 
@@ -200,7 +201,8 @@ void Application::MakeSettings() {
                                                         .companion = m_companion,
                                                         .game = m_game,
                                                         .pictures = m_main->PictureStrips(),
-                                                        .atStart = *m_settingsAtStart},
+                                                        .atStart = *m_settingsAtStart,
+                                                        .wineTools = m_system.wineTools.get()},
                                        m_main.get());
     // Loading can call back here, so the member is set before it.
     m_settings->Form_Load();

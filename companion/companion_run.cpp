@@ -49,6 +49,11 @@ LoadOutcome Companion::Load() {
     step([&] { forms.LoadSettings(); });
     step([&] { m_page.UpdateAmounts(); });
     step([&] { ShowLink(); });
+    step([&] {
+        if (m_services.wineTools != nullptr && m_state.FindWineTools) {
+            m_services.wineTools->Start();
+        }
+    });
     m_ready = true;
     return LoadOutcome::kReady;
 }

@@ -16,6 +16,7 @@
 #include "platform/journal_file.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
+#include "platform/wine_tools.h"
 #include "store/conversion.h"
 
 namespace spellwick {
@@ -36,6 +37,7 @@ struct CompanionServices {
     FailureSink& failures;
     JournalFile* journal = nullptr;            // null where the store does not last
     const TranslatedWindows* games = nullptr;  // null: the classic client is the only one
+    WineTools* wineTools = nullptr;            // null where there is no such search
     std::filesystem::path folder;              // of the executable, with the files beside it
 };
 

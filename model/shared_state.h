@@ -95,11 +95,12 @@ struct GlobalOptions {
     bool Meditate = false;
     bool CheckFront = true;       // type only while the game is in front
     bool EnterOpensChat = false;  // where Enter behind a macro key is left out
-    i16 TextHold = 0;             // how long a key of a text is down, milliseconds
-    i16 TextGap = 0;              // from there to the next key, milliseconds
-    i16 MeditateLevel = 0;        // mana points
-    i16 RegYellow = 0;            // highest castable amount that still warns
-    i32 ColorWarn = 0;            // 0x00BBGGRR
+    bool FindWineTools = false;
+    i16 TextHold = 0;       // how long a key of a text is down, milliseconds
+    i16 TextGap = 0;        // from there to the next key, milliseconds
+    i16 MeditateLevel = 0;  // mana points
+    i16 RegYellow = 0;      // highest castable amount that still warns
+    i32 ColorWarn = 0;      // 0x00BBGGRR
     i32 SpellTimerMode = 0;
 };
 

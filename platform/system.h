@@ -17,6 +17,7 @@
 #include "platform/keyboard.h"
 #include "platform/settings_owner.h"
 #include "platform/settings_store.h"
+#include "platform/wine_tools.h"
 
 namespace spellwick {
 
@@ -35,6 +36,7 @@ struct System {
     std::unique_ptr<SettingsOwner> owner;  // null where nothing says who has the settings
     std::unique_ptr<JournalFile> journal;  // null where the store does not last
     std::unique_ptr<AssistTransport> assist;
+    std::unique_ptr<WineTools> wineTools;  // null where tools are found without a search
     // What the user should know at once, a text each: a store that could not be read, a display
     // that takes no keys.
     std::vector<std::string> troubles;

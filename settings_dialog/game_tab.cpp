@@ -60,7 +60,8 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
       LabelTool(MakeText(this, QStringLiteral("LabelTool"), QStringLiteral("The assist tool"))),
       CheckFront(Named(new QCheckBox(QStringLiteral("Type only while the game is in front"), this),
                        QStringLiteral("CheckFront"))),
-      Typing(new TypingOptions(services, this)) {
+      Typing(new TypingOptions(services, this)),
+      ToolsInWine(new WineToolsOption(services, this)) {
     MakePage();
     ConnectAll();
     m_look.setInterval(kBetweenLooks);
@@ -112,6 +113,7 @@ void GameTab::MakePage() {
     m_options = new QVBoxLayout(MakeGroup("Options"));
     m_options->addWidget(CheckFront);
     m_options->addWidget(Typing);
+    m_options->addWidget(ToolsInWine);
     m_groups->addStretch();
 
     auto* scroll = new QScrollArea(this);
@@ -162,6 +164,7 @@ void GameTab::Load() {
     const UpdatingScope updating(m_state);
     CheckFront->setChecked(m_state.CheckFront);
     Typing->Load();
+    ToolsInWine->Load();
 }
 
 void GameTab::showEvent(QShowEvent* event) {

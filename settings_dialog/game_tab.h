@@ -16,6 +16,7 @@
 #include "settings_dialog/controls.h"
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/typing_options.h"
+#include "settings_dialog/wine_tools_option.h"
 
 namespace spellwick {
 
@@ -53,6 +54,7 @@ class GameTab : public SettingsTab {
     QLabel* LabelTool;  // the link with the assist tool
     QCheckBox* CheckFront;
     TypingOptions* Typing;
+    WineToolsOption* ToolsInWine;
 
   protected:
     void showEvent(QShowEvent* event) override;

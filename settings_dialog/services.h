@@ -10,6 +10,7 @@
 #include "platform/installation.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
+#include "platform/wine_tools.h"
 #include "settings_dialog/settings_at_start.h"
 #include "widgets/pictures.h"
 
@@ -28,6 +29,7 @@ struct SettingsServices {
     GameChoice& game;
     Pictures& pictures;
     SettingsAtStart atStart;
+    WineTools* wineTools = nullptr;  // null where there is no such search
 };
 
 }  // namespace spellwick

@@ -27,9 +27,10 @@ inline constexpr KeyOf<bool> kMeditateKey{"Meditate", &SharedState::Meditate, fa
 inline constexpr KeyOf<bool> kCheckFrontKey{"TypeOnlyInFront", &SharedState::CheckFront, true};
 inline constexpr KeyOf<bool> kEnterOpensChatKey{"EnterOpensChat", &SharedState::EnterOpensChat,
                                                 false};
+inline constexpr KeyOf<bool> kFindWineToolsKey{"FindWineTools", &SharedState::FindWineTools, false};
 inline constexpr std::array kSwitchKeys{kDisableCastingKey, kDisplayVerticalKey, kAlwaysOnTopKey,
                                         kShowNecroRegsKey,  kMeditateKey,        kCheckFrontKey,
-                                        kEnterOpensChatKey};
+                                        kEnterOpensChatKey, kFindWineToolsKey};
 
 // The pace of texts, in milliseconds: saved when it is changed, like a switch. A value that is no
 // number or out of its range counts as the default. docs/performance.md says how they were found.

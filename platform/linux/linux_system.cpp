@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "platform/linux/assist_folder.h"
+#include "platform/linux/bridge_process.h"
 #include "platform/linux/end_requests.h"
 #include "platform/linux/folder_owner.h"
 #include "platform/linux/local_clock.h"
@@ -99,6 +100,7 @@ System OpenSystem(const Options& options) {
     system.folder = folder;
     system.wayland = IsSet("WAYLAND_DISPLAY");
     system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
+    system.wineTools = std::make_unique<BridgeProcess>(BridgeFolders());
     system.endRequests = WatchEndRequests();
     return system;
 }

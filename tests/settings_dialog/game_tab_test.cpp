@@ -129,5 +129,50 @@ TEST_F(GameTabTest, Found_IsSaidAnewWhileTheTabIsShown) {
     }));
 }
 
+TEST_F(GameTabTest, WineTools_NamesWhatItDoes) {
+    OpenTab();
+    EXPECT_EQ(Text("CheckWineTools"), "Look for assist tools in Wine");
+    EXPECT_EQ(Text("LabelWineTools"),
+              "Starts spellwick-bridge, which finds the assist tools that run in Wine and carries "
+              "their messages to Spellwick and back.");
+    EXPECT_TRUE(Named("CheckWineTools").isVisible() && Named("LabelWineTools").isVisible());
+}
+
+TEST_F(GameTabTest, WineTools_IsOffUntilItIsSwitchedOn) {
+    OpenTab();
+    EXPECT_FALSE(Named<QCheckBox>("CheckWineTools").isChecked());
+    SetSaved("Settings", "FindWineTools", "True");
+    OpenTab();
+    EXPECT_TRUE(Named<QCheckBox>("CheckWineTools").isChecked());
+    EXPECT_THAT(TakeLog(), ElementsAre())
+        << "the start of the program begins the search, not the tab";
+}
+
+TEST_F(GameTabTest, WineTools_ClickSavesAndBeginsOrEndsTheSearch) {
+    OpenTab();
+    Click("CheckWineTools");
+    EXPECT_TRUE(m_state.FindWineTools);
+    EXPECT_THAT(TakeLog(), ElementsAre("option FindWineTools True", "start wine tools"));
+    EXPECT_EQ(Saved("Settings", "FindWineTools"), "True");
+    Click("CheckWineTools");
+    EXPECT_FALSE(m_state.FindWineTools);
+    EXPECT_THAT(TakeLog(), ElementsAre("option FindWineTools False", "stop wine tools"));
+    EXPECT_EQ(Saved("Settings", "FindWineTools"), "False");
+}
+
+TEST_F(GameTabTest, WineTools_SearchThatFails_SaysWhy) {
+    OpenTab();
+    m_wineTools.trouble = "spellwick-bridge is not installed.";
+    Click("CheckWineTools");
+    EXPECT_THAT(Text("LabelWineTools"), testing::EndsWith("\nspellwick-bridge is not installed."));
+    // One that fails later is noticed while the tab is open.
+    m_wineTools.trouble = "spellwick-bridge has ended.";
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return Text("LabelWineTools").ends_with("\nspellwick-bridge has ended."); }));
+    m_wineTools.trouble.clear();
+    Click("CheckWineTools");
+    EXPECT_THAT(Text("LabelWineTools"), testing::EndsWith("and back."));
+}
+
 }  // namespace
 }  // namespace spellwick

@@ -136,7 +136,8 @@ TEST(Catalogue, SavedKeys_AreReadBackIntoTheirVariables) {
                                  {"ShowNecroRegs", &SharedState::ShowNecroRegs},
                                  {"Meditate", &SharedState::Meditate},
                                  {"TypeOnlyInFront", &SharedState::CheckFront},
-                                 {"EnterOpensChat", &SharedState::EnterOpensChat}}) {
+                                 {"EnterOpensChat", &SharedState::EnterOpensChat},
+                                 {"FindWineTools", &SharedState::FindWineTools}}) {
         for (const bool on : {true, false}) {
             store.Put("Settings", option.key, on ? "True" : "False");
             saved.*option.cell = on;
@@ -220,6 +221,7 @@ TEST(Catalogue, GlobalDefaults_AreAsWritten) {
     EXPECT_FALSE(state.Meditate);
     EXPECT_TRUE(state.CheckFront);
     EXPECT_FALSE(state.EnterOpensChat);
+    EXPECT_FALSE(state.FindWineTools);
     EXPECT_EQ(state.TextHold, 4);
     EXPECT_EQ(state.TextGap, 4);
     EXPECT_EQ(state.MeditateLevel, 20);

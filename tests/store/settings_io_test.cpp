@@ -219,8 +219,8 @@ TEST_F(SettingsIoTest, PlayerTextThatIsNoNumber_FailsAtItsPlace) {
 
 TEST_F(SettingsIoTest, GlobalTextThatIsNoNumber_FailsAtItsPlace) {
     for (const char* key : {"MR price", "PI price", "SpellRegs 1", "SpellRegs 97", "DisableCasting",
-                            "Meditate", "TypeOnlyInFront", "MeditateLevel", "RegYellow",
-                            "ColorWarn", "SpellTimerMode", "InTown 0", "InTown 96"}) {
+                            "Meditate", "TypeOnlyInFront", "FindWineTools", "MeditateLevel",
+                            "RegYellow", "ColorWarn", "SpellTimerMode", "InTown 0", "InTown 96"}) {
         store = MemorySettingsStore();
         store.Put("Settings", key, "no");
         store.Put("Settings", "CurrentPlayerName", "Mira");

@@ -121,6 +121,7 @@ CompanionServices CompanionFixture::Services() {
             .failures = *this,
             .journal = m_journal,
             .games = m_games,
+            .wineTools = &m_wineTools,
             .folder = m_folder.Path()};
 }
 

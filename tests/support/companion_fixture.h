@@ -18,6 +18,7 @@
 #include "tests/support/recording_desktop.h"
 #include "tests/support/recording_key_sender.h"
 #include "tests/support/recording_message_boxes.h"
+#include "tests/support/recording_wine_tools.h"
 #include "tests/support/set_clock.h"
 #include "tests/support/temporary_folder.h"
 
@@ -166,6 +167,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     RecordingDesktop m_desktop{&m_log};
     RecordingMessageBoxes m_boxes{&m_log};
     SetClock m_clock;
+    RecordingWineTools m_wineTools{&m_log};
     AssistLink* m_assist = &m_parts;       // set before Make
     JournalFile* m_journal = nullptr;      // set before Make
     TranslatedWindows* m_games = nullptr;  // set before Make

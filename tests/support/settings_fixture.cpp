@@ -96,7 +96,8 @@ SettingsServices SettingsFixture::Services() {
             .companion = m_companion,
             .game = m_game,
             .pictures = m_pictures,
-            .atStart = TakeInSettings(m_state, m_store)};
+            .atStart = TakeInSettings(m_state, m_store),
+            .wineTools = &m_wineTools};
 }
 
 FormSettings& SettingsFixture::Load() {

@@ -21,6 +21,7 @@
 #include "tests/support/recording_dialogs.h"
 #include "tests/support/recording_installation.h"
 #include "tests/support/recording_message_boxes.h"
+#include "tests/support/recording_wine_tools.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -140,6 +141,7 @@ class SettingsFixture : public testing::Test, public FailureSink {
     RecordingMessageBoxes m_boxes{&m_log};
     RecordingDialogs m_dialogs;
     RecordingInstallation m_installation;
+    RecordingWineTools m_wineTools{&m_log};
     SharedState m_state;
     RecordingCompanion m_companion{m_state, m_store, m_log};
     TemporaryFolder m_folder;
