@@ -110,10 +110,10 @@ void GameTab::MakePage() {
     windows->addLayout(buttons);
     auto* tool = new QVBoxLayout(MakeGroup("Assist tool"));
     tool->addWidget(LabelTool);
+    tool->addWidget(ToolsInWine);
     m_options = new QVBoxLayout(MakeGroup("Options"));
     m_options->addWidget(CheckFront);
     m_options->addWidget(Typing);
-    m_options->addWidget(ToolsInWine);
     m_groups->addStretch();
 
     auto* scroll = new QScrollArea(this);
