@@ -149,6 +149,10 @@ TEST(Catalogue, SavedKeys_AreReadBackIntoTheirVariables) {
     }
     store.Put("Settings", "SpellTimerMode", "7");
     saved.SpellTimerMode = 7;
+    store.Put("Settings", "TextHold", "7");
+    saved.TextHold = 7;
+    store.Put("Settings", "TextGap", "8");
+    saved.TextGap = 8;
     SharedState loaded = StartedState();
     RecordingView view;
     SettingsIo(loaded, store, view).LoadGlobalSettings();
