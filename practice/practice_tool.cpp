@@ -32,7 +32,7 @@ PracticeTool::PracticeTool(Parts parts)
       m_script(m_parts.random),
       m_server(m_parts.folder, m_parts.name,
                [this](int peer, const ToolMessage& message) { return Answer(peer, message); }) {
-    m_server.SetTitle(QString::fromLatin1(kToolTitle));
+    m_server.SetTitle(Title());
     m_due.setSingleShot(true);
     m_due.setTimerType(Qt::PreciseTimer);
     connect(&m_due, &QTimer::timeout, this, &PracticeTool::SendDue);
@@ -205,7 +205,9 @@ void PracticeTool::Arm() {
 
 void PracticeTool::SendDue() {
     for (const ToolMessage& message : m_script.TakeDue(Now())) {
-        Report(message);
+        if (const auto report = AsRole(*m_parts.role, message)) {
+            Report(*report);
+        }
     }
     Arm();
 }

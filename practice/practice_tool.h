@@ -13,11 +13,10 @@
 #include "practice/assist_server.h"
 #include "practice/tool_commands.h"
 #include "practice/tool_faults.h"
+#include "practice/tool_roles.h"
 #include "practice/tool_script.h"
 
 namespace spellwick::practice {
-
-inline constexpr const char* kToolTitle = "UOAssist - Practice";
 
 struct ToolEvent {
     enum class Way { kIn, kOut, kNote };
@@ -38,6 +37,8 @@ class PracticeTool : public QObject {
         QString name;
         std::function<ToolTime()> clock;
         ToolScript::Random random;
+        // The tool that it pretends to be; not null.
+        const ToolRole* role = kToolRoles.data();
     };
 
     explicit PracticeTool(Parts parts);
@@ -47,6 +48,8 @@ class PracticeTool : public QObject {
     void Close();
     bool IsOpen() const { return m_server.IsOpen(); }
     const QString& Path() const { return m_server.Path(); }
+    // Of its window, and what it tells the programs that connect.
+    QString Title() const { return QString::fromUtf8(m_parts.role->title); }
 
     // Handles every command but kState, kWait and kQuit, which are left to the caller.
     void Obey(const ToolCommand& command);

@@ -157,7 +157,7 @@ void PracticeTool::StartSecond() {
 
 // Programs read the title only when they connect.
 void PracticeTool::Retitle() {
-    const QString title = QString::fromLatin1(kToolTitle);
+    const QString title = Title();
     const bool open = IsOpen();
     Close();
     m_server.SetTitle(Lasts(Fault::kLowerCaseTitle) ? title.toLower() : title);

@@ -127,9 +127,19 @@ int main(int argc, char* argv[]) {
         QObject::tr("Follow the journal that the practice game writes to "
                     "<file>, and report what happens in it."),
         QStringLiteral("file"));
-    parser.addOptions({nameOption, gameOption});
+    const QCommandLineOption toolOption(
+        QStringLiteral("tool"),
+        QObject::tr("Pretend to be uoassist (by default), razor, razor-enhanced or classicuo."),
+        QStringLiteral("tool"), QStringLiteral("uoassist"));
+    parser.addOptions({nameOption, gameOption, toolOption});
     parser.addHelpOption();
     parser.process(application);
+
+    const auto* role = spellwick::practice::FindToolRole(parser.value(toolOption).toStdString());
+    if (role == nullptr) {
+        std::fputs("spellwick-practice-tool: there is no such tool to pretend to be\n", stderr);
+        return 2;
+    }
 
     QElapsedTimer clock;
     clock.start();
@@ -141,6 +151,7 @@ int main(int argc, char* argv[]) {
             [](int lowest, int highest) {
                 return QRandomGenerator::global()->bounded(lowest, highest + 1);
             },
+        .role = role,
     });
     QObject::connect(&tool, &PracticeTool::Happened, &tool, WriteEvent);
     spellwick::practice::ToolWindow window(tool);

@@ -62,7 +62,7 @@ QGroupBox* InBox(const QString& title, QWidget* content) {
 
 ToolWindow::ToolWindow(PracticeTool& tool) : m_tool(tool) {
     setObjectName(QStringLiteral("ToolWindow"));
-    setWindowTitle(QString::fromLatin1(kToolTitle));
+    setWindowTitle(tool.Title());
     MakeMenu();
 
     m_status = new QLabel;

@@ -20,18 +20,18 @@ void ToolDesk::TearDown() {
     PlayerDesk::TearDown();
 }
 
-void ToolDesk::StartTool() {
+void ToolDesk::StartTool(const std::string& role, const char* title) {
     const std::filesystem::path folder = m_desk->Session().Folder();
     const std::filesystem::path input = folder / "tool-input";
     ASSERT_EQ(mkfifo(input.c_str(), 0600), 0);
     m_toolInput = open(input.c_str(), O_RDWR | O_CLOEXEC);
-    m_tool = m_desk->Session().Spawn({"sh", "-c",
-                                      "exec \"$0\" --game \"$1\" -qwindowgeometry +740+300 <\"$2\"",
-                                      (Programs() / "spellwick-practice-tool").string(),
-                                      (folder / "journal").string(), input.string()});
+    m_tool = m_desk->Session().Spawn(
+        {"sh", "-c", "exec \"$0\" --game \"$1\" --tool \"$3\" -qwindowgeometry +740+300 <\"$2\"",
+         (Programs() / "spellwick-practice-tool").string(), (folder / "journal").string(),
+         input.string(), role});
     ASSERT_TRUE(m_tool);
     ASSERT_TRUE(WaitTold("open ")) << m_tool->Output();
-    ASSERT_NE(m_desk->WaitWindow("UOAssist"), 0U);
+    ASSERT_NE(m_desk->WaitWindow(title), 0U);
     TellTool("idle off");
 }
 

@@ -15,8 +15,9 @@ class ToolDesk : public PlayerDesk {
   protected:
     void TearDown() override;
 
-    // Starts the tool; unasked, it reports only what follows a registration.
-    void StartTool();
+    // Starts the tool, which pretends to be that one; unasked, it reports only what follows a
+    // registration.
+    void StartTool(const std::string& role = "uoassist", const char* title = "UOAssist");
     // Sends the tool a command and waits until it is carried out.
     void TellTool(const std::string& command);
     // The tool's output so far.
