@@ -6,6 +6,7 @@
 
 #include "tests/support/companion_fixture.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/write_time.h"
 
 namespace spellwick {
 namespace {
@@ -41,7 +42,7 @@ TEST_F(CharacterTest, Folder_IsThatOfItsShard_ElseTheOneOfItsName) {
     EXPECT_EQ(Program().CharacterFolder(), elsewhere);
     const fs::path atlantic = Make("me/Atlantic/Mira Talon");
     Make("me/Atlantic/Bran");
-    fs::last_write_time(elsewhere, fs::last_write_time(atlantic) + std::chrono::hours(1));
+    SetWriteTime(elsewhere, fs::last_write_time(atlantic) + std::chrono::hours(1));
     EXPECT_EQ(Program().CharacterFolder(), atlantic);
     TakeLog();
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/temporary_folder.h"
+#include "tests/support/write_time.h"
 
 namespace spellwick {
 namespace {
@@ -16,7 +17,7 @@ class NewestProfileTest : public testing::Test {
     fs::path Make(const char* profile, int minutes) {
         const fs::path folder = m_folder.Path() / "Data" / "Profiles" / fs::path(profile);
         fs::create_directories(folder);
-        fs::last_write_time(folder, m_start + std::chrono::minutes(minutes));
+        SetWriteTime(folder, m_start + std::chrono::minutes(minutes));
         return folder;
     }
 
@@ -35,7 +36,9 @@ TEST_F(NewestProfileTest, TheLastOneOfTheName) {
     Make("two/Pacific/Mira", 3);
     EXPECT_EQ(ShardOf("Bran"), "Atlantic");
     EXPECT_EQ(ShardOf("Mira"), "Pacific");
-    EXPECT_EQ(ShardOf("bran"), "");
+    // A system that does not tell the case of names apart finds the folder by either.
+    const bool isSame = fs::exists(bran.parent_path() / "bran");
+    EXPECT_EQ(ShardOf("bran"), isSame ? "Atlantic" : "");
     EXPECT_EQ(NewestProfile({m_folder.Path()}, "Bran", "Oak Hill"),
               (ProfileFolder{bran, "Oak Hill"}));
     EXPECT_EQ(NewestProfile({m_folder.Path()}, "Bran", "Pacific"), std::nullopt);
@@ -45,8 +48,8 @@ TEST_F(NewestProfileTest, AFileInItThatIsWrittenAnew_CountsToo) {
     const fs::path older = Make("one/Oak/Bran", 1);
     Make("one/Atlantic/Bran", 2);
     std::ofstream(older / "macros.xml") << "x";
-    fs::last_write_time(older / "macros.xml", m_start + std::chrono::minutes(3));
-    fs::last_write_time(older, m_start + std::chrono::minutes(1));
+    SetWriteTime(older / "macros.xml", m_start + std::chrono::minutes(3));
+    SetWriteTime(older, m_start + std::chrono::minutes(1));
     EXPECT_EQ(ShardOf("Bran"), "Oak");
 }
 
