@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 class NewestProfileTest : public testing::Test {
   protected:
     fs::path Make(const char* profile, int minutes) {
-        const fs::path folder = m_folder.Path() / "Data" / "Profiles" / fs::path(profile);
+        fs::path folder = m_folder.Path() / "Data" / "Profiles" / fs::path(profile);
         fs::create_directories(folder);
         SetWriteTime(folder, m_start + std::chrono::minutes(minutes));
         return folder;
