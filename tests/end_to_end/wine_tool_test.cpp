@@ -67,25 +67,25 @@ class WineTool : public PlayerDesk {
 
     const Environment& Variables() const { return m_desk->Session().Variables(); }
 
-    void StartTool() {
-        m_tool = prefix->StartTool(Variables());
+    void StartTool(const WineToolForm& form = kUoAssist) {
+        m_tool = prefix->StartTool(Variables(), form);
         ASSERT_TRUE(m_tool);
         // A line to it beside Spellwick's.
-        m_steer = SocketClient::Find(m_desk->Session().RuntimeDir() / "spellwick" / "assist",
-                                     kUoAssist.title);
+        m_steer =
+            SocketClient::Find(m_desk->Session().RuntimeDir() / "spellwick" / "assist", form.title);
         ASSERT_TRUE(m_steer) << m_tool->Output();
     }
     bool WaitLinked() {
         return WaitUntil([&] { return m_steer->Ask(kRegistered) == 1; });
     }
 
-    void StartAll() {
+    void StartAll(const WineToolForm& form = kUoAssist) {
         PrepareMage(kMira, 10);
         StartGame();
         TellGame("login 1");
         m_bridge = prefix->StartBridge(Variables());
         ASSERT_TRUE(m_bridge);
-        StartTool();
+        StartTool(form);
         StartSpellwick();
         ASSERT_TRUE(WaitCharacter("Mira Talon"));
         ASSERT_TRUE(WaitLinked());
@@ -165,6 +165,42 @@ TEST_F(WineTool, CountCastsAndMana_FollowTheTool) {
                  {"PI 0", "25"},
                  {"CurrentTithing", " 15000"},
                  {"Intelligence", "95"}});
+}
+
+constexpr WineToolForm kRazor{"razor", "WindowsForms10.Window", "Mira (Oak) - Razor v1.9"};
+constexpr WineToolForm kEnhanced{"razor", "WindowsForms10.Window", "Razor Enhanced 0.8.2"};
+constexpr WineToolForm kHidden{"other", "UOASSIST-TP-MSG-WND", "UOASSIST-TP-MSG-WND"};
+
+TEST_F(WineTool, Razor_IsUnderstoodInWhatItReports) {
+    StartAll(kRazor);
+    // The click has paid for the first cast, and the stock tells of the second.
+    TypeHeal();
+    Report(kCast, kHealNumber, 0);
+    TypeHeal();
+    Report(kCast, kHealNumber, 0);
+    for (const i32 reagent : {3, 4, 8}) {
+        Report(kStock, reagent, 41);
+    }
+    Report(kStatistics, 120, 33);  // the largest mana, and the mana
+    ExpectSaved({{"SS 0", "41"}, {"GA 0", "41"}, {"GI 0", "41"}, {"Intelligence", "100"}});
+}
+
+TEST_F(WineTool, RazorEnhanced_ReportsNoStock_EachCastIsPaidOnce) {
+    StartAll(kEnhanced);
+    TypeHeal();
+    Report(kCast, kHealNumber, 0);
+    TypeHeal();
+    Report(kCast, kHealNumber, 0);
+    Report(kCast, kHealNumber + 1, 0);  // no click stands at that place
+    ExpectSaved({{"SS 0", "8"}, {"GA 0", "8"}, {"GI 0", "8"}, {"MR 0", "10"}});
+}
+
+TEST_F(WineTool, HiddenWindowOfAClient_ReportsNoCasts_TheClickPays) {
+    StartAll(kHidden);
+    TypeHeal();
+    Report(kStatistics, 120, 33);  // hits, where mana belongs
+    TypeHeal();
+    ExpectSaved({{"SS 0", "8"}, {"GA 0", "8"}, {"GI 0", "8"}, {"Intelligence", "100"}});
 }
 
 TEST_F(WineTool, Report_IsOnTheScreenWithinTenMilliseconds) {
