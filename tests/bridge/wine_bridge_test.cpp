@@ -17,7 +17,6 @@ using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr std::uint32_t kRegister = 0x4c8;
 constexpr std::uint32_t kCount = 0x465;

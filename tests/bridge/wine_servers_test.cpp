@@ -13,10 +13,8 @@ namespace spellwick::bridge {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 class WineServers : public testing::Test {

@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
-using testing::Contains;
 using testing::IsSupersetOf;
 
 constexpr int kCountButton = 3;

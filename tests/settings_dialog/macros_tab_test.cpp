@@ -6,7 +6,6 @@
 namespace spellwick {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr int kRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
