@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 class CharacterTest : public CompanionFixture {
   protected:
     fs::path Make(const char* below) const {
-        const fs::path folder = m_game.Path() / "Data" / "Profiles" / below;
+        fs::path folder = m_game.Path() / "Data" / "Profiles" / below;
         fs::create_directories(folder);
         return folder;
     }
