@@ -152,6 +152,10 @@ std::variant<MacroXml, std::string> ReadMacroXml(const std::string& bytes) {
     if (bytes.find('\0') != std::string::npos || ValidUtf8(bytes) != bytes) {
         return "It is not written in UTF-8.";
     }
+    // The toolkit's reader passes over a second mark without counting it.
+    if (bytes.starts_with(std::string(kUtf8Mark) + std::string(kUtf8Mark))) {
+        return "It has two marks of UTF-8 at its start.";
+    }
     if (HasLongTag(bytes)) {
         return "It has a tag that is longer than any of a macro file.";
     }

@@ -123,6 +123,8 @@ TEST(MacroXmlReader, Refused_WithASentence) {
         {"unknown entity", "<macros>&x;</macros>", "It is damaged in line 1"},
         {"another encoding", "<?xml version='1.0' encoding='iso-8859-1'?><macros/>",
          "It is not written in UTF-8."},
+        {"two marks", "\xef\xbb\xbf\xef\xbb\xbf<macros><macro key='1'/></macros>",
+         "two marks of UTF-8"},
         {"bytes of another encoding", "<macros a='\xe9'/>", "It is not written in UTF-8."},
         {"UTF-16", wide, "It is not written in UTF-8."},
         {"a zero", std::string("<macros/>\0", 10), "It is not written in UTF-8."},
