@@ -23,7 +23,7 @@ class CrowdedServer : public X11ClientWindowsTest {
             // The server takes half a minute to map as many windows that can be seen.
             xcb_create_window(x, 0, window, session->Root(), 0, 0, 1, 1, 0,
                               XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-            const std::string name("some.exe\0some.exe", 18);
+            const std::string name = std::string("some.exe") + '\0' + "some.exe" + '\0';
             xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
                                 XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(name.size()),
                                 name.data());
