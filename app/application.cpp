@@ -97,7 +97,7 @@ std::optional<int> Application::Start() {
                               "client alone.",
                       .icon = BoxIcon::kExclamation});
     }
-    LoadedAssistTools tools = LoadAssistTools(m_system.folder);
+    LoadedTable<AssistToolRow> tools = LoadAssistTools(m_system.folder);
     m_tools.SetTools(std::move(tools.rows));
     if (!tools.fault.empty()) {
         m_boxes.Show({.text = tools.fault +

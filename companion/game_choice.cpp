@@ -49,23 +49,9 @@ std::optional<fs::path> GameChoice::OwnTable() const {
 }
 
 std::string GameChoice::LoadTable() {
-    const std::optional<fs::path> own = OwnTable();
-    std::error_code ignored;
-    m_fault.clear();
-    if (!own || !fs::exists(*own, ignored)) {
-        m_windows.SetClients(ReadText(DeliveredGameClients()).clients);
-        return m_fault;
-    }
-    GameClients read;
-    try {
-        read = ReadText(ReadTableFile(*own));
-        if (read.fault) {
-            m_fault = FaultText(kGameClientsFile, *read.fault, kGameClientColumns);
-        }
-    } catch (const RuntimeFailure& failure) {
-        m_fault = std::string(kGameClientsFile) + ": " + failure.what() + ".";
-    }
-    m_windows.SetClients(std::move(read.clients));
+    LoadedTable<GameClient> table = LoadGameClients(m_place.folder);
+    m_windows.SetClients(std::move(table.rows));
+    m_fault = std::move(table.fault);
     return m_fault;
 }
 

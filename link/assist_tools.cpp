@@ -1,7 +1,6 @@
 #include "link/assist_tools.h"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 namespace spellwick {
@@ -9,12 +8,6 @@ namespace spellwick {
 namespace {
 
 enum Column : std::size_t { kName, kTitle, kCasts, kCounts, kReportsCasts, kReportsStock, kStats };
-
-// A value that means nothing, with its place.
-struct BadValue {
-    std::size_t column = 0;
-    std::string what;
-};
 
 template <typename Value, std::size_t Size>
 Value OneOf(const TableRow& row, Column column,
@@ -28,7 +21,7 @@ Value OneOf(const TableRow& row, Column column,
     for (const auto& word : words) {
         what += (&word == words.data() ? " \"" : ", \"") + std::string(word.first) + "\"";
     }
-    throw BadValue{column + 1, what};
+    throw ValueFault{column, what};
 }
 
 constexpr std::array<std::pair<std::string_view, bool>, 2> kYesNo{{{"yes", true}, {"no", false}}};
@@ -45,22 +38,22 @@ std::vector<TitlePattern> ReadTitles(const TableRow& row) {
     for (const std::string& text : Alternatives(row[kTitle])) {
         TitlePattern::Result read = TitlePattern::Read(text);
         if (!read.pattern) {
-            throw BadValue{kTitle + 1, read.fault};
+            throw ValueFault{kTitle, read.fault};
         }
         if (read.pattern->FixedText() == 0) {
-            throw BadValue{kTitle + 1, "any title would have this form"};
+            throw ValueFault{kTitle, "any title would have this form"};
         }
         titles.push_back(*std::move(read.pattern));
     }
     if (titles.empty()) {
-        throw BadValue{kTitle + 1, "there is no title"};
+        throw ValueFault{kTitle, "there is no title"};
     }
     return titles;
 }
 
 AssistToolRow ReadTool(const TableRow& row) {
     if (row[kName].empty()) {
-        throw BadValue{kName + 1, "there is no name"};
+        throw ValueFault{kName, "there is no name"};
     }
     return {.tool = {.name = row[kName],
                      .castsWithinCircle = OneOf(row, kCasts, kWithinCircle),
@@ -74,37 +67,12 @@ AssistToolRow ReadTool(const TableRow& row) {
 }  // namespace
 
 AssistTools ReadAssistTools(std::istream& input) {
-    RowTable table = ReadRowTable(input, kAssistToolColumns.size());
-    AssistTools tools{.rows = {}, .fault = std::move(table.fault)};
-    for (std::size_t row = 0; row < table.rows.size(); ++row) {
-        try {
-            tools.rows.push_back(ReadTool(table.rows[row]));
-        } catch (const BadValue& bad) {
-            return {.rows = {}, .fault = TableFault{row + 1, bad.column, bad.what}};
-        }
-    }
-    return tools;
+    return ReadTable<AssistToolRow>(input, kAssistToolColumns.size(), ReadTool);
 }
 
-LoadedAssistTools LoadAssistTools(const std::optional<std::filesystem::path>& folder) {
-    const auto read = [](const std::string& text) {
-        std::istringstream input(text);
-        return ReadAssistTools(input);
-    };
-    std::error_code ignored;
-    if (!folder || !std::filesystem::exists(*folder / kAssistToolsFile, ignored)) {
-        return {.rows = read(std::string(DeliveredAssistTools())).rows, .fault = {}};
-    }
-    try {
-        AssistTools own = read(ReadTableFile(*folder / kAssistToolsFile));
-        if (own.fault) {
-            return {.rows = {},
-                    .fault = FaultText(kAssistToolsFile, *own.fault, kAssistToolColumns)};
-        }
-        return {.rows = std::move(own.rows), .fault = {}};
-    } catch (const RuntimeFailure& failure) {
-        return {.rows = {}, .fault = std::string(kAssistToolsFile) + ": " + failure.what() + "."};
-    }
+LoadedTable<AssistToolRow> LoadAssistTools(const std::optional<std::filesystem::path>& folder) {
+    return LoadTable(folder, {kAssistToolsFile, kAssistToolColumns, DeliveredAssistTools()},
+                     &ReadAssistTools);
 }
 
 const AssistToolRow* FindAssistTool(const std::vector<AssistToolRow>& rows,

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "link/assist_tool.h"
-#include "link/row_table.h"
+#include "link/player_table.h"
 #include "link/title_pattern.h"
 
 namespace spellwick {
@@ -26,24 +26,16 @@ struct AssistToolRow {
     std::vector<TitlePattern> titles;
 };
 
-struct AssistTools {
-    std::vector<AssistToolRow> rows;  // the likelier first; none after a fault
-    std::optional<TableFault> fault;
-};
+using AssistTools = Table<AssistToolRow>;  // the likelier first
 
 AssistTools ReadAssistTools(std::istream& input);
 
 // The table as it is delivered; it is part of the program, and has no fault.
 std::string_view DeliveredAssistTools();
 
-struct LoadedAssistTools {
-    std::vector<AssistToolRow> rows;
-    std::string fault;  // as a sentence; empty without one
-};
-
-// The rows of the player's own table in this folder if there is one, else the delivered ones. None
-// where the own table has a fault.
-LoadedAssistTools LoadAssistTools(const std::optional<std::filesystem::path>& folder);
+// The player's own table in this folder, else the delivered one.
+LoadedTable<AssistToolRow> LoadAssistTools(
+    const std::optional<std::filesystem::path>& folder = std::nullopt);
 
 // The row of the tool that a window with this title belongs to, or null. Points into `rows`.
 const AssistToolRow* FindAssistTool(const std::vector<AssistToolRow>& rows, std::string_view title);

@@ -17,24 +17,18 @@ constexpr std::size_t kAtLogin = 4;
 constexpr std::size_t kShard = 5;
 constexpr std::size_t kEnter = 6;
 
-// What is wrong with a row, and in which column, from 0.
-struct RowFault {
-    std::size_t column;
-    std::string what;
-};
-
 std::vector<TitlePattern> ReadForms(const TableRow& row, std::size_t column) {
     std::vector<TitlePattern> forms;
     for (const std::string& text : Alternatives(row[column])) {
         TitlePattern::Result read = TitlePattern::Read(text);
         if (!read.pattern) {
-            throw RowFault{column, read.fault};
+            throw ValueFault{column, read.fault};
         }
         if (column == kInGame && !read.pattern->HasName()) {
-            throw RowFault{column, "there is no {name} in \"" + text + "\""};
+            throw ValueFault{column, "there is no {name} in \"" + text + "\""};
         }
         if (column == kAtLogin && (read.pattern->HasName() || read.pattern->HasShard())) {
-            throw RowFault{column, "nobody is logged in there, so only {any} has a meaning"};
+            throw ValueFault{column, "nobody is logged in there, so only {any} has a meaning"};
         }
         forms.push_back(*std::move(read.pattern));
     }
@@ -51,19 +45,19 @@ GameClient ReadClient(const TableRow& row) {
     client.shard = row[kShard];
     client.enterBehindMacro = row[kEnter] == "yes";
     if (client.name.empty()) {
-        throw RowFault{kName, "the name is missing"};
+        throw ValueFault{kName, "the name is missing"};
     }
     if (client.x11Classes.empty() && client.windowsClasses.empty()) {
-        throw RowFault{kX11Class, "neither this nor the next column names a class"};
+        throw ValueFault{kX11Class, "neither this nor the next column names a class"};
     }
     if (client.inGame.empty()) {
-        throw RowFault{kInGame, "the form of the title is missing"};
+        throw ValueFault{kInGame, "the form of the title is missing"};
     }
     if (client.shard.empty() || client.shard == "?") {
-        throw RowFault{kShard, "the word for an unknown shard is missing"};
+        throw ValueFault{kShard, "the word for an unknown shard is missing"};
     }
     if (row[kEnter] != "yes" && row[kEnter] != "no") {
-        throw RowFault{kEnter, "\"" + row[kEnter] + "\" is neither yes nor no"};
+        throw ValueFault{kEnter, "\"" + row[kEnter] + "\" is neither yes nor no"};
     }
     return client;
 }
@@ -119,17 +113,12 @@ void TryForms(Best& best, const GameClient& client, const std::vector<TitlePatte
 }  // namespace
 
 GameClients ReadGameClients(std::istream& input) {
-    GameClients read;
-    RowTable table = ReadRowTable(input, kGameClientColumns.size());
-    read.fault = std::move(table.fault);
-    for (std::size_t row = 0; row < table.rows.size(); ++row) {
-        try {
-            read.clients.push_back(ReadClient(table.rows[row]));
-        } catch (const RowFault& found) {
-            return {{}, TableFault{row + 1, found.column + 1, found.what}};
-        }
-    }
-    return read;
+    return ReadTable<GameClient>(input, kGameClientColumns.size(), ReadClient);
+}
+
+LoadedTable<GameClient> LoadGameClients(const std::optional<std::filesystem::path>& folder) {
+    return LoadTable(folder, {kGameClientsFile, kGameClientColumns, DeliveredGameClients()},
+                     &ReadGameClients);
 }
 
 std::optional<KnownTitle> FindGameClient(const std::vector<GameClient>& clients,

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "link/row_table.h"
+#include "link/player_table.h"
 #include "link/title_pattern.h"
 #include "platform/client_windows.h"
 
@@ -31,15 +31,16 @@ struct GameClient {
     bool enterBehindMacro = false;  // whether Enter follows a macro key that has no text
 };
 
-struct GameClients {
-    std::vector<GameClient> clients;  // none after a fault
-    std::optional<TableFault> fault;
-};
+using GameClients = Table<GameClient>;
 
 GameClients ReadGameClients(std::istream& input);
 
 // The table as it is delivered; it is part of the program, and has no fault.
 std::string_view DeliveredGameClients();
+
+// The player's own table in this folder, else the delivered one.
+LoadedTable<GameClient> LoadGameClients(
+    const std::optional<std::filesystem::path>& folder = std::nullopt);
 
 // What a title says of a client.
 struct KnownTitle {

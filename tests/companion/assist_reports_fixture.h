@@ -66,10 +66,6 @@ class AssistReportsTest : public CompanionFixture {
     void Report(std::uint32_t number, i32 wParam, i32 lParam = 0) {
         EXPECT_EQ(m_transport.Deliver({number, wParam, lParam}), 0);
     }
-    static std::vector<AssistToolRow> DeliveredRows() {
-        std::istringstream table{std::string(DeliveredAssistTools())};
-        return ReadAssistTools(table).rows;
-    }
 
     void ReportMana(i32 mana) { Report(kAssistStats, 100, mana); }
 
@@ -109,7 +105,7 @@ class AssistReportsTest : public CompanionFixture {
 
     std::string m_toolTitle = "UOAssist - Mira Talon";
     RecordingAssistTransport m_transport;
-    TranslatedAssist m_translated{m_transport, m_state, m_payment, DeliveredRows(),
+    TranslatedAssist m_translated{m_transport, m_state, m_payment, LoadAssistTools().rows,
                                   [this] { return m_clock.Now(); }};
     AssistSearch m_search{m_state, m_translated};
 };

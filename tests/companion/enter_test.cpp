@@ -15,9 +15,7 @@ class EnterTest : public CastingTest {
   protected:
     // Mira in a client of the delivered table.
     void StartInClient(const std::string& windowClass, const std::string& title) {
-        std::istringstream table{std::string(DeliveredGameClients())};
-        m_translated =
-            std::make_unique<TranslatedWindows>(m_clients, ReadGameClients(table).clients);
+        m_translated = std::make_unique<TranslatedWindows>(m_clients, LoadGameClients().rows);
         m_games = m_translated.get();
         StartWithMira();
         m_clients.windows = {{kClientWindow, windowClass, title}};

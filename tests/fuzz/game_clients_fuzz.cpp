@@ -35,17 +35,17 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const std::string title = bytes.substr(0, end);
     const std::string table = bytes.substr(std::min(end + 1, bytes.size()));
     const GameClients read = Read(table);
-    Check(!read.fault || read.clients.empty());
+    Check(!read.fault || read.rows.empty());
     for (const char* windowClass : {"ClassicUO", "orionuo.exe", "mine"}) {
         const TopLevelWindow window{7, windowClass, {}, title};
-        const auto known = FindGameClient(read.clients, window, WindowClassKind::kX11);
+        const auto known = FindGameClient(read.rows, window, WindowClassKind::kX11);
         Check(!known || !known->inGame || !known->name.empty());
-        const auto row = ProposeRow(read.clients, window, WindowClassKind::kX11);
+        const auto row = ProposeRow(read.rows, window, WindowClassKind::kX11);
         const GameClients more = Read(spellwick::WithFirstRow("x, 0", row));
         Check(!more.fault || more.fault->row == 1);
         if (!read.fault && !more.fault) {
             const GameClients all = Read(spellwick::WithFirstRow(table, row));
-            Check(all.fault.has_value() || all.clients.size() == read.clients.size() + 1);
+            Check(all.fault.has_value() || all.rows.size() == read.rows.size() + 1);
         }
     }
     return 0;

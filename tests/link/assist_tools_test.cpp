@@ -104,17 +104,19 @@ TEST(AssistToolsTest, Fault_NamesFileRowColumnAndWhatIsWrong) {
 
 TEST(AssistToolsTest, OwnFile_IsReadInsteadOfTheDeliveredRows) {
     const TemporaryFolder folder;
-    EXPECT_EQ(LoadAssistTools(std::nullopt).rows.size(), Delivered().rows.size());
+    EXPECT_EQ(LoadAssistTools().rows.size(), Delivered().rows.size());
     EXPECT_EQ(LoadAssistTools(folder.Path()).rows.size(), Delivered().rows.size());
     const auto write = [&](const char* text) {
         std::ofstream(folder.Path() / kAssistToolsFile, std::ios::binary) << text;
         return LoadAssistTools(folder.Path());
     };
-    const LoadedAssistTools own = write("Tools, 1\nMine, Mine, absolute, yes, yes, yes, none\n");
+    const LoadedTable<AssistToolRow> own =
+        write("Tools, 1\nMine, Mine, absolute, yes, yes, yes, none\n");
     ASSERT_EQ(own.rows.size(), 1U);
     EXPECT_EQ(own.rows[0].tool.name, "Mine");
     EXPECT_EQ(own.fault, "");
-    const LoadedAssistTools bad = write("Tools, 1\nMine, Mine, absolute, yes, yes, yes, all\n");
+    const LoadedTable<AssistToolRow> bad =
+        write("Tools, 1\nMine, Mine, absolute, yes, yes, yes, all\n");
     EXPECT_TRUE(bad.rows.empty());
     EXPECT_THAT(bad.fault, HasSubstr("AssistTools.txt, row 1, column 7 (\"0x531\")"));
     EXPECT_THAT(write("Tools").fault, HasSubstr("AssistTools.txt, first line, column 2"));

@@ -11,8 +11,7 @@ namespace {
 using testing::ElementsAre;
 
 std::vector<GameClient> Delivered() {
-    std::istringstream input{std::string(DeliveredGameClients())};
-    return ReadGameClients(input).clients;
+    return LoadGameClients().rows;
 }
 
 TEST(NothingFound, CountsTheWindowsOfEachKnownClass) {
@@ -88,7 +87,7 @@ TEST(ProposeRow, KnowsItsOwnWindow) {
         std::istringstream input(table);
         const GameClients read = ReadGameClients(input);
         ASSERT_FALSE(read.fault) << table << read.fault->what;
-        const auto known = FindGameClient(read.clients, window, WindowClassKind::kX11);
+        const auto known = FindGameClient(read.rows, window, WindowClassKind::kX11);
         ASSERT_TRUE(known) << table;
         EXPECT_TRUE(known->inGame);
     }

@@ -20,7 +20,7 @@ GameClients Read(const std::string& text) {
 std::vector<GameClient> Delivered() {
     const GameClients read = Read(std::string(DeliveredGameClients()));
     EXPECT_FALSE(read.fault);
-    return read.clients;
+    return read.rows;
 }
 
 constexpr const char* kRow = "Mine, mine, Mine, {name} - Mine, Mine, Home, yes\n";
@@ -37,8 +37,8 @@ TEST(GameClients, Row_IsTakenWhole) {
     const GameClients read = Read(
         "any text, 1\nMine, mine | mine.exe, Mine, {name} - M | {name} = M, M | M{any}, Home, no");
     ASSERT_FALSE(read.fault);
-    ASSERT_EQ(read.clients.size(), 1U);
-    const GameClient& client = read.clients[0];
+    ASSERT_EQ(read.rows.size(), 1U);
+    const GameClient& client = read.rows[0];
     EXPECT_EQ(client.name, "Mine");
     EXPECT_THAT(client.x11Classes, ElementsAre("mine", "mine.exe"));
     EXPECT_THAT(client.windowsClasses, ElementsAre("Mine"));
@@ -49,12 +49,11 @@ TEST(GameClients, Row_IsTakenWhole) {
 }
 
 TEST(GameClients, Rows_MayBeBrokenOverLinesOrMayBeNone) {
-    EXPECT_EQ(Read("x, 0").clients.size(), 0U);
+    EXPECT_EQ(Read("x, 0").rows.size(), 0U);
     EXPECT_FALSE(Read("x, 0").fault);
-    EXPECT_EQ(Read("x\n1\nMine\nmine\nMine\n{name} - Mine\nMine\nHome\nyes\n\n\n").clients.size(),
-              1U);
+    EXPECT_EQ(Read("x\n1\nMine\nmine\nMine\n{name} - Mine\nMine\nHome\nyes\n\n\n").rows.size(), 1U);
     EXPECT_EQ(Read("\xEF\xBB\xBFx, 1\r\nMine, mine, Mine, {name} - Mine, Mine, Home, yes\r\n")
-                  .clients.size(),
+                  .rows.size(),
               1U);
 }
 
@@ -102,7 +101,7 @@ TEST(GameClients, Fault_NamesRowColumnAndWhatIsWrong) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         const GameClients read = Read(row.text);
-        EXPECT_EQ(read.clients.size(), 0U) << "a table with a fault counts for nothing";
+        EXPECT_EQ(read.rows.size(), 0U) << "a table with a fault counts for nothing";
         ASSERT_TRUE(read.fault);
         EXPECT_THAT(FaultText(kGameClientsFile, *read.fault, kGameClientColumns),
                     testing::StartsWith(row.fault));
@@ -116,14 +115,14 @@ TEST(GameClients, WithFirstRow_KeepsAllElse) {
                                   "\xEF\xBB\xBFx\r\n1\r\n" + std::string(kRow), "x, 0", "x, 0\n"};
     for (const std::string& table : tables) {
         SCOPED_TRACE(table);
-        const std::size_t before = Read(table).clients.size();
+        const std::size_t before = Read(table).rows.size();
         const std::string text = WithFirstRow(table, more);
         const GameClients read = Read(text);
         ASSERT_FALSE(read.fault) << text;
-        ASSERT_EQ(read.clients.size(), before + 1) << text;
-        EXPECT_EQ(read.clients[0].name, "New");
-        EXPECT_EQ(read.clients[0].inGame[0].Match("Bran, new"), (TitleFields{"Bran", ""}));
-        EXPECT_EQ(before == 0 || read.clients[1].name == "Mine", true);
+        ASSERT_EQ(read.rows.size(), before + 1) << text;
+        EXPECT_EQ(read.rows[0].name, "New");
+        EXPECT_EQ(read.rows[0].inGame[0].Match("Bran, new"), (TitleFields{"Bran", ""}));
+        EXPECT_EQ(before == 0 || read.rows[1].name == "Mine", true);
     }
 }
 
@@ -236,7 +235,7 @@ TEST(GameClients, EqualForms_GoInTheTablesOrder) {
     const GameClients read =
         Read(std::string("x, 2\n") + kRow + "Later, mine, Mine, {name} - Mine, , There, no");
     const auto known =
-        FindGameClient(read.clients, {7, "mine", {}, "Bran - Mine"}, WindowClassKind::kX11);
+        FindGameClient(read.rows, {7, "mine", {}, "Bran - Mine"}, WindowClassKind::kX11);
     ASSERT_TRUE(known);
     EXPECT_EQ(known->client->name, "Mine");
 }
@@ -249,7 +248,7 @@ TEST(GameClients, RowOfTheGuide_ReadsAsItSays) {
     ASSERT_FALSE(read.fault);
     const auto shown = [&](const char* title) {
         const auto known =
-            FindGameClient(read.clients, {7, "ironclad", {}, title}, WindowClassKind::kX11);
+            FindGameClient(read.rows, {7, "ironclad", {}, title}, WindowClassKind::kX11);
         return known && known->inGame ? CommonTitle(known->name, known->shard) : "";
     };
     EXPECT_EQ(shown("Ironclad 2.4: Bran of Oak Hill"), "Ultima Online - Bran (Oak Hill)");

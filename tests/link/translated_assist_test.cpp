@@ -41,11 +41,6 @@ class TranslatedAssistTest : public testing::Test {
         m_search.HookWindow();
     }
 
-    static std::vector<AssistToolRow> Rows() {
-        std::istringstream table{std::string(DeliveredAssistTools())};
-        return ReadAssistTools(table).rows;
-    }
-
     // What the dispatcher gets of a report.
     std::vector<WindowMessage> Report(std::uint32_t number, i32 wParam, i32 lParam = 0) {
         m_receiver.taken.clear();
@@ -68,7 +63,7 @@ class TranslatedAssistTest : public testing::Test {
     RecordingAssistTransport m_transport;
     Receiver m_receiver;
     std::chrono::system_clock::time_point m_wall{std::chrono::seconds(1000)};
-    TranslatedAssist m_translated{m_transport, m_state, m_payment, Rows(),
+    TranslatedAssist m_translated{m_transport, m_state, m_payment, LoadAssistTools().rows,
                                   [this] { return m_wall; }};
     AssistSearch m_search{m_state, m_translated};
 };

@@ -21,11 +21,6 @@ constexpr const char* kMira = "Ultima Online - Mira Talon (Atlantic)";
 
 class TranslatedWindowsTest : public testing::Test {
   protected:
-    static std::vector<GameClient> Delivered() {
-        std::istringstream input{std::string(DeliveredGameClients())};
-        return ReadGameClients(input).clients;
-    }
-
     void Show(WindowHandle handle, const std::string& windowClass, const std::string& title) {
         m_real.windows.push_back({.handle = handle, .windowClass = windowClass, .title = title});
     }
@@ -43,7 +38,7 @@ class TranslatedWindowsTest : public testing::Test {
     std::vector<std::string> m_log;
     RecordingClientWindows m_real{&m_log};
     std::chrono::steady_clock::time_point m_now{std::chrono::hours(1)};
-    TranslatedWindows m_windows{m_real, Delivered(), [this] { return m_now; }};
+    TranslatedWindows m_windows{m_real, LoadGameClients().rows, [this] { return m_now; }};
     SharedState m_state;
     ClientWatch m_watch{m_state, m_windows};
 };
@@ -169,7 +164,7 @@ class ByTitle : public RecordingClientWindows {
 
 TEST_F(TranslatedWindowsTest, WineClient_ThatTheTitleFinds_IsKnownByItsRow) {
     ByTitle real;
-    TranslatedWindows windows(real, Delivered());
+    TranslatedWindows windows(real, LoadGameClients().rows);
     ClientWatch watch(m_state, windows);
     const struct {
         const char* windowClass;
@@ -203,7 +198,7 @@ TEST_F(TranslatedWindowsTest, WithoutRows_TheClassicClientAloneIsKnown) {
 
 TEST_F(TranslatedWindowsTest, OnWindows_TheOtherColumnCounts) {
     m_real.classKind = WindowClassKind::kWindows;
-    m_windows.SetClients(Delivered());
+    m_windows.SetClients(LoadGameClients().rows);
     Show(8, "SDL_app", "Bran - ClassicUO - 1");
     EXPECT_EQ(Tick(), "Ultima Online - Bran (ClassicUO)");
 }

@@ -19,13 +19,8 @@ struct ToolRow {
 
 class TodaysWindows : public WindowAssist, public testing::WithParamInterface<ToolRow> {
   protected:
-    static std::vector<AssistToolRow> Rows() {
-        std::istringstream table{std::string(DeliveredAssistTools())};
-        return ReadAssistTools(table).rows;
-    }
-
     CastPayment m_payment{m_state};
-    TranslatedAssist m_translated{m_transport, m_state, m_payment, Rows(),
+    TranslatedAssist m_translated{m_transport, m_state, m_payment, LoadAssistTools().rows,
                                   [] { return std::chrono::system_clock::now(); }};
     AssistSearch m_search{m_state, m_translated};
     AssistDispatcher m_reports{m_state, m_view, m_search, m_sink};

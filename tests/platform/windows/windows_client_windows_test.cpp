@@ -154,8 +154,7 @@ TEST_F(ClientOnWindows, TitleOfARealWindow_GivesCharacterAndServer) {
 }
 
 TEST_F(ClientOnWindows, TodaysClients_AreFoundWithNameAndShard) {
-    std::istringstream table{std::string(DeliveredGameClients())};
-    TranslatedWindows windows(m_windows, ReadGameClients(table).clients);
+    TranslatedWindows windows(m_windows, LoadGameClients().rows);
     SharedState state;
     ClientWatch watch(state, windows);
     const struct {
