@@ -47,7 +47,9 @@ bool AreSame(const ToolWindow& one, const ToolWindow& other) {
 
 ToolChanges ToolWindows::Search() {
     std::vector<ToolWindow> found;
-    EnumWindows(&Visit, std::bit_cast<LPARAM>(&found));
+    // EnumWindows lists the same, but Wine's asks its server about each window on the way.
+    EnumDesktopWindows(GetThreadDesktop(GetCurrentThreadId()), &Visit,
+                       std::bit_cast<LPARAM>(&found));
     ToolChanges changes;
     std::vector<ToolWindow> kept;
     for (ToolWindow& known : m_windows) {

@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "platform/windows/desktop_windows.h"
 #include "platform/windows/wide_text.h"
 
 namespace spellwick {
@@ -50,11 +51,6 @@ bool TakesMessages(HWND window) {
 // read in turn; a window that is new is always read.
 constexpr std::size_t kTitlesAtOnce = 1000;
 
-BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
-    std::bit_cast<std::vector<HWND>*>(list)->push_back(window);
-    return TRUE;
-}
-
 }  // namespace
 
 WindowMessage WindowAssistTransport::MessageOf(const Deferred& message) {
@@ -74,8 +70,7 @@ WindowAssistTransport::~WindowAssistTransport() {
 void WindowAssistTransport::EnumWindows(const WindowVisitor& visit) {
     // The handle of a window that is gone may be reused.
     std::erase_if(m_silent, [](const auto& entry) { return IsWindow(entry.first) == FALSE; });
-    std::vector<HWND> windows;
-    ::EnumWindows(&AddWindow, std::bit_cast<LPARAM>(&windows));
+    const std::vector<HWND> windows = DesktopWindows();
     std::unordered_map<HWND, std::string> known;
     known.reserve(windows.size());
     const std::size_t first = m_firstToRead < windows.size() ? m_firstToRead : 0;

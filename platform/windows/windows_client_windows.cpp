@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <chrono>
 #include <thread>
 
+#include "platform/windows/desktop_windows.h"
 #include "platform/windows/wide_text.h"
 
 namespace spellwick {
@@ -46,17 +46,10 @@ std::string ClassOf(HWND window) {
     return Utf8FromWide({text.data(), static_cast<std::size_t>(std::max(length, 0))});
 }
 
-BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
-    if (IsWindowVisible(window) != FALSE) {
-        std::bit_cast<std::vector<HWND>*>(list)->push_back(window);
-    }
-    return TRUE;
-}
-
-// Topmost first, since the system lists them so.
+// Topmost first.
 std::vector<HWND> VisibleWindows() {
-    std::vector<HWND> windows;
-    EnumWindows(&AddWindow, std::bit_cast<LPARAM>(&windows));
+    std::vector<HWND> windows = DesktopWindows();
+    std::erase_if(windows, [](HWND window) { return IsWindowVisible(window) == FALSE; });
     return windows;
 }
 

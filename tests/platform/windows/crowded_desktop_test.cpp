@@ -1,11 +1,12 @@
 // The searches of the tick on a desktop with many windows.
 #include <algorithm>
 #include <iostream>
+#include <thread>
 
 #include <gtest/gtest.h>
 
 #include "link/assist_search.h"
-#include "link/client_watch.h"
+#include "link/translated_windows.h"
 #include "platform/windows/window_assist_transport.h"
 #include "platform/windows/windows_client_windows.h"
 #include "tests/platform/windows/peer_process.h"
@@ -17,6 +18,8 @@ using testing_support::PeerProcess;
 
 class CrowdedDesktop : public testing::Test {
   protected:
+    static constexpr double kGoal = 60;  // milliseconds; a tick comes once a second
+
     // More windows, in another process.
     void Crowd(const std::wstring& windows) {
         const std::wstring title = L"a crowd of " + windows;
@@ -30,24 +33,30 @@ class CrowdedDesktop : public testing::Test {
         return windows;
     }
 
-    // The shortest of several times of one tick's searches, for both classes of the client and the
-    // tool: the system is busy with the new windows at first.
+    // The shortest of several times of one tick's searches, for all clients and the tool. The
+    // system is busy with the new windows at first, and the machine with other work: more rounds
+    // until one is short enough.
     double MillisecondsOfTick() {
+        constexpr std::string_view kClassic[] = {"Ultima Online", "Ultima Online Third Dawn"};
+        constexpr std::size_t kRounds = 9;
+        constexpr std::size_t kMostRounds = 60;
         std::vector<double> times;
-        for (int round = 0; round < 9; ++round) {
+        while (times.size() < kRounds ||
+               (times.size() < kMostRounds && *std::ranges::min_element(times) >= kGoal)) {
             const auto start = std::chrono::steady_clock::now();
-            EXPECT_EQ(m_windows.FindWindowByClass("Ultima Online"), 0U);
-            EXPECT_EQ(m_windows.FindWindowByClass("Ultima Online Third Dawn"), 0U);
+            EXPECT_EQ(m_clients.FindWindowOfClasses(kClassic), 0U);
             m_link.FindAssist();
             const std::chrono::duration<double, std::milli> took =
                 std::chrono::steady_clock::now() - start;
             times.push_back(took.count());
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
         return *std::ranges::min_element(times);
     }
 
     std::vector<std::unique_ptr<PeerProcess>> m_peers;
     WindowsClientWindows m_windows;
+    TranslatedWindows m_clients{m_windows, LoadGameClients().rows};
     WindowAssistTransport m_transport;
     SharedState m_state;
     AssistSearch m_link{m_state, m_transport};
@@ -67,8 +76,7 @@ TEST_F(CrowdedDesktop, TenThousandWindows_AreSearchedWithinATick) {
         std::cout << "one search of the tick with " << windows << " windows: " << milliseconds
                   << " ms\n";
         RecordProperty("windows" + std::to_string(row.atLeast), std::to_string(milliseconds));
-        // A tick comes once a second; generous, since the machine may be busy.
-        EXPECT_LT(milliseconds, 1000);
+        EXPECT_LT(milliseconds, kGoal);
     }
     EXPECT_FALSE(m_state.AssistLinked);
     const std::wstring title = L"UOAssist";
