@@ -131,8 +131,55 @@ void Application::Show(const Changes& changes) {
     }
 }
 
-void Application::ShowHint(const std::string& text) {
-    m_hints->Show(ToQString(text));
+void Application::ShowHint(const std::string& text, const Target& target) {
+    HintLead lead;
+    if (target.way != Way::kNone) {
+        lead = {.beside = ControlFor(target),
+                .follow = [this, target] { Follow(target); },
+                .untilClick = target.way == Way::kFirstSteps};
+    }
+    m_hints->Show(ToQString(text), lead);
+}
+
+QWidget* Application::ControlFor(const Target& target) {
+    switch (target.way) {
+        case Way::kCounters:
+            return &m_main->StockCounter(m_companion.CounterFor(target.row));
+        case Way::kTithingPoints:
+            return &m_main->TithesLabel();
+        default:
+            return &m_main->Command(kSettingsCommand);
+    }
+}
+
+void Application::Follow(const Target& target) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal != nullptr && modal != m_settings.get()) {
+        return;  // a box wants its answer first
+    }
+    if (target.way == Way::kCounters || target.way == Way::kTithingPoints) {
+        if (m_settings != nullptr && m_settings->isVisible()) {
+            m_settings->ClickCommand1();
+            if (m_settings->isVisible()) {
+                return;  // an entry was refused
+            }
+        }
+        m_main->activateWindow();
+        if (target.way == Way::kCounters) {
+            m_companion.FocusStock(target.row);
+        } else {
+            m_companion.EditTithes();
+        }
+        return;
+    }
+    MakeSettings();
+    if (m_settings == nullptr) {
+        return;
+    }
+    m_settings->GoTo(target);
+    if (!m_settings->isVisible()) {
+        m_main->ClickCommand(kSettingsCommand);
+    }
 }
 
 void Application::ServeEvents() {

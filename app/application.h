@@ -39,7 +39,7 @@ class Application : private Forms {
     void FocusPage() override { m_main->FocusPage(); }
     void FocusCounter(i32 reagent) override { m_main->FocusCounter(reagent); }
     void FocusHelp() override { m_main->FocusHelp(); }
-    void ShowHint(const std::string& text) override;
+    void ShowHint(const std::string& text, const Target& target) override;
     void ServeEvents() override;
     void Pause() override { m_main->Pause(); }
     WindowPlaces MainPlace() override { return m_main->Places(); }
@@ -51,6 +51,9 @@ class Application : private Forms {
     CompanionServices Services();
     void MakeSettings();
     void ShowSettings();
+    // Goes where a hint leads.
+    void Follow(const Target& target);
+    QWidget* ControlFor(const Target& target);
     void ShowInfo(i32 row);
     void ConnectAssist();
     void WatchForEnd();

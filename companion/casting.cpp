@@ -38,10 +38,20 @@ void Casting::KeepPress(i16 button, i16 shift) {
     m_last.LastMouseShift = shift;
 }
 
+// Hints come last: none stands behind a box, or turns up while keys are typed.
 void Casting::CastSpell(i32 slot) {
+    Ways ways;
+    Cast(slot, ways);
+    for (const WayHint& way : ways) {
+        m_parts.display.Tell();
+        m_parts.display.TheForms().ShowWay(way);
+    }
+}
+
+void Casting::Cast(i32 slot, Ways& ways) {
     const i32 row = m_parts.page.SpellAtSlot(slot);
     m_state.CurrentSpell = ToI16(row);
-    if (NumericPrefix(Slot(slot).chance) == 0.0 && !WarnOfNoChance(row)) {
+    if (NumericPrefix(Slot(slot).chance) == 0.0 && !WarnOfNoChance(row, ways)) {
         return;
     }
     if (m_last.LastMouseShift == kCtrlAlone) {
@@ -55,7 +65,7 @@ void Casting::CastSpell(i32 slot) {
     if (m_state.Spellbook(row) == 1 && !AskForBook(row)) {
         return;
     }
-    if (RefuseForStock(slot, row)) {
+    if (RefuseForStock(slot, row, ways)) {
         return;
     }
     // ODDITY(shared-send-string): of two casts within one pause the second is sent twice and the
@@ -79,16 +89,18 @@ void Casting::CastSpell(i32 slot) {
 }
 
 // The tests for a spell that shows no chance. False when the cast ends here.
-bool Casting::WarnOfNoChance(i32 row) {
+bool Casting::WarnOfNoChance(i32 row, Ways& ways) {
     const SpellRecord& spell = m_state.Spells(row);
     if (spell.MinimumSkill > GetSkill(m_state, row)) {
         if (const auto refusal = SkillRefusal(row)) {
             ShowBox({.text = std::string(*refusal), .icon = BoxIcon::kInformation});
+            ways.push_back(SkillHint(m_state, row));
         }
         return false;
     }
     if (spell.Mana > m_state.Intelligence) {
         ShowBox({.text = std::string(kIntelligenceWarning), .icon = BoxIcon::kInformation});
+        ways.push_back(IntelligenceHint(row));
     }
     if (m_state.AssistLinked && spell.Mana > m_state.CurrentMana) {
         ShowBox({.text = std::string(kManaWarning), .icon = BoxIcon::kInformation});
@@ -108,12 +120,13 @@ bool Casting::AskForBook(i32 row) {
     return true;
 }
 
-bool Casting::RefuseForStock(i32 slot, i32 row) {
+bool Casting::RefuseForStock(i32 slot, i32 row, Ways& ways) {
     if (NumericPrefix(Slot(slot).amount) >= 1.0 || !m_state.DisableCasting) {
         return false;
     }
     ShowBox({.text = std::string(StockRefusal(m_state.Spells(row).School)),
              .icon = BoxIcon::kExclamation});
+    ways.push_back(StockHint(m_state, row));
     return true;
 }
 

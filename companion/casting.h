@@ -1,6 +1,8 @@
 // Casting a spell: the tests in their order, the keys, the debit; undo, credit and meditation.
 #pragma once
 
+#include <vector>
+
 #include "companion/display.h"
 #include "companion/last_cast.h"
 #include "companion/page.h"
@@ -52,9 +54,13 @@ class Casting {
     const LastCast& Last() const { return m_last; }
 
   private:
-    bool WarnOfNoChance(i32 row);
+    // What the boxes of one cast have left to say, until it is over.
+    using Ways = std::vector<WayHint>;
+
+    void Cast(i32 slot, Ways& ways);
+    bool WarnOfNoChance(i32 row, Ways& ways);
     bool AskForBook(i32 row);
-    bool RefuseForStock(i32 slot, i32 row);
+    bool RefuseForStock(i32 slot, i32 row, Ways& ways);
     BoxAnswer ShowBox(const Box& box);
     void BringClientForward();
     EnterRules RulesOfEnter() const;

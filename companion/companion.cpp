@@ -114,6 +114,10 @@ void Companion::ShowCounter(i32 reagent) {
     m_display.Act([&] { m_purse.ShowCounter(reagent); });
 }
 
+void Companion::FocusStock(i32 row) {
+    m_display.Act([&] { m_display.TheForms().FocusCounter(CounterFor(row)); });
+}
+
 void Companion::CommitByEnter() {
     m_display.Act([&] {
         const i32 reagent = m_display.screen.focusedReagent;

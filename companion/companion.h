@@ -83,6 +83,9 @@ class Companion : public DialogActions, private AssistView {
     void StepCounter(i32 reagent);
     void LeaveCounter(i32 reagent);
     void ShowCounter(i32 reagent) override;
+    // Moves the focus to the counter to fill before a spell can be cast; row 0 to 96.
+    void FocusStock(i32 row);
+    i32 CounterFor(i32 row) const { return CounterToFill(m_state.Spells(row), m_display.screen); }
     // Enter: commits the entry and leaves the focus in the counter.
     void CommitByEnter();
 

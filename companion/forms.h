@@ -4,6 +4,7 @@
 #include <string>
 
 #include "companion/screen.h"
+#include "companion/way.h"
 #include "store/setting_changes.h"
 
 namespace spellwick {
@@ -30,7 +31,9 @@ class Forms {
     virtual void FocusHelp() = 0;
 
     // Shows a hint: a small window of ours that goes by itself; never a box, never takes the focus.
-    virtual void ShowHint(const std::string& text) = 0;
+    // One with a target stands near the control that mends the trouble, and a click leads there.
+    virtual void ShowHint(const std::string& text, const Target& target = {}) = 0;
+    void ShowWay(const WayHint& hint) { ShowHint(hint.text, hint.target); }
 
     // Serves the events that are pending.
     virtual void ServeEvents() = 0;

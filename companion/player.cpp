@@ -73,6 +73,7 @@ void Player::ShowCaption() {
 void Player::ShowClientNotFound() {
     m_parts.display.Tell();
     m_services.boxes.Show({.text = "Could not find Ultima Online.", .icon = BoxIcon::kCritical});
+    m_parts.display.TheForms().ShowWay(NoGameHint(m_state.ClientWindow != 0));
 }
 
 void Player::Save() {

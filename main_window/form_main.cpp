@@ -24,7 +24,7 @@ constexpr int kWatchMs = 1000;
 constexpr int kMeditationMs = 100;
 constexpr float kFarthestTwips = 40000.0F;
 
-enum CommandIndex { kUndo, kHelp, kSettings, kCount, kMeditate };
+enum CommandIndex { kUndo, kHelp, kSettings = kSettingsCommand, kCount, kMeditate };
 
 struct CommandFacts {
     const char* caption;

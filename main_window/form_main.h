@@ -17,6 +17,8 @@
 
 namespace spellwick {
 
+inline constexpr int kSettingsCommand = 2;  // of FormMain::Command
+
 class FormMain : public QWidget {
     Q_OBJECT
 
@@ -52,6 +54,8 @@ class FormMain : public QWidget {
     CirclePage& Page() { return m_page; }
     Pictures& PictureStrips() { return m_pictures; }
     QTimer& Timer1(int index);
+    QWidget& StockCounter(i32 reagent) { return m_counters.Reagent(reagent); }  // 1 to 13
+    QWidget& TithesLabel() { return *m_tithes.LabelTithes; }
     QPushButton& Command(int index) { return *m_command[static_cast<std::size_t>(index)]; }
 
   signals:

@@ -21,7 +21,24 @@ constexpr QSize kLeastSize(556, 377);
 constexpr std::array<const char*, kTabCount> kTabCaptions{
     "Spells && Reagents", "User Spells", "Macros",   "Skills", "Reagent Management",
     "Spell texts",        "About",       "Settings", "Game"};
+constexpr int kSpellsTab = 0;
+constexpr int kSkillsTab = 3;
+constexpr int kOptionsTab = 7;
 constexpr int kGameTab = 8;
+
+int TabOf(Way way) {
+    switch (way) {
+        case Way::kSkill:
+        case Way::kIntelligence:
+            return kSkillsTab;
+        case Way::kSpellbook:
+            return kSpellsTab;
+        case Way::kNecroReagents:
+            return kOptionsTab;
+        default:
+            return kGameTab;
+    }
+}
 
 // Keeps the user's unfinished entry while the program refills its edit.
 class UnfinishedEntry {
@@ -249,6 +266,21 @@ void FormSettings::ClickCheckTab(int tab) {
     m_panels->setCurrentIndex(tab);
     if (QWidget* first = Tab(tab).FirstControl()) {
         first->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void FormSettings::GoTo(const Target& target) {
+    if (target.way == Way::kNone || target.way == Way::kCounters ||
+        target.way == Way::kTithingPoints) {
+        return;
+    }
+    const int tab = TabOf(target.way);
+    if (isVisible() && !LeaveEntryFor(*CheckTab[static_cast<std::size_t>(tab)])) {
+        return;
+    }
+    ClickCheckTab(tab);
+    if (QWidget* control = Tab(tab).ControlFor(target)) {
+        control->setFocus(Qt::OtherFocusReason);
     }
 }
 

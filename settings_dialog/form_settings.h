@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "companion/screen.h"
+#include "companion/way.h"
 #include "settings_dialog/about_tab.h"
 #include "settings_dialog/common_dialog.h"
 #include "settings_dialog/game_tab.h"
@@ -42,6 +43,10 @@ class FormSettings : public QDialog {
 
     // Takes the entry in use at the end of the program; one that would be refused is dropped.
     void TakeEntryAtEnd();
+
+    // Opens the tab with the control that a hint speaks of, and gives it the focus; of a target in
+    // the main window, nothing. An entry that is refused keeps the focus.
+    void GoTo(const Target& target);
 
     // Saves the dialog's place, unless it is minimised, and all macro codes.
     StoreResult Form_Unload();

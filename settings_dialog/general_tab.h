@@ -42,6 +42,9 @@ class GeneralTab : public SettingsTab {
 
     void Load() override;
     QWidget* FirstControl() override { return ComboUOwindow; }
+    QWidget* ControlFor(const Target& target) override {
+        return target.way == Way::kNecroReagents ? CheckShowNecroRegs : FirstControl();
+    }
 
     // Called when the dialog becomes active: selects CurrentPlayerName, hides the timer options.
     void Activate();

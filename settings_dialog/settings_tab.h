@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+#include "companion/way.h"
 #include "settings_dialog/services.h"
 #include "widgets/guarded_events.h"
 
@@ -27,6 +28,9 @@ class SettingsTab : public QWidget {
 
     // The control that gets the focus when the tab is opened; null for none.
     virtual QWidget* FirstControl() { return nullptr; }
+
+    // The control that a hint leads to, made ready for the hint's spell.
+    virtual QWidget* ControlFor(const Target& /*target*/) { return FirstControl(); }
 
     // Whether an entry counts only when its edit loses the focus; else it takes effect while it is
     // typed.

@@ -25,6 +25,14 @@ inline constexpr std::array<SkillGroup, kSkillGroups> kSkillGroupFacts{{
     {"Paladin Skills", "Chivalry", 0xFF0000},
 }};
 
+// The first group of a school.
+constexpr int GroupOfSchool(i32 school) {
+    if (school == kNecromancer) {
+        return 1;
+    }
+    return school == kChivalry ? 3 : 0;
+}
+
 inline constexpr std::array<const char*, kSlotCount> kCircleTitles{
     "First Circle", "Second Circle", "Third Circle",   "Fourth Circle",
     "Fifth Circle", "Sixth Circle",  "Seventh Circle", "Eighth Circle"};

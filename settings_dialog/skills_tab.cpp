@@ -28,6 +28,16 @@ int SkillsTab::SelectedSkillGroup() const {
     return group;
 }
 
+QWidget* SkillsTab::ControlFor(const Target& target) {
+    if (target.way == Way::kIntelligence) {
+        return MinimumInt[kCharacterLine];
+    }
+    const int group = GroupOfSchool(m_state.Spells(target.row).School);
+    SkillType[static_cast<std::size_t>(group)]->setChecked(true);
+    ClickSkillType(group);
+    return MinimumSkill[kCharacterLine];
+}
+
 i16 SkillsTab::SelectedSkillValue() const {
     return SkillOfGroup(m_state, SelectedSkillGroup());
 }

@@ -27,6 +27,7 @@ class SkillsTab : public SettingsTab {
     void Load() override;
     void Refresh() override;
     QWidget* FirstControl() override { return MinimumSkill[kCharacterLine]; }
+    QWidget* ControlFor(const Target& target) override;
     bool TakesEntriesWhenLeft() const override { return false; }
 
     // Shows the chances of the selected group, in their colours.

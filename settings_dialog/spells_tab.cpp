@@ -182,6 +182,13 @@ void SpellsTab::MarkSchool(bool inBook) {
     }
 }
 
+QWidget* SpellsTab::ControlFor(const Target& target) {
+    const int page = std::min(target.row, kLastPagedRow) / kSlotCount;
+    ComboSpellLevel->setCurrentIndex(page);
+    ClickSpellLevel();
+    return CheckBook[static_cast<std::size_t>(std::min(target.row, kLastPagedRow) % kSlotCount)];
+}
+
 void SpellsTab::ClickFill() {
     MarkSchool(true);
 }

@@ -30,6 +30,7 @@ class SpellsTab : public SettingsTab {
     void Load() override;
     void Refresh() override { RefreshSpellPage(); }
     QWidget* FirstControl() override { return ComboSpellLevel; }
+    QWidget* ControlFor(const Target& target) override;
 
     // Fills the tab for the page of ComboSpellLevel and recalculates the costs.
     void RefreshSpellPage();

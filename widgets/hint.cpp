@@ -24,6 +24,12 @@ int AreaOf(const QRect& rect) {
     return rect.isEmpty() ? 0 : rect.width() * rect.height();
 }
 
+int Distance(const QRect& one, const QRect& other) {
+    const auto gap = [](int lowEnd, int highStart) { return std::max(0, highStart - lowEnd); };
+    return gap(one.right(), other.left()) + gap(other.right(), one.left()) +
+           gap(one.bottom(), other.top()) + gap(other.bottom(), one.top());
+}
+
 QRect MovedInto(const QRect& room, QRect rect) {
     rect.moveRight(std::min(rect.right(), room.right()));
     rect.moveBottom(std::min(rect.bottom(), room.bottom()));
@@ -55,12 +61,13 @@ std::vector<QRect> WindowsBut(const QWidget& owner) {
 }  // namespace
 
 QPoint PlaceBeside(const QRect& window, QSize size, const QRect& room,
-                   const std::vector<QRect>& others) {
+                   const std::vector<QRect>& others, const QRect& game, const QRect& beside) {
+    const QPoint along = beside.isEmpty() ? window.topLeft() : beside.topLeft();
     const std::array<QPoint, 4> places{{
-        {window.right() + 1 + kGap, window.top()},
-        {window.left() - kGap - size.width(), window.top()},
-        {window.left(), window.bottom() + 1 + kGap},
-        {window.left(), window.top() - kGap - size.height()},
+        {window.right() + 1 + kGap, along.y()},
+        {window.left() - kGap - size.width(), along.y()},
+        {along.x(), window.bottom() + 1 + kGap},
+        {along.x(), window.top() - kGap - size.height()},
     }};
     const auto covered = [&](const QPoint& place) {
         const QRect rect = MovedInto(room, QRect(place, size));
@@ -68,7 +75,8 @@ QPoint PlaceBeside(const QRect& window, QSize size, const QRect& room,
         for (const QRect& other : others) {
             ofOthers += AreaOf(rect.intersected(other));
         }
-        return std::tuple(AreaOf(rect.intersected(window)), ofOthers);
+        return std::tuple(AreaOf(rect.intersected(window)), AreaOf(rect.intersected(game)),
+                          ofOthers, beside.isEmpty() ? 0 : Distance(rect, beside));
     };
     const QPoint& best = *std::ranges::min_element(places, {}, covered);
     return MovedInto(room, QRect(best, size)).topLeft();
@@ -92,6 +100,14 @@ Hint::Hint(const QString& text, QWidget* owner)
     m_time.setSingleShot(true);
 }
 
+void Hint::SetLead(HintLead lead) {
+    m_lead = std::move(lead);
+    if (m_lead.follow) {
+        setCursor(Qt::PointingHandCursor);
+        setAccessibleDescription(QStringLiteral("A click leads there"));
+    }
+}
+
 void Hint::mouseReleaseEvent(QMouseEvent* /*event*/) {
     emit Clicked();
 }
@@ -101,19 +117,50 @@ Hints::Hints(QWidget& owner, FailureSink& failures, std::chrono::milliseconds ti
     owner.installEventFilter(this);
 }
 
-void Hints::Show(const QString& text) {
+void Hints::Show(const QString& text, const HintLead& lead) {
     const auto same = std::ranges::find(m_hints, text, &Hint::text);
-    if (same != m_hints.end()) {
-        if ((*same)->isVisible()) {
-            (*same)->Time().start(m_time);
-        }
+    if (same == m_hints.end()) {
+        Make(text, lead);
         return;
     }
+    (*same)->SetLead(lead);
+    if ((*same)->isVisible() && !lead.untilClick) {
+        (*same)->Time().start(m_time);
+    }
+}
+
+void Hints::Make(const QString& text, const HintLead& lead) {
     auto* hint = new Hint(text, &m_owner);
-    m_events.On(hint, &Hint::Clicked, "closing a hint", [this, hint] { Drop(hint); });
+    hint->SetLead(lead);
+    m_events.On(hint, &Hint::Clicked, "following a hint", [this, hint] { Follow(hint); });
     m_events.On(&hint->Time(), &QTimer::timeout, "closing a hint", [this, hint] { Drop(hint); });
     m_hints.push_back(hint);
+    if (lead.untilClick) {
+        qApp->installEventFilter(this);
+    }
     Arrange();
+}
+
+void Hints::Follow(Hint* hint) {
+    const std::function<void()> follow = hint->Lead().follow;
+    Drop(hint);
+    if (follow) {
+        follow();
+    }
+}
+
+// A click on the hint itself is left to it.
+void Hints::DropAtClick(const QObject* clicked) {
+    bool any = false;
+    for (Hint* hint : std::vector(m_hints)) {
+        if (hint->Lead().untilClick && clicked != hint) {
+            Drop(hint);
+        }
+        any = any || (hint->Lead().untilClick && clicked == hint);
+    }
+    if (!any) {
+        qApp->removeEventFilter(this);
+    }
 }
 
 void Hints::Drop(Hint* hint) {
@@ -136,7 +183,8 @@ void Hints::Arrange() {
     }
     const QRect room = m_owner.screen()->availableGeometry();
     const QSize column = FitColumn(room);
-    QPoint place = PlaceBeside(m_owner.frameGeometry(), column, room, WindowsBut(m_owner));
+    QPoint place = PlaceBeside(m_owner.frameGeometry(), column, room, WindowsBut(m_owner), m_game(),
+                               Control());
     const bool isOnTheLeft = place.x() + column.width() <= m_owner.x();
     for (Hint* hint : m_hints) {
         hint->move(isOnTheLeft ? place + QPoint(column.width() - hint->width(), 0) : place);
@@ -145,6 +193,17 @@ void Hints::Arrange() {
             Appear(*hint);
         }
     }
+}
+
+// On the screen; of the newest hint that stands beside a control.
+QRect Hints::Control() const {
+    for (auto hint = m_hints.rbegin(); hint != m_hints.rend(); ++hint) {
+        const QWidget* control = (*hint)->Lead().beside;
+        if (control != nullptr && control->isVisible()) {
+            return {control->mapToGlobal(QPoint(0, 0)), control->size()};
+        }
+    }
+    return {};
 }
 
 // Gives each hint its size. Those for which the screen has no room any more go, the oldest first.
@@ -175,12 +234,20 @@ void Hints::Appear(Hint& hint) {
         hint.windowHandle()->setTransientParent(modal->window()->windowHandle());
     }
     hint.show();
-    hint.Time().start(m_time);
+    if (!hint.Lead().untilClick) {
+        hint.Time().start(m_time);
+    }
     QAccessibleEvent spoken(&hint, QAccessible::Alert);
     QAccessible::updateAccessibility(&spoken);
 }
 
 bool Hints::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
+        m_events.Run("closing a hint", [&] { DropAtClick(watched); });
+    }
+    if (watched != &m_owner) {
+        return QObject::eventFilter(watched, event);
+    }
     switch (event->type()) {
         case QEvent::Move:
         case QEvent::Resize:

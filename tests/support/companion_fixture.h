@@ -138,6 +138,8 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     std::vector<Box> TakeBoxes() { return std::exchange(m_boxes.shown, {}); }
     std::vector<UncaughtFailure> TakeFailures() { return std::exchange(m_failures, {}); }
     std::vector<std::string> TakeHints() { return std::exchange(m_hints, {}); }
+    // Hints that lead somewhere; those that a test does not ask for are ignored.
+    std::vector<WayHint> TakeWays() { return std::exchange(m_ways, {}); }
     std::vector<Changes> TakeChanges() { return std::exchange(m_changes, {}); }
 
     // Forms
@@ -147,7 +149,13 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     void FocusPage() override;
     void FocusCounter(i32 reagent) override;
     void FocusHelp() override { m_focus = "Command(1)"; }
-    void ShowHint(const std::string& text) override { m_hints.push_back(text); }
+    void ShowHint(const std::string& text, const Target& target) override {
+        if (target.way == Way::kNone) {
+            m_hints.push_back(text);
+        } else {
+            m_ways.push_back({text, target});
+        }
+    }
     void ServeEvents() override;
     void Pause() override;
     WindowPlaces MainPlace() override {
@@ -183,6 +191,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
   private:
     std::vector<Changes> m_changes;
     std::vector<std::string> m_hints;
+    std::vector<WayHint> m_ways;
     std::deque<std::function<void()>> m_inThePause;
 };
 

@@ -55,6 +55,30 @@ TEST(HintPlace, SecondScreen_ItsOwnCornerCounts) {
     EXPECT_EQ(PlaceBeside({-300, -90, 183, 400}, kSize, kSecond, {}), QPoint(-506, -90));
 }
 
+TEST(HintPlace, GameOnTheRight_IsLeftUncovered) {
+    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kSize, kRoom, {}, {480, 0, 320, 600}),
+              QPoint(94, 100));
+}
+
+TEST(HintPlace, GameOrAnotherWindow_TheGameStaysUncovered) {
+    EXPECT_EQ(PlaceBeside({300, 0, 183, 600}, kSize, kRoom, {{0, 0, 290, 600}}, {500, 0, 300, 600}),
+              QPoint(94, 0));
+}
+
+TEST(HintPlace, BesideAControl_StandsAtItsHeight) {
+    EXPECT_EQ(PlaceBeside({100, 120, 183, 400}, kSize, kRoom, {}, {}, {110, 300, 60, 20}),
+              QPoint(289, 300));
+}
+
+TEST(HintPlace, BesideAControl_TakesTheNearestSide) {
+    EXPECT_EQ(PlaceBeside({100, 200, 500, 130}, kSize, kRoom, {}, {}, {400, 205, 60, 20}),
+              QPoint(400, 144))
+        << "above";
+    EXPECT_EQ(PlaceBeside({100, 200, 500, 130}, kSize, kRoom, {}, {}, {400, 300, 60, 20}),
+              QPoint(400, 336))
+        << "below";
+}
+
 class HintTest : public testing::Test, public FailureSink {
   protected:
     HintTest() {
@@ -270,6 +294,87 @@ TEST_F(HintTest, ModalDialogOpen_AClickStillEndsIt) {
     m_hints.Show(QStringLiteral("Log in to your game."));
     Click(*Shown()[0]);
     EXPECT_THAT(Texts(), IsEmpty());
+}
+
+TEST_F(HintTest, WithALead_StandsBesideTheControlOverNone) {
+    ShowWindow();
+    m_edit.setGeometry(20, 300, 100, 24);
+    m_hints.Show(QStringLiteral("Type it here."), {.beside = &m_edit, .follow = [] {}});
+    ASSERT_EQ(Shown().size(), 1U);
+    EXPECT_EQ(Shown()[0]->y(), m_edit.mapToGlobal(QPoint(0, 0)).y());
+    EXPECT_FALSE(Shown()[0]->frameGeometry().intersects(m_window.frameGeometry()));
+    EXPECT_EQ(Shown()[0]->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_TRUE(m_window.isActiveWindow());
+    EXPECT_EQ(QApplication::focusWidget(), &m_edit);
+}
+
+TEST_F(HintTest, ClickOnALead_ClosesTheHintAndThenGoesThere) {
+    ShowWindow();
+    int followed = 0;
+    m_hints.Show(QStringLiteral("Type it here."), {.follow = [&] {
+                     EXPECT_THAT(Texts(), IsEmpty());
+                     ++followed;
+                 }});
+    EXPECT_EQ(followed, 0);
+    Click(*Shown()[0]);
+    EXPECT_EQ(followed, 1);
+}
+
+TEST_F(HintTest, TimeOfALeadIsOver_GoesNowhere) {
+    Hints brief(m_window, *this, 30ms);
+    ShowWindow();
+    brief.Show(QStringLiteral("Type it here."), {.follow = [] { FAIL(); }});
+    EXPECT_TRUE(QTest::qWaitFor([] { return Shown().empty(); }, 2000));
+}
+
+TEST_F(HintTest, SameTextWithAnotherLead_TheNewOneHolds) {
+    ShowWindow();
+    bool followed = false;
+    m_hints.Show(QStringLiteral("Type it here."), {.follow = [] { FAIL(); }});
+    m_hints.Show(QStringLiteral("Type it here."), {.follow = [&] { followed = true; }});
+    Click(*Shown()[0]);
+    EXPECT_TRUE(followed);
+}
+
+TEST_F(HintTest, GameOnTheRight_TheHintStandsOnTheOtherSide) {
+    m_window.move(300, 100);
+    ShowWindow();
+    m_hints.SetGame([] { return QRect(483, 0, 317, 600); });
+    m_hints.Show(QStringLiteral("Log in."));
+    EXPECT_EQ(Shown()[0]->geometry().right() + 1, m_window.frameGeometry().left() - 6);
+}
+
+TEST_F(HintTest, UntilAClick_StandsWithoutTimeAndGoesAtAClickAnywhere) {
+    Hints brief(m_window, *this, 30ms);
+    ShowWindow();
+    brief.Show(QStringLiteral("New here?"), {.follow = [] { FAIL(); }, .untilClick = true});
+    ASSERT_THAT(Texts(), ElementsAre("New here?"));
+    EXPECT_FALSE(static_cast<Hint*>(Shown()[0])->Time().isActive());
+    QTest::qWait(100);
+    EXPECT_THAT(Texts(), ElementsAre("New here?"));
+    Click(m_window);
+    EXPECT_THAT(Texts(), IsEmpty());
+}
+
+TEST_F(HintTest, UntilAClick_GoesAtAClickInAnotherWindowToo) {
+    ShowWindow();
+    m_hints.Show(QStringLiteral("New here?"), {.follow = [] { FAIL(); }, .untilClick = true});
+    m_hints.Show(QStringLiteral("Log in to your game."));
+    QWidget other;
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    Click(other);
+    EXPECT_THAT(Texts(), ElementsAre("Log in to your game.")) << "the others have their time";
+}
+
+TEST_F(HintTest, UntilAClick_AClickOnItselfIsFollowed) {
+    ShowWindow();
+    bool followed = false;
+    m_hints.Show(QStringLiteral("New here?"),
+                 {.follow = [&] { followed = true; }, .untilClick = true});
+    Click(*Shown()[0]);
+    EXPECT_THAT(Texts(), IsEmpty());
+    EXPECT_TRUE(followed);
 }
 
 }  // namespace
