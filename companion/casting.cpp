@@ -1,9 +1,10 @@
 #include "companion/casting.h"
 
 #include "companion/client_target.h"
+#include "link/keystroke_names.h"
 #include "model/cast_rules.h"
-#include "model/log.h"
 #include "model/spell_lookup.h"
+#include "text/log.h"
 #include "text/number_forms.h"
 
 namespace spellwick {
@@ -168,16 +169,20 @@ EnterRules Casting::RulesOfEnter() const {
 bool Casting::SendKeys() {
     ClientTarget target(m_services.clients, m_state);
     SendResult sent;
+    bool spoken = m_last.BareString != m_last.SendString;
     if (target.MayType()) {
         sent = m_services.keys.SendKeys(m_last.SendString, true, target);
-        if (!sent.missing.empty() && m_last.BareString != m_last.SendString) {
+        if (!sent.missing.empty() && spoken) {
+            spoken = false;
             LogLine("the spoken text was left out: the keyboard has no key and no free place for " +
-                    sent.missing);
+                        sent.missing,
+                    LogTopic::kDropped);
             sent = m_services.keys.SendKeys(m_last.BareString, true, target);
         }
     } else {
         sent.stopped = true;
     }
+    LogTyping(sent, spoken);
     if (sent.stopped) {
         const bool begun = sent.strokes > 0;
         m_parts.display.Tell();
@@ -191,6 +196,21 @@ bool Casting::SendKeys() {
         LogLine("the game's keys were not typed: " + sent.error);
     }
     return true;
+}
+
+// Never the spoken text: others may read the log.
+void Casting::LogTyping(const SendResult& sent, bool spoken) const {
+    LogEvent(LogTopic::kTyped, [&] {
+        const std::string keys = KeystrokeNames(m_last.BareString);
+        if (!sent.Ok()) {
+            return "not typed: " + keys + " (" + sent.error + ")";
+        }
+        if (sent.stopped) {
+            return sent.strokes > 0 ? "not typed to the end, the game lost the keyboard: " + keys
+                                    : "not typed, the game does not have the keyboard: " + keys;
+        }
+        return keys + (spoken ? ", with a spoken text" : "");
+    });
 }
 
 void Casting::DebitSpell(i32 row) {

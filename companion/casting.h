@@ -67,6 +67,7 @@ class Casting {
     // False if not a key went out, because the game, or with the option off anything but our own
     // windows, was not in front.
     bool SendKeys();
+    void LogTyping(const SendResult& sent, bool spoken) const;
     bool ClientIsInFront();
     SlotScreen& Slot(i32 slot) {
         return m_parts.display.screen.spellSlots[static_cast<std::size_t>(slot)];

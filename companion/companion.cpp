@@ -4,6 +4,7 @@
 #include "link/profile_folder.h"
 #include "model/cast_rules.h"
 #include "model/skill_entries.h"
+#include "text/log.h"
 #include "text/number_forms.h"
 
 namespace spellwick {
@@ -345,6 +346,7 @@ void Companion::ShowLink() {
     if (text != screen.linkText || pays != screen.linkPays) {
         screen.linkText = std::move(text);
         screen.linkPays = pays;
+        LogEvent(LogTopic::kLinked, [&] { return screen.linkText; });
         m_display.changes.link = true;
     }
 }

@@ -1,7 +1,7 @@
 // Start and end of the program.
 #include "companion/companion.h"
-#include "model/log.h"
 #include "model/spell_data.h"
+#include "text/log.h"
 
 namespace spellwick {
 

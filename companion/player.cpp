@@ -1,7 +1,7 @@
 #include "companion/player.h"
 
 #include "companion/start_hints.h"
-#include "model/log.h"
+#include "text/log.h"
 
 namespace spellwick {
 
@@ -32,12 +32,32 @@ void Player::ShowPart(PlayerPart part) {
 }
 
 void Player::Tick() {
-    if (m_watch.ReadClient()) {
+    const bool found = m_watch.ReadClient();
+    LogGame();
+    if (found) {
         ParseClientTitle();
         FollowTitle();
     }
     m_parts.display.Tell();
     m_services.assist.FindAssist();
+}
+
+void Player::LogGame() {
+    if (CurrentLog() == nullptr ||
+        (m_loggedWindow == m_state.ClientWindow && m_loggedTitle == m_state.ClientTitle)) {
+        return;
+    }
+    m_loggedWindow = m_state.ClientWindow;
+    m_loggedTitle = m_state.ClientTitle;
+    LogEvent(LogTopic::kFound, [this] {
+        if (m_loggedWindow == 0) {
+            return std::string("no game");
+        }
+        const GameClient* client =
+            m_services.games == nullptr ? nullptr : m_services.games->Current();
+        return "the game's window " + std::to_string(m_loggedWindow) + " \"" + m_loggedTitle +
+               "\"" + (client == nullptr ? "" : ", " + client->name);
+    });
 }
 
 void Player::FollowTitle() {
@@ -84,6 +104,8 @@ void Player::Save() {
 }
 
 void Player::Load() {
+    LogEvent(LogTopic::kFound,
+             [this] { return "loads the character of \"" + m_state.CurrentPlayerName + "\""; });
     m_journal.Pause();
     m_io.LoadPlayerSettings(m_state.CurrentPlayerName);
     BeginNotes();

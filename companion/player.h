@@ -77,6 +77,7 @@ class Player {
     void ShowPart(PlayerPart part);
     void FollowTitle();
     void BeginNotes();
+    void LogGame();
 
     const CompanionServices& m_services;
     SharedState& m_state;
@@ -87,6 +88,8 @@ class Player {
     ClientWatch m_watch;
     std::function<void()> m_beforeSwitch = [] {};
     bool m_saveTroubleShown = false;
+    WindowHandle m_loggedWindow = 0;
+    std::string m_loggedTitle;
     std::vector<std::string> m_startHints;
 };
 

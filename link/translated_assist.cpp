@@ -6,7 +6,7 @@
 
 #include "link/assist_dispatcher.h"
 #include "link/assist_messages.h"
-#include "model/log.h"
+#include "text/log.h"
 #include "text/number_forms.h"
 
 namespace spellwick {
@@ -158,6 +158,10 @@ void TranslatedAssist::Attach(WindowHandle own, MessageReceiver& receiver) {
 }
 
 std::optional<i32> TranslatedAssist::OnMessage(const WindowMessage& message) {
+    LogDetail(LogTopic::kLinked, [&] {
+        return "report " + std::to_string(message.number) + " " + PlainText(message.wParam) + " " +
+               PlainText(message.lParam);
+    });
     std::optional<WindowMessage> ours = message;
     if (m_row != nullptr) {
         ours = Translate(message);
@@ -171,7 +175,8 @@ std::optional<i32> TranslatedAssist::OnMessage(const WindowMessage& message) {
 
 std::optional<WindowMessage> TranslatedAssist::Translate(const WindowMessage& message) {
     if (!Fits(message)) {
-        LogLine("a report of " + m_status.tool + " was not taken: no such value fits");
+        LogLine("a report of " + m_status.tool + " was not taken: no such value fits",
+                LogTopic::kDropped);
         return std::nullopt;
     }
     switch (message.number) {
@@ -191,7 +196,8 @@ std::optional<WindowMessage> TranslatedAssist::TranslateCast(const WindowMessage
     const std::optional<i32> row = m_payment.RowOfReport(message.wParam);
     if (!row) {
         LogLine("a reported cast was not counted: no click of the last ten seconds fits number " +
-                PlainText(message.wParam));
+                    PlainText(message.wParam),
+                LogTopic::kDropped);
         return std::nullopt;
     }
     if (!m_payment.TakeReport(*row)) {

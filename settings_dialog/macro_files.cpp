@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <variant>
 
-#include "model/log.h"
 #include "settings_dialog/macro_xml_reader.h"
 #include "store/client_macros.h"
 #include "store/file_bytes.h"
 #include "store/macro_file.h"
+#include "text/log.h"
 #include "text/lower_case.h"
 
 namespace spellwick {

@@ -1,8 +1,8 @@
 #include "settings_dialog/web_pages.h"
 
-#include "model/log.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
+#include "text/log.h"
 
 namespace spellwick {
 

@@ -4,10 +4,10 @@
 #include <utility>
 #include <vector>
 
-#include "model/log.h"
 #include "store/journal_lines.h"
 #include "store/player_values.h"
 #include "store/section_name.h"
+#include "text/log.h"
 
 namespace spellwick {
 

@@ -5,6 +5,8 @@
 
 #include <sys/socket.h>
 
+#include "text/log.h"
+
 namespace spellwick {
 
 namespace {
@@ -27,8 +29,14 @@ void AssistPeer::Read() {
         End();
     }
     if (m_lines.Broken()) {
-        End();
+        Drop("a line is too long");
     }
+}
+
+void AssistPeer::Drop(std::string_view why) {
+    LogEvent(LogTopic::kDropped,
+             [&] { return "the assist tool " + m_name + ": " + std::string(why); });
+    End();
 }
 
 std::optional<AssistLine> AssistPeer::TakeLine() {
@@ -37,7 +45,7 @@ std::optional<AssistLine> AssistPeer::TakeLine() {
     }
     const auto text = m_lines.TakeLine();
     if (m_lines.Broken()) {
-        End();
+        Drop("a line is too long");
     }
     if (!text) {
         return std::nullopt;
@@ -46,7 +54,7 @@ std::optional<AssistLine> AssistPeer::TakeLine() {
     // The title must come first, and once.
     if (!line || std::holds_alternative<TitleLine>(*line) == m_greeted) {
         m_brokeForm = true;
-        End();
+        Drop("a line is not of the form, or the title is not the first");
         return std::nullopt;
     }
     if (const auto* greeting = std::get_if<TitleLine>(&*line)) {
@@ -70,7 +78,7 @@ void AssistPeer::Write(std::string_view text) {
         return;
     }
     if (m_unwritten.size() + text.size() > kMostUnwritten) {
-        End();
+        Drop("it leaves too much unread");
         return;
     }
     m_unwritten.append(text);

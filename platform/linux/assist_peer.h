@@ -56,6 +56,8 @@ class AssistPeer {
     void SetWatched(bool watched) { m_watched = watched; }
 
   private:
+    void Drop(std::string_view why);
+
     std::string m_name;
     WindowHandle m_window;
     FileDescriptor m_connection;

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 
+#include "tests/support/recording_log.h"
+
 namespace spellwick {
 namespace {
 
@@ -48,10 +50,26 @@ TEST_F(UnreadPeer, UpToSixteenMegabytes_AreKeptForIt) {
 
 // A tool that sends and never reads does not eat the memory.
 TEST_F(UnreadPeer, More_EndsIt) {
+    const RecordingLog log;
     WriteMegabytes(20);  // the system holds less than four of them
     EXPECT_TRUE(m_peer->Ended());
     WriteMegabytes(1);
     EXPECT_TRUE(m_peer->Ended());
+    ASSERT_EQ(log.lines.size(), 1U);
+    EXPECT_EQ(log.lines[0].first, LogTopic::kDropped);
+    EXPECT_EQ(log.lines[0].second, "the assist tool a.sock: it leaves too much unread");
+}
+
+TEST_F(UnreadPeer, LineOfNoForm_EndsItAndIsInTheLog) {
+    const RecordingLog log;
+    ASSERT_EQ(send(m_other.Number(), "hello\n", 6, MSG_NOSIGNAL), 6);
+    m_peer->Read();
+    EXPECT_FALSE(m_peer->TakeLine());
+    EXPECT_TRUE(m_peer->Ended());
+    ASSERT_EQ(log.lines.size(), 1U);
+    EXPECT_EQ(log.lines[0].second,
+              "the assist tool a.sock: a line is not of the form, or the title "
+              "is not the first");
 }
 
 }  // namespace
