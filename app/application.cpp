@@ -4,9 +4,11 @@
 #include <QFileInfo>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QSysInfo>
 #include <QTimer>
 #include <chrono>
 
+#include "text/log.h"
 #include "widgets/guarded_events.h"
 #include "widgets/texts.h"
 
@@ -59,6 +61,7 @@ Application::Application(System system)
               [this] { MakeSettings(); });
     ConnectAssist();
     m_runEnd.SetSaving([this] { return m_companion.SaveAfterFailure(); });
+    m_runEnd.SetDetails([this] { return Details(); });
     m_runEnd.SetCleanUp([this] {
         m_keys.reset();
         m_system.store.reset();
@@ -120,6 +123,15 @@ std::optional<int> Application::Start() {
     return std::nullopt;
 }
 
+// What helps to find the cause of a failure; no names of characters.
+std::string Application::Details() {
+    const QString system =
+        QSysInfo::prettyProductName() + QStringLiteral(", ") + QSysInfo::currentCpuArchitecture();
+    return std::string("Spellwick ") + kVersion + "\nSystem: " + ToText(system) +
+           "\nDisplay: " + ToText(QGuiApplication::platformName()) + ", Qt " + qVersion() +
+           "\nAssist tool: " + LinkText(m_tools.Status(), m_payment.PaysAtClick());
+}
+
 void Application::Show(const Changes& changes) {
     m_main->Show(changes);
     // A dialog that is not built yet fills itself when it is.
@@ -132,6 +144,7 @@ void Application::Show(const Changes& changes) {
 }
 
 void Application::ShowHint(const std::string& text, const Target& target) {
+    LogEvent(LogTopic::kRefused, [&] { return "hint: " + text; });
     HintLead lead;
     if (target.way != Way::kNone) {
         lead = {.beside = ControlFor(target),

@@ -56,6 +56,7 @@ class Application : private Forms {
     QWidget* ControlFor(const Target& target);
     void ShowInfo(i32 row);
     void ConnectAssist();
+    std::string Details();
     void WatchForEnd();
 
     System m_system;

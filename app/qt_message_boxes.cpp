@@ -2,10 +2,12 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
+#include "text/log.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -58,6 +60,34 @@ Answers AddButtons(QMessageBox& dialog, BoxButtons buttons) {
     return {BoxAnswer::kOk, BoxAnswer::kOk};
 }
 
+// Copies without closing the box: what is copied is to be pasted while the box is open, since it
+// may go with the program.
+void AddCopyButton(QMessageBox& dialog, const std::string& details) {
+    QPushButton* copy = dialog.addButton(QStringLiteral("&Copy details"), QMessageBox::ActionRole);
+    copy->setObjectName(QStringLiteral("CommandCopyDetails"));
+    copy->setToolTip(QStringLiteral("Paste them before you close this box"));
+    // The box closes at the click of any button that it knows of.
+    QObject::disconnect(copy, &QPushButton::clicked, nullptr, nullptr);
+    QObject::connect(copy, &QPushButton::clicked, copy, [copy, details = ToQString(details)] {
+        QGuiApplication::clipboard()->setText(details);
+        copy->setText(QStringLiteral("&Copied: paste now"));
+    });
+}
+
+const char* NameOf(BoxAnswer answer) {
+    switch (answer) {
+        case BoxAnswer::kOk:
+            return "OK";
+        case BoxAnswer::kYes:
+            return "Yes";
+        case BoxAnswer::kNo:
+            return "No";
+        case BoxAnswer::kTryAgain:
+            return "Try again";
+    }
+    return "";
+}
+
 // A mouse press that takes the focus from an edit can open a message box, which then gets the
 // release; the press itself arrives after the box and would leave a button down or a list open.
 void LetGo() {
@@ -90,11 +120,18 @@ BoxAnswer QtMessageBoxes::Show(const Box& box) {
     QMessageBox dialog(ToQtIcon(box.icon), ToQString(box.title), ToQString(box.text),
                        QMessageBox::NoButton, owner);
     const Answers answers = AddButtons(dialog, box.buttons);
+    if (!box.details.empty()) {
+        AddCopyButton(dialog, box.details);
+    }
     dialog.setObjectName(QStringLiteral("Box"));
     dialog.setTextFormat(Qt::PlainText);
+    LogEvent(LogTopic::kRefused, [&] { return "box: " + box.text; });
     dialog.exec();
     QTimer::singleShot(0, qApp, LetGo);
-    return dialog.clickedButton() == dialog.defaultButton() ? answers.byDefault : answers.otherwise;
+    const BoxAnswer answer =
+        dialog.clickedButton() == dialog.defaultButton() ? answers.byDefault : answers.otherwise;
+    LogEvent(LogTopic::kRefused, [&] { return std::string("answered: ") + NameOf(answer); });
+    return answer;
 }
 
 }  // namespace spellwick

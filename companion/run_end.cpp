@@ -26,12 +26,21 @@ void RunEnd::OnUncaughtFailure(const std::exception& failure, std::string_view a
     m_ending = true;
     const std::string report = FailureReport(failure, action);
     std::fprintf(stderr, "spellwick: %s\n", report.c_str());
-    m_boxes.Show({.text = report, .icon = BoxIcon::kCritical});
+    m_boxes.Show(
+        {.text = report, .icon = BoxIcon::kCritical, .details = report + "\n\n" + Details()});
     if (!m_save()) {
         m_boxes.Show({.text = "Some data could not be saved. Earlier saves are intact.",
                       .icon = BoxIcon::kExclamation});
     }
     EndProcess(kAfterFailure);
+}
+
+std::string RunEnd::Details() const {
+    try {
+        return m_details();
+    } catch (const std::exception&) {
+        return {};  // the report is what matters
+    }
 }
 
 void RunEnd::EndProcess(int exitCode) {

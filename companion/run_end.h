@@ -16,6 +16,9 @@ class RunEnd : public FailureSink {
     // Saves as a regular end does, each step on its own; true when all is saved.
     void SetSaving(std::function<bool()> save) { m_save = std::move(save); }
 
+    // What else helps to find the cause, for the report's button "Copy details".
+    void SetDetails(std::function<std::string()> details) { m_details = std::move(details); }
+
     // Runs last, when nothing of the program is needed any more.
     void SetCleanUp(std::function<void()> cleanUp) { m_cleanUp = std::move(cleanUp); }
 
@@ -27,9 +30,12 @@ class RunEnd : public FailureSink {
     void EndProcess(int exitCode);
 
   private:
+    std::string Details() const;
+
     MessageBoxes& m_boxes;
     std::function<bool()> m_save = [] { return true; };
     std::function<void()> m_cleanUp = [] {};
+    std::function<std::string()> m_details = [] { return std::string(); };
     bool m_ending = false;
 };
 

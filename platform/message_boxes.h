@@ -19,6 +19,7 @@ struct Box {
     BoxIcon icon = BoxIcon::kNone;
     BoxButtons buttons = BoxButtons::kOk;
     std::string title = "Spellwick";
+    std::string details{};  // if not empty, a further button copies it and leaves the box open
 
     bool operator==(const Box&) const = default;
 };

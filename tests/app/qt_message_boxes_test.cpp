@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -13,8 +14,10 @@
 #include <array>
 #include <functional>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/recording_log.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -129,6 +132,38 @@ TEST_F(QtMessageBoxesTest, Show_Answers) {
               BoxAnswer::kNo}}) {
         EXPECT_EQ(Show({.text = "x", .buttons = row.buttons}, row.act), row.answer) << row.name;
     }
+}
+
+TEST_F(QtMessageBoxesTest, Details_AreCopiedAndTheBoxStays) {
+    const auto copyButton = [](QMessageBox& box) {
+        return box.findChild<QPushButton*>(QStringLiteral("CommandCopyDetails"));
+    };
+    Show({.text = "plain"}, [&](QMessageBox& box) {
+        EXPECT_EQ(copyButton(box), nullptr);
+        box.accept();
+    });
+    Show({.text = "failed", .icon = BoxIcon::kCritical, .details = "failed\nSystem: x"},
+         [&](QMessageBox& box) {
+             QPushButton* const copy = copyButton(box);
+             ASSERT_NE(copy, nullptr);
+             EXPECT_EQ(copy->text(), QStringLiteral("&Copy details"));
+             EXPECT_EQ(box.defaultButton()->text().remove(u'&'), QStringLiteral("OK"));
+             QGuiApplication::clipboard()->clear();
+             copy->click();
+             EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("failed\nSystem: x"));
+             EXPECT_TRUE(box.isVisible());
+             QTest::keyClick(&box, Qt::Key_Escape);
+             EXPECT_FALSE(box.isVisible());
+         });
+}
+
+TEST_F(QtMessageBoxesTest, Show_IsInTheLogWithItsAnswer) {
+    const RecordingLog log;
+    Show({.text = "Add it ?", .buttons = BoxButtons::kYesNo},
+         [](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+    EXPECT_THAT(log.lines,
+                testing::ElementsAre(testing::Pair(LogTopic::kRefused, "box: Add it ?"),
+                                     testing::Pair(LogTopic::kRefused, "answered: Yes")));
 }
 
 TEST_F(QtMessageBoxesTest, Show_BelongsToTheVisibleWindowAlone) {

@@ -62,6 +62,25 @@ TEST_F(RunEndDeathTest, OnUncaughtFailure_NotAllSaved_SaysSo) {
                 "intact.\nlast\n$");
 }
 
+TEST_F(RunEndDeathTest, Report_HasItselfAndMoreForTheClipboard) {
+    for (const bool fails : {false, true}) {
+        RecordingMessageBoxes boxes;
+        RunEnd end(boxes);
+        end.SetDetails([fails]() -> std::string {
+            if (fails) {
+                throw std::runtime_error("no details");
+            }
+            return "System: x";
+        });
+        end.SetCleanUp(
+            [&] { std::fprintf(stderr, "details: %s|\n", boxes.shown[0].details.c_str()); });
+        EXPECT_EXIT(end.OnUncaughtFailure(std::runtime_error("odd"), "casting"),
+                    testing::ExitedWithCode(1),
+                    fails ? "details: Spellwick has to end(.|\n)*odd(.|\n)*\n\n[|]"
+                          : "details: Spellwick has to end(.|\n)*odd(.|\n)*System: x[|]");
+    }
+}
+
 // Like a signal that asks the program to end.
 class EndingBoxes : public MessageBoxes {
   public:
