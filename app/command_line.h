@@ -1,6 +1,8 @@
 // What the program is told when it is started.
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,8 +10,14 @@
 
 namespace spellwick {
 
+struct LogOptions {
+    std::optional<std::filesystem::path> file;  // "-" for standard output; nothing for no log
+    bool details = false;
+};
+
 struct CommandLine {
     Options options;
+    LogOptions log;
     // A text for standard output in place of the program; empty for none.
     std::string answer;
     // Why this cannot be done, as one sentence; empty if it can.

@@ -6,6 +6,7 @@
 
 #include "app/application.h"
 #include "app/command_line.h"
+#include "app/event_log.h"
 #include "platform/system.h"
 #include "widgets/pictures.h"
 
@@ -52,6 +53,13 @@ int main(int argc, char** argv) {
     if (!line.answer.empty()) {
         std::fputs(line.answer.c_str(), stdout);
         return 0;
+    }
+    std::optional<spellwick::EventLog> log;
+    if (line.log.file) {
+        log.emplace(*line.log.file, line.log.details);
+        if (!log->Trouble().empty()) {
+            return Refuse(log->Trouble());
+        }
     }
     if (const std::string trouble = spellwick::PrepareProcess(); !trouble.empty()) {
         return Refuse(trouble);

@@ -46,6 +46,26 @@ TEST(CommandLine, Data_IsTheSettingsFolder) {
     }
 }
 
+TEST(CommandLine, Log_IsAFileOrStandardOutput) {
+    EXPECT_FALSE(Take({}).line.log.file);
+    for (const auto& words : {std::vector<std::string>{"--log", "/a/b c"}, {"--log=/a/b c"}}) {
+        const Taken taken = Take(words);
+        EXPECT_EQ(taken.line.log.file, std::filesystem::path("/a/b c"));
+        EXPECT_FALSE(taken.line.log.details);
+        EXPECT_THAT(taken.left, ElementsAre("spellwick"));
+    }
+    EXPECT_EQ(Take({"--log", "-"}).line.log.file, std::filesystem::path("-"));
+    EXPECT_EQ(Take({"--log"}).line.trouble, "--log needs a file, or - for standard output.");
+}
+
+TEST(CommandLine, Debug_IsALogWithDetails) {
+    EXPECT_TRUE(Take({"--debug"}).line.log.details);
+    EXPECT_EQ(Take({"--debug"}).line.log.file, std::filesystem::path("-"));
+    const Taken both = Take({"--debug", "--log", "/a"});
+    EXPECT_TRUE(both.line.log.details);
+    EXPECT_EQ(both.line.log.file, std::filesystem::path("/a"));
+}
+
 TEST(CommandLine, DataWithoutAFolder_IsRefused) {
     for (const auto& words : {std::vector<std::string>{"--data"}, {"--data="}, {"--data", ""}}) {
         EXPECT_EQ(Take(words).line.trouble, "--data needs a folder.");
@@ -68,7 +88,9 @@ TEST(CommandLine, UnknownOption_IsNamed) {
 }
 
 TEST(CommandLine, HelpAndVersion_AreAnswered) {
-    EXPECT_THAT(Take({"--help"}).line.answer, HasSubstr("--data DIR"));
+    for (const char* option : {"--data DIR", "--log FILE", "--debug", "--version", "--help"}) {
+        EXPECT_THAT(Take({"--help"}).line.answer, HasSubstr(option));
+    }
     EXPECT_EQ(Take({"--version"}).line.answer, std::string("Spellwick ") + kVersion + "\n");
 }
 

@@ -204,5 +204,22 @@ TEST_F(StartAndEnd, NoDisplay_IsOneSentenceAndExitCode2) {
     }
 }
 
+TEST_F(StartAndEnd, NoDisplay_VersionAndHelpAreAnsweredAndAWrongOptionIsRefused) {
+    m_desk.reset();
+    const Environment noDisplay{{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"XDG_RUNTIME_DIR", ""}};
+    const std::string program = (Programs() / "spellwick").string();
+    for (const char* option : {"--version", "--help"}) {
+        const RunResult answered = RunToEnd({program, option}, noDisplay);
+        EXPECT_EQ(answered.exitCode, 0) << option;
+        EXPECT_THAT(answered.output, testing::HasSubstr("pellwick")) << option;
+    }
+    const RunResult refused = RunToEnd({program, "--verison"}, noDisplay);
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_EQ(refused.output, "spellwick: There is no option \"--verison\"; --help lists them.\n");
+    const RunResult noLog = RunToEnd({program, "--log", "/nowhere/log.txt"}, noDisplay);
+    EXPECT_EQ(noLog.exitCode, 2);
+    EXPECT_THAT(noLog.output, StartsWith("spellwick: The log cannot be written: "));
+}
+
 }  // namespace
 }  // namespace spellwick::testing_support
