@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "model/shared_state.h"
+#include "model/formula_text.h"
 #include "text/characters.h"
 
 namespace spellwick {
@@ -40,6 +40,21 @@ std::optional<std::string> MacroKeyOfEntry(std::string_view entry) {
         }
     }
     return std::nullopt;
+}
+
+std::string ShownMacroKey(const MacroTables& macros, i32 macro) {
+    std::string key(TrimBlanks(macros.MacroKey(macro)));
+    if (key.empty()) {
+        return {};
+    }
+    if (IsFunctionKey(key)) {
+        key = key.substr(1, key.size() - 2);
+    } else if (key.size() == 1 && key[0] >= 'a' && key[0] <= 'z') {
+        key[0] = static_cast<char>(key[0] - 'a' + 'A');
+    }
+    return std::string(macros.MacroCtrl(macro).empty() ? "" : "Ctrl+") +
+           (macros.MacroAlt(macro).empty() ? "" : "Alt+") +
+           (macros.MacroShift(macro).empty() ? "" : "Shift+") + key;
 }
 
 }  // namespace spellwick

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/shared_state.h"
 #include "text/number_types.h"
 
 namespace spellwick {
@@ -21,5 +22,9 @@ i32 MacroOfLine(i32 page, i32 line);
 // The key that an entry means: a single character, "{F1}" to "{F12}", or such a name without
 // braces, with a capital or small f. Nothing for any other entry.
 std::optional<std::string> MacroKeyOfEntry(std::string_view entry);
+
+// A macro's key as the game's own window names it, such as "Ctrl+4" or "Alt+Shift+F2"; empty for a
+// macro without a key. Macro -1 to 96; RuntimeFailure (subscript) outside.
+std::string ShownMacroKey(const MacroTables& macros, i32 macro);
 
 }  // namespace spellwick

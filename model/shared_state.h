@@ -96,11 +96,13 @@ struct GlobalOptions {
     bool CheckFront = true;       // type only while the game is in front
     bool EnterOpensChat = false;  // where Enter behind a macro key is left out
     bool FindWineTools = false;
-    i16 TextHold = 0;       // how long a key of a text is down, milliseconds
-    i16 TextGap = 0;        // from there to the next key, milliseconds
-    i16 MeditateLevel = 0;  // mana points
-    i16 RegYellow = 0;      // highest castable amount that still warns
-    i32 ColorWarn = 0;      // 0x00BBGGRR
+    bool KeysOnIcons = false;     // the bound key in the corner of a spell's icon
+    bool SecondsOnIcons = false;  // the seconds left on the icon of a running timer
+    i16 TextHold = 0;             // how long a key of a text is down, milliseconds
+    i16 TextGap = 0;              // from there to the next key, milliseconds
+    i16 MeditateLevel = 0;        // mana points
+    i16 RegYellow = 0;            // highest castable amount that still warns
+    i32 ColorWarn = 0;            // 0x00BBGGRR
     i32 SpellTimerMode = 0;
 };
 

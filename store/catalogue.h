@@ -28,9 +28,13 @@ inline constexpr KeyOf<bool> kCheckFrontKey{"TypeOnlyInFront", &SharedState::Che
 inline constexpr KeyOf<bool> kEnterOpensChatKey{"EnterOpensChat", &SharedState::EnterOpensChat,
                                                 false};
 inline constexpr KeyOf<bool> kFindWineToolsKey{"FindWineTools", &SharedState::FindWineTools, false};
+inline constexpr KeyOf<bool> kKeysOnIconsKey{"KeysOnIcons", &SharedState::KeysOnIcons, false};
+inline constexpr KeyOf<bool> kSecondsOnIconsKey{"SecondsOnIcons", &SharedState::SecondsOnIcons,
+                                                false};
 inline constexpr std::array kSwitchKeys{kDisableCastingKey, kDisplayVerticalKey, kAlwaysOnTopKey,
                                         kShowNecroRegsKey,  kMeditateKey,        kCheckFrontKey,
-                                        kEnterOpensChatKey, kFindWineToolsKey};
+                                        kEnterOpensChatKey, kFindWineToolsKey,   kKeysOnIconsKey,
+                                        kSecondsOnIconsKey};
 
 // The pace of texts, in milliseconds: saved when it is changed, like a switch. A value that is no
 // number or out of its range counts as the default. docs/performance.md says how they were found.

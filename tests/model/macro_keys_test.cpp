@@ -98,5 +98,27 @@ TEST(MacroOfLine, EveryPage_LinesAndTheTwoSpecialOnes) {
     EXPECT_EQ(macro, 97);
 }
 
+TEST(ShownMacroKey, Key_IsNamedAsInTheGame) {
+    struct Row {
+        const char* alt;
+        const char* ctrl;
+        const char* shift;
+        const char* key;
+        const char* shown;
+    };
+    for (const Row& row :
+         {Row{"", "^", "", "4", "Ctrl+4"}, Row{"%", "^", "+", "{F12}", "Ctrl+Alt+Shift+F12"},
+          Row{"%", "", "", "q", "Alt+Q"}, Row{"", "", "", "Q", "Q"},
+          Row{"", "", "+", "{", "Shift+{"}, Row{"", "", "", "\xC3\xA4", "\xC3\xA4"},
+          Row{"%", "^", "", " ", ""}, Row{"", "", "", "", ""}}) {
+        MacroTables macros;
+        macros.MacroAlt(5) = row.alt;
+        macros.MacroCtrl(5) = row.ctrl;
+        macros.MacroShift(5) = row.shift;
+        macros.MacroKey(5) = row.key;
+        EXPECT_EQ(ShownMacroKey(macros, 5), row.shown);
+    }
+}
+
 }  // namespace
 }  // namespace spellwick

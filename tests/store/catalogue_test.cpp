@@ -137,7 +137,9 @@ TEST(Catalogue, SavedKeys_AreReadBackIntoTheirVariables) {
                                  {"Meditate", &SharedState::Meditate},
                                  {"TypeOnlyInFront", &SharedState::CheckFront},
                                  {"EnterOpensChat", &SharedState::EnterOpensChat},
-                                 {"FindWineTools", &SharedState::FindWineTools}}) {
+                                 {"FindWineTools", &SharedState::FindWineTools},
+                                 {"KeysOnIcons", &SharedState::KeysOnIcons},
+                                 {"SecondsOnIcons", &SharedState::SecondsOnIcons}}) {
         for (const bool on : {true, false}) {
             store.Put("Settings", option.key, on ? "True" : "False");
             saved.*option.cell = on;
@@ -226,6 +228,8 @@ TEST(Catalogue, GlobalDefaults_AreAsWritten) {
     EXPECT_TRUE(state.CheckFront);
     EXPECT_FALSE(state.EnterOpensChat);
     EXPECT_FALSE(state.FindWineTools);
+    EXPECT_FALSE(state.KeysOnIcons);
+    EXPECT_FALSE(state.SecondsOnIcons);
     EXPECT_EQ(state.TextHold, 4);
     EXPECT_EQ(state.TextGap, 4);
     EXPECT_EQ(state.MeditateLevel, 20);

@@ -118,7 +118,8 @@ void FillGlobals(SharedState& state, unsigned seed) {
     for (bool SharedState::*cell : std::initializer_list<bool SharedState::*>{
              &SharedState::DisableCasting, &SharedState::DisplayVertical, &SharedState::AlwaysOnTop,
              &SharedState::ShowNecroRegs, &SharedState::Meditate, &SharedState::CheckFront,
-             &SharedState::EnterOpensChat, &SharedState::FindWineTools}) {
+             &SharedState::EnterOpensChat, &SharedState::FindWineTools, &SharedState::KeysOnIcons,
+             &SharedState::SecondsOnIcons}) {
         state.*cell = draw.Flag();
     }
     for (const PaceKey& key : kPaceKeys) {
@@ -142,6 +143,8 @@ void SaveAll(SharedState& state, SettingsStore& store, RecordingView& view) {
     ASSERT_TRUE(io.SaveOption("TypeOnlyInFront", BoolText(state.CheckFront)).ok);
     ASSERT_TRUE(io.SaveOption("EnterOpensChat", BoolText(state.EnterOpensChat)).ok);
     ASSERT_TRUE(io.SaveOption("FindWineTools", BoolText(state.FindWineTools)).ok);
+    ASSERT_TRUE(io.SaveOption("KeysOnIcons", BoolText(state.KeysOnIcons)).ok);
+    ASSERT_TRUE(io.SaveOption("SecondsOnIcons", BoolText(state.SecondsOnIcons)).ok);
     ASSERT_TRUE(io.SaveOption("TextHold", std::to_string(state.TextHold)).ok);
     ASSERT_TRUE(io.SaveOption("TextGap", std::to_string(state.TextGap)).ok);
     ASSERT_TRUE(io.SaveOption("SpellTimerMode", std::to_string(state.SpellTimerMode)).ok);
@@ -198,6 +201,8 @@ std::string GlobalDifferences(const SharedState& left, const SharedState& right)
     all.Compare("CheckFront", left.CheckFront, right.CheckFront);
     all.Compare("EnterOpensChat", left.EnterOpensChat, right.EnterOpensChat);
     all.Compare("FindWineTools", left.FindWineTools, right.FindWineTools);
+    all.Compare("KeysOnIcons", left.KeysOnIcons, right.KeysOnIcons);
+    all.Compare("SecondsOnIcons", left.SecondsOnIcons, right.SecondsOnIcons);
     all.Compare("TextHold", left.TextHold, right.TextHold);
     all.Compare("TextGap", left.TextGap, right.TextGap);
     all.Compare("MeditateLevel", left.MeditateLevel, right.MeditateLevel);
