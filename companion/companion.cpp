@@ -73,7 +73,9 @@ void Companion::UpdateAmounts() {
 
 void Companion::HoverSlot(i32 slot) {
     m_display.Act([&] {
-        const SpellRecord& spell = m_state.Spells(SpellAtSlot(slot));
+        const i32 row = SpellAtSlot(slot);
+        const SpellRecord& spell = m_state.Spells(row);
+        m_display.screen.hoveredRow = row;
         m_purse.Highlight(spell);
         m_tithes.Highlight(spell);
         m_page.ShowSpell(slot);
@@ -82,7 +84,10 @@ void Companion::HoverSlot(i32 slot) {
 }
 
 void Companion::LeaveSlots() {
-    m_display.Act([&] { m_purse.ClearHighlight(); });
+    m_display.Act([&] {
+        m_display.screen.hoveredRow = -1;
+        m_purse.ClearHighlight();
+    });
 }
 
 std::optional<i32> Companion::PressSlot(i32 slot, i16 button, i16 shift) {
@@ -104,11 +109,25 @@ void Companion::StepCounter(i32 reagent) {
     m_display.Act([&] {
         m_purse.StoreCounter(reagent);
         m_page.UpdateAmounts();
+        ColourAnew();
     });
 }
 
 void Companion::LeaveCounter(i32 reagent) {
-    m_display.Act([&] { m_purse.LeaveCounter(reagent); });
+    m_display.Act([&] {
+        m_purse.LeaveCounter(reagent);
+        ColourAnew();
+    });
+}
+
+// Stock was typed while the mouse rests on a spell.
+void Companion::ColourAnew() {
+    // A number too large for a colour is taken all the same.
+    IgnoreFailure([&] {
+        if (m_display.screen.hoveredRow >= 0) {
+            m_purse.Highlight(m_state.Spells(m_display.screen.hoveredRow));
+        }
+    });
 }
 
 void Companion::ShowCounter(i32 reagent) {
@@ -129,6 +148,7 @@ void Companion::CommitByEnter() {
             m_display.screen.focusedReagent = reagent;
         }
         m_page.UpdateAmounts();
+        ColourAnew();
     });
 }
 

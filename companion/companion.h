@@ -151,6 +151,7 @@ class Companion : public DialogActions, private AssistView {
     void PayForReports(bool all);
     void ShowLink();
 
+    void ColourAnew();
     void Arrange(bool vertical);
     WindowPlaces AllPlaces();
     StoreResult SaveAtEnd(const WindowPlaces& places);

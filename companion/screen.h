@@ -37,6 +37,8 @@ struct Screen {
     i32 pressedPage = -1;  // CheckCircle 0 to 13 that is pressed; -1 before the start
     std::array<SlotScreen, kSlotCount> spellSlots{};
 
+    i32 hoveredRow = -1;  // the spell that the counters are coloured for; -1 for none
+
     // Of the spell under the mouse.
     std::string name;
     std::string words;
