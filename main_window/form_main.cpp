@@ -6,10 +6,16 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+#include <optional>
 
+#include "companion/spell_tip.h"
+#include "main_window/control_tips.h"
 #include "store/catalogue.h"
 #include "store/twips.h"
 #include "widgets/form_font.h"
@@ -40,6 +46,23 @@ constexpr std::array<CommandFacts, 5> kCommands{{
     {"Count", "", "Count the reagents", "pressing Count the reagents"},
     {"Meditate", "Click this to use the Meditation skill", "Meditate", "pressing Meditate"},
 }};
+
+// The command of a key. An edit has taken its own keys before they come here.
+std::optional<int> CommandOf(const QKeyEvent& key) {
+    if (key.isAutoRepeat()) {
+        return std::nullopt;
+    }
+    if (key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier) {
+        return kHelp;
+    }
+    if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_Comma) {
+        return kSettings;
+    }
+    if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_Z) {
+        return kUndo;
+    }
+    return std::nullopt;
+}
 
 // An open list or menu has grabbed the keyboard: keys that are typed would go into it, whichever
 // window is in front.
@@ -83,12 +106,15 @@ FormMain::FormMain(const MainWindowServices& services)
       m_counters(m_services, this),
       m_tithes(m_services, this),
       m_command(MakeCommands(this)),
-      m_linkMark(new LinkMark(this)) {
+      m_linkMark(new LinkMark(this)),
+      m_undoNote(Command(kUndo), m_events) {
     setObjectName(QStringLiteral("FormMain"));
     setAccessibleName(QStringLiteral("Spellwick"));
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     setMouseTracking(true);
+    // The game has the keyboard nearly always.
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     connect(&m_page, &CirclePage::InfoWanted, this, &FormMain::InfoWanted);
     ConnectCommands();
     MakeTimers();
@@ -263,7 +289,7 @@ void FormMain::Pause() {
 void FormMain::ClickCommand(int index) {
     switch (index) {
         case kUndo:
-            m_companion.Undo();
+            Undo();
             return;
         case kHelp:
             m_companion.OpenHelp();
@@ -276,6 +302,39 @@ void FormMain::ClickCommand(int index) {
             return;
         default:
             m_companion.Meditate();
+    }
+}
+
+void FormMain::Undo() {
+    m_companion.Undo();
+    m_undoNote.Show(ToQString(GivenBack(m_state, m_companion.TheLastCast().UndoAmounts)));
+}
+
+bool FormMain::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        m_events.Run("showing a tooltip", [&] { ShowTip(static_cast<QHelpEvent*>(event)->pos()); });
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void FormMain::ShowTip(QPoint place) {
+    QWidget* control = childAt(place);
+    // An arrow is a nameless part of its pair.
+    while (control != nullptr && control != this && control->objectName().isEmpty()) {
+        control = control->parentWidget();
+    }
+    if (control == nullptr || QGuiApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    const auto icon = std::ranges::find(m_page.SpellIcons, control);
+    const QString tip =
+        icon == m_page.SpellIcons.end()
+            ? ControlTip(control->objectName())
+            : ToQString(SpellTip(m_state, m_companion.Shown(),
+                                 static_cast<i32>(icon - m_page.SpellIcons.begin())));
+    if (!tip.isEmpty()) {
+        QToolTip::showText(mapToGlobal(place), tip, control, control->rect());
     }
 }
 
@@ -328,6 +387,10 @@ void FormMain::closeEvent(QCloseEvent* event) {
 void FormMain::keyPressEvent(QKeyEvent* event) {
     if (IsEnter(*event)) {
         m_events.Run("committing an entry", [&] { m_companion.CommitByEnter(); });
+        return;
+    }
+    if (const auto command = CommandOf(*event)) {
+        m_events.Run("pressing a key of a command", [&] { ClickCommand(*command); });
         return;
     }
     QWidget::keyPressEvent(event);

@@ -12,6 +12,7 @@
 #include "main_window/link_mark.h"
 #include "main_window/services.h"
 #include "main_window/tithing_points.h"
+#include "main_window/undo_note.h"
 #include "widgets/guarded_events.h"
 #include "widgets/pictures.h"
 
@@ -66,6 +67,7 @@ class FormMain : public QWidget {
     void InfoWanted(spellwick::i32 row);
 
   protected:
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -79,6 +81,9 @@ class FormMain : public QWidget {
     void MakeTimers();
     void ShowCommands(const Screen& screen, const Changes& changes);
     void OpenSettings();
+    void Undo();
+    // The tooltip of the control at a place of the window; controls with one of their own show it.
+    void ShowTip(QPoint place);
     void SetTabOrder(bool vertical);
     QPoint SavedPlace();
     // The place for the window as it is arranged now, on a screen; frame included.
@@ -103,6 +108,7 @@ class FormMain : public QWidget {
     TithingPoints m_tithes;
     std::array<QPushButton*, 5> m_command;
     LinkMark* m_linkMark;
+    UndoNote m_undoNote;
     QTimer m_pauseTimer;       // Timer1(0)
     QTimer m_watchTimer;       // Timer1(1)
     QTimer m_meditationTimer;  // Timer1(2)
