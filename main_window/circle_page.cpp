@@ -1,5 +1,6 @@
 #include "main_window/circle_page.h"
 
+#include "model/macro_keys.h"
 #include "widgets/clicks.h"
 #include "widgets/texts.h"
 
@@ -63,8 +64,12 @@ void CirclePage::MakeSlots(QWidget* form) {
         const auto cast = [this, slot] { m_companion.ClickSlot(slot); };
         m_events.On(icon, &SpellIcon::Clicked, "casting a spell", cast);
         m_events.On(icon, &SpellIcon::DoubleClicked, "casting a spell", cast);
-        m_events.On(icon, &SpellIcon::Hovered, "showing a spell",
-                    [this, slot] { m_companion.HoverSlot(slot); });
+        const auto tell = [this, slot] { m_companion.HoverSlot(slot); };
+        m_events.On(icon, &SpellIcon::Hovered, "showing a spell", tell);
+        m_events.On(icon, &SpellIcon::Focused, "showing a spell", tell);
+        m_events.On(icon, &SpellIcon::StepWanted, "going to a spell",
+                    [this, slot](int columns, int rows) { StepFrom(slot, columns, rows); });
+        icon->setFocusPolicy(slot == 0 ? Qt::TabFocus : Qt::NoFocus);
 
         auto* chance = new CellLabel(form);
         chance->setObjectName(IndexedName("LabelChance", slot));
@@ -125,6 +130,23 @@ void CirclePage::PressIcon(int slot, i16 button, i16 shift) {
     }
 }
 
+void CirclePage::StepFrom(int slot, int columns, int rows) {
+    const int column = slot % m_columns + columns;
+    const int target = slot + columns + rows * m_columns;
+    if (column >= 0 && column < m_columns && target >= 0 && target < kSlotCount) {
+        FocusIcon(target);
+    }
+}
+
+void CirclePage::FocusIcon(int slot) {
+    for (SpellIcon* icon : SpellIcons) {
+        icon->setFocusPolicy(Qt::NoFocus);
+    }
+    SpellIcon* icon = SpellIcons[static_cast<std::size_t>(slot)];
+    icon->setFocusPolicy(Qt::TabFocus);
+    icon->setFocus(Qt::OtherFocusReason);
+}
+
 void CirclePage::Show(const Screen& screen, const Changes& changes) {
     if (changes.page) {
         for (int index = 0; index < kPageButtonCount; ++index) {
@@ -161,6 +183,9 @@ void CirclePage::ShowIcon(std::size_t slot, const SlotScreen& shown) {
     const std::string& name = m_companion.State().Spells(shown.row).Name;
     SpellIcons[slot]->setAccessibleName(name.empty() ? QStringLiteral("No spell")
                                                      : ToQString(name));
+    SpellIcons[slot]->SetKey(m_companion.State().KeysOnIcons
+                                 ? ToQString(ShownMacroKey(m_companion.State(), shown.row + 1))
+                                 : QString());
     LabelChance[slot]->SetCellGround(shown.chanceGround);
 }
 

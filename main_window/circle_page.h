@@ -27,6 +27,9 @@ class CirclePage : public QObject {
     // The chances and the amounts, which come last of what the window shows.
     void ShowFigures(const Screen& screen, const Changes& changes);
 
+    // How many icons stand in a row, for the arrow keys: 4 or 8.
+    void SetColumns(int columns) { m_columns = columns; }
+
     std::array<PageButton*, kPageButtonCount> CheckCircle{};
     std::array<SpellIcon*, kSlotCount> SpellIcons{};
     std::array<CellLabel*, kSlotCount> LabelAmount{};
@@ -50,12 +53,16 @@ class CirclePage : public QObject {
     void MakeSlots(QWidget* form);
     void MakeLabels(QWidget* form);
     void PressIcon(int slot, i16 button, i16 shift);
+    // The eight icons are one stop of the Tab key: the one that had the focus last.
+    void FocusIcon(int slot);
+    void StepFrom(int slot, int columns, int rows);
     void ShowIcon(std::size_t slot, const SlotScreen& shown);
     void ShowSpellLines(const Screen& screen);
 
     Companion& m_companion;
     GuardedEvents m_events;
     Pictures& m_pictures;
+    int m_columns = kSlotCount;
 };
 
 }  // namespace spellwick

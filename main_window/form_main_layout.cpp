@@ -2,6 +2,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QScreen>
+#include <algorithm>
+#include <iterator>
 
 #include "main_window/form_main.h"
 #include "widgets/on_screen.h"
@@ -100,6 +102,7 @@ void FormMain::Apply(const LayoutPlan& plan) {
     // The foot of the ankh reaches into the line below and takes the click there.
     m_tithes.ImageAnkh->raise();
     setFixedSize(plan.clientWidth, plan.clientHeight);
+    m_page.SetColumns(m_state.DisplayVertical ? kSlotCount / 2 : kSlotCount);
     SetTabOrder(m_state.DisplayVertical);
     update();
 }
@@ -110,6 +113,7 @@ void FormMain::SetTabOrder(bool vertical) {
         order.push_back(&m_counters.Reagent(reagent));
     }
     order.push_back(m_counters.ComboReagent);
+    std::ranges::copy(m_page.SpellIcons, std::back_inserter(order));
     // Vertical: user pages after the circles; horizontal: before.
     for (int index = 0; index < kPageButtonCount; ++index) {
         const int shifted = vertical && index < 10 ? (index + 2) % 10 : index;
@@ -117,6 +121,8 @@ void FormMain::SetTabOrder(bool vertical) {
     }
     order.insert(vertical ? order.end() : order.begin() + kReagentCount + 1, m_command.begin(),
                  m_command.end());
+    order.push_back(m_tithes.ImageAnkh);
+    order.push_back(m_tithes.TxtTithes);
     for (std::size_t i = 1; i < order.size(); ++i) {
         QWidget::setTabOrder(order[i - 1], order[i]);
     }

@@ -1,9 +1,20 @@
 #include "main_window/spell_icon.h"
 
+#include <QFontMetrics>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
 namespace spellwick {
+
+namespace {
+
+bool Clicks(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
+           event.key() == Qt::Key_Enter;
+}
+
+}  // namespace
 
 i16 MouseButtonNumber(Qt::MouseButton button) {
     switch (button) {
@@ -33,8 +44,15 @@ SpellIcon::SpellIcon(QWidget* parent) : IconPicture(parent) {
 
 void SpellIcon::paintEvent(QPaintEvent* event) {
     IconPicture::paintEvent(event);
-    if (underMouse()) {
-        QPainter painter(this);
+    QPainter painter(this);
+    if (!m_key.isEmpty()) {
+        DrawKey(painter);
+    }
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Window), 4.0));
+        painter.drawRect(QRectF(rect()).adjusted(2.0, 2.0, -2.0, -2.0));
+    }
+    if (underMouse() || hasFocus()) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
         painter.drawRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
     }
@@ -73,6 +91,85 @@ void SpellIcon::enterEvent(QEnterEvent* /*event*/) {
     update();
 }
 void SpellIcon::leaveEvent(QEvent* /*event*/) {
+    update();
+}
+
+void SpellIcon::SetKey(const QString& key) {
+    if (key != m_key) {
+        m_key = key;
+        update();
+    }
+}
+
+// Modifiers give way to their first letters where there is no room for them.
+void SpellIcon::DrawKey(QPainter& painter) const {
+    constexpr int kPixels = 9;
+    constexpr int kMargin = 2;
+    QFont small = font();
+    small.setPixelSize(kPixels);
+    const QFontMetrics metrics(small);
+    QString shown = m_key;
+    if (metrics.horizontalAdvance(shown) + 2 * kMargin > width()) {
+        shown.replace(QStringLiteral("Ctrl+"), QStringLiteral("C+"));
+        shown.replace(QStringLiteral("Alt+"), QStringLiteral("A+"));
+        shown.replace(QStringLiteral("Shift+"), QStringLiteral("S+"));
+    }
+    const QSize size(metrics.horizontalAdvance(shown) + 2 * kMargin, metrics.height());
+    const QRect corner(QPoint(width() - size.width(), height() - size.height()), size);
+    painter.fillRect(corner, QColor(0, 0, 0, 190));
+    painter.setFont(small);
+    painter.setPen(Qt::white);
+    painter.drawText(corner, Qt::AlignCenter, shown);
+}
+
+void SpellIcon::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Left:
+            emit StepWanted(-1, 0);
+            return;
+        case Qt::Key_Right:
+            emit StepWanted(1, 0);
+            return;
+        case Qt::Key_Up:
+            emit StepWanted(0, -1);
+            return;
+        case Qt::Key_Down:
+            emit StepWanted(0, 1);
+            return;
+        case Qt::Key_Menu:
+            emit Pressed(MouseButtonNumber(Qt::RightButton), ShiftMask(event->modifiers()));
+            return;
+        default:
+            break;
+    }
+    if (!Clicks(*event)) {
+        IconPicture::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        m_heldKey = event->key();
+    }
+}
+
+// Clicks only when the key comes up: held down, it would go on into the game.
+void SpellIcon::keyReleaseEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat()) {
+        return;
+    }
+    const bool isClick = m_heldKey != 0 && event->key() == m_heldKey;
+    m_heldKey = 0;
+    if (isClick) {
+        emit Pressed(MouseButtonNumber(Qt::LeftButton), ShiftMask(event->modifiers()));
+        emit Clicked();
+    }
+}
+
+void SpellIcon::focusInEvent(QFocusEvent* /*event*/) {
+    m_heldKey = 0;
+    update();
+    emit Focused();
+}
+
+void SpellIcon::focusOutEvent(QFocusEvent* /*event*/) {
+    m_heldKey = 0;
     update();
 }
 

@@ -1,5 +1,9 @@
 // The icon of one slot of the page, with signals for presses, clicks and the mouse moving over it.
+// With the focus, Space and Enter are a left click, the menu key is a press of the right button,
+// and the arrows ask for another icon.
 #pragma once
+
+#include <QString>
 
 #include "text/number_types.h"
 #include "widgets/icon_picture.h"
@@ -18,11 +22,18 @@ class SpellIcon : public IconPicture {
   public:
     explicit SpellIcon(QWidget* parent);
 
+    // The key of the spell, in small letters in a corner; empty for none.
+    void SetKey(const QString& key);
+    const QString& Key() const { return m_key; }
+
   signals:
     void Pressed(spellwick::i16 button, spellwick::i16 shift);
     void Clicked();
     void DoubleClicked();
     void Hovered();
+    void Focused();
+    // An arrow key: so many columns to the right and rows down.
+    void StepWanted(int columns, int rows);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -32,9 +43,17 @@ class SpellIcon : public IconPicture {
     void mouseMoveEvent(QMouseEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
   private:
+    void DrawKey(QPainter& painter) const;
+
     bool m_pressed = false;
+    int m_heldKey = 0;  // that clicks when it comes up; 0 for none
+    QString m_key;
 };
 
 }  // namespace spellwick

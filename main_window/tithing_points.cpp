@@ -1,5 +1,8 @@
 #include "main_window/tithing_points.h"
 
+#include <QKeyEvent>
+#include <QPainter>
+
 #include "widgets/clicks.h"
 #include "widgets/ground.h"
 #include "widgets/texts.h"
@@ -10,7 +13,7 @@ TithingPoints::TithingPoints(const MainWindowServices& services, QWidget* form)
     : QObject(form), m_companion(services.companion), m_events(services.failures, this) {
     const QString tip = QStringLiteral("Tithe points, used for Paladin abilities");
 
-    ImageAnkh = new QLabel(form);
+    ImageAnkh = new AnkhPlace(form);
     ImageAnkh->setObjectName(QStringLiteral("ImageAnkh"));
     ImageAnkh->setToolTip(tip);
     ImageAnkh->setAccessibleName(QStringLiteral("Change the tithing points"));
@@ -36,8 +39,23 @@ TithingPoints::TithingPoints(const MainWindowServices& services, QWidget* form)
                 [this] { m_companion.LeaveTithes(); });
 }
 
+void AnkhPlace::paintEvent(QPaintEvent* /*event*/) {
+    if (hasFocus()) {
+        QPainter painter(this);
+        painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2.0));
+        painter.drawRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
+    }
+}
+
 bool TithingPoints::eventFilter(QObject* watched, QEvent* event) {
-    const bool begins = watched == ImageAnkh ? IsClick(watched, event)
+    const auto isKey = [event] {
+        if (event->type() != QEvent::KeyPress) {
+            return false;
+        }
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        return key.key() == Qt::Key_Space || IsEnter(key);
+    };
+    const bool begins = watched == ImageAnkh ? IsClick(watched, event) || isKey()
                                              : watched == LabelTithes &&
                                                    event->type() == QEvent::MouseButtonDblClick;
     if (begins) {

@@ -11,6 +11,17 @@
 
 namespace spellwick {
 
+// The place of the ankh, which the form draws: it takes the focus by Tab and shows it.
+class AnkhPlace : public QLabel {
+    Q_OBJECT
+
+  public:
+    explicit AnkhPlace(QWidget* parent) : QLabel(parent) { setFocusPolicy(Qt::TabFocus); }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 class TithingPoints : public QObject {
     Q_OBJECT
 

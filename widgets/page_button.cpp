@@ -48,6 +48,13 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(ground);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
 
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
+        painter.setPen(QPen(pressed ? colours.color(QPalette::Active, QPalette::HighlightedText)
+                                    : colours.color(QPalette::Active, QPalette::Highlight),
+                            1.5));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(2.0, 2.0, -2.0, -2.0), 2.0, 2.0);
+    }
     painter.setPen(pressed ? colours.color(QPalette::Active, QPalette::HighlightedText)
                            : colours.color(QPalette::ButtonText));
     QFont captionFont = font();

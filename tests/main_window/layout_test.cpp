@@ -238,10 +238,13 @@ TEST_F(LayoutTest, TabOrder_FollowsTheEye) {
         for (int index = 0; index < 5; ++index) {
             commands.push_back("Command(" + std::to_string(index) + ")");
         }
+        // The eight icons are one stop.
+        pages.insert(pages.begin(), "SpellIcon(0)");
         for (const auto& part :
              arrangement.vertical ? std::vector{pages, commands} : std::vector{commands, pages}) {
             order.insert(order.end(), part.begin(), part.end());
         }
+        order.emplace_back("ImageAnkh");
         Reagent(1).setFocus(Qt::TabFocusReason);
         std::vector<std::string> walked;
         walked.reserve(order.size());
