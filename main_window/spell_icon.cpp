@@ -1,6 +1,5 @@
 #include "main_window/spell_icon.h"
 
-#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -45,9 +44,6 @@ SpellIcon::SpellIcon(QWidget* parent) : IconPicture(parent) {
 void SpellIcon::paintEvent(QPaintEvent* event) {
     IconPicture::paintEvent(event);
     QPainter painter(this);
-    if (!m_key.isEmpty()) {
-        DrawKey(painter);
-    }
     if (hasFocus()) {
         painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Window), 4.0));
         painter.drawRect(QRectF(rect()).adjusted(2.0, 2.0, -2.0, -2.0));
@@ -94,32 +90,18 @@ void SpellIcon::leaveEvent(QEvent* /*event*/) {
     update();
 }
 
-void SpellIcon::SetKey(const QString& key) {
-    if (key != m_key) {
-        m_key = key;
-        update();
-    }
-}
-
 // Modifiers give way to their first letters where there is no room for them.
-void SpellIcon::DrawKey(QPainter& painter) const {
-    constexpr int kPixels = 9;
-    constexpr int kMargin = 2;
-    QFont small = font();
-    small.setPixelSize(kPixels);
-    const QFontMetrics metrics(small);
-    QString shown = m_key;
-    if (metrics.horizontalAdvance(shown) + 2 * kMargin > width()) {
-        shown.replace(QStringLiteral("Ctrl+"), QStringLiteral("C+"));
-        shown.replace(QStringLiteral("Alt+"), QStringLiteral("A+"));
-        shown.replace(QStringLiteral("Shift+"), QStringLiteral("S+"));
+void SpellIcon::SetKey(QString key) {
+    if (CornerWidth(key) > width()) {
+        for (const QString& modifier :
+             {QStringLiteral("Ctrl"), QStringLiteral("Alt"), QStringLiteral("Shift")}) {
+            key.replace(modifier + QLatin1Char('+'), modifier.left(1) + QLatin1Char('+'));
+        }
     }
-    const QSize size(metrics.horizontalAdvance(shown) + 2 * kMargin, metrics.height());
-    const QRect corner(QPoint(width() - size.width(), height() - size.height()), size);
-    painter.fillRect(corner, QColor(0, 0, 0, 190));
-    painter.setFont(small);
-    painter.setPen(Qt::white);
-    painter.drawText(corner, Qt::AlignCenter, shown);
+    if (CornerWidth(key) > width() && key.size() > 1) {
+        key.remove(QLatin1Char('+'));
+    }
+    SetCorner(key);
 }
 
 void SpellIcon::keyPressEvent(QKeyEvent* event) {

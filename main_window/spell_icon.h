@@ -23,8 +23,7 @@ class SpellIcon : public IconPicture {
     explicit SpellIcon(QWidget* parent);
 
     // The key of the spell, in small letters in a corner; empty for none.
-    void SetKey(const QString& key);
-    const QString& Key() const { return m_key; }
+    void SetKey(QString key);
 
   signals:
     void Pressed(spellwick::i16 button, spellwick::i16 shift);
@@ -49,11 +48,8 @@ class SpellIcon : public IconPicture {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    void DrawKey(QPainter& painter) const;
-
     bool m_pressed = false;
     int m_heldKey = 0;  // that clicks when it comes up; 0 for none
-    QString m_key;
 };
 
 }  // namespace spellwick

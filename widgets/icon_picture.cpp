@@ -1,8 +1,21 @@
 #include "widgets/icon_picture.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 
 namespace spellwick {
+
+namespace {
+
+constexpr int kCornerPixels = 9;
+constexpr int kCornerMargin = 2;
+
+QFont Small(QFont font) {
+    font.setPixelSize(kCornerPixels);
+    return font;
+}
+
+}  // namespace
 
 void IconPicture::SetPicture(const QPixmap& strip, const QRect& cell) {
     if (cell != m_cell || strip.cacheKey() != m_strip.cacheKey()) {
@@ -12,10 +25,30 @@ void IconPicture::SetPicture(const QPixmap& strip, const QRect& cell) {
     }
 }
 
+void IconPicture::SetCorner(const QString& word) {
+    if (word != m_corner) {
+        m_corner = word;
+        update();
+    }
+}
+
+int IconPicture::CornerWidth(const QString& word) const {
+    return QFontMetrics(Small(font())).horizontalAdvance(word) + 2 * kCornerMargin;
+}
+
 void IconPicture::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(rect(), m_strip, m_cell);
+    if (m_corner.isEmpty()) {
+        return;
+    }
+    painter.setFont(Small(font()));
+    const QSize size(CornerWidth(m_corner), painter.fontMetrics().height());
+    const QRect corner(QPoint(width() - size.width(), height() - size.height()), size);
+    painter.fillRect(corner, QColor(0, 0, 0, 190));
+    painter.setPen(Qt::white);
+    painter.drawText(corner, Qt::AlignCenter, m_corner);
 }
 
 }  // namespace spellwick

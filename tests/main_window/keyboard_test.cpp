@@ -192,14 +192,20 @@ TEST_F(KeyboardTest, KeysOnIcons_AreDrawnWhenTheOptionIsOn) {
     State().MacroShift(1) = "";
     State().MacroKey(1) = "4";
     Program().UpdatePage();
-    EXPECT_EQ(Icon(0).Key(), QString());
+    EXPECT_EQ(Icon(0).Corner(), QString());
     const QImage before = Icon(0).grab().toImage();
     State().KeysOnIcons = true;
     Program().UpdatePage();
-    EXPECT_EQ(Icon(0).Key(), QStringLiteral("Ctrl+4"));
+    EXPECT_EQ(Icon(0).Corner(), QStringLiteral("Ctrl+4"));
     const QImage after = Icon(0).grab().toImage();
     EXPECT_NE(after, before);
     EXPECT_EQ(after.copy(0, 0, 42, 20), before.copy(0, 0, 42, 20)) << "in the lower corner only";
+    State().MacroAlt(1) = "%";
+    State().MacroShift(1) = "+";
+    State().MacroKey(1) = "{F12}";
+    Program().UpdatePage();
+    EXPECT_EQ(Icon(0).Corner(), QStringLiteral("CASF12"));
+    EXPECT_LE(Icon(0).CornerWidth(Icon(0).Corner()), Icon(0).width());
 }
 
 }  // namespace
