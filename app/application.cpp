@@ -45,7 +45,8 @@ Application::Application(System system)
       m_timers({.timers = m_companion.Timers(),
                 .state = m_state,
                 .desktop = *m_system.desktop,
-                .failures = m_runEnd},
+                .failures = m_runEnd,
+                .keepsClear = [this] { return std::vector<QRect>{m_main->frameGeometry()}; }},
                [this](std::string_view key) { return m_companion.Io().ReadPosition(key); }) {
     m_companion.SetForms(*this);
     m_main = std::make_unique<FormMain>(MainWindowServices{

@@ -340,7 +340,7 @@ StoreResult FormSettings::Form_Unload() {
 void FormSettings::KeepPlace() {
     if (isVisible() && !isMinimized() && !isMaximized() && !isFullScreen()) {
         const QPoint shown(PixelsOf(m_place.left), PixelsOf(m_place.top));
-        if (pos() != shown) {
+        if (pos() != shown && pos() != m_aside) {
             m_place = {.top = TwipsOf(y()), .left = TwipsOf(x())};
         }
     }
@@ -369,7 +369,7 @@ void FormSettings::showEvent(QShowEvent* event) {
         m_justShown = true;
         m_events.Run("showing the settings", [&] {
             // A screen may have gone since the last time.
-            if (const QPoint place = OnScreens(pos(), *this); place != pos()) {
+            if (const QPoint place = PlaceToOpen(); place != pos()) {
                 move(place);
             }
             // An edit may still hold an entry that was refused.
@@ -377,6 +377,19 @@ void FormSettings::showEvent(QShowEvent* event) {
             Form_Activate();
         });
     }
+}
+
+// As long as the player has never moved the dialog, it keeps clear of the main window.
+QPoint FormSettings::PlaceToOpen() {
+    // Not known before the dialog is shown.
+    constexpr QSize kFrame(16, 40);
+    const QPoint place = OnScreens(pos(), *this);
+    const bool isMoved = m_place.top != 0.0F || m_place.left != 0.0F;
+    if (isMoved || parentWidget() == nullptr) {
+        return place;
+    }
+    m_aside = ClearOf(place, size() + kFrame, {parentWidget()->frameGeometry()});
+    return m_aside;
 }
 
 void FormSettings::closeEvent(QCloseEvent* event) {

@@ -106,6 +106,7 @@ class FormSettings : public QDialog {
     // Saves and hides, unless an entry is refused.
     void Close();
     void KeepPlace();
+    QPoint PlaceToOpen();
     void FitSize();
     std::array<SettingsTab*, 5> TabsOfRefresh() const;
     // RefreshDialog when the user has done nothing: a tab that fails does not end the program.
@@ -127,6 +128,7 @@ class FormSettings : public QDialog {
     GameTab* m_game = nullptr;
     std::array<SettingsTab*, kTabCount> m_tabs{};
     WindowPlaces::Place m_place;
+    QPoint m_aside;  // where the dialog has moved by itself
     std::string m_shownPlayer;
     bool m_justShown = false;
 };

@@ -31,7 +31,8 @@ FormTimer::FormTimer(const TimerServices& services, QPoint place)
     : m_services(services),
       m_timers(services.timers),
       m_events(services.failures, this),
-      m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()) {
+      m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()),
+      m_moved(!place.isNull()) {
     setObjectName(QStringLiteral("FormTimer"));
     setWindowTitle(QStringLiteral("SpellTimer"));
     setAccessibleName(QStringLiteral("Running spell timers"));
@@ -147,11 +148,21 @@ void FormTimer::ShowIcon(std::size_t slot, const TimerSlot& timer) {
     } else {
         m_pictures[slot]->SetPicture({}, {});
     }
+    m_pictures[slot]->SetCorner(m_services.state.SecondsOnIcons ? ToQString(timer.seconds)
+                                                                : QString());
     m_bars[slot]->SetPercent(timer.percent);
 }
 
 void FormTimer::MakeVisible() {
-    if (const QPoint place = OnScreens(pos(), *this); place != pos()) {
+    QPoint place = OnScreens(pos(), *this);
+    m_moved = m_moved || pos() != m_aside;
+    if (!m_moved) {
+        if (m_services.keepsClear) {
+            place = ClearOf(place, size(), m_services.keepsClear());
+        }
+        m_aside = place;
+    }
+    if (place != pos()) {
         move(place);
     }
     // The native window must exist on the window system's side first.
@@ -180,6 +191,7 @@ void FormTimer::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     if (event->buttons().testFlag(Qt::LeftButton)) {
+        m_moved = true;
         // Screen coordinates, because the window follows the mouse with a delay.
         move(m_pressWindow + event->globalPosition().toPoint() - m_pressPlace);
     } else {

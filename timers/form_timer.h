@@ -4,6 +4,8 @@
 
 #include <QWidget>
 #include <array>
+#include <functional>
+#include <vector>
 
 #include "companion/running_timers.h"
 #include "model/failure_guard.h"
@@ -23,14 +25,19 @@ struct TimerServices {
     const SharedState& state;
     Desktop& desktop;
     FailureSink& failures;
+    // What the window does not cover while the player has never moved it, the most important first.
+    std::function<std::vector<QRect>()> keepsClear = {};
 };
 
 class FormTimer : public QWidget {
     Q_OBJECT
 
   public:
-    // `place` is the saved position in pixels.
+    // `place` is the saved position in pixels; 0 and 0 stands for a window that was never moved.
     FormTimer(const TimerServices& services, QPoint place);
+
+    // The position to save: 0 and 0 as long as the player has never moved the window.
+    QPoint KeptPlace() const { return m_moved || pos() != m_aside ? pos() : QPoint(); }
 
     // Draws the timers' screen, and shows or hides the window by it.
     void ShowTimers();
@@ -62,6 +69,8 @@ class FormTimer : public QWidget {
     std::array<IconPicture*, kTimerSlots> m_pictures{};  // imgSpell
     std::array<TimerBar*, kTimerSlots> m_bars{};         // picProg
     std::array<TimerControl*, 2> m_controls{};           // lblControls
+    bool m_moved;                                        // by the player
+    QPoint m_aside;                                      // where the window has moved by itself
     bool m_dragging = false;
     QPoint m_pressPlace;  // mouse, in screen coordinates
     QPoint m_pressWindow;

@@ -8,7 +8,7 @@
 namespace spellwick {
 
 WindowPlaces::Place TimersHost::TimerPlace() {
-    const QPoint place = Window().pos();
+    const QPoint place = Window().KeptPlace();
     return {.top = TwipsOf(place.y()), .left = TwipsOf(place.x())};
 }
 

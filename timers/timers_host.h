@@ -21,7 +21,7 @@ class TimersHost {
     // Shows what is to be seen; a window that is not there yet is made only for that.
     void Show();
 
-    // Where the window stands, in twips; makes it if need be.
+    // Where the window stands, in twips, as it is saved; makes it if need be.
     WindowPlaces::Place TimerPlace();
 
   private:

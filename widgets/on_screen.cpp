@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 
 namespace spellwick {
 
@@ -31,6 +32,14 @@ std::int64_t SquaredDistance(const QRect& window, const QRect& screen) {
     return across * across + down * down;
 }
 
+std::vector<QRect> ScreensOfTheMoment() {
+    std::vector<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        screens.push_back(screen->availableGeometry());
+    }
+    return screens;
+}
+
 }  // namespace
 
 QPoint OnScreens(QPoint place, QSize size, const std::vector<QRect>& screens) {
@@ -50,11 +59,48 @@ QPoint OnScreens(QPoint place, QSize size, const std::vector<QRect>& screens) {
 }
 
 QPoint OnScreens(QPoint place, const QWidget& window) {
-    std::vector<QRect> screens;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        screens.push_back(screen->availableGeometry());
+    return OnScreens(place, window.size(), ScreensOfTheMoment());
+}
+
+QPoint ClearOf(QPoint place, QSize size, std::vector<QRect> others,
+               const std::vector<QRect>& screens) {
+    const auto isFree = [&](const QRect& window) {
+        return std::ranges::any_of(screens,
+                                   [&](const QRect& screen) { return screen.contains(window); }) &&
+               std::ranges::none_of(others,
+                                    [&](const QRect& other) { return other.intersects(window); });
+    };
+    for (; !others.empty(); others.pop_back()) {
+        // A nearest place touches what is in its way, or keeps a coordinate.
+        std::vector<int> lefts{place.x()};
+        std::vector<int> tops{place.y()};
+        for (const QRect& other : others) {
+            lefts.insert(lefts.end(), {other.right() + 1, other.left() - size.width()});
+            tops.insert(tops.end(), {other.bottom() + 1, other.top() - size.height()});
+        }
+        for (const QRect& screen : screens) {
+            lefts.insert(lefts.end(), {screen.left(), screen.right() + 1 - size.width()});
+            tops.insert(tops.end(), {screen.top(), screen.bottom() + 1 - size.height()});
+        }
+        std::optional<QPoint> best;
+        for (const int left : lefts) {
+            for (const int top : tops) {
+                const QPoint way = QPoint(left, top) - place;
+                if (isFree(QRect(QPoint(left, top), size)) &&
+                    (!best || way.manhattanLength() < (*best - place).manhattanLength())) {
+                    best = QPoint(left, top);
+                }
+            }
+        }
+        if (best) {
+            return *best;
+        }
     }
-    return OnScreens(place, window.size(), screens);
+    return place;
+}
+
+QPoint ClearOf(QPoint place, QSize size, const std::vector<QRect>& others) {
+    return ClearOf(place, size, others, ScreensOfTheMoment());
 }
 
 }  // namespace spellwick

@@ -147,7 +147,7 @@ TEST_F(FormSettingsTest, Wheel_OverAClosedList_ChangesNothing) {
             }
         }
     }
-    EXPECT_EQ(turned.size(), 22U);
+    EXPECT_EQ(turned.size(), 23U);
     EXPECT_THAT(TakeLog(), Each(Not(testing::HasSubstr("load"))));
     EXPECT_EQ(m_state.CurrentPlayerName, kMira);
 }
@@ -216,6 +216,27 @@ TEST_F(FormSettingsTest, Unload_AfterOk_SavesWhereTheDialogStood) {
     EXPECT_TRUE(Form().Form_Unload().ok);
     EXPECT_EQ(Saved("Settings", "SettingsTop"), "150");
     EXPECT_EQ(Saved("Settings", "SettingsLeft"), "300");
+}
+
+TEST_F(FormSettingsTest, Place_NeverMoved_OpensClearOfTheMainWindowAndStaysUnsaved) {
+    QWidget main;
+    main.setGeometry(0, 0, 200, 150);
+    main.show();
+    Load();
+    Form().setParent(&main, Form().windowFlags());
+    Show();
+    EXPECT_FALSE(Form().frameGeometry().intersects(main.frameGeometry()));
+    const QPoint aside = Form().pos();
+    Form().close();
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), "0");
+    EXPECT_EQ(Saved("Settings", "SettingsLeft"), "0");
+    Reopen();
+    Form().move(aside + QPoint(20, 10));
+    Form().close();
+    EXPECT_EQ(Saved("Settings", "SettingsTop"), std::to_string((aside.y() + 10) * 15));
+    Reopen();
+    EXPECT_EQ(Form().pos(), aside + QPoint(20, 10));
+    Form().setParent(nullptr, Form().windowFlags());
 }
 
 TEST_F(FormSettingsTest, Unload_NeverShown_KeepsTheSavedPlaceToTheFraction) {

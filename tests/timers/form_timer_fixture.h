@@ -38,8 +38,11 @@ class FormTimerTest : public testing::Test, public FailureSink {
         m_form.reset();
         m_timers.emplace(m_state, m_clock);
         m_form = std::make_unique<FormTimer>(
-            TimerServices{
-                .timers = *m_timers, .state = m_state, .desktop = m_desktop, .failures = *this},
+            TimerServices{.timers = *m_timers,
+                          .state = m_state,
+                          .desktop = m_desktop,
+                          .failures = *this,
+                          .keepsClear = [this] { return m_keepsClear; }},
             place);
         return *m_form;
     }
@@ -84,6 +87,7 @@ class FormTimerTest : public testing::Test, public FailureSink {
     SharedState m_state;
     SetClock m_clock;
     RecordingDesktop m_desktop;
+    std::vector<QRect> m_keepsClear;
     std::optional<RunningTimers> m_timers;
     std::unique_ptr<FormTimer> m_form;
     int m_failures = 0;

@@ -61,6 +61,36 @@ TEST_F(FormTimerTest, RowBehindThePages_HasABarWithoutAnIcon) {
     EXPECT_EQ(Picture(0).Cell(), QRect());
 }
 
+TEST_F(FormTimerTest, SecondsOnIcons_AreAFigureInTheCornerWhenTheOptionIsOn) {
+    Make();
+    Start(10, 60);
+    EXPECT_EQ(Picture(0).Corner(), QString());
+    m_state.SecondsOnIcons = true;
+    TickAt(1015.0F);
+    EXPECT_EQ(Picture(0).Corner(), QStringLiteral("45"));
+    m_state.SecondsOnIcons = false;
+    TickAt(1016.0F);
+    EXPECT_EQ(Picture(0).Corner(), QString());
+}
+
+TEST_F(FormTimerTest, Place_NeverMoved_StandsAsideJustSoFar_UntilItIsDragged) {
+    m_state.SpellTimerMode = kTimersAsIcons;
+    m_keepsClear = {QRect(0, 0, 183, 300)};
+    Make({0, 0});
+    Start(10, 60);
+    EXPECT_EQ(m_form->pos(), QPoint(183, 0));
+    EXPECT_EQ(m_form->KeptPlace(), QPoint(0, 0));
+    m_form->hide();
+    m_keepsClear = {QRect(0, 0, 200, 300)};
+    m_form->ShowTimers();
+    EXPECT_EQ(m_form->pos(), QPoint(200, 0));
+    m_form->move(5, 6);
+    m_form->hide();
+    m_form->ShowTimers();
+    EXPECT_EQ(m_form->pos(), QPoint(5, 6)) << "where the player has put it";
+    EXPECT_EQ(m_form->KeptPlace(), QPoint(5, 6));
+}
+
 TEST_F(FormTimerTest, Icons_AreColouredAlsoForSpellsThatCannotBeCast) {
     m_state.Spells(10).MinimumSkill = 100;
     Make();

@@ -18,6 +18,8 @@ namespace {
 constexpr i16 kMagery120 = 1;  // rules
 constexpr i16 kPlusSpirit = 16;
 
+constexpr QRect kMainWindow(0, 0, 200, 300);
+
 class TimersHostTest : public testing::Test, public FailureSink {
   protected:
     TimersHostTest() {
@@ -71,13 +73,29 @@ class TimersHostTest : public testing::Test, public FailureSink {
                                                             {"TimerLeft", "615"}};
     int m_placesRead = 0;
     RunningTimers m_running{m_state, m_clock};
-    TimersHost m_timers{
-        {.timers = m_running, .state = m_state, .desktop = m_desktop, .failures = *this},
-        [this](std::string_view key) {
-            ++m_placesRead;
-            return ReadFloat(m_saved.find(key)->second);
-        }};
+    TimersHost m_timers{{.timers = m_running,
+                         .state = m_state,
+                         .desktop = m_desktop,
+                         .failures = *this,
+                         .keepsClear = [] { return std::vector<QRect>{kMainWindow}; }},
+                        [this](std::string_view key) {
+                            ++m_placesRead;
+                            return ReadFloat(m_saved.find(key)->second);
+                        }};
 };
+
+TEST_F(TimersHostTest, Place_NeverMoved_StaysUnsavedWhereverTheWindowStands) {
+    m_saved = {{"TimerTop", "0"}, {"TimerLeft", "0"}};
+    m_running.CreateNewSpellTimer(1, 60);
+    m_timers.Show();
+    ASSERT_NE(Window()->pos(), QPoint(0, 0)) << "the main window stands there";
+    EXPECT_FALSE(Window()->geometry().intersects(kMainWindow));
+    EXPECT_EQ(m_timers.TimerPlace().top, 0.0F);
+    EXPECT_EQ(m_timers.TimerPlace().left, 0.0F);
+    Window()->move(310, 220);
+    EXPECT_EQ(m_timers.TimerPlace().top, 3300.0F);
+    EXPECT_EQ(m_timers.TimerPlace().left, 4650.0F);
+}
 
 TEST_F(TimersHostTest, Cast_LastsByItsRuleAndTheValuesOfThatMoment) {
     m_state.Spells(7).File5 = kMagery120;

@@ -55,5 +55,27 @@ TEST(OnScreens, NoScreens_StaysThere) {
     EXPECT_EQ(OnScreens({7, 9}, kSize, {}), QPoint(7, 9));
 }
 
+TEST(ClearOf, IsTheNearestFreePlaceThatKeepsTheFirstWindowsClear) {
+    const QRect main(0, 0, 300, 150);
+    const QRect game(300, 0, 700, 500);
+    const QRect everything(0, 0, 1000, 800);
+    struct Way {
+        const char* name;
+        QPoint from;
+        std::vector<QRect> others;
+        QPoint place;
+    };
+    for (const Way& way :
+         {Way{"nothing in the way", {500, 300}, {main}, {500, 300}},
+          Way{"below", {0, 0}, {main}, {0, 150}}, Way{"right", {250, 0}, {main}, {300, 0}},
+          Way{"clear of both", {0, 0}, {main, game}, {0, 150}},
+          Way{"clear of both from the game", {600, 100}, {main, game}, {600, 500}},
+          Way{"a game that fills the screen", {0, 0}, {main, everything}, {0, 150}},
+          Way{"no room at all", {5, 5}, {everything}, {5, 5}},
+          Way{"nothing to keep clear", {5, 5}, {}, {5, 5}}}) {
+        EXPECT_EQ(ClearOf(way.from, kSize, way.others, {kMain}), way.place) << way.name;
+    }
+}
+
 }  // namespace
 }  // namespace spellwick
