@@ -61,7 +61,8 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
       CheckFront(Named(new QCheckBox(QStringLiteral("Type only while the game is in front"), this),
                        QStringLiteral("CheckFront"))),
       Typing(new TypingOptions(services, this)),
-      ToolsInWine(new WineToolsOption(services, this)) {
+      ToolsInWine(new WineToolsOption(services, this)),
+      Icons(new IconOptions(services, this)) {
     MakePage();
     ConnectAll();
     m_look.setInterval(kBetweenLooks);
@@ -114,6 +115,7 @@ void GameTab::MakePage() {
     m_options = new QVBoxLayout(MakeGroup("Options"));
     m_options->addWidget(CheckFront);
     m_options->addWidget(Typing);
+    m_options->addWidget(Icons);
     m_groups->addStretch();
 
     auto* scroll = new QScrollArea(this);
@@ -165,6 +167,7 @@ void GameTab::Load() {
     CheckFront->setChecked(m_state.CheckFront);
     Typing->Load();
     ToolsInWine->Load();
+    Icons->Load();
 }
 
 void GameTab::showEvent(QShowEvent* event) {

@@ -14,6 +14,7 @@
 
 #include "platform/client_windows.h"
 #include "settings_dialog/controls.h"
+#include "settings_dialog/icon_options.h"
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/typing_options.h"
 #include "settings_dialog/wine_tools_option.h"
@@ -55,6 +56,7 @@ class GameTab : public SettingsTab {
     QCheckBox* CheckFront;
     TypingOptions* Typing;
     WineToolsOption* ToolsInWine;
+    IconOptions* Icons;
 
   protected:
     void showEvent(QShowEvent* event) override;
