@@ -80,8 +80,23 @@ void Remove(std::vector<std::string>& variables, std::string_view name) {
     });
 }
 
-bool Is32Bit(const fs::path& prefix) {
+// A server of 32 bits serves no other programs.
+bool Is32BitProgram(const fs::path& file) {
+    constexpr std::string_view k32Bit{
+        "\x7F"
+        "ELF\x01"};
+    std::array<char, k32Bit.size()> start{};
+    std::ifstream(file, std::ios::binary).read(start.data(), start.size());
+    return std::string_view(start.data(), start.size()) == k32Bit;
+}
+
+// `arch` is the value of WINEARCH.
+bool Is32BitPrefix(const fs::path& prefix, std::string_view arch) {
     std::ifstream registry(prefix / "system.reg");
+    if (!registry) {
+        // The server writes it half a minute after it has made the prefix.
+        return arch == "win32";
+    }
     constexpr int kHeader = 8;
     std::string line;
     for (int i = 0; i < kHeader && std::getline(registry, line); ++i) {
@@ -151,7 +166,8 @@ std::optional<WinePrefix> FindPrefix(const WineServer& server, std::string& trou
         trouble = "its prefix cannot be made out";
         return std::nullopt;
     }
-    prefix.is32Bit = Is32Bit(prefix.folder);
+    prefix.is32Bit = Is32BitProgram(process / "exe") ||
+                     Is32BitPrefix(prefix.folder, ValueOf(prefix.variables, "WINEARCH"));
     const fs::path program = WithoutDeleted(LinkOf(process / "exe").string());
     prefix.wine = FindWine(program, prefix.is32Bit);
     if (prefix.wine.empty()) {

@@ -119,6 +119,26 @@ TEST_F(WineServers, PrefixOf32Bits_IsToldByItsRegistry) {
     EXPECT_EQ(prefix->wine, m_wine / "wine");
 }
 
+TEST_F(WineServers, NewPrefixOf32Bits_IsToldBeforeItsRegistryIsWritten) {
+    WriteProgram("wine64");
+    WriteProgram("wine");
+    const auto prefix = Find(AddServer({"WINEPREFIX=" + m_prefix.string(), "WINEARCH=win32"}));
+    ASSERT_TRUE(prefix) << m_trouble;
+    EXPECT_TRUE(prefix->is32Bit);
+}
+
+TEST_F(WineServers, ServerOf32Bits_HasPrefixesOf32BitsOnly) {
+    WriteProgram("wine");
+    std::ofstream(m_wine / "wineserver64", std::ios::binary) << "\x7F"
+                                                                "ELF\x01\x01";
+    const auto prefix = Find(AddServer({"WINEPREFIX=" + m_prefix.string()}));
+    ASSERT_TRUE(prefix) << m_trouble;
+    EXPECT_TRUE(prefix->is32Bit);
+    std::ofstream(m_wine / "wineserver64", std::ios::binary) << "\x7F"
+                                                                "ELF\x02\x01";
+    EXPECT_FALSE(Find({77, NameOf(m_prefix)})->is32Bit);
+}
+
 TEST_F(WineServers, PrefixThatIsAnother_IsRefused) {
     WriteProgram("wine64");
     EXPECT_FALSE(Find(AddServer({"WINEPREFIX=" + m_folder.Path().string()})));
