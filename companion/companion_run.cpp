@@ -167,6 +167,8 @@ void Companion::SaveWithoutDisplay() noexcept {
             LogLine(std::string("saving without a display: ") + failure.what());
         }
     };
+    // Nothing is drawn: there is no display to draw on.
+    step([&] { PayForReports(true); });
     WindowPlaces places;
     step([&] { places = m_display.TheForms().MainPlace(); });
     StoreResult result;
@@ -196,6 +198,7 @@ bool Companion::SaveAfterFailure() {
     step([&] { places = forms.MainPlace(); });
     step([&] { places.timer = forms.TimerPlace(); });
     step([&] { m_services.assist.UnhookWindow(); });
+    step([&] { PayForReports(true); });
     step([&] { forms.HideMainWindow(); });
     step([&] { saved = forms.UnloadSettings().ok && saved; });
     step([&] { saved = io.SavePlayerSettings(m_state.CurrentPlayerName).ok && saved; });

@@ -111,14 +111,25 @@ TEST_F(TodaysToolsTest, DebitThatWaits_IsTakenBeforeAnotherBagOrCharacterPays) {
     EXPECT_EQ(Saved(kBran, "BM 1"), "20");
 }
 
-TEST_F(TodaysToolsTest, DebitThatWaits_IsTakenBeforeTheEnd) {
+class WaysToEnd : public TodaysToolsTest,
+                  public testing::WithParamInterface<void (*)(Companion&)> {};
+
+TEST_P(WaysToEnd, DebitThatWaits_IsSaved) {
     StartBesideTool("Razor v1.9");
     Report(kAssistStock, 200, 500);
     ClickSpell(kClumsy);
     ReportCast(kClumsy);
-    Program().End(EndCause::kUser);
+    GetParam()(Program());
     EXPECT_EQ(Saved(kMira, "BM 0"), "49");
 }
+
+INSTANTIATE_TEST_SUITE_P(All, WaysToEnd,
+                         testing::Values([](Companion& program) { program.End(EndCause::kUser); },
+                                         [](Companion& program) { program.SaveForLogOff(); },
+                                         [](Companion& program) { program.SaveWithoutDisplay(); },
+                                         [](Companion& program) {
+                                             EXPECT_TRUE(program.SaveAfterFailure());
+                                         }));
 
 TEST_F(TodaysToolsTest, ReportThatNoClickFits_CountsNothing) {
     StartBesideTool("Razor Enhanced 0.8");
