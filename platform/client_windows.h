@@ -53,7 +53,7 @@ class ClientWindows {
         return {};
     }
 
-    // All visible top-level windows, topmost first.
+    // All visible top-level windows of other programs, topmost first.
     [[nodiscard]] virtual std::vector<TopLevelWindow> AllWindows() { return {}; }
 
     // The folders that the window's program may keep its data in, the likeliest first; empty if the

@@ -76,8 +76,16 @@ WindowHandle X11ClientWindows::FindWindowOfClasses(
     return likely;
 }
 
+std::vector<TopLevelWindow> X11ClientWindows::AllWindows() {
+    std::vector<TopLevelWindow> windows = m_search.List(nullptr);
+    std::erase_if(windows, [this](const TopLevelWindow& window) {
+        return ProcessOf(window.handle) == getpid();
+    });
+    return windows;
+}
+
 // A program names its process itself, and the machine that it runs on.
-std::vector<std::filesystem::path> X11ClientWindows::ProgramFolders(WindowHandle window) {
+std::optional<pid_t> X11ClientWindows::ProcessOf(WindowHandle window) {
     std::array<char, 256> machine{};
     std::uint32_t process = 0;
     const bool told =
@@ -85,13 +93,18 @@ std::vector<std::filesystem::path> X11ClientWindows::ProgramFolders(WindowHandle
         xcb_ewmh_get_wm_pid_reply(m_hints.Get(), xcb_ewmh_get_wm_pid(m_hints.Get(), window),
                                   &process, nullptr) != 0;
     if (!told || gethostname(machine.data(), machine.size() - 1) != 0) {
-        return {};
+        return std::nullopt;
     }
     const std::string named = m_search.Machine(window);
     if (!named.empty() && named != machine.data()) {
-        return {};
+        return std::nullopt;
     }
-    return ProgramFoldersOf(static_cast<pid_t>(process));
+    return static_cast<pid_t>(process);
+}
+
+std::vector<std::filesystem::path> X11ClientWindows::ProgramFolders(WindowHandle window) {
+    const std::optional<pid_t> process = ProcessOf(window);
+    return process ? ProgramFoldersOf(*process) : std::vector<std::filesystem::path>();
 }
 
 std::string X11ClientWindows::WindowTitle(WindowHandle window) {

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include <sys/types.h>
+
 #include "platform/client_windows.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_window_hints.h"
@@ -26,7 +28,7 @@ class X11ClientWindows : public ClientWindows {
     std::vector<TopLevelWindow> WindowsOfClasses(const std::vector<std::string>& classes) override {
         return m_search.List(&classes);
     }
-    std::vector<TopLevelWindow> AllWindows() override { return m_search.List(nullptr); }
+    std::vector<TopLevelWindow> AllWindows() override;
     std::vector<std::filesystem::path> ProgramFolders(WindowHandle window) override;
     std::string WindowTitle(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
@@ -42,6 +44,8 @@ class X11ClientWindows : public ClientWindows {
   private:
     explicit X11ClientWindows(const std::string& display);
 
+    // The process that a window belongs to; nothing if it does not say, or runs elsewhere.
+    std::optional<pid_t> ProcessOf(WindowHandle window);
     bool ManagerActivates() const;
     bool ActivateThroughManager(xcb_window_t window);
     void GoToDesktopOf(xcb_window_t window);

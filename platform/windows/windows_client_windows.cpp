@@ -95,7 +95,11 @@ std::vector<TopLevelWindow> WindowsClientWindows::WindowsOfClasses(
 std::vector<TopLevelWindow> WindowsClientWindows::AllWindows() {
     std::vector<TopLevelWindow> listed;
     for (HWND window : VisibleWindows()) {
-        listed.push_back(Describe(window));
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process != GetCurrentProcessId()) {
+            listed.push_back(Describe(window));
+        }
     }
     return listed;
 }

@@ -1,5 +1,9 @@
 // The real search and activation without a window manager, and with one played by the test.
+#include <unistd.h>
+
+#include "platform/linux/program_folders.h"
 #include "tests/platform/x11_client_windows_fixture.h"
+#include "tests/support/child_process.h"
 
 namespace spellwick {
 namespace {
@@ -24,6 +28,30 @@ class WithoutManager : public X11ClientWindowsTest {
         SetCells(window, "WM_HINTS", "WM_HINTS", {kInputHint, 0, 0, 0, 0, 0, 0, 0, 0});
     }
 };
+
+TEST_F(WithoutManager, Process_OfTheWindowGivesItsFolders) {
+    const auto child = testing_support::ChildProcess::Start({"sleep", "60"}, {});
+    ASSERT_TRUE(child);
+    const auto process = static_cast<std::uint32_t>(child->Id());
+    const xcb_window_t game = session->MakeWindow("game", "Game", "game");
+    EXPECT_TRUE(windows->ProgramFolders(game).empty()) << "it does not say whose it is";
+    SetCells(game, "_NET_WM_PID", "CARDINAL", {process});
+    EXPECT_EQ(windows->ProgramFolders(game), ProgramFoldersOf(static_cast<pid_t>(process)));
+    EXPECT_FALSE(windows->ProgramFolders(game).empty());
+    SetProperty(game, "WM_CLIENT_MACHINE", XCB_ATOM_STRING, "another machine");
+    EXPECT_TRUE(windows->ProgramFolders(game).empty()) << "a process there has another number";
+}
+
+TEST_F(WithoutManager, AllWindows_AreThoseOfOtherPrograms) {
+    const xcb_window_t other = session->MakeWindow("other", "Other", "other");
+    const xcb_window_t ours = session->MakeWindow("ours", "Ours", "ours");
+    SetCells(ours, "_NET_WM_PID", "CARDINAL", {static_cast<std::uint32_t>(getpid())});
+    const std::vector<TopLevelWindow> listed = windows->AllWindows();
+    ASSERT_EQ(listed.size(), 1U);
+    EXPECT_EQ(listed[0].handle, other);
+    EXPECT_EQ(windows->FindWindowByClass("Ours"), ours)
+        << "a search by class finds it all the same";
+}
 
 // A window manager would give the focus to a window again.
 TEST_F(WithoutManager, KeyboardThatFollowsThePointer_IsTheProgramsBelowIt) {

@@ -153,6 +153,17 @@ TEST_F(ClientOnWindows, TitleOfARealWindow_GivesCharacterAndServer) {
     EXPECT_EQ(names, (TitleNames{"Mira \u0141\u00e4 \u05e9 \U0001f9d9", "Atlantic"}));
 }
 
+TEST_F(ClientOnWindows, AllWindows_AreThoseOfOtherPrograms) {
+    const HWND ours = CreateWindowExW(0, L"STATIC", L"ours", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10,
+                                      10, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(ours, nullptr);
+    const auto client = Start(L"SDL_app", L"Mine");
+    const std::vector<TopLevelWindow> listed = m_windows.AllWindows();
+    EXPECT_NE(std::ranges::find(listed, client->Handle(), &TopLevelWindow::handle), listed.end());
+    EXPECT_EQ(std::ranges::find(listed, HandleOf(ours), &TopLevelWindow::handle), listed.end());
+    DestroyWindow(ours);
+}
+
 TEST_F(ClientOnWindows, TodaysClients_AreFoundWithNameAndShard) {
     TranslatedWindows windows(m_windows, LoadGameClients().rows);
     SharedState state;
