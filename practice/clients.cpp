@@ -10,15 +10,16 @@ struct Row {
     Client client;
     std::string_view name;
     std::string_view windowClass;
+    std::string_view windowsClass;
     std::string_view loginTitle;
 };
 
 constexpr std::array<Row, 5> kRows{{
-    {Client::kClassic, "classic", kWindowClass, kLoginTitle},
-    {Client::kOrion, "orion", "orionuo.exe", kLoginTitle},
-    {Client::kCrossUo, "crossuo", "crossuo", "Ultima Online v1.0.0"},
-    {Client::kClassicUo, "classicuo", "ClassicUO", "ClassicUO - 1.0.0"},
-    {Client::kTazUo, "tazuo", "ClassicUO", "[TazUO 4.0.0]"},
+    {Client::kClassic, "classic", kWindowClass, kWindowClass, kLoginTitle},
+    {Client::kOrion, "orion", "orionuo.exe", "Orion UO Client", kLoginTitle},
+    {Client::kCrossUo, "crossuo", "crossuo", "SDL_app", "Ultima Online v1.0.0"},
+    {Client::kClassicUo, "classicuo", "ClassicUO", "SDL_app", "ClassicUO - 1.0.0"},
+    {Client::kTazUo, "tazuo", "ClassicUO", "SDL_app", "[TazUO 4.0.0]"},
 }};
 
 const Row& RowOf(Client client) {
@@ -34,6 +35,10 @@ std::optional<Client> ClientOfName(std::string_view name) {
 
 std::string_view WindowClassOf(Client client) {
     return RowOf(client).windowClass;
+}
+
+std::string_view WindowsClassOf(Client client) {
+    return RowOf(client).windowsClass;
 }
 
 std::string LoginTitleOf(Client client) {

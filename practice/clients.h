@@ -15,8 +15,11 @@ enum class Client { kClassic, kOrion, kCrossUo, kClassicUo, kTazUo };
 // "classic", "orion", "crossuo", "classicuo", "tazuo"; nothing for any other name.
 std::optional<Client> ClientOfName(std::string_view name);
 
-// The class of its window, both halves.
+// The class of its window on Linux, both halves.
 std::string_view WindowClassOf(Client client);
+
+// The class of its window on Windows.
+std::string_view WindowsClassOf(Client client);
 
 std::string LoginTitleOf(Client client);
 

@@ -119,8 +119,9 @@ int main(int argc, char* argv[]) {
 
     QCommandLineParser parser;
     parser.setApplicationDescription(Help());
-    const QCommandLineOption nameOption(
-        QStringLiteral("name"), QObject::tr("Listen on <name>.sock, \"practice\" by default."),
+    // Not "name": the toolkit takes that for its own.
+    const QCommandLineOption socketOption(
+        QStringLiteral("socket"), QObject::tr("Listen on <name>.sock, \"practice\" by default."),
         QStringLiteral("name"), QStringLiteral("practice"));
     const QCommandLineOption gameOption(
         QStringLiteral("game"),
@@ -131,7 +132,7 @@ int main(int argc, char* argv[]) {
         QStringLiteral("tool"),
         QObject::tr("Pretend to be uoassist (by default), razor, razor-enhanced or classicuo."),
         QStringLiteral("tool"), QStringLiteral("uoassist"));
-    parser.addOptions({nameOption, gameOption, toolOption});
+    parser.addOptions({socketOption, gameOption, toolOption});
     parser.addHelpOption();
     parser.process(application);
 
@@ -145,7 +146,7 @@ int main(int argc, char* argv[]) {
     clock.start();
     PracticeTool tool({
         .folder = spellwick::practice::ToolFolder(),
-        .name = parser.value(nameOption),
+        .name = parser.value(socketOption),
         .clock = [&clock] { return ToolTime(clock.elapsed()); },
         .random =
             [](int lowest, int highest) {

@@ -1,12 +1,15 @@
 // spellwick-practice-game for Windows: a window of the client's class that shows what is typed into
-// it. Its menu logs characters in and out.
+// it. Its menu logs characters in and out. `--client NAME` plays another client.
 #include <array>
 #include <bit>
 #include <deque>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include <windows.h>
 
+#include "practice/clients.h"
 #include "practice/roster.h"
 #include "practice/windows/program.h"
 
@@ -18,9 +21,26 @@ constexpr UINT kLogIn = 101;  // and the following ones, in the order of the ros
 // Tells a watching program how many keystrokes have arrived.
 constexpr UINT kKeystrokesMessage = WM_APP;
 constexpr std::size_t kLines = 14;
+constexpr UINT kStatisticsMilliseconds = 1000;
+constexpr int kMostHits = 100;
 
 class Game {
   public:
+    explicit Game(Client client) : m_client(client) {}
+
+    void LogIn(HWND window, std::size_t character) {
+        m_character = &kRoster.at(character);
+        ShowTitle(window);
+    }
+    void LogOut(HWND window) {
+        m_character = nullptr;
+        ShowTitle(window);
+    }
+    void ChangeStatistics(HWND window) {
+        m_hits = m_hits > 1 ? m_hits - 1 : kMostHits;
+        ShowTitle(window);
+    }
+
     void AddKeystroke(HWND window, const std::wstring& name) {
         ++m_keystrokes;
         AddLine(window, L"key:  " + name);
@@ -29,7 +49,9 @@ class Game {
     void AddCharacter(HWND window, wchar_t character) {
         ++m_keystrokes;
         if (character == L'\r') {
-            AddLine(window, m_speech.empty() ? L"key:  Enter" : L"say:  " + m_speech);
+            const bool isKey =
+                m_speech.empty() && EmptyEnterOf(m_client, false) == EmptyEnter::kKey;
+            AddLine(window, isKey ? L"key:  Enter" : L"say:  " + m_speech);
             m_speech.clear();
         } else if (character >= L' ') {
             m_speech.push_back(character);
@@ -61,6 +83,12 @@ class Game {
     int Keystrokes() const { return m_keystrokes; }
 
   private:
+    void ShowTitle(HWND window) const {
+        const std::string title = m_character == nullptr ? LoginTitleOf(m_client)
+                                                         : TitleOf(m_client, *m_character, m_hits);
+        SetWindowTextW(window, Wide(title).c_str());
+    }
+
     void AddLine(HWND window, const std::wstring& line) {
         m_lines.push_back(line);
         if (m_lines.size() > kLines) {
@@ -69,6 +97,9 @@ class Game {
         InvalidateRect(window, nullptr, TRUE);
     }
 
+    Client m_client;
+    const Character* m_character = nullptr;  // null at the login
+    int m_hits = kMostHits;
     std::deque<std::wstring> m_lines;
     std::wstring m_speech;
     int m_keystrokes = 0;
@@ -125,10 +156,13 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             return 0;
         case WM_COMMAND:
             if (const UINT command = LOWORD(wParam); command == kLogOut) {
-                SetWindowTextW(window, Wide(kLoginTitle).c_str());
+                game->LogOut(window);
             } else if (command >= kLogIn && command - kLogIn < kRoster.size()) {
-                SetWindowTextW(window, Wide(TitleOf(kRoster.at(command - kLogIn))).c_str());
+                game->LogIn(window, command - kLogIn);
             }
+            return 0;
+        case WM_TIMER:
+            game->ChangeStatistics(window);
             return 0;
         case WM_PAINT:
             game->Paint(window);
@@ -143,13 +177,34 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     }
 }
 
+// The client that the command line names, the classic one without a name; nothing for one that is
+// not known.
+std::optional<Client> NamedClient() {
+    if (__argc == 1) {
+        return Client::kClassic;
+    }
+    std::string name;
+    if (__argc == 3 && std::wstring_view(__wargv[1]) == L"--client") {
+        for (const wchar_t* letter = __wargv[2]; *letter != 0; ++letter) {
+            name.push_back(static_cast<char>(*letter));
+        }
+    }
+    return ClientOfName(name);
+}
+
 }  // namespace
 }  // namespace spellwick::practice
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, int show) {
     using namespace spellwick::practice;
-    Game game;
-    const std::wstring windowClass = Wide(kWindowClass);
+    const std::optional<Client> client = NamedClient();
+    if (!client) {
+        MessageBoxW(nullptr, L"--client takes classic, orion, crossuo, classicuo or tazuo.",
+                    L"Practice game", MB_ICONERROR);
+        return 1;
+    }
+    Game game(*client);
+    const std::wstring windowClass = Wide(WindowsClassOf(*client));
     RegisterWindowClass(instance, windowClass, &Procedure, COLOR_WINDOW);
 
     HMENU menu = CreateMenu();
@@ -161,13 +216,16 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, in
     }
     AppendMenuW(menu, MF_POPUP, std::bit_cast<UINT_PTR>(characters), L"Character");
 
-    HWND window =
-        CreateWindowExW(0, windowClass.c_str(), Wide(TitleOf(kRoster[0])).c_str(),
-                        WS_OVERLAPPEDWINDOW, 60, 220, 520, 400, nullptr, menu, instance, nullptr);
+    HWND window = CreateWindowExW(0, windowClass.c_str(), L"", WS_OVERLAPPEDWINDOW, 60, 220, 520,
+                                  400, nullptr, menu, instance, nullptr);
     if (window == nullptr) {
         return 1;
     }
     SetWindowLongPtrW(window, GWLP_USERDATA, std::bit_cast<LONG_PTR>(&game));
+    game.LogIn(window, 0);
+    if (ShowsStatistics(*client)) {
+        SetTimer(window, 1, kStatisticsMilliseconds, nullptr);
+    }
     ShowWindow(window, show);
     RunMessages(nullptr);
     return 0;

@@ -21,21 +21,25 @@ TEST(Clients, ClassesAndTitles_AreThoseOfTheRealOnes) {
     struct Row {
         const char* name;
         const char* windowClass;
+        const char* windowsClass;
         const char* login;
         const char* inGame;
     };
-    for (const Row& row :
-         {Row{"classic", "Ultima Online", "Ultima Online", "Ultima Online - Mira Talon (Atlantic)"},
-          Row{"orion", "orionuo.exe", "Ultima Online", "Ultima Online - Mira Talon (Atlantic)"},
-          Row{"crossuo", "crossuo", "Ultima Online v1.0.0",
-              "Ultima Online - Mira Talon (Atlantic)"},
-          Row{"classicuo", "ClassicUO", "ClassicUO - 1.0.0", "Mira Talon - ClassicUO - 1.0.0"},
-          Row{"tazuo", "ClassicUO", "[TazUO 4.0.0]",
-              "Mira Talon - HP 85/100, MP 42/50, SP 95/100 - [TazUO 4.0.0]"}}) {
+    for (const Row& row : {Row{"classic", "Ultima Online", "Ultima Online", "Ultima Online",
+                               "Ultima Online - Mira Talon (Atlantic)"},
+                           Row{"orion", "orionuo.exe", "Orion UO Client", "Ultima Online",
+                               "Ultima Online - Mira Talon (Atlantic)"},
+                           Row{"crossuo", "crossuo", "SDL_app", "Ultima Online v1.0.0",
+                               "Ultima Online - Mira Talon (Atlantic)"},
+                           Row{"classicuo", "ClassicUO", "SDL_app", "ClassicUO - 1.0.0",
+                               "Mira Talon - ClassicUO - 1.0.0"},
+                           Row{"tazuo", "ClassicUO", "SDL_app", "[TazUO 4.0.0]",
+                               "Mira Talon - HP 85/100, MP 42/50, SP 95/100 - [TazUO 4.0.0]"}}) {
         SCOPED_TRACE(row.name);
         const auto client = ClientOfName(row.name);
         ASSERT_TRUE(client);
         EXPECT_EQ(WindowClassOf(*client), row.windowClass);
+        EXPECT_EQ(WindowsClassOf(*client), row.windowsClass);
         EXPECT_EQ(LoginTitleOf(*client), row.login);
         EXPECT_EQ(TitleOf(*client, mira, 85), row.inGame);
     }
