@@ -1,4 +1,6 @@
 // The real program beside the assist tools of today, which the practice tool pretends to be.
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -7,8 +9,6 @@
 
 namespace spellwick::testing_support {
 namespace {
-
-constexpr int kHeal = 3;
 
 class TodaysTools : public ToolDesk {
   protected:
@@ -56,6 +56,37 @@ TEST_F(TodaysTools, ReportsNothingOfCasts_TheClickPays) {
     CastThreeTimes();
     EXPECT_EQ(CountTold("out send 1326"), 0U);
     ExpectSaved("7", "7", "7");
+}
+
+TEST_F(TodaysTools, ToolOfTheTitle_TakesOverFromTheOther) {
+    StartWith("razor", "Practice (Practice) - Razor");
+    ClickSpell(kHeal);
+    ASSERT_TRUE(WaitTold("cast Heal"));
+    ASSERT_TRUE(WaitQuiet());
+    ASSERT_EQ(CountTold("out send 1326"), 1U);
+    StartTool("uoassist", "UOAssist");
+    ASSERT_TRUE(WaitTold("out result 1")) << "registered with the new one";
+    ASSERT_TRUE(WaitQuiet());
+    ClickSpell(kHeal);
+    ASSERT_TRUE(WaitTold("out send 1326 4 0"));
+    ASSERT_TRUE(WaitQuiet());
+    LeaveTool();
+    EXPECT_EQ(CountTold("out send 1326"), 1U) << "signed off from the first";
+    // Each has a pack of its own, which is full at its start.
+    ExpectSaved("74", "59", "59");
+}
+
+TEST_F(TodaysTools, OwnTableWithAFault_IsToldOnceAndUoAssistIsKnown) {
+    std::filesystem::create_directories(StoreFile().parent_path());
+    std::ofstream(StoreFile().parent_path() / "AssistTools.txt")
+        << "x, 1\nMine, {name, absolute, yes, yes, yes, none\n";
+    PrepareMage(kMira, 10);
+    StartGame();
+    TellGame("login 1");
+    StartTool();
+    StartSpellwickOverBox();
+    ASSERT_TRUE(WaitTold("out result 1"));
+    EXPECT_EQ(CloseSpellwick(), 0);
 }
 
 }  // namespace

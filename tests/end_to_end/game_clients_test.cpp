@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "platform/linux/sqlite_settings_store.h"
 #include "tests/end_to_end/player_desk.h"
@@ -94,12 +93,7 @@ TEST_F(GameClientsInTheProgram, OwnTableWithAFault_IsToldOnceAndTheProgramGoesOn
     XSession& session = m_desk->Session();
     const xcb_window_t other = session.MakeWindow("mine", "mine", "Bran - Mine");
     ASSERT_NE(other, 0U);
-    BeginSpellwick();
-    const xcb_window_t box = m_desk->WaitWindow("Spellwick");
-    ASSERT_NE(box, 0U);
-    m_desk->RestingPicture(box);
-    m_desk->Tap(XKB_KEY_Return);
-    AwaitSpellwick();
+    StartSpellwickOverBox();
     session.MakeWindow("Ultima Online", "Ultima Online", "Ultima Online - Mira (Oak)");
     EXPECT_TRUE(WaitCaption("Mira", "Oak"));
     EXPECT_EQ(CloseSpellwick(), 0);

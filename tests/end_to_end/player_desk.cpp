@@ -153,6 +153,15 @@ void PlayerDesk::BeginSpellwick() {
     ASSERT_TRUE(m_spellwick);
 }
 
+void PlayerDesk::StartSpellwickOverBox() {
+    BeginSpellwick();
+    const xcb_window_t box = m_desk->WaitWindow("Spellwick");
+    ASSERT_NE(box, 0U);
+    m_desk->RestingPicture(box);
+    m_desk->Tap(XKB_KEY_Return);
+    AwaitSpellwick();
+}
+
 void PlayerDesk::AwaitSpellwick() {
     m_window = m_desk->WaitWindow(CaptionStart());
     ASSERT_NE(m_window, 0U) << m_spellwick->Output();

@@ -59,6 +59,8 @@ class PlayerDesk : public testing::Test {
     // The two halves of it, for a start that shows a box.
     void BeginSpellwick();
     void AwaitSpellwick();
+    // Closes the one box that the start shows.
+    void StartSpellwickOverBox();
     ChildProcess& Spellwick() { return *m_spellwick; }
     xcb_window_t Window() const { return m_window; }
     bool WaitCharacter(const std::string& name) const;

@@ -10,40 +10,48 @@
 namespace spellwick::testing_support {
 
 void ToolDesk::TearDown() {
-    if (HasFailure() && m_tool) {
-        ADD_FAILURE() << "The tool wrote: " << m_tool->Output();
+    for (const Tool& tool : m_tools) {
+        if (HasFailure() && tool.process) {
+            ADD_FAILURE() << "A tool wrote: " << tool.process->Output();
+        }
+        close(tool.input);
     }
-    m_tool.reset();
-    if (m_toolInput >= 0) {
-        close(m_toolInput);
-    }
+    m_tools.clear();
     PlayerDesk::TearDown();
 }
 
 void ToolDesk::StartTool(const std::string& role, const char* title) {
     const std::filesystem::path folder = m_desk->Session().Folder();
-    const std::filesystem::path input = folder / "tool-input";
+    const std::filesystem::path input = folder / ("tool-input-" + std::to_string(m_tools.size()));
     ASSERT_EQ(mkfifo(input.c_str(), 0600), 0);
-    m_toolInput = open(input.c_str(), O_RDWR | O_CLOEXEC);
-    m_tool = m_desk->Session().Spawn(
-        {"sh", "-c", "exec \"$0\" --game \"$1\" --tool \"$3\" -qwindowgeometry +740+300 <\"$2\"",
-         (Programs() / "spellwick-practice-tool").string(), (folder / "journal").string(),
-         input.string(), role});
-    ASSERT_TRUE(m_tool);
-    ASSERT_TRUE(WaitTold("open ")) << m_tool->Output();
+    Tool& tool = m_tools.emplace_back();
+    tool.input = open(input.c_str(), O_RDWR | O_CLOEXEC);
+    tool.process = m_desk->Session().Spawn({"sh", "-c",
+                                            "exec \"$0\" --game \"$1\" --tool \"$3\" --socket "
+                                            "\"$3\" -qwindowgeometry +740+300 <\"$2\"",
+                                            (Programs() / "spellwick-practice-tool").string(),
+                                            (folder / "journal").string(), input.string(), role});
+    ASSERT_TRUE(tool.process);
+    ASSERT_TRUE(WaitTold("open ")) << tool.process->Output();
     ASSERT_NE(m_desk->WaitWindow(title), 0U);
     TellTool("idle off");
+}
+
+void ToolDesk::LeaveTool() {
+    ASSERT_GT(m_tools.size(), 1U);
+    std::rotate(m_tools.begin(), m_tools.end() - 1, m_tools.end());
 }
 
 void ToolDesk::TellTool(const std::string& command) {
     const std::size_t before = CountTold("done " + command);
     const std::string line = command + "\n";
-    ASSERT_EQ(write(m_toolInput, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+    ASSERT_EQ(write(m_tools.back().input, line.data(), line.size()),
+              static_cast<ssize_t>(line.size()));
     ASSERT_TRUE(WaitTold("done " + command, before + 1)) << command;
 }
 
 std::vector<std::string> ToolDesk::Told() const {
-    std::istringstream output(m_tool->Output());
+    std::istringstream output(m_tools.back().process->Output());
     std::vector<std::string> lines;
     for (std::string line; std::getline(output, line);) {
         lines.push_back(line);

@@ -15,9 +15,11 @@ class ToolDesk : public PlayerDesk {
   protected:
     void TearDown() override;
 
-    // Starts the tool, which pretends to be that one; unasked, it reports only what follows a
-    // registration.
+    // Starts a tool, which pretends to be that one; unasked, it reports only what follows a
+    // registration. All else here is about the tool that was started last.
     void StartTool(const std::string& role = "uoassist", const char* title = "UOAssist");
+    // From here on the tool that was started before; the last one goes on.
+    void LeaveTool();
     // Sends the tool a command and waits until it is carried out.
     void TellTool(const std::string& command);
     // The tool's output so far.
@@ -28,7 +30,7 @@ class ToolDesk : public PlayerDesk {
     // Waits until all reports are sent and answered.
     bool WaitQuiet();
     // Freezes the tool, or lets it continue.
-    void SignalTool(int number) const { m_tool->Signal(number); }
+    void SignalTool(int number) const { m_tools.back().process->Signal(number); }
     // Presses a key in the message box that is open or about to open, and waits until it closes.
     void AnswerBox(std::uint32_t key);
 
@@ -43,8 +45,12 @@ class ToolDesk : public PlayerDesk {
     bool WaitOtherCountButton(const Picture& picture) const;
 
   private:
-    std::unique_ptr<ChildProcess> m_tool;
-    int m_toolInput = -1;
+    struct Tool {
+        std::unique_ptr<ChildProcess> process;
+        int input = -1;
+    };
+
+    std::vector<Tool> m_tools;
 };
 
 }  // namespace spellwick::testing_support

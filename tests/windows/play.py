@@ -8,27 +8,19 @@ Usage: play PROGRAM_FOLDER PEERS_FOLDER OUTPUT_FOLDER, with a display and a Wine
 import os
 import pathlib
 import re
-import shutil
-import subprocess
 import sys
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+from wine_session import (CAPTION, CAST, FIRST, MAGERY, ROOT, SKILL, STATS, STOCK, TOOL,
+                          WM_APP, Session, Trouble, expect, wait_for)
+
 SAVED_MACROS = ROOT / "tests" / "end_to_end" / "NewMacros.txt"
 PICTURE = ROOT / "tests" / "end_to_end" / "session_store.txt"
-CAPTION = "Spellwick " + re.search(r"^project\(Spellwick VERSION ([\d.]+)",
-                                   (ROOT / "CMakeLists.txt").read_text(), re.M).group(1)
-WINE = [str(ROOT / "tools" / "under_wine")]
-FIRST = "Ultima Online - Mira Talon (Atlantic)"
 SECOND = "Ultima Online - Dorn \u0141uk\u00e4 (Oak Hill)"
-TOOL = "UOAssist 5.0"
 PRACTICE_TOOL = "UOAssist (practice)"
 WM_COMMAND = 0x111
 FIRST_SPELL_WAS_CAST = 101  # a button of the practice tool
 LOG_OUT, LOG_IN_THIRD = 100, 103  # in the practice game's menu
-WM_APP = 0x8000
-SET_REPORT, REPORT = WM_APP + 5, WM_APP + 6
-STOCK, CAST, MAGERY, STATS, SKILL = 0x52D, 0x52E, 0x530, 0x531, 0x532
 
 # For each reagent, its key in the store and the tool's number; the tool counts 1000 plus that number.
 REAGENTS = [("MR", 5), ("SA", 7), ("BM", 1), ("SS", 8), ("GA", 3), ("BP", 2), ("NI", 6), ("GI", 4),
@@ -47,143 +39,19 @@ SETTINGS_BUTTON = (263, 30)
 MACROS_TAB = (224, 14)
 SAVE_BUTTON = (82, 349)
 
-
-class Trouble(Exception):
-    pass
-
-
-def expect(holds, words):
-    if not holds:
-        raise Trouble(words)
-
-
-def wait_for(what, look, patience=20):
-    deadline = time.monotonic() + patience
-    while True:
-        value = look()
-        if value:
-            return value
-        expect(time.monotonic() < deadline, f"{what}: timed out after {patience} s")
-        time.sleep(0.02)
-
-
-class Session:
-    def __init__(self, program, peers, output):
-        # A folder whose name does not fit any single-byte encoding.
-        self.folder = output / "play \u0141\u00e4"
-        shutil.rmtree(self.folder, ignore_errors=True)
-        shutil.copytree(program, self.folder)
-        self.peers, self.output = peers, output
-        self.started = []
-        self.journals = 0
-
-    def start(self, program, *arguments, folder=None):
-        log = open(self.output / "play.log", "ab")
-        process = subprocess.Popen([*WINE, str(program), *arguments], cwd=folder, stdout=log,
-                                   stderr=log, stdin=subprocess.DEVNULL)
-        self.started.append(process)
-        return process
-
-    def end_all(self):
-        for process in self.started:
-            if process.poll() is None:
-                process.kill()
-            process.wait()
-
-    def client(self, title):
-        self.journals += 1
-        journal = self.output / f"keys{self.journals}.txt"
-        journal.unlink(missing_ok=True)
-        process = self.start(self.peers / "client_window.exe", "Ultima Online", title,
-                             f"Z:{journal}")
-        wait_for("the client's window", journal.exists)
-        return process, journal
-
-    def steer(self, title, message, w_param=0, l_param=0):
-        result = subprocess.run([*WINE, str(self.peers / "steer.exe"), title, str(message),
-                                 str(w_param), str(l_param)], capture_output=True, text=True,
-                                check=False, timeout=60, stdin=subprocess.DEVNULL)
-        expect(result.returncode == 0, f"steer {title} {message}: ended with {result.returncode}")
-        return result.stdout.strip()
-
-    def report(self, number, w_param, l_param=0):
-        self.steer(TOOL, SET_REPORT, 0, number)
-        self.steer(TOOL, REPORT, w_param, l_param)
-
-    def windows(self, pattern):
-        result = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", pattern],
-                                capture_output=True, text=True, check=False)
-        return result.stdout.split()
-
-    def title(self, window):
-        return subprocess.run(["xdotool", "getwindowname", window], capture_output=True, text=True,
-                              check=False).stdout.strip()
-
-    def caption(self, character, server):
-        pattern = f"^{CAPTION}   Character: {character}   Server: {server}$"
-        return wait_for(f"the caption of {character}", lambda: self.windows(pattern))[0]
-
-    def click(self, window, place):
-        subprocess.run(["xdotool", "windowactivate", "--sync", window, "mousemove", "--window",
-                        window, str(place[0]), str(place[1]), "sleep", "0.2", "click", "1"],
-                       check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-
-    def key(self, window, name, text=""):
-        """Types a text and presses a key in a window."""
-        subprocess.run(["xdotool", "windowactivate", "--sync", window, "sleep", "0.2",
-                        *(["key", "ctrl+a", "type", "--delay", "40", text] if text else [])],
-                       check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        subprocess.run(["xdotool", "key", name], check=True, stdin=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL)
-
-    def window(self, title):
-        found = wait_for(f"the window {title}", lambda: self.windows(f"^{title}$"))[0]
-        time.sleep(0.5)
-        return found
-
-    def picture(self, name):
-        subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
-                       stdin=subprocess.DEVNULL)
-
-    def add_to_registry(self, section, key, value):
-        result = subprocess.run([*WINE, "reg", "add", "HKCU\\Software\\Spellwick\\" + section, "/v",
-                                 key, "/t", "REG_SZ", "/d", value, "/f"], capture_output=True,
-                                check=False, timeout=60, stdin=subprocess.DEVNULL)
-        expect(result.returncode == 0, f"{key} cannot be written to the registry")
-
-    def registry(self):
-        """The sections as {key: value}, as another program reads them."""
-        result = subprocess.run([*WINE, "reg", "export", r"HKCU\Software\Spellwick",
-                                 f"Z:{self.output}/registry.reg", "/y"], capture_output=True,
-                                check=False, timeout=60, stdin=subprocess.DEVNULL)
-        expect(result.returncode == 0, "the registry has no settings")
-        text = (self.output / "registry.reg").read_text(encoding="utf-16")
-        sections, values = {}, None
-        for line in text.splitlines():
-            head = re.fullmatch(r"\[HKEY_CURRENT_USER\\Software\\Spellwick\\(.*)\]", line)
-            value = re.fullmatch(r'"(.*?)"="(.*)"', line)
-            if head:
-                values = sections.setdefault(head.group(1), {})
-            elif value and values is not None:
-                values[value.group(1)] = value.group(2).replace("\\\\", "\\")
-        return sections
-
-    def run_program(self):
-        start = time.monotonic()
-        process = self.start("spellwick.exe", folder=self.folder)
-        window = wait_for("the main window", lambda: self.windows(f"^{CAPTION}"), 60)[0]
-        return process, window, time.monotonic() - start
-
-    def expect_end(self, process, expected):
-        try:
-            code = process.wait(30)
-        except subprocess.TimeoutExpired:
-            raise Trouble("the program does not end") from None
-        expect(code == expected, f"the program ended with {code}, not {expected}")
-
-    def close_program(self, process, how="close"):
-        self.steer(CAPTION, how)
-        self.expect_end(process, 0)
+# Today's clients: the window's class and title, the character and the shard.
+CLIENTS = [
+    ("Orion UO Client", "Ultima Online - Bran Ash (Oak Hill)", "Bran Ash", "Oak Hill"),
+    ("SDL_app", "Ultima Online - Zoe (Oak Hill)", "Zoe", "Oak Hill"),
+    ("SDL_app", "Lady Miranda of Trinsic - ClassicUO - 1.0", "Lady Miranda of Trinsic",
+     "ClassicUO"),
+    ("SDL_app", "Bran - the Bold (Oak Hill) - ClassicUO - 1.0", "Bran - the Bold", "Oak Hill"),
+    ("SDL_app", "UO - Ida - ClassicUO - 1.0", "Ida", "ClassicUO"),
+    ("SDL_app", "Wil - ClassicUO [dev] - 1.0", "Wil", "ClassicUO"),
+    ("SDL_app", "Ash - HP 85/100, MP 42/50, SP 95/100 - [TazUO 4.1]", "Ash", "TazUO"),
+    ("Ultima Online", "Ultima Online - Lady Miranda of Trinsic (Oak Hill)",
+     "Lady Miranda of Trinsic", "Oak Hill"),
+]
 
 
 def keys_down(journal):
@@ -344,12 +212,38 @@ def save_macros(session):
            f"{target} is not the file that the program for Linux writes")
 
 
+def meet_clients(session):
+    """Each of today's clients is found, with character and shard, and makes no other profile."""
+    session.end_all()  # the practice game would go first
+    before = set(session.registry())
+    program, _, _ = session.run_program()
+    for window_class, title, character, shard in CLIENTS:
+        game = session.start(session.peers / "client_window.exe", window_class, title,
+                             f"Z:{session.output / 'clients.txt'}")
+        session.caption(character, shard)
+        game.kill()
+        game.wait()
+    # What the practice game plays is found too, with numbers in its title that change.
+    game = session.start(session.folder / "spellwick-practice-game.exe", "--client", "tazuo")
+    session.caption("Mira Talon", "TazUO")
+    time.sleep(3)
+    session.caption("Mira Talon", "TazUO")
+    game.kill()
+    game.wait()
+    session.close_program(program)
+    expected = {f"Ultima Online - {character} ({shard})" for _, _, character, shard in CLIENTS}
+    made = set(session.registry()) - before
+    expect(made <= expected | {"Ultima Online - Mira Talon (TazUO)"},
+           f"profiles that nobody has: {made}")
+
+
 def main():
     session = Session(*(pathlib.Path(name).resolve() for name in sys.argv[1:4]))
     try:
         words = play(session)
         practise(session)
         save_macros(session)
+        meet_clients(session)
         print(words)
     except Trouble as trouble:
         session.picture("play-trouble")
