@@ -95,6 +95,10 @@ TEST(ShippedSpells, Gaps_HaveNoNameAndNoAmounts) {
         const SpellRecord& gap = Shipped().Spells(row);
         EXPECT_EQ(gap.Name, "") << row;
         EXPECT_EQ(gap.School, kNoSchool) << row;
+        EXPECT_EQ(gap.InTown, 1) << row << ": not marked as forbidden in town";
+        EXPECT_EQ(gap.Words + gap.DamageText + gap.DurationText + gap.ExtraText1 + gap.ExtraText2,
+                  "")
+            << row;
         EXPECT_EQ(gap.Mana + gap.MinimumSkill + gap.MaximumSkill, 0) << row;
         for (i32 reagent = 1; reagent <= 14; ++reagent) {
             EXPECT_EQ(gap.Reagents(reagent), 0) << row;
