@@ -66,6 +66,9 @@ class TranslatedWindows : public ClientWindows {
     [[nodiscard]] bool FollowsKeyMapLate(WindowHandle window) override {
         return m_windows.FollowsKeyMapLate(window);
     }
+    [[nodiscard]] std::optional<WindowArea> AreaOf(WindowHandle window) override {
+        return m_windows.AreaOf(window);
+    }
     [[nodiscard]] WindowClassKind ClassKind() const override { return m_windows.ClassKind(); }
     [[nodiscard]] std::vector<TopLevelWindow> WindowsOfClasses(
         const std::vector<std::string>& classes) override {

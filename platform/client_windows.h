@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,6 +23,16 @@ struct TopLevelWindow {
     std::string title;     // valid UTF-8
 
     bool operator==(const TopLevelWindow&) const = default;
+};
+
+// On the screen, in the pixels of the system.
+struct WindowArea {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+
+    bool operator==(const WindowArea&) const = default;
 };
 
 // No call throws, and none waits longer than told. A window that is gone is no error.
@@ -65,6 +76,11 @@ class ClientWindows {
 
     // The whole title as valid UTF-8; empty if the window is gone.
     virtual std::string WindowTitle(WindowHandle window) = 0;
+
+    // Where the window is; nothing if it is gone, cannot be seen, or is unknown.
+    [[nodiscard]] virtual std::optional<WindowArea> AreaOf(WindowHandle /*window*/) {
+        return std::nullopt;
+    }
 
     // True once the system itself names the window as the active one; false if it does not within
     // half a second, or if the window is gone.

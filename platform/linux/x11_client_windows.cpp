@@ -304,6 +304,24 @@ bool X11ClientWindows::ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
     return false;
 }
 
+std::optional<WindowArea> X11ClientWindows::AreaOf(WindowHandle window) {
+    const auto id = static_cast<xcb_window_t>(window);
+    if (id == XCB_NONE || !IsViewable(id)) {
+        return std::nullopt;
+    }
+    xcb_connection_t* x = m_connection.Get();
+    const auto shape = OwnReply(xcb_get_geometry_reply(x, xcb_get_geometry(x, id), nullptr));
+    if (!shape) {
+        return std::nullopt;
+    }
+    const auto corner = OwnReply(xcb_translate_coordinates_reply(
+        x, xcb_translate_coordinates(x, id, shape->root, 0, 0), nullptr));
+    if (!corner) {
+        return std::nullopt;
+    }
+    return WindowArea{corner->dst_x, corner->dst_y, shape->width, shape->height};
+}
+
 bool X11ClientWindows::IsViewable(xcb_window_t window) const {
     xcb_connection_t* x = m_connection.Get();
     const auto attributes =

@@ -31,6 +31,7 @@ class X11ClientWindows : public ClientWindows {
     std::vector<TopLevelWindow> AllWindows() override;
     std::vector<std::filesystem::path> ProgramFolders(WindowHandle window) override;
     std::string WindowTitle(WindowHandle window) override;
+    std::optional<WindowArea> AreaOf(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;
     bool SetFocus(WindowHandle window) override;

@@ -127,6 +127,16 @@ std::string WindowsClientWindows::WindowTitle(WindowHandle window) {
     return window == 0 ? std::string() : Utf8FromWide(WideTitle(HwndOf(window)));
 }
 
+std::optional<WindowArea> WindowsClientWindows::AreaOf(WindowHandle window) {
+    HWND target = HwndOf(window);
+    RECT rect{};
+    if (IsWindowVisible(target) == FALSE || IsIconic(target) != FALSE ||
+        GetWindowRect(target, &rect) == FALSE) {
+        return std::nullopt;
+    }
+    return WindowArea{rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
 bool WindowsClientWindows::SetForegroundWindow(WindowHandle window) {
     HWND target = HwndOf(window);
     if (window == 0 || IsWindow(target) == FALSE || IsWindowVisible(target) == FALSE) {

@@ -19,6 +19,7 @@ class WindowsClientWindows : public ClientWindows {
 
     // The system may refuse the foreground to a program that the user is not working with, and
     // still report success, so read back which window is in front.
+    std::optional<WindowArea> AreaOf(WindowHandle window) override;
     bool SetForegroundWindow(WindowHandle window) override;
     bool IsForegroundWindow(WindowHandle window) override;
 

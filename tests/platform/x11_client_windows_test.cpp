@@ -24,6 +24,31 @@ TEST_F(WithOpenbox, Find_NoClient_IsZero) {
     EXPECT_EQ(windows->FindWindowByClass(kClient), 0U);
 }
 
+TEST_F(WithOpenbox, AreaOf_IsWhereTheWindowIsOnTheScreen) {
+    const xcb_window_t client = session->MakeWindow(kClient, kClient, "game");
+    const std::uint32_t place[] = {120, 90, 300, 200};
+    xcb_configure_window(session->Connection(), client,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         place);
+    session->Sync();
+    std::optional<WindowArea> area;
+    EXPECT_TRUE(WaitUntil([&] {
+        area = windows->AreaOf(client);
+        return area && area->width == 300;
+    }));
+    ASSERT_TRUE(area);
+    EXPECT_EQ(area->height, 200);
+    // The manager may place the frame there, or the window in it.
+    EXPECT_GE(area->left, 120);
+    EXPECT_LE(area->left, 130);
+    EXPECT_GE(area->top, 90);
+    EXPECT_LE(area->top, 130);
+    session->DestroyWindow(client);
+    EXPECT_EQ(windows->AreaOf(client), std::nullopt);
+    EXPECT_EQ(windows->AreaOf(0), std::nullopt);
+}
+
 TEST_F(WithOpenbox, Find_InstanceOrClass_IsComparedLiterally) {
     session->MakeWindow("ultima online", "ULTIMA ONLINE", "other case");
     session->MakeWindow("Ultima Online 2", "xUltima Online", "more around it");
