@@ -228,7 +228,7 @@ QSize Hints::FitColumn(const QRect& room) {
 }
 
 void Hints::Appear(Hint& hint) {
-    hint.winId();
+    hint.MakeWindow();
     // A modal dialog takes the clicks of all windows but its own.
     if (const QWidget* modal = QApplication::activeModalWidget()) {
         hint.windowHandle()->setTransientParent(modal->window()->windowHandle());

@@ -37,6 +37,9 @@ class Hint : public QLabel {
     Hint(const QString& text, QWidget* owner);
 
     QTimer& Time() { return m_time; }
+    // Gives it a window before it is shown. winId() would give one to each control of the owner
+    // too.
+    void MakeWindow() { create(); }
     // Takes the lead, and shows that a click goes somewhere.
     void SetLead(HintLead lead);
     const HintLead& Lead() const { return m_lead; }

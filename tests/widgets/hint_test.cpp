@@ -149,6 +149,8 @@ TEST_F(HintTest, Show_StandsBesideTheWindowAndTakesNoFocus) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(Shown()[0]));
     EXPECT_EQ(QApplication::focusWidget(), &m_edit);
     EXPECT_TRUE(m_window.isActiveWindow());
+    EXPECT_FALSE(m_edit.testAttribute(Qt::WA_NativeWindow))
+        << "the window system has no need of it";
 }
 
 TEST_F(HintTest, Text_IsPlainAndWrapped) {
