@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QVBoxLayout>
 
 #include "model/spell_lookup.h"
 #include "text/number_forms.h"
@@ -11,6 +12,9 @@ namespace spellwick {
 namespace {
 
 constexpr int kListsOfPage = kUserLists / 2;
+constexpr const char* kWhatFor =
+    "The pages U1 and U2 of the main window hold spells of your own choice, from all circles and "
+    "schools. To find a spell, type the first letters of its name in a list, open or closed.";
 constexpr i32 kLastMageryCircle = 8;
 constexpr i32 kLastNecromancerCircle = 10;
 
@@ -30,7 +34,13 @@ std::string UserSpellEntry(i32 row, const std::string& name) {
 
 UserSpellsTab::UserSpellsTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent) {
-    auto* pages = new QHBoxLayout(this);
+    auto* all = new QVBoxLayout(this);
+    LabelUserPages =
+        Named(new QLabel(QLatin1String(kWhatFor), this), QStringLiteral("LabelUserPages"));
+    LabelUserPages->setWordWrap(true);
+    all->addWidget(LabelUserPages);
+    auto* pages = new QHBoxLayout;
+    all->addLayout(pages, 1);
     for (int page = 0; page < 2; ++page) {
         auto* frame =
             Named(new QGroupBox(QStringLiteral("User Spells - Tab %1").arg(page + 1), this),
@@ -41,7 +51,7 @@ UserSpellsTab::UserSpellsTab(const SettingsServices& services, QWidget* parent)
         for (int slot = 0; slot < kListsOfPage; ++slot) {
             const int list = page * kListsOfPage + slot;
             auto* combo =
-                Named(new ChoiceBox(frame), IndexedName("ComboUserSpell", list),
+                Named(new SpellChoice(frame), IndexedName("ComboUserSpell", list),
                       QStringLiteral("Spell %1 of user page %2").arg(slot + 1).arg(page + 1));
             combo->setModel(&m_entries);
             ComboUserSpell[static_cast<std::size_t>(list)] = combo;

@@ -7,6 +7,7 @@
 
 #include "settings_dialog/controls.h"
 #include "settings_dialog/settings_tab.h"
+#include "settings_dialog/spell_choice.h"
 
 namespace spellwick {
 
@@ -25,8 +26,9 @@ class UserSpellsTab : public SettingsTab {
 
     void ClickUserSpell(int list);  // 0 to 15
 
+    QLabel* LabelUserPages = nullptr;
     std::array<QGroupBox*, 2> Frame1{};
-    std::array<ChoiceBox*, kUserLists> ComboUserSpell{};
+    std::array<SpellChoice*, kUserLists> ComboUserSpell{};
 
   private:
     // All lists show the same entries.
