@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QScreen>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <QSysInfo>
@@ -53,6 +54,7 @@ Application::Application(System system)
         .companion = m_companion, .desktop = *m_system.desktop, .failures = m_runEnd});
     m_boxes.SetOwner(m_main.get());
     m_hints = new Hints(*m_main, m_runEnd);
+    m_hints->SetGame([this] { return GameRect(); });
     const GuardedEvents events(m_runEnd, m_main.get());
     events.On(m_main.get(), &FormMain::SettingsWanted, "pressing Settings",
               [this] { ShowSettings(); });
@@ -153,6 +155,21 @@ void Application::ShowHint(const std::string& text, const Target& target) {
                 .untilClick = target.way == Way::kFirstSteps};
     }
     m_hints->Show(ToQString(text), lead);
+}
+
+// In the toolkit's coordinates, which are the system's divided by the density, from the corner of
+// the screen that the window is on.
+QRect Application::GameRect() {
+    const std::optional<WindowArea> area = m_clients.AreaOf(m_state.ClientWindow);
+    if (!area) {
+        return {};
+    }
+    const QScreen& screen = *m_main->screen();
+    const double density = screen.devicePixelRatio();
+    const QPoint corner = screen.geometry().topLeft();
+    const auto inPoints = [density](int pixels) { return qRound(pixels / density); };
+    return {corner + QPoint(inPoints(area->left - corner.x()), inPoints(area->top - corner.y())),
+            QSize(inPoints(area->width), inPoints(area->height))};
 }
 
 QWidget* Application::ControlFor(const Target& target) {
@@ -265,6 +282,9 @@ void Application::MakeSettings() {
                                                         .atStart = *m_settingsAtStart,
                                                         .wineTools = m_system.wineTools.get()},
                                        m_main.get());
+    GuardedEvents(m_runEnd, m_settings.get())
+        .On(m_settings.get(), &FormSettings::MainWindowWanted, "going to a first step",
+            [this](const Target& target) { Follow(target); });
     // Loading can call back here, so the member is set before it.
     m_settings->Form_Load();
 }

@@ -54,6 +54,8 @@ class Application : private Forms {
     // Goes where a hint leads.
     void Follow(const Target& target);
     QWidget* ControlFor(const Target& target);
+    // The game's window on the screen; empty where it cannot be told.
+    QRect GameRect();
     void ShowInfo(i32 row);
     void ConnectAssist();
     std::string Details();

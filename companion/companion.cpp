@@ -135,7 +135,12 @@ void Companion::ShowCounter(i32 reagent) {
 }
 
 void Companion::FocusStock(i32 row) {
-    m_display.Act([&] { m_display.TheForms().FocusCounter(CounterFor(row)); });
+    m_display.Act([&] {
+        const i32 reagent = CounterFor(row);
+        m_display.TheForms().FocusCounter(reagent);
+        // The window may become the active one only later.
+        m_display.screen.focusedReagent = reagent;
+    });
 }
 
 void Companion::CommitByEnter() {

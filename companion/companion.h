@@ -168,6 +168,7 @@ class Companion : public DialogActions, private AssistView {
     Casting m_casting;
     AssistDispatcher m_dispatcher;
     std::vector<std::filesystem::path> m_clientFolders;  // of the last client that told them
+    bool m_firstStart = false;                           // there were no settings yet
     bool m_ready = false;                                // all is loaded
     bool m_ending = false;
     bool m_asking = false;  // whether to save again, at the end

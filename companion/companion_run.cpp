@@ -25,6 +25,8 @@ LoadOutcome Companion::Load() {
     step([&] { m_services.assist.HookWindow(); });
     step([&] { m_page.InitCircleButtons(); });
     step([&] { m_page.ClearSpellLabels(); });
+    // Before anything is written.
+    step([&] { m_firstStart = m_player.Store().Sections().empty(); });
     step([&] {
         Conversion({.state = m_state,
                     .store = m_player.Store(),
@@ -71,6 +73,9 @@ void Companion::RefreshAtFirstActivation() {
 void Companion::ShowStartHints() {
     for (const std::string& hint : m_player.TakeStartHints()) {
         m_display.TheForms().ShowHint(hint);
+    }
+    if (m_firstStart) {
+        m_display.TheForms().ShowWay(FirstStartHint());
     }
 }
 

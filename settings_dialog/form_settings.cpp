@@ -3,12 +3,17 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "model/updating_scope.h"
 #include "store/twips.h"
 #include "widgets/form_font.h"
+#include "widgets/hint.h"
 #include "widgets/on_screen.h"
 
 namespace spellwick {
@@ -25,6 +30,16 @@ constexpr int kSpellsTab = 0;
 constexpr int kSkillsTab = 3;
 constexpr int kOptionsTab = 7;
 constexpr int kGameTab = 8;
+
+// A tab may be larger than the dialog.
+void ScrollTo(QWidget& control) {
+    for (QWidget* parent = control.parentWidget(); parent != nullptr;
+         parent = parent->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(parent)) {
+            area->ensureWidgetVisible(&control);
+        }
+    }
+}
 
 int TabOf(Way way) {
     switch (way) {
@@ -122,6 +137,8 @@ void FormSettings::MakeTabs() {
     m_game = new GameTab(m_services, this);
     m_events.On(m_general, &GeneralTab::PlayerChanged, "choosing a player",
                 [this] { RefreshDialog(); });
+    m_events.On(m_game, &GameTab::FirstStepsWanted, "opening the first steps",
+                [this] { OpenFirstSteps(); });
     m_events.On(m_skills, &SkillsTab::FocusGivenAway, "entering a chance",
                 [this] { Command1->setFocus(Qt::OtherFocusReason); });
     m_tabs = {m_spells,     m_userSpells, m_macros,  m_skills, m_reagents,
@@ -282,6 +299,46 @@ void FormSettings::GoTo(const Target& target) {
     if (QWidget* control = Tab(tab).ControlFor(target)) {
         control->setFocus(Qt::OtherFocusReason);
     }
+    m_due = target.way;
+    if (isVisible()) {
+        DoWhatIsDue();
+    }
+}
+
+// What takes a dialog that is shown and laid out.
+void FormSettings::DoWhatIsDue() {
+    const Way due = std::exchange(m_due, Way::kNone);
+    if (due != Way::kNone && focusWidget() != nullptr) {
+        ScrollTo(*focusWidget());
+    }
+    if (due == Way::kFirstSteps) {
+        OpenFirstSteps();
+    }
+}
+
+void FormSettings::OpenFirstSteps() {
+    if (m_firstSteps == nullptr) {
+        m_firstSteps = new FirstSteps(m_state, m_services.failures, this);
+        m_events.On(m_firstSteps, &FirstSteps::Wanted, "going to a first step",
+                    [this](const Target& target) { GoToStep(target); });
+    }
+    m_firstSteps->ensurePolished();
+    m_firstSteps->layout()->activate();
+    const QSize frame = frameGeometry().size() - size();
+    m_firstSteps->move(PlaceBeside(frameGeometry(), m_firstSteps->layout()->totalSizeHint() + frame,
+                                   screen()->availableGeometry(), {}));
+    m_firstSteps->show();
+    m_firstSteps->raise();
+    m_firstSteps->activateWindow();
+}
+
+void FormSettings::GoToStep(const Target& target) {
+    if (target.way == Way::kCounters) {
+        emit MainWindowWanted(target);
+        return;
+    }
+    activateWindow();
+    GoTo(target);
 }
 
 void FormSettings::TurnTabs(int step) {
@@ -375,6 +432,12 @@ void FormSettings::showEvent(QShowEvent* event) {
             // An edit may still hold an entry that was refused.
             m_macros->RefreshMacroPage();
             Form_Activate();
+            if (m_due != Way::kNone) {
+                // Behind the dialog's own activation.
+                QTimer::singleShot(0, this, [this] {
+                    m_events.Run("following a hint", [this] { DoWhatIsDue(); });
+                });
+            }
         });
     }
 }
@@ -390,6 +453,13 @@ QPoint FormSettings::PlaceToOpen() {
     }
     m_aside = ClearOf(place, size() + kFrame, {parentWidget()->frameGeometry()});
     return m_aside;
+}
+
+void FormSettings::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (m_firstSteps != nullptr && !event->spontaneous()) {
+        m_firstSteps->hide();
+    }
 }
 
 void FormSettings::closeEvent(QCloseEvent* event) {

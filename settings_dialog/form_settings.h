@@ -12,6 +12,7 @@
 #include "companion/way.h"
 #include "settings_dialog/about_tab.h"
 #include "settings_dialog/common_dialog.h"
+#include "settings_dialog/first_steps.h"
 #include "settings_dialog/game_tab.h"
 #include "settings_dialog/general_tab.h"
 #include "settings_dialog/macros_tab.h"
@@ -45,8 +46,12 @@ class FormSettings : public QDialog {
     void TakeEntryAtEnd();
 
     // Opens the tab with the control that a hint speaks of, and gives it the focus; of a target in
-    // the main window, nothing. An entry that is refused keeps the focus.
+    // the main window, nothing. kFirstSteps opens those, once the dialog is shown. An entry that is
+    // refused keeps the focus.
     void GoTo(const Target& target);
+
+    // Shows what a new player does first, beside the dialog.
+    void OpenFirstSteps();
 
     // Saves the dialog's place, unless it is minimised, and all macro codes.
     StoreResult Form_Unload();
@@ -85,14 +90,21 @@ class FormSettings : public QDialog {
     // entry is dropped.
     void reject() override;
 
+  signals:
+    // Asks for a control of the main window.
+    void MainWindowWanted(const spellwick::Target& target);
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void DoWhatIsDue();
+    void GoToStep(const Target& target);
     void MakeStrip();
     void MakeTabButton(int tab);
     void MakeTabs();
@@ -130,6 +142,8 @@ class FormSettings : public QDialog {
     WindowPlaces::Place m_place;
     QPoint m_aside;  // where the dialog has moved by itself
     std::string m_shownPlayer;
+    FirstSteps* m_firstSteps = nullptr;  // null until they are wanted
+    Way m_due = Way::kNone;              // where a hint leads, until the dialog is shown
     bool m_justShown = false;
 };
 

@@ -43,6 +43,7 @@ TableRow RowOf(const GameTab& tab, bool x11) {
 
 GameTab::GameTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
+      CommandFirstSteps(MakeButton("CommandFirstSteps", "First steps")),
       LabelGame(MakeText(this, QStringLiteral("LabelGame"), QStringLiteral("The game"))),
       LabelNotice(MakeText(this, QStringLiteral("LabelNotice"), QStringLiteral("Notice"))),
       ListWindows(Named(new QTreeWidget(this), QStringLiteral("ListWindows"),
@@ -90,6 +91,7 @@ QGroupBox* GameTab::MakeGroup(const char* caption) {
 void GameTab::MakePage() {
     auto* page = new QWidget(this);
     m_groups = new QVBoxLayout(page);
+    m_groups->addWidget(CommandFirstSteps, 0, Qt::AlignLeft);
     auto* found = new QVBoxLayout(MakeGroup("Your game"));
     found->addWidget(LabelGame);
     found->addWidget(LabelNotice);
@@ -153,6 +155,8 @@ QWidget* GameTab::MakeRowEdits() {
 }
 
 void GameTab::ConnectAll() {
+    m_events.On(CommandFirstSteps, &QPushButton::clicked, "opening the first steps",
+                [this] { emit FirstStepsWanted(); });
     m_events.On(CheckFront, &QCheckBox::clicked, "changing an option", [this] { ClickFront(); });
     m_events.On(ListWindows, &QTreeWidget::itemSelectionChanged, "choosing a window",
                 [this] { ProposeRow(); });

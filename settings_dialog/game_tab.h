@@ -40,6 +40,7 @@ class GameTab : public SettingsTab {
     void ClickMyGame();
     void ClickTable();
 
+    QPushButton* CommandFirstSteps;
     QLabel* LabelGame;
     QLabel* LabelNotice;
     QTreeWidget* ListWindows;
@@ -57,6 +58,9 @@ class GameTab : public SettingsTab {
     TypingOptions* Typing;
     WineToolsOption* ToolsInWine;
     IconOptions* Icons;
+
+  signals:
+    void FirstStepsWanted();
 
   protected:
     void showEvent(QShowEvent* event) override;

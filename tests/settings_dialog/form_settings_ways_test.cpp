@@ -13,7 +13,12 @@ struct WayRow {
     const char* focus;
 };
 
-class WayTest : public FormSettingsTest, public testing::WithParamInterface<WayRow> {};
+class WayTest : public FormSettingsTest, public testing::WithParamInterface<WayRow> {
+  protected:
+    static bool IsWhollyInSight(const QWidget& control) {
+        return control.visibleRegion().boundingRect() == control.rect();
+    }
+};
 
 TEST_P(WayTest, GoTo_BeforeTheDialogIsShown_OpensTheTabWithTheFocusOnTheControl) {
     const WayRow& row = GetParam();
@@ -22,6 +27,7 @@ TEST_P(WayTest, GoTo_BeforeTheDialogIsShown_OpensTheTabWithTheFocusOnTheControl)
     Show();
     EXPECT_THAT(TickedTabs(), ElementsAre(row.tab));
     EXPECT_EQ(FocusName(), row.focus);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return IsWhollyInSight(Named(row.focus)); }, 2000));
 }
 
 TEST_P(WayTest, GoTo_WhileTheDialogIsShown_DoesTheSame) {
