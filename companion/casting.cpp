@@ -1,5 +1,7 @@
 #include "companion/casting.h"
 
+#include <chrono>
+
 #include "companion/client_target.h"
 #include "link/keystroke_names.h"
 #include "model/cast_rules.h"
@@ -12,6 +14,7 @@ namespace spellwick {
 namespace {
 
 constexpr i16 kCtrlAlone = 2;
+constexpr std::chrono::milliseconds kSlowFrame{250};
 
 MacroStrokes MacroOf(const SharedState& state, i32 number) {
     return {state.MacroAlt(number), state.MacroCtrl(number), state.MacroShift(number),
@@ -151,6 +154,11 @@ void Casting::BringClientForward() {
     if (came && !ClientIsInFront() && clients.SetForegroundWindow(m_state.ClientWindow)) {
         static_cast<void>(clients.SetFocus(m_state.ClientWindow));
         forms.Pause();
+    }
+    // A client that draws a few frames a second learns of its focus behind the pause, and takes the
+    // keys that are down then for held ones. One that does not answer gets them all the same.
+    if (ClientIsInFront()) {
+        static_cast<void>(clients.WaitUntilRead(m_state.ClientWindow, kSlowFrame));
     }
 }
 
