@@ -1,17 +1,16 @@
 // A figure on a coloured ground: the castable amount and the chance of a slot.
 #pragma once
 
-#include <QLabel>
-
 #include "model/colours.h"
+#include "widgets/spoken.h"
 
 namespace spellwick {
 
-class CellLabel : public QLabel {
+class CellLabel : public FigureLabel {
     Q_OBJECT
 
   public:
-    explicit CellLabel(QWidget* parent) : QLabel(parent) { setAlignment(Qt::AlignCenter); }
+    explicit CellLabel(QWidget* parent) : FigureLabel(parent) { setAlignment(Qt::AlignCenter); }
 
     void SetCellGround(Colour colour);
     Colour CellGround() const { return m_ground; }

@@ -1,5 +1,6 @@
 #include "main_window/circle_page.h"
 
+#include "companion/spell_tip.h"
 #include "model/macro_keys.h"
 #include "widgets/clicks.h"
 #include "widgets/texts.h"
@@ -28,7 +29,7 @@ QString PageName(int button) {
 }
 
 QLabel* MakeTextLabel(QWidget* form, const char* name, const char* accessibleName) {
-    auto* label = new QLabel(form);
+    auto* label = new FigureLabel(form);
     label->setObjectName(QLatin1String(name));
     label->setAccessibleName(QLatin1String(accessibleName));
     label->setTextFormat(Qt::PlainText);
@@ -53,7 +54,6 @@ void CirclePage::MakeSlots(QWidget* form) {
         auto* amount = new CellLabel(form);
         amount->setObjectName(IndexedName("LabelAmount", slot));
         amount->setToolTip(QStringLiteral("Amount castable"));
-        amount->setAccessibleName(QStringLiteral("Amount castable of spell %1").arg(slot + 1));
         LabelAmount[static_cast<std::size_t>(slot)] = amount;
 
         auto* icon = new SpellIcon(form);
@@ -69,12 +69,14 @@ void CirclePage::MakeSlots(QWidget* form) {
         m_events.On(icon, &SpellIcon::Focused, "showing a spell", tell);
         m_events.On(icon, &SpellIcon::StepWanted, "going to a spell",
                     [this, slot](int columns, int rows) { StepFrom(slot, columns, rows); });
+        icon->SetSpoken([this, slot] {
+            return ToQString(SpokenSpell(m_companion.State(), m_companion.Shown(), slot));
+        });
         icon->setFocusPolicy(slot == 0 ? Qt::TabFocus : Qt::NoFocus);
 
         auto* chance = new CellLabel(form);
         chance->setObjectName(IndexedName("LabelChance", slot));
         chance->setToolTip(QStringLiteral("% chance of success"));
-        chance->setAccessibleName(QStringLiteral("Chance of success of spell %1").arg(slot + 1));
         LabelChance[static_cast<std::size_t>(slot)] = chance;
     }
 }
@@ -181,8 +183,10 @@ void CirclePage::ShowIcon(std::size_t slot, const SlotScreen& shown) {
     const PictureStrip& strip = m_pictures.clip[shown.inBook ? 0 : 1].StripOf(icon);
     SpellIcons[slot]->SetPicture(strip.Strip(), strip.Cell(icon % kSlotCount));
     const std::string& name = m_companion.State().Spells(shown.row).Name;
-    SpellIcons[slot]->setAccessibleName(name.empty() ? QStringLiteral("No spell")
-                                                     : ToQString(name));
+    const QString spell = name.empty() ? QStringLiteral("No spell") : ToQString(name);
+    SpellIcons[slot]->setAccessibleName(spell);
+    LabelAmount[slot]->setAccessibleName(QStringLiteral("Amount castable of ") + spell);
+    LabelChance[slot]->setAccessibleName(QStringLiteral("Chance in percent of ") + spell);
     SpellIcons[slot]->SetKey(m_companion.State().KeysOnIcons
                                  ? ToQString(ShownMacroKey(m_companion.State(), shown.row + 1))
                                  : QString());

@@ -2,11 +2,13 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
 #include "widgets/ground.h"
+#include "widgets/spoken.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -54,6 +56,11 @@ Counters::Counters(const MainWindowServices& services, QWidget* form)
     ComboReagent->setObjectName(QStringLiteral("ComboReagent"));
     ComboReagent->setToolTip(QStringLiteral("Select Bag"));
     ComboReagent->setAccessibleName(QStringLiteral("Bag"));
+    // Where a list's name is its text, screen readers take the name from its label.
+    auto* label = new QLabel(ComboReagent->accessibleName(), form);
+    label->setObjectName(QStringLiteral("NameOfComboReagent"));
+    label->setBuddy(ComboReagent);
+    label->hide();
     m_events.On(ComboReagent->lineEdit(), &QLineEdit::textEdited, "renaming a bag",
                 [this] { m_companion.TypeBagName(ToText(ComboReagent->currentText())); });
     m_events.On(ComboReagent, &QComboBox::activated, "choosing a bag",
@@ -65,7 +72,7 @@ Counters::Counters(const MainWindowServices& services, QWidget* form)
 void Counters::MakeCounter(i32 reagent, QWidget* form) {
     const QString name = ToQString(FactsOfReagent(reagent).name);
 
-    auto* image = new QWidget(form);
+    auto* image = new PicturePlace(form);
     image->setObjectName(IndexedName("imgReg", reagent - 1));
     image->setAccessibleName(name);
     image->setToolTip(name);

@@ -7,15 +7,9 @@
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QHelpEvent>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QToolTip>
-#include <algorithm>
-#include <optional>
 
-#include "companion/spell_tip.h"
-#include "main_window/control_tips.h"
 #include "store/catalogue.h"
 #include "store/twips.h"
 #include "widgets/form_font.h"
@@ -30,7 +24,13 @@ constexpr int kWatchMs = 1000;
 constexpr int kMeditationMs = 100;
 constexpr float kFarthestTwips = 40000.0F;
 
-enum CommandIndex { kUndo, kHelp, kSettings = kSettingsCommand, kCount, kMeditate };
+enum CommandIndex {
+    kUndo = kUndoCommand,
+    kHelp = kHelpCommand,
+    kSettings = kSettingsCommand,
+    kCount,
+    kMeditate
+};
 
 struct CommandFacts {
     const char* caption;
@@ -47,23 +47,6 @@ constexpr std::array<CommandFacts, 5> kCommands{{
     {"Meditate", "Click this to use the Meditation skill", "Meditate", "pressing Meditate"},
 }};
 
-// The command of a key. An edit has taken its own keys before they come here.
-std::optional<int> CommandOf(const QKeyEvent& key) {
-    if (key.isAutoRepeat()) {
-        return std::nullopt;
-    }
-    if (key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier) {
-        return kHelp;
-    }
-    if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_Comma) {
-        return kSettings;
-    }
-    if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_Z) {
-        return kUndo;
-    }
-    return std::nullopt;
-}
-
 // An open list or menu has grabbed the keyboard: keys that are typed would go into it, whichever
 // window is in front.
 void ClosePopups() {
@@ -75,8 +58,10 @@ void ClosePopups() {
     }
 }
 
-// Gives the form its font before there are controls, which lay out their texts as they are made.
-QWidget* WithFont(QWidget* form) {
+// Before there are controls: they lay out their texts as they are made, and a screen reader that is
+// at work asks for each at once.
+QWidget* Prepared(QWidget* form) {
+    InstallSpoken();
     form->setFont(FormFont());
     return form;
 }
@@ -102,14 +87,13 @@ FormMain::FormMain(const MainWindowServices& services)
       m_state(services.companion.State()),
       m_events(services.failures, this),
       m_pictures(qGuiApp->devicePixelRatio()),
-      m_page(m_services, m_pictures, WithFont(this)),
+      m_page(m_services, m_pictures, Prepared(this)),
       m_counters(m_services, this),
       m_tithes(m_services, this),
       m_command(MakeCommands(this)),
       m_linkMark(new LinkMark(this)),
       m_undoNote(Command(kUndo), m_events) {
     setObjectName(QStringLiteral("FormMain"));
-    setAccessibleName(QStringLiteral("Spellwick"));
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     setMouseTracking(true);
@@ -126,12 +110,20 @@ void FormMain::ConnectCommands() {
                     kCommands[static_cast<std::size_t>(index)].action,
                     [this, index] { ClickCommand(index); });
     }
-    Command(kSettings).installEventFilter(this);
+    for (QWidget* control : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        control->installEventFilter(this);  // for its tooltip, of the settings' button the mouse
+    }
 }
 
 bool FormMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &Command(kSettings) && event->type() == QEvent::Enter) {
         m_events.Run("making the settings dialog", [&] { emit SettingsNear(); });
+    }
+    if (event->type() == QEvent::ToolTip) {
+        m_events.Run("showing a tooltip", [&] {
+            ShowTip(*static_cast<QWidget*>(watched), static_cast<QHelpEvent*>(event)->globalPos());
+        });
+        return true;
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -305,39 +297,6 @@ void FormMain::ClickCommand(int index) {
     }
 }
 
-void FormMain::Undo() {
-    m_companion.Undo();
-    m_undoNote.Show(ToQString(GivenBack(m_state, m_companion.TheLastCast().UndoAmounts)));
-}
-
-bool FormMain::event(QEvent* event) {
-    if (event->type() == QEvent::ToolTip) {
-        m_events.Run("showing a tooltip", [&] { ShowTip(static_cast<QHelpEvent*>(event)->pos()); });
-        return true;
-    }
-    return QWidget::event(event);
-}
-
-void FormMain::ShowTip(QPoint place) {
-    QWidget* control = childAt(place);
-    // An arrow is a nameless part of its pair.
-    while (control != nullptr && control != this && control->objectName().isEmpty()) {
-        control = control->parentWidget();
-    }
-    if (control == nullptr || QGuiApplication::mouseButtons() != Qt::NoButton) {
-        return;
-    }
-    const auto icon = std::ranges::find(m_page.SpellIcons, control);
-    const QString tip =
-        icon == m_page.SpellIcons.end()
-            ? ControlTip(control->objectName())
-            : ToQString(SpellTip(m_state, m_companion.Shown(),
-                                 static_cast<i32>(icon - m_page.SpellIcons.begin())));
-    if (!tip.isEmpty()) {
-        QToolTip::showText(mapToGlobal(place), tip, control, control->rect());
-    }
-}
-
 void FormMain::OpenSettings() {
     setCursor(Qt::WaitCursor);
     emit SettingsWanted();
@@ -382,18 +341,6 @@ void FormMain::changeEvent(QEvent* event) {
 void FormMain::closeEvent(QCloseEvent* event) {
     event->ignore();
     m_events.Run("ending the program", [&] { m_companion.End(EndCause::kUser); });
-}
-
-void FormMain::keyPressEvent(QKeyEvent* event) {
-    if (IsEnter(*event)) {
-        m_events.Run("committing an entry", [&] { m_companion.CommitByEnter(); });
-        return;
-    }
-    if (const auto command = CommandOf(*event)) {
-        m_events.Run("pressing a key of a command", [&] { ClickCommand(*command); });
-        return;
-    }
-    QWidget::keyPressEvent(event);
 }
 
 void FormMain::mouseMoveEvent(QMouseEvent* event) {

@@ -15,12 +15,16 @@
 #include "main_window/undo_note.h"
 #include "widgets/guarded_events.h"
 #include "widgets/pictures.h"
+#include "widgets/spoken.h"
 
 namespace spellwick {
 
-inline constexpr int kSettingsCommand = 2;  // of FormMain::Command
+// Of FormMain::Command.
+inline constexpr int kUndoCommand = 0;
+inline constexpr int kHelpCommand = 1;
+inline constexpr int kSettingsCommand = 2;
 
-class FormMain : public QWidget {
+class FormMain : public QWidget, public Spoken {
     Q_OBJECT
 
   public:
@@ -52,6 +56,10 @@ class FormMain : public QWidget {
     // A click on Command(index), 0 to 4.
     void ClickCommand(int index);
 
+    QAccessible::Role SpokenRole() const override { return QAccessible::Window; }
+    // With character and server.
+    QString SpokenName() const override { return windowTitle(); }
+
     CirclePage& Page() { return m_page; }
     Pictures& PictureStrips() { return m_pictures; }
     QTimer& Timer1(int index);
@@ -67,11 +75,11 @@ class FormMain : public QWidget {
     void InfoWanted(spellwick::i32 row);
 
   protected:
-    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -82,8 +90,9 @@ class FormMain : public QWidget {
     void ShowCommands(const Screen& screen, const Changes& changes);
     void OpenSettings();
     void Undo();
-    // The tooltip of the control at a place of the window; controls with one of their own show it.
-    void ShowTip(QPoint place);
+    // The tooltip of a control: its own, else one that is made now. It lets clicks through.
+    void ShowTip(QWidget& control, QPoint place);
+    QString TipOf(const QWidget& control);
     void SetTabOrder(bool vertical);
     QPoint SavedPlace();
     // The place for the window as it is arranged now, on a screen; frame included.

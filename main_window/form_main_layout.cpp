@@ -18,6 +18,20 @@ constexpr int kAnkhRise = 8;
 constexpr int kSmallRow = 15;
 constexpr int kSmallFontPixels = 11;
 
+constexpr int kDarkGround = 128;  // lightness below which a ground is dark
+
+// A light rim around a picture that a dark ground would swallow.
+void DrawRim(QPainter& painter, const QRect& place, const QPixmap& strip, const QRect& cell) {
+    QPixmap shape = strip.copy(cell);
+    QPainter light(&shape);
+    light.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    light.fillRect(QRect(QPoint(), cell.size()), QColor(255, 255, 255, 140));
+    light.end();
+    for (const QPoint& step : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+        painter.drawPixmap(place.translated(step), shape, shape.rect());
+    }
+}
+
 void Place(QWidget& control, const Box4& box) {
     control.setGeometry(box.left, box.top, box.width, box.height);
 }
@@ -130,12 +144,17 @@ void FormMain::SetTabOrder(bool vertical) {
 
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const bool isDark = palette().color(QPalette::Window).lightness() < kDarkGround;
     const bool isSmall = m_counters.ImgReg(0).height() <= kSmallRow;
     const PictureStrip& strip = isSmall ? m_pictures.SmallReagents() : m_pictures.reagents;
     for (int k = 0; k < kReagentCount; ++k) {
         const QWidget& place = m_counters.ImgReg(k);
         if (place.isVisibleTo(this)) {
-            painter.drawPixmap(QRect(place.pos(), strip.CellSize()), strip.Strip(), strip.Cell(k));
+            const QRect there(place.pos(), strip.CellSize());
+            if (isDark) {
+                DrawRim(painter, there, strip.Strip(), strip.Cell(k));
+            }
+            painter.drawPixmap(there, strip.Strip(), strip.Cell(k));
         }
     }
     // The ankh fills the middle of its cell.

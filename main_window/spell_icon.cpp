@@ -144,6 +144,11 @@ void SpellIcon::keyReleaseEvent(QKeyEvent* event) {
     }
 }
 
+void SpellIcon::Press() {
+    emit Pressed(MouseButtonNumber(Qt::LeftButton), 0);
+    emit Clicked();
+}
+
 void SpellIcon::focusInEvent(QFocusEvent* /*event*/) {
     m_heldKey = 0;
     update();

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "text/number_types.h"
 #include "widgets/icon_picture.h"
+#include "widgets/spoken.h"
 
 namespace spellwick {
 
@@ -16,7 +18,7 @@ i16 MouseButtonNumber(Qt::MouseButton button);
 // Mask of modifiers: 1 Shift, 2 Ctrl, 4 Alt, 8 any other; lock keys do not count.
 i16 ShiftMask(Qt::KeyboardModifiers modifiers);
 
-class SpellIcon : public IconPicture {
+class SpellIcon : public IconPicture, public Spoken {
     Q_OBJECT
 
   public:
@@ -24,6 +26,14 @@ class SpellIcon : public IconPicture {
 
     // The key of the spell, in small letters in a corner; empty for none.
     void SetKey(QString key);
+
+    // What is told of its spell; asked each time.
+    void SetSpoken(std::function<QString()> spoken) { m_spoken = std::move(spoken); }
+    QAccessible::Role SpokenRole() const override { return QAccessible::Button; }
+    QString SpokenName() const override { return m_spoken ? m_spoken() : accessibleName(); }
+    bool CanPress() const override { return true; }
+    // A left click without modifiers.
+    void Press() override;
 
   signals:
     void Pressed(spellwick::i16 button, spellwick::i16 shift);
@@ -48,6 +58,7 @@ class SpellIcon : public IconPicture {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
+    std::function<QString()> m_spoken;
     bool m_pressed = false;
     int m_heldKey = 0;  // that clicks when it comes up; 0 for none
 };

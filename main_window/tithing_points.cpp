@@ -13,13 +13,16 @@ TithingPoints::TithingPoints(const MainWindowServices& services, QWidget* form)
     : QObject(form), m_companion(services.companion), m_events(services.failures, this) {
     const QString tip = QStringLiteral("Tithe points, used for Paladin abilities");
 
-    ImageAnkh = new AnkhPlace(form);
+    auto* ankh = new AnkhPlace(form);
+    m_events.On(ankh, &AnkhPlace::Pressed, "changing the tithing points",
+                [this] { m_companion.EditTithes(); });
+    ImageAnkh = ankh;
     ImageAnkh->setObjectName(QStringLiteral("ImageAnkh"));
     ImageAnkh->setToolTip(tip);
     ImageAnkh->setAccessibleName(QStringLiteral("Change the tithing points"));
     ImageAnkh->installEventFilter(this);
 
-    LabelTithes = new QLabel(form);
+    LabelTithes = new FigureLabel(form);
     LabelTithes->setObjectName(QStringLiteral("LabelTithes"));
     LabelTithes->setToolTip(tip);
     LabelTithes->setAccessibleName(QStringLiteral("Tithing points"));
@@ -30,6 +33,7 @@ TithingPoints::TithingPoints(const MainWindowServices& services, QWidget* form)
     TxtTithes = new CounterBox(form);
     TxtTithes->setObjectName(QStringLiteral("TxtTithes"));
     TxtTithes->setAccessibleName(QStringLiteral("Tithing points"));
+    TxtTithes->SetNumberFont(form->font());
     TxtTithes->hide();
     m_events.On(TxtTithes, &CounterBox::KeyDropped, "dropping a key",
                 [&desktop = services.desktop] { desktop.Beep(); });
@@ -65,10 +69,24 @@ bool TithingPoints::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
+// Six digits are wider than the label in the font of the window.
+void TithingPoints::FitLabel() {
+    constexpr int kSmallestPixels = 8;
+    QFont fitting = LabelTithes->window()->font();
+    while (fitting.pixelSize() > kSmallestPixels &&
+           QFontMetrics(fitting).horizontalAdvance(LabelTithes->text()) > LabelTithes->width()) {
+        fitting.setPixelSize(fitting.pixelSize() - 1);
+    }
+    if (fitting != LabelTithes->font()) {
+        LabelTithes->setFont(fitting);
+    }
+}
+
 void TithingPoints::Show(const Screen& screen, const Changes& changes) {
     if (changes.tithes) {
         TxtTithes->setText(ToQString(screen.tithesEdit));
         LabelTithes->setText(ToQString(screen.tithes));
+        FitLabel();
     }
     if (changes.tithesGround) {
         SetGround(*LabelTithes, screen.tithesGround);

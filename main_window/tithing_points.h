@@ -8,15 +8,25 @@
 #include "main_window/services.h"
 #include "widgets/counter_box.h"
 #include "widgets/guarded_events.h"
+#include "widgets/spoken.h"
 
 namespace spellwick {
 
 // The place of the ankh, which the form draws: it takes the focus by Tab and shows it.
-class AnkhPlace : public QLabel {
+class AnkhPlace : public QLabel, public Spoken {
     Q_OBJECT
 
   public:
     explicit AnkhPlace(QWidget* parent) : QLabel(parent) { setFocusPolicy(Qt::TabFocus); }
+
+    QAccessible::Role SpokenRole() const override { return QAccessible::Button; }
+    QString SpokenName() const override { return accessibleName(); }
+    bool CanPress() const override { return true; }
+    void Press() override { emit Pressed(); }
+
+  signals:
+    // By a screen reader.
+    void Pressed();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,6 +48,8 @@ class TithingPoints : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void FitLabel();
+
     Companion& m_companion;
     GuardedEvents m_events;
 };

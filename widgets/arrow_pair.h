@@ -5,18 +5,23 @@
 #include <QWidget>
 #include <array>
 
+#include "widgets/spoken.h"
+
 class QToolButton;
 
 namespace spellwick {
 
 enum class Arrow { kFirst, kSecond };  // up or left, down or right
 
-class ArrowPair : public QWidget {
+class ArrowPair : public QWidget, public Spoken {
     Q_OBJECT
 
   public:
     // A vertical pair points up and down, a horizontal one left and right.
     ArrowPair(Qt::Orientation orientation, QWidget* parent);
+
+    QAccessible::Role SpokenRole() const override { return QAccessible::Grouping; }
+    QString SpokenName() const override { return accessibleName(); }
 
   signals:
     // One step; due at the press and at each repeat.

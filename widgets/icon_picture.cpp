@@ -40,6 +40,11 @@ void IconPicture::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(rect(), m_strip, m_cell);
+    constexpr int kDark = 128;
+    if (palette().color(QPalette::Window).lightness() < kDark && !m_cell.isEmpty()) {
+        painter.setPen(QColor(255, 255, 255, 120));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4.0, 4.0);
+    }
     if (m_corner.isEmpty()) {
         return;
     }

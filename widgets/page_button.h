@@ -4,9 +4,11 @@
 
 #include <QAbstractButton>
 
+#include "widgets/spoken.h"
+
 namespace spellwick {
 
-class PageButton : public QAbstractButton {
+class PageButton : public QAbstractButton, public Spoken {
     Q_OBJECT
 
   public:
@@ -18,7 +20,15 @@ class PageButton : public QAbstractButton {
     // Whether the caption is bold while the button is pressed.
     void SetBoldWhenPressed(bool bold) { m_boldWhenPressed = bold; }
 
+    // What it is to a screen reader: one of several pages, or of several tabs.
+    void SetSpokenRole(QAccessible::Role role) { m_role = role; }
+
     QSize sizeHint() const override;
+
+    QAccessible::Role SpokenRole() const override { return m_role; }
+    QString SpokenName() const override { return accessibleName(); }
+    bool CanPress() const override { return true; }
+    void Press() override { click(); }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -28,6 +38,7 @@ class PageButton : public QAbstractButton {
   private:
     bool m_overPicture = false;
     bool m_boldWhenPressed = true;
+    QAccessible::Role m_role = QAccessible::RadioButton;
 };
 
 }  // namespace spellwick

@@ -18,7 +18,11 @@ UpDown::UpDown(QLineEdit& buddy, QWidget* parent, i32 most)
 }
 
 void UpDown::Step(int step) {
-    const QString number = QString::number(SteppedCounter(m_buddy.text(), step, m_most));
+    SetSpokenNumber(SteppedCounter(m_buddy.text(), step, m_most));
+}
+
+void UpDown::SetSpokenNumber(int wanted) {
+    const QString number = QString::number(std::clamp(wanted, 0, m_most));
     if (number != m_buddy.text()) {
         m_buddy.setText(number);
         emit Changed();

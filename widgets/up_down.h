@@ -23,6 +23,11 @@ class UpDown : public ArrowPair {
     // Writes the counter, then reports the change; at the end of the range nothing changes.
     void Step(int step);
 
+    QAccessible::Role SpokenRole() const override { return QAccessible::SpinBox; }
+    QVariant SpokenNumber() const override { return SteppedCounter(m_buddy.text(), 0, m_most); }
+    void SetSpokenNumber(int number) override;
+    int MostSpoken() const override { return m_most; }
+
   signals:
     void Changed();
 

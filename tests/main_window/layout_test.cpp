@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "link/assist_messages.h"
 #include "tests/support/main_window_fixture.h"
 
 namespace spellwick {
@@ -214,6 +215,53 @@ TEST_F(LayoutTest, Horizontal_RightEdgePassesTheScreen_MovesLeft) {
     Form().move(screen - 200, 40);
     Program().LayoutHorizontal();
     EXPECT_EQ(Form().pos(), QPoint(std::max(0, screen - Form().frameGeometry().width()), 40));
+}
+
+TEST_F(LayoutTest, Cells_HaveAnOutlineOfOneWidthOnAllSides) {
+    StartIn(kArrangements[0]);
+    const QImage shown = Form().grab().toImage();
+    const double density = shown.devicePixelRatio();
+    for (const char* kind : {"LabelAmount", "LabelChance"}) {
+        for (int slot = 0; slot < 8; ++slot) {
+            QWidget& cell = Named(kind, slot);
+            const int left = qRound(cell.x() * density);
+            const int top = qRound(cell.y() * density);
+            const int right = qRound((cell.x() + cell.width()) * density) - 1;
+            const int bottom = qRound((cell.y() + cell.height()) * density) - 1;
+            // Beside the figure, where the ground shows.
+            const int row = top + (bottom - top) / 2;
+            const int column = left + (right - left) / 6;
+            const auto width = [&](QPoint from, QPoint step) {
+                const QRgb rim = shown.pixel(from);
+                int count = 0;
+                while (count < 5 && shown.pixel(from + count * step) == rim) {
+                    ++count;
+                }
+                return count;
+            };
+            const std::vector<int> widths{width({left, row}, {1, 0}), width({right, row}, {-1, 0}),
+                                          width({column, top}, {0, 1}),
+                                          width({column, bottom}, {0, -1})};
+            const int line = std::max(1, static_cast<int>(density));
+            EXPECT_EQ(widths, std::vector<int>(4, line)) << kind << slot;
+        }
+    }
+}
+
+TEST_F(LayoutTest, Tithes_OfSixDigits_ShowAllOfThem) {
+    for (const Arrangement& arrangement : kArrangements) {
+        StartIn(arrangement);
+        Program().Reports().OnMessage({kAssistStock, 200, 999999});
+        auto& label = Named<QLabel>(QStringLiteral("LabelTithes"));
+        ASSERT_EQ(label.text(), QStringLiteral("999999"));
+        EXPECT_LE(TextWidth(label, label.text()), label.width());
+        Program().EditTithes();
+        auto& edit = Named<QLineEdit>(QStringLiteral("TxtTithes"));
+        EXPECT_LE(TextWidth(edit, edit.text()), edit.width() - 6);
+        Leave();
+        Program().Reports().OnMessage({kAssistStock, 200, 5});
+        EXPECT_EQ(label.font().pixelSize(), Form().font().pixelSize()) << "room enough";
+    }
 }
 
 TEST_F(LayoutTest, TabOrder_FollowsTheEye) {

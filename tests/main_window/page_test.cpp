@@ -1,4 +1,6 @@
 // The page of eight spells: buttons, pictures and figures.
+#include <QApplication>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -287,6 +289,27 @@ TEST_F(PageTest, ToolTips_AsTold) {
                   QStringLiteral("Tithe points, used for Paladin abilities"));
     }
     EXPECT_EQ(Named(QStringLiteral("ComboReagent")).toolTip(), QStringLiteral("Select Bag"));
+}
+
+TEST_F(PageTest, DarkGround_PicturesHaveALightRim) {
+    const QPalette light = QApplication::palette();
+    QPalette dark = light;
+    dark.setColor(QPalette::Window, QColor(30, 30, 30));
+    StartWithMira();
+    const auto lightest = [this](QPoint from, int count) {
+        const QImage shown = Form().grab().toImage();
+        int most = 0;
+        for (int x = 0; x < count; ++x) {
+            most = std::max(most, QColor(shown.pixel(from + QPoint(x, 0))).lightness());
+        }
+        return most;
+    };
+    // The middle of an icon's upper edge, and the row through the black pearl.
+    const QPoint edge = Icon(0).pos() + QPoint(15, 0);
+    Form().setPalette(dark);
+    EXPECT_GT(lightest(edge, 10), 90);
+    QWidget& pearl = Named("imgReg", 5);
+    EXPECT_GT(lightest(pearl.pos() + QPoint(0, pearl.height() / 2), pearl.width()), 120);
 }
 
 }  // namespace

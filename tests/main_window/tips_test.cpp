@@ -1,8 +1,10 @@
 // Tooltips that are made when they are shown, and the note of an undo.
 #include <QElapsedTimer>
 #include <QHelpEvent>
+#include <QMenu>
 #include <QPushButton>
 #include <QToolTip>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -57,6 +59,22 @@ TEST_F(TipsTest, SpellIcon_ItsTipComesAfter700Milliseconds_AlsoInAnInactiveWindo
     EXPECT_EQ(QToolTip::text().toStdString(), Expected(2));
 }
 
+TEST_F(TipsTest, Tip_LetsClicksThrough) {
+    StartWithMira();
+    for (const char* control : {"SpellIcon(1)", "LabelAmount(1)"}) {
+        ASSERT_NE(TipOf(Named(QLatin1String(control))), QString());
+        int tips = 0;
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->inherits("QTipLabel") && window->isVisible()) {
+                ++tips;
+                EXPECT_TRUE(
+                    window->windowHandle()->flags().testFlag(Qt::WindowTransparentForInput));
+            }
+        }
+        EXPECT_EQ(tips, 1);
+    }
+}
+
 TEST_F(TipsTest, SpellIcon_TellsNothingWhileAButtonIsHeld) {
     StartWithMira();
     const QPoint place = Icon(1).rect().center();
@@ -109,6 +127,29 @@ TEST_F(TipsTest, Undo_SaysForThreeSecondsWhatItGaveBack) {
     EXPECT_TRUE(Note()->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
     Note()->Time().setInterval(0);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !Note()->isVisible(); }));
+}
+
+TEST_F(TipsTest, RightClickOnTheGround_OffersTheOtherArrangement) {
+    StartWithMira();
+    for (const bool vertical : {true, false}) {
+        QContextMenuEvent click(QContextMenuEvent::Mouse, BareForm(),
+                                Form().mapToGlobal(BareForm()));
+        QCoreApplication::sendEvent(&Form(), &click);
+        auto* menu = Form().findChild<QMenu*>(QStringLiteral("MenuArrangement"));
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(menu->actions().first()->text(), vertical
+                                                       ? QStringLiteral("Display vertically")
+                                                       : QStringLiteral("Display horizontally"));
+        menu->actions().first()->trigger();
+        menu->close();
+        QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
+        EXPECT_EQ(State().DisplayVertical, vertical);
+        EXPECT_EQ(Saved("Settings", "DisplayVertical"), vertical ? "True" : "False");
+    }
+    QContextMenuEvent onACounter(QContextMenuEvent::Mouse, Named("CheckCircle", 4).pos(),
+                                 Form().mapToGlobal(Named("CheckCircle", 4).pos()));
+    QCoreApplication::sendEvent(&Form(), &onACounter);
+    EXPECT_EQ(Form().findChild<QMenu*>(QStringLiteral("MenuArrangement")), nullptr);
 }
 
 TEST(PlaceOfNote, IsOutsideOfTheWindowNearTheButtonAndOnTheScreen) {
