@@ -64,7 +64,7 @@ void AboutTab::Load() {
 }
 
 void AboutTab::ClickWeb() {
-    OpenHomePage(m_services);
+    OpenHomePage(m_services, *CommandWeb);
 }
 
 }  // namespace spellwick

@@ -1,6 +1,8 @@
 #include "settings_dialog/controls.h"
 
+#include <QAbstractItemView>
 #include <QFontMetrics>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QStyleOptionToolButton>
 #include <QWheelEvent>
@@ -12,6 +14,24 @@ ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(16);
+}
+
+// The style opens all rows that fit on the screen.
+void ChoiceBox::showPopup() {
+    QComboBox::showPopup();
+    QWidget* popup = view()->window();
+    const int most =
+        view()->sizeHintForRow(0) * kMostListedRows + popup->height() - view()->height();
+    if (count() <= kMostListedRows || popup->height() <= most) {
+        return;
+    }
+    const QRect room = screen()->availableGeometry();
+    const int box = mapToGlobal(QPoint()).y();
+    const int wanted = box + height() / 2 - most / 2;
+    popup->setGeometry(
+        popup->x(), std::clamp(wanted, room.top(), std::max(room.top(), room.bottom() + 1 - most)),
+        popup->width(), most);
+    view()->scrollTo(view()->currentIndex(), QAbstractItemView::PositionAtCenter);
 }
 
 void ChoiceBox::wheelEvent(QWheelEvent* event) {

@@ -14,13 +14,17 @@
 
 namespace spellwick {
 
-// A combo box that ignores the mouse wheel, which works in the open list alone: what it would
-// change are the user's data.
+inline constexpr int kMostListedRows = 20;
+
+// A combo box that opens at most kMostListedRows high and ignores the mouse wheel, which works in
+// the open list alone: what it would change are the user's data.
 class ChoiceBox : public QComboBox {
     Q_OBJECT
 
   public:
     explicit ChoiceBox(QWidget* parent);
+
+    void showPopup() override;
 
   protected:
     void wheelEvent(QWheelEvent* event) override;

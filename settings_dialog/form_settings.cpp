@@ -20,9 +20,6 @@ namespace spellwick {
 
 namespace {
 
-// Minimum size, 8340 by 5655 twips; a larger font makes the dialog larger.
-constexpr QSize kLeastSize(556, 377);
-
 constexpr std::array<const char*, kTabCount> kTabCaptions{
     "Spells && Reagents", "User Spells", "Macros",   "Skills", "Reagent Management",
     "Spell texts",        "About",       "Settings", "Game"};
@@ -84,6 +81,7 @@ FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
       m_state(services.state),
       m_events(services.failures, this),
       m_commonDialog(services.dialogs) {
+    InstallSpoken();
     setObjectName(QStringLiteral("FormSettings"));
     setWindowTitle(QStringLiteral("Spellwick - Settings"));
     setAccessibleName(QStringLiteral("Settings"));
@@ -93,10 +91,13 @@ FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
+    MakeScroll();
     MakeStrip();
     MakeTabs();
     MakeButtons();
     MakeShortcuts();
+    NameLists();
+    LightenBoxes();
 }
 
 void FormSettings::MakeStrip() {
@@ -109,7 +110,7 @@ void FormSettings::MakeStrip() {
             strip->addWidget(CheckTab[static_cast<std::size_t>(tab)]);
         }
     }
-    static_cast<QVBoxLayout*>(layout())->addLayout(strip);
+    m_content->addLayout(strip);
 }
 
 void FormSettings::MakeTabButton(int tab) {
@@ -118,6 +119,7 @@ void FormSettings::MakeTabButton(int tab) {
     button->setText(QLatin1String(kTabCaptions[static_cast<std::size_t>(tab)]));
     button->setAccessibleName(button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
     button->SetBoldWhenPressed(false);
+    button->SetSpokenRole(QAccessible::PageTab);
     button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     button->installEventFilter(this);
     CheckTab[static_cast<std::size_t>(tab)] = button;
@@ -149,7 +151,7 @@ void FormSettings::MakeTabs() {
         Tab(tab).setAccessibleName(CheckTab[static_cast<std::size_t>(tab)]->accessibleName());
         m_panels->addWidget(&Tab(tab));
     }
-    static_cast<QVBoxLayout*>(layout())->addLayout(m_panels, 1);
+    m_content->addLayout(m_panels, 1);
 }
 
 void FormSettings::MakeButtons() {
@@ -210,12 +212,8 @@ void FormSettings::Form_Load() {
     RefreshWhatWorks();
     FitSize();
     // Sets the place of the frame, since there is no native window yet.
-    move(OnScreens({PixelsOf(m_place.left), PixelsOf(m_place.top)}, *this));
-}
-
-void FormSettings::FitSize() {
-    layout()->activate();
-    setFixedSize(layout()->totalMinimumSize().expandedTo(kLeastSize));
+    move(QPoint(PixelsOf(m_place.left), PixelsOf(m_place.top)));
+    move(PlaceToOpen());
 }
 
 std::array<SettingsTab*, 5> FormSettings::TabsOfRefresh() const {
@@ -440,19 +438,6 @@ void FormSettings::showEvent(QShowEvent* event) {
             }
         });
     }
-}
-
-// As long as the player has never moved the dialog, it keeps clear of the main window.
-QPoint FormSettings::PlaceToOpen() {
-    // Not known before the dialog is shown.
-    constexpr QSize kFrame(16, 40);
-    const QPoint place = OnScreens(pos(), *this);
-    const bool isMoved = m_place.top != 0.0F || m_place.left != 0.0F;
-    if (isMoved || parentWidget() == nullptr) {
-        return place;
-    }
-    m_aside = ClearOf(place, size() + kFrame, {parentWidget()->frameGeometry()});
-    return m_aside;
 }
 
 void FormSettings::hideEvent(QHideEvent* event) {

@@ -4,7 +4,9 @@
 
 #include <QDialog>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedLayout>
+#include <QVBoxLayout>
 #include <array>
 #include <optional>
 
@@ -105,11 +107,14 @@ class FormSettings : public QDialog {
   private:
     void DoWhatIsDue();
     void GoToStep(const Target& target);
+    void MakeScroll();
     void MakeStrip();
     void MakeTabButton(int tab);
     void MakeTabs();
     void MakeButtons();
     void MakeShortcuts();
+    void NameLists();
+    void LightenBoxes();
     // Opens a tab before or after the one that is open.
     void TurnTabs(int step);
     // Moves the focus to a control, so that the edit in use takes its entry. False if it refuses
@@ -128,6 +133,8 @@ class FormSettings : public QDialog {
     SharedState& m_state;
     const GuardedEvents m_events;
     CommonDialog m_commonDialog;
+    QScrollArea* m_scroll = nullptr;
+    QVBoxLayout* m_content = nullptr;  // of the scroll area: strip and panels
     QStackedLayout* m_panels = nullptr;
     SpellsTab* m_spells = nullptr;
     UserSpellsTab* m_userSpells = nullptr;

@@ -102,7 +102,10 @@ void GeneralTab::MakeTimerOptions() {
 
 void GeneralTab::PlaceControls() {
     auto* player = new QHBoxLayout;
-    player->addWidget(MakeCaption(this, 8, QStringLiteral("UO window name")));
+    QLabel* name = MakeCaption(this, 8, QStringLiteral("UO window name"));
+    name->setToolTip(QStringLiteral(
+        "The character whose settings these are, by the title of the game's window."));
+    player->addWidget(name);
     player->addWidget(ComboUOwindow, 1);
 
     auto* mana = new QHBoxLayout;
@@ -168,6 +171,8 @@ void GeneralTab::Activate() {
         --entry;
     }
     ComboUOwindow->setCurrentIndex(entry);
+    // The main window's own menu changes it too.
+    CheckDisplayVertical->setChecked(m_state.DisplayVertical);
     // The timer window itself has the choice of display.
     Frame2->hide();
 }

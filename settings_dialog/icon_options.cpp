@@ -27,10 +27,10 @@ IconOptions::IconOptions(const SettingsServices& services, QWidget* parent)
         QStringLiteral("The icons of running spell timers show the seconds that are left."));
     ComboTimers->addItems(
         {QStringLiteral("Off"), QStringLiteral("Text"), QStringLiteral("Graphic")});
+    ComboTimers->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     ComboTimers->setToolTip(
         QStringLiteral("How running spell timers are shown: as names, as icons, or not at all."));
     auto* caption = new QLabel(QStringLiteral("Running spell timers"), this);
-    caption->setBuddy(ComboTimers);
     auto* timers = new QHBoxLayout;
     timers->addWidget(caption);
     timers->addWidget(ComboTimers);

@@ -12,9 +12,9 @@ namespace spellwick {
 
 namespace {
 
-// Two blocks of four spells, with the same columns: icon, key, three marks.
+// Two blocks of four spells, with the same columns: icon, name, key, three marks.
 constexpr int kBlockRows = 4;
-constexpr int kBlockColumns = 6;
+constexpr int kBlockColumns = 7;
 enum GridRow { kPageRow, kFirstSpellRow, kMeditationRow = kFirstSpellRow + kBlockRows, kHintRow };
 
 constexpr const char* kUnsetFileName = "NewMacros.txt";
@@ -53,6 +53,7 @@ MacrosTab::MacrosTab(const SettingsServices& services, CommonDialog& commonDialo
     for (int line = 0; line < kSlotCount; ++line) {
         Image[static_cast<std::size_t>(line)] =
             Named(new SpellPicture(services.pictures.clip[0], this), IndexedName("Image", line));
+        MakeName(line);
         MakeLine(line);
     }
     MakeLine(kMeditationLine);
@@ -70,6 +71,25 @@ MacrosTab::MacrosTab(const SettingsServices& services, CommonDialog& commonDialo
 
 std::size_t MacrosTab::Place(int line) {
     return static_cast<std::size_t>(line == kMeditationLine ? kSlotCount : line);
+}
+
+void MacrosTab::MakeName(int line) {
+    auto* name = Named(new QLabel(this), IndexedName("LabelMacro", line));
+    name->setTextFormat(Qt::PlainText);
+    name->setWordWrap(true);
+    m_names[static_cast<std::size_t>(line)] = name;
+}
+
+// As narrow as the longest word of a name allows.
+int MacrosTab::WidthOfNames() const {
+    const QFontMetrics metrics(font());
+    int widest = 0;
+    for (i32 row = 0; row <= std::min(kLastPagedRow, m_state.Spells.Last()); ++row) {
+        for (const QString& word : ToQString(m_state.Spells(row).Name).split(QLatin1Char(' '))) {
+            widest = std::max(widest, metrics.horizontalAdvance(word));
+        }
+    }
+    return widest + 2;
 }
 
 void MacrosTab::MakeLine(int line) {
@@ -94,7 +114,7 @@ QCheckBox* MacrosTab::MakeMark(const char* name, const char* caption, int line,
 
 void MacrosTab::PlaceControls() {
     auto* grid = new QGridLayout(this);
-    grid->setHorizontalSpacing(8);
+    grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(4);
     constexpr int kAllColumns = 2 * kBlockColumns - 1;
     grid->addWidget(ComboMacro, kPageRow, 0, 1, kBlockColumns - 1);
@@ -107,7 +127,7 @@ void MacrosTab::PlaceControls() {
     grid->setRowMinimumHeight(kMeditationRow, Image[0]->height());
     QLabel* meditation = MakeCaption(this, 10, QStringLiteral("Macro key for Meditation skill"));
     meditation->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    grid->addWidget(meditation, kMeditationRow, 0, 1, kBlockColumns + 1);
+    grid->addWidget(meditation, kMeditationRow, 0, 1, kBlockColumns + 2);
     PlaceLine(kMeditationLine, kMeditationRow, kBlockColumns);
     int row = kHintRow;
     for (QLabel* hint :
@@ -137,12 +157,13 @@ void MacrosTab::PlaceLine(int line, int gridRow, int firstColumn) {
     const Line& placed = m_lines[Place(line)];
     if (line != kMeditationLine) {
         grid->addWidget(Image[static_cast<std::size_t>(line)], gridRow, firstColumn);
+        grid->addWidget(m_names[static_cast<std::size_t>(line)], gridRow, firstColumn + 1);
     }
     placed.key->setFixedWidth(kKeyWidth);
-    grid->addWidget(placed.key, gridRow, firstColumn + 1);
-    grid->addWidget(placed.alt, gridRow, firstColumn + 2);
-    grid->addWidget(placed.ctrl, gridRow, firstColumn + 3);
-    grid->addWidget(placed.shift, gridRow, firstColumn + 4);
+    grid->addWidget(placed.key, gridRow, firstColumn + 2);
+    grid->addWidget(placed.alt, gridRow, firstColumn + 3);
+    grid->addWidget(placed.ctrl, gridRow, firstColumn + 4);
+    grid->addWidget(placed.shift, gridRow, firstColumn + 5);
 }
 
 void MacrosTab::NameLine(int line, const QString& of) {
@@ -158,6 +179,10 @@ i32 MacrosTab::MacroOf(int line) const {
 }
 
 void MacrosTab::Load() {
+    const int width = WidthOfNames();
+    for (QLabel* name : m_names) {
+        name->setFixedWidth(width);
+    }
     ComboMacro->addItems(MacroPages());
     ComboMacro->setCurrentIndex(0);
     RefreshMacroPage();
@@ -168,6 +193,7 @@ void MacrosTab::RefreshMacroPage() {
         const i32 row = MacroOf(line) - 1;
         const QString name = ToQString(m_state.Spells(row).Name);
         SpellPicture* picture = Image[static_cast<std::size_t>(line)];
+        m_names[static_cast<std::size_t>(line)]->setText(name);
         picture->SetRow(row);
         picture->setToolTip(name);
         picture->setAccessibleName(name);

@@ -60,6 +60,8 @@ class MacrosTab : public SettingsTab {
     };
 
     static std::size_t Place(int line);
+    void MakeName(int line);
+    int WidthOfNames() const;
     void MakeLine(int line);
     QCheckBox* MakeMark(const char* name, const char* caption, int line,
                         void (MacrosTab::*clicked)(int));
@@ -74,6 +76,7 @@ class MacrosTab : public SettingsTab {
 
     CommonDialog& m_commonDialog;
     MacroFiles m_files;
+    std::array<QLabel*, kSlotCount> m_names{};
     Hints* m_hints = nullptr;  // beside the dialog, which owns them; made when first needed
     std::array<Line, kSlotCount + 1> m_lines{};
     bool m_givesFocusBack = false;

@@ -77,7 +77,7 @@ void ReagentsTab::MakeLine(i32 reagent) {
     line.left = MakeSide(BagSide::kLeft, reagent);
     line.arrows = Named(new TransferArrows(this), IndexedName("UpDown1", reagent));
     line.right = MakeSide(BagSide::kRight, reagent);
-    line.total = Named(new QLabel(this), IndexedName("LabelTotal", reagent));
+    line.total = Named<QLabel>(new FigureLabel(this), IndexedName("LabelTotal", reagent));
     line.total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_events.On(line.arrows, &TransferArrows::MoveWanted, "moving a reagent",
                 [this, reagent](BagSide to) { ClickArrow(reagent, to); });
@@ -234,6 +234,11 @@ void ReagentsTab::ShowReagentType() {
         line.right.name->setText(name);
         line.left.count->setAccessibleName(name + QStringLiteral(" in the left container"));
         line.right.count->setAccessibleName(name + QStringLiteral(" in the right container"));
+        for (const Side* side : {&line.left, &line.right}) {
+            side->upDown->setAccessibleName(side->count->accessibleName() +
+                                            QStringLiteral(", up and down"));
+        }
+        line.total->setAccessibleName(QStringLiteral("Total of ") + name);
         line.arrows->setAccessibleName(QStringLiteral("Move ") + name);
         const bool shown = (reagent < kFirstNecroReagent) == isMagery;
         for (QWidget* control : std::initializer_list<QWidget*>{

@@ -84,6 +84,11 @@ void SkillsTab::ShowLine(int group, int line) {
     const SpellRecord& spell = m_state.Spells(row);
     LblSkillCircles(line).setText(group == 0 ? QLatin1String(kCircleTitles[at])
                                              : ToQString(spell.Name));
+    const QString title = LblSkillCircles(line).text();
+    MinimumInt[at]->setAccessibleName(QStringLiteral("Intelligence required for %1").arg(title));
+    MinimumSkill[at]->setAccessibleName(QStringLiteral("Skill required for %1").arg(title));
+    MaximumSkill[at]->setAccessibleName(QStringLiteral("Skill for 95% success of %1").arg(title));
+    TextChance[at]->setAccessibleName(QStringLiteral("Chance in percent of %1").arg(title));
     const bool isSpell = spell.School != kNoSchool;
     for (QWidget* box :
          {static_cast<QWidget*>(MinimumInt[at]), static_cast<QWidget*>(MinimumSkill[at]),
@@ -193,7 +198,7 @@ void SkillsTab::ShowReportedInt(i32 points) {
 }
 
 void SkillsTab::ClickLHWS() {
-    OpenGuildPage(m_services);
+    OpenGuildPage(m_services, *CommandLHWS);
 }
 
 }  // namespace spellwick

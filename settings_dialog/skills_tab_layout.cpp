@@ -1,6 +1,7 @@
 // The controls of the Skills tab: how they are made and where they are placed.
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <algorithm>
 
 #include "settings_dialog/skill_groups.h"
 #include "settings_dialog/skills_tab.h"
@@ -18,6 +19,7 @@ constexpr int kBoxWidth = 52;
 constexpr int kBoxColumns = 4;
 constexpr int kIconSide = 20;
 constexpr int kIconMargin = 4;
+constexpr int kTallest = 1000;
 enum GridRow { kGroupRow, kHeadingRow, kFirstLineRow, kLinkRow = kFirstLineRow + kSlotCount + 1 };
 
 constexpr int BoxColumn(int box) {
@@ -127,6 +129,13 @@ void SkillsTab::MakeLabels() {
     m_skillHeading = makeHeading(35, "Magery required");
     m_safeHeading = makeHeading(36, "Magery for 95% success");
     m_chanceHeading = makeHeading(37, "% Chance at current skill");
+    m_intHeading->setToolTip(
+        QStringLiteral("The intelligence that a spell asks for, which is the mana that it takes."));
+    m_skillHeading->setToolTip(
+        QStringLiteral("The skill below which a spell cannot be cast at all."));
+    m_safeHeading->setToolTip(QStringLiteral("The skill at which 95 of 100 casts succeed."));
+    m_chanceHeading->setToolTip(
+        QStringLiteral("How many of 100 casts succeed with the character's skill of now."));
     m_characterTitle = MakeCaption(this, 38, QStringLiteral("Characters current values"));
     CommandLHWS =
         Named(new QPushButton(QStringLiteral("Go to Lorehall website for more info"), this),
@@ -149,6 +158,16 @@ void SkillsTab::PlaceControls() {
     grid->addLayout(groups, kGroupRow, 0, 1, kAllColumns);
 
     grid->addWidget(lblSkillType, kHeadingRow, 0, Qt::AlignLeft | Qt::AlignBottom);
+    // The longest heading of any group decides, so that no row jumps when the group changes.
+    int height = 0;
+    for (const SkillGroup& group : kSkillGroupFacts) {
+        const QString text = QLatin1String(group.title) + QStringLiteral(" for 95% success");
+        const QRect room(0, 0, m_safeHeading->width(), kTallest);
+        height = std::max(
+            height,
+            m_safeHeading->fontMetrics().boundingRect(room, Qt::TextWordWrap, text).height());
+    }
+    grid->setRowMinimumHeight(kHeadingRow, height);
     int box = 0;
     for (QLabel* heading : {m_intHeading, m_skillHeading, m_safeHeading, m_chanceHeading}) {
         grid->setColumnMinimumWidth(BoxColumn(box) - 1, kSpinWidth);

@@ -102,6 +102,8 @@ void SpellTextsTab::RefreshSpellTextPage() {
     for (int row = 0; row < kSlotCount; ++row) {
         const SpellRecord& spell = m_state.Spells(SpellRow(row));
         LabelSpell(row).setText(ToQString(spell.Name));
+        TextSpell[static_cast<std::size_t>(row)]->setAccessibleName(
+            QStringLiteral("Text of %1").arg(ToQString(spell.Name)));
         if (ShowText(*TextSpell[static_cast<std::size_t>(row)], spell.SpellText)) {
             ChangeText(row);
         }

@@ -83,8 +83,30 @@ void SpellsTab::RefreshSpellPage() {
     for (int column = 0; column < kSpellColumns; ++column) {
         ShowColumn(column);
     }
+    NameCells();
     Line2->setVisible(IsMageryPage());
     ShowPictures();
+}
+
+void SpellsTab::NameCells() {
+    for (int row = 0; row < kSlotCount; ++row) {
+        const auto at = static_cast<std::size_t>(row);
+        const QString spell = ToQString(m_state.Spells(SpellRow(row)).Name);
+        SpellPrice[at]->setAccessibleName(QStringLiteral("Cost of %1").arg(spell));
+        CheckBook[at]->setAccessibleName(QStringLiteral("%1 is in the book").arg(spell));
+        CheckTown[at]->setAccessibleName(QStringLiteral("%1 may not be cast in town").arg(spell));
+        for (int column = 0; column < Columns(); ++column) {
+            Reagent(column * kSlotCount + row + 1)
+                .setAccessibleName(
+                    QStringLiteral("%1 of %2")
+                        .arg(ToQString(m_state.ReagentName(ReagentOfColumn(column))), spell));
+        }
+    }
+    for (int column = 0; column < Columns(); ++column) {
+        RegPrice[static_cast<std::size_t>(column)]->setAccessibleName(
+            QStringLiteral("Price of %1")
+                .arg(ToQString(m_state.ReagentName(ReagentOfColumn(column)))));
+    }
 }
 
 void SpellsTab::ShowColumn(int column) {

@@ -72,6 +72,8 @@ class SpellsTab : public SettingsTab {
     i32 ReagentOfColumn(int column) const;
     i32 SpellRow(int row) const;
     void ShowColumn(int column);
+    // Names the cells for screen readers by spell and reagent.
+    void NameCells();
     void ShowPictures();
     void MarkSchool(bool inBook);
     // Calculates the costs of all spells. When one of them overflows, the prices go back to those

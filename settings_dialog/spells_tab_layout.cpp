@@ -135,14 +135,16 @@ void SpellsTab::PlaceControls() {
         grid->addWidget(Label2[static_cast<std::size_t>(column)], kHeadingRow,
                         kFirstReagentColumn + column);
     }
-    const auto addHeading = [&](int index, const char* text, int column) {
-        grid->addWidget(MakeHeading(this, index, QLatin1String(text), kHeadingWidth), kHeadingRow,
-                        column, Qt::AlignHCenter | Qt::AlignBottom);
+    const auto addHeading = [&](int index, const char* text, int column, const char* tip) {
+        QLabel* heading = MakeHeading(this, index, QLatin1String(text), kHeadingWidth);
+        heading->setToolTip(QLatin1String(tip));
+        grid->addWidget(heading, kHeadingRow, column, Qt::AlignHCenter | Qt::AlignBottom);
         grid->setColumnMinimumWidth(column, kHeadingWidth + kGap);
     };
-    addHeading(3, "Spell costs", kCostColumn);
-    addHeading(7, "In book", kBookColumn);
-    addHeading(40, "Not in town", kTownColumn);
+    addHeading(3, "Spell costs", kCostColumn, "What the reagents of one cast cost, in gold.");
+    addHeading(7, "In book", kBookColumn, "Ticked for the spells that are in your spellbook.");
+    addHeading(40, "Not in town", kTownColumn,
+               "Ticked for spells that may not be cast in town; their chance stands on red.");
     grid->setColumnMinimumWidth(kCostColumn, kHeadingWidth + kNameGap);
     PlaceRows();
 

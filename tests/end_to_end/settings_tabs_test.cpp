@@ -239,7 +239,7 @@ TEST_F(TabsInTheProgram, RefusedKeysSideBySide_AskOnce) {
     OpenTab(kMacros);
     Tabs(5);
     // From the second key straight to the third, which is below it.
-    m_desk->Click(m_dialog, {80, 176});
+    m_desk->Click(m_dialog, {166, 176});
     AnswerBox();
     ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_dialog; }));
     m_desk->Type("w");

@@ -1,8 +1,11 @@
 // The tab of general options, the About tab and the web buttons.
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 
 #include "settings_dialog/web_pages.h"
 #include "tests/support/settings_fixture.h"
+#include "widgets/hint.h"
 
 namespace spellwick {
 namespace {
@@ -337,8 +340,23 @@ TEST_F(GeneralTabTest, WebButtons_OpenTheirDefaults) {
     Open();
     ShowTab(6);
     Click("CommandWeb");
-    OpenGuildPage(Services());
+    OpenGuildPage(Services(), Form());
     EXPECT_THAT(m_desktop.browsed, ElementsAre("https://uo.com/", "https://www.uoguide.com/"));
+}
+
+TEST_F(GeneralTabTest, WebButtons_WithoutABrowser_OfferTheAddressToCopy) {
+    SetSaved("Settings", "URL Mira", "https://example.org/mira");
+    Open();
+    ShowTab(6);
+    Click("CommandWeb");
+    EXPECT_EQ(Form().findChild<Hint*>(), nullptr) << "the page was opened";
+    m_desktop.opens = false;
+    Click("CommandWeb");
+    auto* hint = Form().findChild<Hint*>();
+    ASSERT_NE(hint, nullptr);
+    EXPECT_TRUE(hint->text().contains(QStringLiteral("https://example.org/mira")));
+    QTest::mouseClick(hint, Qt::LeftButton);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("https://example.org/mira"));
 }
 
 TEST_F(GeneralTabTest, WebButtons_OpenTheAddressOfTheStoreAndWriteNone) {
@@ -348,7 +366,7 @@ TEST_F(GeneralTabTest, WebButtons_OpenTheAddressOfTheStoreAndWriteNone) {
     ShowTab(6);
     m_desktop.opens = false;
     Click("CommandWeb");
-    OpenGuildPage(Services());
+    OpenGuildPage(Services(), Form());
     EXPECT_THAT(m_desktop.browsed,
                 ElementsAre("https://example.org/mira", "https://example.org/hall"));
     EXPECT_THAT(m_store.Batches(), IsEmpty());

@@ -15,6 +15,25 @@ constexpr const char* kCircles[] = {"First Circle",   "Second Circle", "Third Ci
                                     "Fourth Circle",  "Fifth Circle",  "Sixth Circle",
                                     "Seventh Circle", "Eighth Circle"};
 
+TEST_F(SkillsTabTest, NoRow_JumpsWhenTheGroupChanges) {
+    Open();
+    ShowTab(3);
+    const auto tops = [this] {
+        std::vector<int> all;
+        for (int line = 0; line <= 8; ++line) {
+            all.push_back(Named("MinimumSkill", line).y());
+        }
+        return all;
+    };
+    const std::vector<int> before = tops();
+    for (const int group : {1, 3, 0}) {
+        Click("SkillType", group);
+        QCoreApplication::processEvents();
+        Form().layout()->activate();
+        EXPECT_EQ(tops(), before) << group;
+    }
+}
+
 TEST_F(SkillsTabTest, Captions_AreAsTold) {
     OpenTab();
     EXPECT_EQ(Text("Label1", 34), "INT required");

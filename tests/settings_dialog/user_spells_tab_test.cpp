@@ -1,5 +1,7 @@
 // The User Spells tab.
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QScreen>
 #include <QWheelEvent>
 
 #include "tests/support/settings_fixture.h"
@@ -112,6 +114,22 @@ TEST_F(UserSpellsTabTest, Keys_ChooseInTheListThatHasTheFocus) {
     List(0).setFocus();
     Press(Qt::Key_Down);
     EXPECT_EQ(m_state.UserSpells(0), 1);
+}
+
+TEST_F(UserSpellsTabTest, LongList_OpensAtMostTwentyRowsHigh) {
+    Open();
+    ShowTab(1);
+    auto& list = Named<QComboBox>("ComboUserSpell", 15);
+    ASSERT_GT(list.count(), 90);
+    list.setCurrentIndex(90);
+    list.showPopup();
+    QWidget& popup = *list.view()->window();
+    EXPECT_LE(popup.height(), 21 * list.view()->sizeHintForRow(0));
+    EXPECT_GE(popup.height(), 15 * list.view()->sizeHintForRow(0));
+    EXPECT_TRUE(list.screen()->availableGeometry().contains(popup.geometry()));
+    const QRect chosen = list.view()->visualRect(list.view()->currentIndex());
+    EXPECT_TRUE(list.view()->viewport()->rect().intersects(chosen)) << "the choice is in sight";
+    list.hidePopup();
 }
 
 }  // namespace
