@@ -47,7 +47,10 @@ Application::Application(System system)
                 .state = m_state,
                 .desktop = *m_system.desktop,
                 .failures = m_runEnd,
-                .keepsClear = [this] { return std::vector<QRect>{m_main->frameGeometry()}; }},
+                .keepsClear =
+                    [this] {
+                        return std::vector{m_main->frameGeometry(), GameRect()};
+                    }},
                [this](std::string_view key) { return m_companion.Io().ReadPosition(key); }) {
     m_companion.SetForms(*this);
     m_main = std::make_unique<FormMain>(MainWindowServices{
