@@ -62,7 +62,7 @@ void FormSettings::FitSize() {
     }
     // What does not fit one way takes a bar from the other.
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    m_scroll->setMinimumSize({});
+    m_scroll->setMinimumSize(0, 0);
     setFixedSize((whole + QSize(bar, bar)).boundedTo(room));
 }
 

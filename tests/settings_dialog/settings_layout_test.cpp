@@ -2,7 +2,9 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <cmath>
 #include <tuple>
 
@@ -112,6 +114,28 @@ class SettingsLayoutTest : public SettingsFixture, public testing::WithParamInte
         }
     }
 };
+
+TEST_P(SettingsLayoutTest, SmallScreen_TheDialogFitsAndScrolls) {
+    Open();
+    const QSize room = Form().screen()->availableGeometry().size();
+    EXPECT_LE(Form().width(), room.width());
+    EXPECT_LE(Form().height(), room.height());
+    auto& scroll = Named<QScrollArea>(QStringLiteral("ScrollSettings"));
+    const QSize content = scroll.widget()->minimumSizeHint();
+    const bool fits = scroll.viewport()->width() >= content.width() &&
+                      scroll.viewport()->height() >= content.height();
+    EXPECT_EQ(
+        scroll.horizontalScrollBar()->maximum() > 0 || scroll.verticalScrollBar()->maximum() > 0,
+        !fits);
+    // Whatever gets the focus comes into sight.
+    for (const char* control : {"ComboSpellLevel", "CheckTown(7)", "CheckTab(7)", "RegPrice(7)"}) {
+        QWidget& wanted = Named(QLatin1String(control));
+        wanted.setFocus(Qt::TabFocusReason);
+        scroll.ensureWidgetVisible(&wanted, 0, 0);
+        const QRect there(wanted.mapTo(scroll.viewport(), QPoint()), wanted.size());
+        EXPECT_TRUE(scroll.viewport()->rect().contains(there)) << control;
+    }
+}
 
 TEST_P(SettingsLayoutTest, Strip_FitsTheDialogAndItsCaptions) {
     constexpr std::size_t kInStrip = 8;
