@@ -147,12 +147,14 @@ TEST_P(SettingsLayoutTest, Strip_FitsTheDialogAndItsCaptions) {
         EXPECT_GE(button->x(), right);
         right = button->x() + button->width();
     }
-    EXPECT_EQ(right, Form().width() - 2);
+    // Strip and panels scroll together where the screen of this run is too small for them.
+    const auto& scroll = Named<QScrollArea>(QStringLiteral("ScrollSettings"));
+    EXPECT_EQ(right, scroll.widget()->width() - 2);
     const PageButton& game = *Form().CheckTab[kInStrip];
     EXPECT_GE(game.width(), game.sizeHint().width());
     EXPECT_TRUE(Form().rect().contains(game.geometry()));
     EXPECT_EQ(game.x(), Form().CheckTab[0]->x());
-    EXPECT_GE(game.y(), Form().Tab(0).geometry().bottom());
+    EXPECT_GE(game.y(), scroll.geometry().bottom());
     EXPECT_FALSE(game.geometry().intersects(Form().Command1->geometry()));
     EXPECT_TRUE(Form().rect().contains(Form().Command1->geometry()));
 }
