@@ -4,6 +4,7 @@
 #include <array>
 
 #include "link/assist_messages.h"
+#include "model/book_order.h"
 #include "text/number_forms.h"
 
 namespace spellwick {
@@ -12,6 +13,8 @@ namespace {
 
 constexpr i32 kTithingReport = 200;
 constexpr i32 kLastOneBasedNumber = 100;
+constexpr i32 kFirstNecromancy = 101;
+constexpr i32 kFirstChivalry = 201;
 constexpr i32 kFirstIgnoredNumber = 250;
 constexpr i32 kTenthsPerPoint = 10;
 
@@ -36,13 +39,6 @@ constexpr std::array<NumberPair, 13> kReagents{{
     {104, 13},
 }};
 
-constexpr std::array<NumberPair, 27> kSpells{{
-    {101, 72}, {102, 68}, {103, 66}, {104, 64}, {105, 67}, {106, 71}, {107, 77},
-    {108, 70}, {109, 65}, {110, 73}, {111, 74}, {112, 75}, {113, 79}, {114, 78},
-    {115, 76}, {116, 69}, {117, 95}, {201, 80}, {202, 81}, {203, 83}, {204, 86},
-    {205, 85}, {206, 87}, {207, 88}, {208, 89}, {209, 82}, {210, 84},
-}};
-
 struct SkillCell {
     i32 skill;
     i16 SharedState::*cell;
@@ -55,20 +51,19 @@ constexpr std::array<SkillCell, 4> kSkills{{
     {0x33, &SharedState::Chivalry},
 }};
 
-template <std::size_t Size>
-std::optional<i32> OursFor(const std::array<NumberPair, Size>& table, i32 tool) {
-    const auto* const found = std::ranges::find(table, tool, &NumberPair::tool);
-    return found == table.end() ? std::nullopt : std::optional(found->ours);
-}
-
 }  // namespace
 
 std::optional<i32> MapSpellNumber(i32 number) {
-    return OursFor(kSpells, number);
+    if (number < kFirstNecromancy) {
+        return std::nullopt;
+    }
+    return number < kFirstChivalry ? RowInBook(kNecromancyBook, number - kFirstNecromancy)
+                                   : RowInBook(kChivalryBook, number - kFirstChivalry);
 }
 
 std::optional<i32> ReagentOfReport(i32 counted) {
-    return OursFor(kReagents, counted);
+    const auto* const found = std::ranges::find(kReagents, counted, &NumberPair::tool);
+    return found == kReagents.end() ? std::nullopt : std::optional(found->ours);
 }
 
 std::optional<i32> AssistDispatcher::OnMessage(const WindowMessage& message) {

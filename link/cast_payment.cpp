@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "link/assist_dispatcher.h"
+#include "model/book_order.h"
 
 namespace spellwick {
 
@@ -17,16 +18,17 @@ constexpr auto kStockFollows = 1s;
 
 constexpr i32 kSpellsInCircle = 8;
 constexpr i32 kMagerySpells = 64;
-constexpr i32 kNecromancyNumbers = 100;  // 101 to 117
-constexpr i32 kChivalryNumbers = 200;    // 201 to 210
 
 // Whether the spell of this row stands at this place of its circle or book.
 bool StandsAt(i32 row, i32 place) {
     if (row < kMagerySpells) {
         return place == row % kSpellsInCircle + 1;
     }
-    return MapSpellNumber(kNecromancyNumbers + place) == row ||
-           MapSpellNumber(kChivalryNumbers + place) == row;
+    const auto inBook = [&](std::span<const i32> book) {
+        const std::optional<i32> found = PlaceInBook(book, row);
+        return found && *found + 1 == place;
+    };
+    return inBook(kNecromancyBook) || inBook(kChivalryBook);
 }
 
 }  // namespace

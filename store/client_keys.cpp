@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "model/book_order.h"
 #include "model/shared_state.h"
 #include "text/characters.h"
 #include "text/lower_case.h"
@@ -20,28 +21,6 @@ constexpr i32 kMageryBefore = 61;  // subcode of the first Magery spell, less 1
 constexpr i32 kMageryCount = 64;
 constexpr i32 kFirstNecromancy = 126;
 constexpr i32 kFirstChivalry = 143;
-
-// Rows of the spell table in the order of the books.
-constexpr std::array<i32, 17> kNecromancyRows{72, 68, 66, 64, 67, 71, 77, 70, 65,
-                                              73, 74, 75, 79, 78, 76, 69, 95};
-constexpr std::array<i32, 10> kChivalryRows{80, 81, 83, 86, 85, 87, 88, 89, 82, 84};
-
-template <typename Rows>
-std::optional<i32> RowInBook(const Rows& rows, i32 place) {
-    if (place < 0 || place >= static_cast<i32>(rows.size())) {
-        return std::nullopt;
-    }
-    return rows[static_cast<std::size_t>(place)];
-}
-
-template <typename Rows>
-std::optional<i32> PlaceInBook(const Rows& rows, i32 row) {
-    const auto* const found = std::ranges::find(rows, row);
-    if (found == rows.end()) {
-        return std::nullopt;
-    }
-    return static_cast<i32>(found - rows.begin());
-}
 
 // Keys without a character have the number of their place on the keyboard and this bit.
 constexpr i32 kPlaceBit = 1 << 30;
@@ -121,8 +100,8 @@ std::optional<i32> MacroOfAction(const ClientAction& action) {
     }
     const std::optional<i32> row =
         action.subcode < kFirstChivalry
-            ? RowInBook(kNecromancyRows, action.subcode - kFirstNecromancy)
-            : RowInBook(kChivalryRows, action.subcode - kFirstChivalry);
+            ? RowInBook(kNecromancyBook, action.subcode - kFirstNecromancy)
+            : RowInBook(kChivalryBook, action.subcode - kFirstChivalry);
     return row ? std::optional(*row + 1) : std::nullopt;
 }
 
@@ -133,10 +112,10 @@ std::optional<ClientAction> ActionOfMacro(i32 number) {
     if (number >= 1 && number <= kMageryCount) {
         return ClientAction{kCastSpell, kMageryBefore + number};
     }
-    if (const auto place = PlaceInBook(kNecromancyRows, number - 1)) {
+    if (const auto place = PlaceInBook(kNecromancyBook, number - 1)) {
         return ClientAction{kCastSpell, kFirstNecromancy + *place};
     }
-    if (const auto place = PlaceInBook(kChivalryRows, number - 1)) {
+    if (const auto place = PlaceInBook(kChivalryBook, number - 1)) {
         return ClientAction{kCastSpell, kFirstChivalry + *place};
     }
     return std::nullopt;
