@@ -185,10 +185,15 @@ void Companion::Undo() {
 }
 
 void Companion::OpenHelp() {
-    // ODDITY(help-fails): a help text that is not there, or no program to open it, ends the run;
-    // kept because the start of the opener is not looked after, and the data are saved all the
-    // same.
-    if (!m_services.desktop.OpenDocument(m_services.folder / kHelpFile)) {
+    // ODDITY(help-fails): a help text that is not there, or that neither a program nor our own
+    // window can show, ends the run; kept because the start of the opener is not looked after, and
+    // the data are saved all the same.
+    const std::filesystem::path file = m_services.folder / kHelpFile;
+    if (m_services.desktop.HasProgramFor(file) && m_services.desktop.OpenDocument(file)) {
+        return;
+    }
+    std::error_code trouble;
+    if (!std::filesystem::is_regular_file(file, trouble) || !m_display.TheForms().ShowHelp()) {
         throw RuntimeFailure(FailureKind::kFile, "The help text ReadMe.wri cannot be opened.");
     }
 }

@@ -35,6 +35,9 @@ class Forms {
     virtual void ShowHint(const std::string& text, const Target& target = {}) = 0;
     void ShowWay(const WayHint& hint) { ShowHint(hint.text, hint.target); }
 
+    // Shows the help in a window of ours. False if it cannot be shown.
+    [[nodiscard]] virtual bool ShowHelp() { return false; }
+
     // Serves the events that are pending.
     virtual void ServeEvents() = 0;
     // Serves events for a tenth of a second. A pause within a pause ends the outer one too.

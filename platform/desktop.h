@@ -19,6 +19,9 @@ class Desktop {
     // the file is not there or no opener could be started.
     [[nodiscard]] virtual bool OpenDocument(const std::filesystem::path& file) = 0;
 
+    // Whether the desktop has a program for files of this one's kind; true where it does not say.
+    [[nodiscard]] virtual bool HasProgramFor(const std::filesystem::path& /*file*/) { return true; }
+
     // Opens a page in the user's browser. False when no opener could be started.
     [[nodiscard]] virtual bool OpenWebPage(const std::string& address) = 0;
 

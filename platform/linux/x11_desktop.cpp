@@ -15,16 +15,19 @@ namespace spellwick {
 
 namespace {
 
-// Starts the desktop's opener, as the child of a child that exits at once, so that nobody has to
-// wait for it.
-bool StartOpener(const std::string& argument) {
-    const std::array<const char*, 6> words{
-        "sh",
-        "-c",
-        R"(command -v xdg-open >/dev/null 2>&1 || exit 127; xdg-open "$1" >/dev/null 2>&1 &)",
-        "sh",
-        argument.c_str(),
-        nullptr};
+// Does not wait for what it starts: the opener is the child of a child that exits at once.
+constexpr const char* kOpen =
+    R"(command -v xdg-open >/dev/null 2>&1 || exit 127; xdg-open "$1" >/dev/null 2>&1 &)";
+
+// A desktop whose tool for kinds of files is missing says nothing; its opener may know.
+constexpr const char* kHasProgram =
+    R"sh(command -v xdg-mime >/dev/null 2>&1 || exit 0
+       kind=$(xdg-mime query filetype "$1" 2>/dev/null </dev/null) && [ -n "$kind" ] || exit 1
+       [ -n "$(xdg-mime query default "$kind" 2>/dev/null </dev/null)" ])sh";
+
+// Runs a script of the shell with one argument; true if it ends well.
+bool RunScript(const char* script, const std::string& argument) {
+    const std::array<const char*, 6> words{"sh", "-c", script, "sh", argument.c_str(), nullptr};
     // Unblock for the opener the signals that this process blocks.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
@@ -59,11 +62,15 @@ void X11Desktop::Beep() {
 
 bool X11Desktop::OpenDocument(const std::filesystem::path& file) {
     std::error_code trouble;
-    return std::filesystem::is_regular_file(file, trouble) && StartOpener(file.string());
+    return std::filesystem::is_regular_file(file, trouble) && RunScript(kOpen, file.string());
+}
+
+bool X11Desktop::HasProgramFor(const std::filesystem::path& file) {
+    return RunScript(kHasProgram, file.string());
 }
 
 bool X11Desktop::OpenWebPage(const std::string& address) {
-    return StartOpener(address);
+    return RunScript(kOpen, address);
 }
 
 bool X11Desktop::SetTopMost(WindowHandle window, bool topMost) {

@@ -17,6 +17,7 @@ class X11Desktop : public Desktop {
 
     void Beep() override;
     bool OpenDocument(const std::filesystem::path& file) override;
+    bool HasProgramFor(const std::filesystem::path& file) override;
     bool OpenWebPage(const std::string& address) override;
     bool SetTopMost(WindowHandle window, bool topMost) override;
     bool LeaveTaskList(WindowHandle window) override;

@@ -62,6 +62,11 @@ bool WindowsDesktop::OpenDocument(const std::filesystem::path& file) {
     return Open(file.wstring()) || OpenAsText(file.wstring());
 }
 
+// A program for rich text opens the help too.
+bool WindowsDesktop::HasProgramFor(const std::filesystem::path& file) {
+    return !ProgramFor(file.extension().c_str()).empty() || !ProgramFor(L".rtf").empty();
+}
+
 bool WindowsDesktop::OpenWebPage(const std::string& address) {
     return Open(WideFromUtf8(address));
 }

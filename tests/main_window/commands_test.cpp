@@ -1,6 +1,7 @@
 // The row of Command buttons: help, settings, count.
 #include <QPushButton>
 #include <QSignalSpy>
+#include <fstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -45,6 +46,34 @@ TEST_F(CommandsTest, Help_OpensTheTextBesideTheProgram) {
     Click("Command", 1);
     ASSERT_EQ(m_desktop.opened.size(), 1U);
     EXPECT_EQ(m_desktop.opened[0], m_folder.Path() / "ReadMe.wri");
+}
+
+TEST_F(CommandsTest, Help_NoProgramForTheText_IsShownInAWindowOfOurs) {
+    StartWithMira();
+    std::ofstream(m_folder.Path() / "ReadMe.wri") << "{}";
+    m_showsHelp = true;
+    m_desktop.hasProgram = false;
+    Click("Command", 1);
+    EXPECT_THAT(m_desktop.opened, testing::IsEmpty());
+    EXPECT_THAT(TakeLog(), ElementsAre("show help"));
+    // An opener that is not there, though a program is known.
+    m_desktop.hasProgram = true;
+    m_desktop.opens = false;
+    Click("Command", 1);
+    EXPECT_THAT(TakeLog(), ElementsAre("open ReadMe.wri", "show help"));
+}
+
+TEST_F(CommandsTest, Help_WindowFailsOrTextIsMissing_EndsTheRun) {
+    StartWithMira();
+    m_desktop.hasProgram = false;
+    m_showsHelp = true;
+    Click("Command", 1);
+    EXPECT_THAT(TakeFailures(), ElementsAre(UncaughtFailure{FailureKind::kFile, "pressing Help"}));
+    std::ofstream(m_folder.Path() / "ReadMe.wri") << "{}";
+    m_showsHelp = false;
+    Click("Command", 1);
+    EXPECT_THAT(TakeFailures(), ElementsAre(UncaughtFailure{FailureKind::kFile, "pressing Help"}));
+    TakeLog();
 }
 
 // covers ODDITY(help-fails)

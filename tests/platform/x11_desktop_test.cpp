@@ -106,6 +106,32 @@ TEST_F(Opener, WithoutAnOpener_NothingIsOpened) {
     EXPECT_FALSE(m_desktop.OpenDocument(Mark()));
 }
 
+TEST_F(Opener, ProgramForADocument_IsWhatTheDesktopSays) {
+    const std::filesystem::path file = m_folder.Path() / "it's a \"help\".wri";
+    std::ofstream(file) << "x";
+    // Without the tool for kinds of files nothing is known.
+    EXPECT_TRUE(m_desktop.HasProgramFor(file));
+    struct Row {
+        const char* name;
+        const char* script;
+        bool has;
+    };
+    for (const Row& row :
+         {Row{"a program", "[ $2 = filetype ] && echo text/$3x || echo writer.desktop", true},
+          Row{"none for the kind", "[ $2 = filetype ] && echo text/rtf", false},
+          Row{"no kind", "[ $2 = default ] && echo writer.desktop", false},
+          Row{"the tool fails", "exit 2", false}}) {
+        Install(std::string(row.script) + "\n");
+        std::filesystem::rename(Programs() / "xdg-open", Programs() / "xdg-mime");
+        EXPECT_EQ(m_desktop.HasProgramFor(file), row.has) << row.name;
+    }
+    // It is asked about this very file.
+    Install("[ $2 = default ] && echo writer.desktop; [ -e \"$3\" ] && echo text/rtf\n");
+    std::filesystem::rename(Programs() / "xdg-open", Programs() / "xdg-mime");
+    EXPECT_TRUE(m_desktop.HasProgramFor(file));
+    EXPECT_FALSE(m_desktop.HasProgramFor(m_folder.Path() / "missing"));
+}
+
 TEST_F(Opener, DocumentThatIsNotThere_IsNotOpened) {
     Install("exit 0\n");
     EXPECT_FALSE(m_desktop.OpenDocument(m_folder.Path() / "missing.wri"));

@@ -156,6 +156,10 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
             m_ways.push_back({text, target});
         }
     }
+    bool ShowHelp() override {
+        m_parts.Note("show help");
+        return m_showsHelp;
+    }
     void ServeEvents() override;
     void Pause() override;
     WindowPlaces MainPlace() override {
@@ -171,6 +175,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     RecordingParts m_parts{m_log};
     NotingStore m_store{m_parts};
     RecordingClientWindows m_clients{&m_log};
+    bool m_showsHelp = false;
     RecordingKeySender m_keys{&m_log};
     RecordingDesktop m_desktop{&m_log};
     RecordingMessageBoxes m_boxes{&m_log};

@@ -30,6 +30,7 @@ class RecordingDesktop : public Desktop {
         Log("open " + file.filename().string());
         return opens;
     }
+    bool HasProgramFor(const std::filesystem::path& /*file*/) override { return hasProgram; }
     bool OpenWebPage(const std::string& address) override {
         browsed.push_back(address);
         Log("browse " + address);
@@ -53,6 +54,7 @@ class RecordingDesktop : public Desktop {
     std::vector<WindowHandle> outOfTaskList;
     // The result of the next openings.
     bool opens = true;
+    bool hasProgram = true;  // for every kind of file
 
   private:
     void Log(std::string line) {
