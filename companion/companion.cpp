@@ -30,6 +30,14 @@ Companion::Companion(const CompanionServices& services)
                              .timers = m_timers}),
       m_dispatcher(m_state, *this, m_services.assist, m_services.failures) {
     m_player.SetBeforeSwitch([this] { PayForReports(true); });
+    if (m_services.files != nullptr) {
+        m_data.emplace(PlayerData::Parts{.state = m_state,
+                                         .store = m_player.Store(),
+                                         .clock = m_services.clock,
+                                         .files = *m_services.files,
+                                         .saveAll = [this] { return SaveWhatIsInMemory(); },
+                                         .reload = [this] { ReloadAll(); }});
+    }
 }
 
 void Companion::WatchTick() {

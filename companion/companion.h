@@ -13,6 +13,7 @@
 #include "companion/display.h"
 #include "companion/page.h"
 #include "companion/player.h"
+#include "companion/player_data.h"
 #include "companion/purse.h"
 #include "companion/running_timers.h"
 #include "companion/services.h"
@@ -124,6 +125,8 @@ class Companion : public DialogActions, private AssistView {
     [[nodiscard]] StoreResult SaveMacros(const std::optional<WindowPlaces::Place>& dialog) override;
     void ReportSave(const StoreResult& result) override;
     SettingsIo& Io() { return m_player.Io(); }
+    // Null where the data cannot be taken in or out.
+    PlayerData* Data() { return m_data ? &*m_data : nullptr; }
 
     // Takes the assist tool's reports.
     MessageReceiver& Reports() { return m_dispatcher; }
@@ -154,6 +157,8 @@ class Companion : public DialogActions, private AssistView {
     void ColourAnew();
     void Arrange(bool vertical);
     WindowPlaces AllPlaces();
+    StoreResult SaveWhatIsInMemory();
+    void ReloadAll();
     StoreResult SaveAtEnd(const WindowPlaces& places);
     bool AsksToSaveAgain(const StoreResult& result);
 
@@ -167,6 +172,7 @@ class Companion : public DialogActions, private AssistView {
     Player m_player;
     Casting m_casting;
     AssistDispatcher m_dispatcher;
+    std::optional<PlayerData> m_data;
     std::vector<std::filesystem::path> m_clientFolders;  // of the last client that told them
     bool m_firstStart = false;                           // there were no settings yet
     bool m_ready = false;                                // all is loaded

@@ -142,6 +142,24 @@ void Companion::SaveForLogOff() {
     }
 }
 
+StoreResult Companion::SaveWhatIsInMemory() {
+    m_display.Act([&] { PayForReports(true); });
+    const StoreResult macros = m_player.Io().SaveMacros(std::nullopt);
+    return macros.ok ? m_player.Io().SaveGlobalSettings(AllPlaces()) : macros;
+}
+
+void Companion::ReloadAll() {
+    m_display.Act([&] {
+        m_player.Reload();
+        // The macros, which the dialog takes in.
+        m_display.TheForms().LoadSettings();
+        m_page.Update();
+        m_page.UpdateAmounts();
+        m_page.UpdateChances();
+        m_display.changes.layout = true;
+    });
+}
+
 // What can be saved of the macros and of all the rest; the trouble of the first that could not.
 StoreResult Companion::SaveAtEnd(const WindowPlaces& places) {
     StoreResult macros = m_display.TheForms().UnloadSettings();

@@ -111,6 +111,17 @@ void Player::Load() {
     BeginNotes();
 }
 
+void Player::Reload() {
+    const std::string before = m_state.CurrentPlayerName;
+    m_journal.Pause();
+    m_io.LoadGlobalSettings();
+    if (m_state.CurrentPlayerName.empty()) {
+        m_io.LoadPlayerSettings(before);
+    } else {
+        BeginNotes();
+    }
+}
+
 void Player::LoadAtStart() {
     const std::vector<Journal::Found> found = m_store.Recover();
     bool whole = false;

@@ -48,6 +48,9 @@ class Player {
     // character is then not saved either, since memory holds only a part of it.
     void Save();
     void Load();
+    // Loads everything anew after the store has changed. Without a character in the store memory
+    // then holds a new one without a name.
+    void Reload();
     // The load of everything at the start. A value that cannot be read ends it there, and what was
     // not read keeps the values of a new character; a copy of the store is then made before the
     // first write. What a run before could not save is taken in and saved.
@@ -69,7 +72,7 @@ class Player {
     void KeepChanges();
 
     // The store with what it could not save.
-    SettingsStore& Store() { return m_store; }
+    JournalledStore& Store() { return m_store; }
 
     SettingsIo& Io() { return m_io; }
 

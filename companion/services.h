@@ -15,6 +15,7 @@
 #include "platform/desktop.h"
 #include "platform/journal_file.h"
 #include "platform/message_boxes.h"
+#include "platform/settings_file.h"
 #include "platform/settings_store.h"
 #include "platform/wine_tools.h"
 #include "store/conversion.h"
@@ -37,6 +38,7 @@ struct CompanionServices {
     FailureSink& failures;
     JournalFile* journal = nullptr;            // null where the store does not last
     const TranslatedWindows* games = nullptr;  // null: the classic client is the only one
+    const SettingsFile* files = nullptr;       // null: the data cannot be taken in or out
     WineTools* wineTools = nullptr;            // null where there is no such search
     std::filesystem::path folder;              // of the executable, with the files beside it
 };

@@ -15,6 +15,7 @@
 #include "platform/installation.h"
 #include "platform/journal_file.h"
 #include "platform/keyboard.h"
+#include "platform/settings_file.h"
 #include "platform/settings_owner.h"
 #include "platform/settings_store.h"
 #include "platform/wine_tools.h"
@@ -35,6 +36,7 @@ struct System {
     std::unique_ptr<SettingsStore> store;
     std::unique_ptr<SettingsOwner> owner;  // null where nothing says who has the settings
     std::unique_ptr<JournalFile> journal;  // null where the store does not last
+    std::unique_ptr<SettingsFile> files;   // null: a text file serves
     std::unique_ptr<AssistTransport> assist;
     std::unique_ptr<WineTools> wineTools;  // null where tools are found without a search
     // What the user should know at once, a text each: a store that could not be read, a display
@@ -42,6 +44,10 @@ struct System {
     std::vector<std::string> troubles;
     // The settings' folder, which need not exist; nothing if the system names none.
     std::optional<std::filesystem::path> folder;
+    // Where the settings are kept, for the user to read; empty if they do not last.
+    std::string storePlace;
+    // What of others is in the program on this system, a line each: its name and its licence.
+    std::vector<std::string> licences;
     // The session may have windows that no other program sees.
     bool wayland = false;
     // Readable when the system asks the program to end; -1 where it asks in other ways.

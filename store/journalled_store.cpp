@@ -73,6 +73,20 @@ StoreResult JournalledStore::Write(const SettingChanges& changes) {
     return m_store.Apply(changes);
 }
 
+StoreResult JournalledStore::Replace(const SettingChanges& changes) {
+    StoreResult result = Write(changes);
+    if (result.ok) {
+        std::set<std::string, std::less<>> sections;
+        for (const SettingChange& change : changes) {
+            sections.insert(change.section);
+            m_due.erase(change.section);
+        }
+        m_journal.Pause();
+        m_journal.Saved(sections, {});
+    }
+    return result;
+}
+
 StoreResult JournalledStore::RemoveSection(std::string_view section) {
     return m_store.RemoveSection(section);
 }

@@ -29,6 +29,10 @@ class JournalledStore final : public SettingsStore {
     // Writes what is due: what an earlier run left, and what a failed save could not write.
     StoreResult SaveDue() { return Apply({}); }
 
+    // Writes what comes from outside the program. What was unsaved of its sections is forgotten; of
+    // the player in memory nothing is noted until it is loaded anew.
+    StoreResult Replace(const SettingChanges& changes);
+
     // Copies the store before the next write, which fails if that cannot be done.
     void CopyBeforeWriting() { m_copyFirst = true; }
 

@@ -10,6 +10,7 @@
 #include "platform/linux/open_settings_store.h"
 #include "platform/linux/posix_journal_file.h"
 #include "platform/linux/socket_assist_transport.h"
+#include "platform/linux/sqlite_settings_file.h"
 #include "platform/linux/wine_installation.h"
 #include "platform/linux/x11_client_windows.h"
 #include "platform/linux/x11_connection.h"
@@ -93,11 +94,16 @@ System OpenSystem(const Options& options) {
     system.store = std::move(opened.store);
     if (opened.lasts) {
         system.journal = std::make_unique<PosixJournalFile>(*folder / "journal");
+        system.storePlace = (*folder / "settings.db").string();
     }
+    system.files = std::make_unique<SqliteSettingsFile>(folder ? *folder / "settings.db"
+                                                               : std::filesystem::path());
     if (!opened.trouble.empty()) {
         system.troubles.push_back(opened.trouble);
     }
     system.folder = folder;
+    system.licences = {"SQLite: public domain", "XCB and xkbcommon: MIT",
+                       "utfcpp: Boost Software License 1.0"};
     system.wayland = IsSet("WAYLAND_DISPLAY");
     system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
     system.wineTools = std::make_unique<BridgeProcess>(BridgeFolders());

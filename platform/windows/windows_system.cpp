@@ -7,6 +7,7 @@
 #include "platform/windows/mutex_owner.h"
 #include "platform/windows/registry_installation.h"
 #include "platform/windows/registry_settings_store.h"
+#include "platform/windows/wide_text.h"
 #include "platform/windows/window_assist_transport.h"
 #include "platform/windows/windows_client_windows.h"
 #include "platform/windows/windows_clock.h"
@@ -60,11 +61,14 @@ System OpenSystem(const Options& options) {
     system.installation = std::make_unique<RegistryInstallation>();
     system.clock = std::make_unique<WindowsClock>();
     const auto folder = SettingsFolder(options);
-    system.store =
-        options.data && folder
-            ? std::make_unique<RegistrySettingsStore>(std::wstring(kSettingsKey) + L" data\\" +
-                                                      FolderName(folder->wstring()))
-            : std::make_unique<RegistrySettingsStore>();
+    const std::wstring key = options.data && folder ? std::wstring(kSettingsKey) + L" data\\" +
+                                                          FolderName(folder->wstring())
+                                                    : std::wstring(kSettingsKey);
+    system.store = std::make_unique<RegistrySettingsStore>(key);
+    system.storePlace = "HKEY_CURRENT_USER\\" + Utf8FromWide(key);
+    system.licences = {"utfcpp: Boost Software License 1.0",
+                       "GCC's libraries: GPL 3 with the GCC Runtime Library Exception",
+                       "mingw-w64: public domain, MIT and others, see licences\\mingw-w64.txt"};
     if (folder) {
         system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
     }

@@ -121,6 +121,7 @@ CompanionServices CompanionFixture::Services() {
             .failures = *this,
             .journal = m_journal,
             .games = m_games,
+            .files = &m_files,
             .wineTools = &m_wineTools,
             .folder = m_folder.Path()};
 }

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "companion/companion.h"
+#include "store/text_settings_file.h"
 #include "tests/support/memory_settings_store.h"
 #include "tests/support/recording_client_windows.h"
 #include "tests/support/recording_desktop.h"
@@ -181,6 +182,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     RecordingMessageBoxes m_boxes{&m_log};
     SetClock m_clock;
     RecordingWineTools m_wineTools{&m_log};
+    TextSettingsFile m_files;
     AssistLink* m_assist = &m_parts;       // set before Make
     JournalFile* m_journal = nullptr;      // set before Make
     TranslatedWindows* m_games = nullptr;  // set before Make
