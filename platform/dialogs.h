@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "text/number_types.h"
 
@@ -31,6 +32,14 @@ class Dialogs {
 
     // Colours are 0x00BBGGRR; the dialog starts from `start`.
     [[nodiscard]] virtual std::optional<i32> PickColour(i32 start) = 0;
+
+    // One of several choices, by its index; `text` says what is chosen. Nothing by default, as if
+    // the user had cancelled.
+    [[nodiscard]] virtual std::optional<std::size_t> PickOne(
+        const std::string& /*title*/, const std::string& /*text*/,
+        const std::vector<std::string>& /*choices*/) {
+        return std::nullopt;
+    }
 
     // The whole path of a file, which need not be there or readable.
     [[nodiscard]] virtual std::optional<std::filesystem::path> PickFileToOpen(

@@ -1,5 +1,8 @@
 #include "settings_dialog/about_tab.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "settings_dialog/controls.h"
@@ -10,7 +13,7 @@ namespace spellwick {
 
 namespace {
 
-constexpr int kPictureSide = 96;
+constexpr int kPictureSide = 64;
 
 QLabel* MakeCredit(QWidget* parent, const char* name, const char* text) {
     auto* credit = Named(new QLabel(QLatin1String(text), parent), QLatin1String(name));
@@ -38,10 +41,21 @@ AboutTab::AboutTab(const SettingsServices& services, QWidget* parent)
       LabelVersion(MakeCredit(this, "LabelVersion", "")),
       CommandWeb(
           Named(new QPushButton(QStringLiteral("Click this to go to the Mira Talon website"), this),
-                QStringLiteral("CommandWeb"))) {
+                QStringLiteral("CommandWeb"))),
+      TextFacts(Named(new QPlainTextEdit(this), QStringLiteral("TextFacts"),
+                      QStringLiteral("Version, data and licences"))),
+      CommandCopy(
+          Named(new QPushButton(QStringLiteral("Copy"), this), QStringLiteral("CommandCopy"))) {
+    TextFacts->setReadOnly(true);
+    TextFacts->setTabChangesFocus(true);
+    TextFacts->setLineWrapMode(QPlainTextEdit::NoWrap);
+    CommandCopy->setAutoDefault(false);
+    CommandCopy->setToolTip(QStringLiteral("Copies the text on the left"));
     Image1->setFixedHeight(kPictureSide);
     Image1->setAlignment(Qt::AlignHCenter);
     m_events.On(CommandWeb, &QPushButton::clicked, "opening a web page", [this] { ClickWeb(); });
+
+    m_events.On(CommandCopy, &QPushButton::clicked, "copying the version", [this] { ClickCopy(); });
 
     auto* all = new QVBoxLayout(this);
     all->setSpacing(8);
@@ -55,12 +69,21 @@ AboutTab::AboutTab(const SettingsServices& services, QWidget* parent)
     all->addWidget(MakeCredit(this, "Label4", "Questions and ideas reach us through the website"));
     all->addSpacing(12);
     all->addWidget(CommandWeb, 0, Qt::AlignHCenter);
-    all->addStretch();
+    auto* facts = new QHBoxLayout;
+    facts->setContentsMargins(9, 4, 9, 0);
+    facts->addWidget(TextFacts);
+    facts->addWidget(CommandCopy, 0, Qt::AlignTop);
+    all->addLayout(facts, 1);
 }
 
 void AboutTab::Load() {
     Image1->setPixmap(Icon(devicePixelRatioF()));
     LabelVersion->setText(QStringLiteral("Version: %1").arg(QLatin1String(kVersion)));
+    TextFacts->setPlainText(ToQString(m_services.about));
+}
+
+void AboutTab::ClickCopy() {
+    QGuiApplication::clipboard()->setText(TextFacts->toPlainText());
 }
 
 void AboutTab::ClickWeb() {

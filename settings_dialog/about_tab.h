@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 #include "settings_dialog/settings_tab.h"
@@ -17,10 +18,14 @@ class AboutTab : public SettingsTab {
     void Load() override;
 
     void ClickWeb();
+    // Copies what stands on the tab.
+    void ClickCopy();
 
     QLabel* Image1;
     QLabel* LabelVersion;
     QPushButton* CommandWeb;
+    QPlainTextEdit* TextFacts;  // where the data lie, and the licences
+    QPushButton* CommandCopy;
 };
 
 }  // namespace spellwick

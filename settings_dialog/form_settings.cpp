@@ -143,6 +143,10 @@ void FormSettings::MakeTabs() {
                 [this] { OpenFirstSteps(); });
     m_events.On(m_skills, &SkillsTab::FocusGivenAway, "entering a chance",
                 [this] { Command1->setFocus(Qt::OtherFocusReason); });
+    m_events.On(m_game->Data, &YourData::Replaced, "taking in other data", [this] {
+        m_outdated = true;
+        hide();
+    });
     m_tabs = {m_spells,     m_userSpells, m_macros,  m_skills, m_reagents,
               m_spellTexts, m_about,      m_general, m_game};
     m_panels = new QStackedLayout;

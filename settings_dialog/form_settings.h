@@ -92,6 +92,9 @@ class FormSettings : public QDialog {
     // entry is dropped.
     void reject() override;
 
+    // The data were replaced while it was open: it is to be made anew.
+    bool IsOutdated() const { return m_outdated; }
+
   signals:
     // Asks for a control of the main window.
     void MainWindowWanted(const spellwick::Target& target);
@@ -152,6 +155,7 @@ class FormSettings : public QDialog {
     FirstSteps* m_firstSteps = nullptr;  // null until they are wanted
     Way m_due = Way::kNone;              // where a hint leads, until the dialog is shown
     bool m_justShown = false;
+    bool m_outdated = false;
 };
 
 }  // namespace spellwick

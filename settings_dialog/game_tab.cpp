@@ -63,7 +63,8 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
                        QStringLiteral("CheckFront"))),
       Typing(new TypingOptions(services, this)),
       ToolsInWine(new WineToolsOption(services, this)),
-      Icons(new IconOptions(services, this)) {
+      Icons(new IconOptions(services, this)),
+      Data(new YourData(services, this)) {
     MakePage();
     ConnectAll();
     m_look.setInterval(kBetweenLooks);
@@ -118,6 +119,9 @@ void GameTab::MakePage() {
     m_options->addWidget(CheckFront);
     m_options->addWidget(Typing);
     m_options->addWidget(Icons);
+    auto* own = MakeGroup("Your data");
+    (new QVBoxLayout(own))->addWidget(Data);
+    own->setHidden(m_services.data == nullptr);
     m_groups->addStretch();
 
     auto* scroll = new QScrollArea(this);

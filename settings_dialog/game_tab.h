@@ -18,6 +18,7 @@
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/typing_options.h"
 #include "settings_dialog/wine_tools_option.h"
+#include "settings_dialog/your_data.h"
 
 namespace spellwick {
 
@@ -58,6 +59,7 @@ class GameTab : public SettingsTab {
     TypingOptions* Typing;
     WineToolsOption* ToolsInWine;
     IconOptions* Icons;
+    YourData* Data;
 
   signals:
     void FirstStepsWanted();

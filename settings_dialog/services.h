@@ -3,6 +3,7 @@
 
 #include "companion/dialog_actions.h"
 #include "companion/game_choice.h"
+#include "companion/player_data.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
 #include "platform/desktop.h"
@@ -29,6 +30,8 @@ struct SettingsServices {
     GameChoice& game;
     Pictures& pictures;
     SettingsAtStart atStart;
+    std::string about{};             // version, data and licences, a line each
+    PlayerData* data = nullptr;      // null where it cannot be taken in or out
     WineTools* wineTools = nullptr;  // null where there is no such search
 };
 

@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPlainTextEdit>
 
 #include "settings_dialog/web_pages.h"
 #include "tests/support/settings_fixture.h"
@@ -334,6 +335,16 @@ TEST_F(GeneralTabTest, About_ShowsThePictureTheVersionAndTheCredits) {
     for (const char* credit : {"Label1(5)", "Label3", "Label4"}) {
         EXPECT_NE(Text(credit), "") << credit;
     }
+}
+
+TEST_F(GeneralTabTest, About_CopiesVersionDataAndLicences) {
+    Open();
+    ShowTab(6);
+    const std::string text = "Spellwick 7.5\n\nYour data: /home/mira/settings.db";
+    EXPECT_EQ(Named<QPlainTextEdit>("TextFacts").toPlainText().toStdString(), text);
+    QGuiApplication::clipboard()->clear();
+    Click("CommandCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), text);
 }
 
 TEST_F(GeneralTabTest, WebButtons_OpenTheirDefaults) {

@@ -17,6 +17,11 @@ class RecordingDialogs : public Dialogs {
         colourStarts.push_back(start);
         return Take(colours);
     }
+    std::optional<std::size_t> PickOne(const std::string& /*title*/, const std::string& /*text*/,
+                                       const std::vector<std::string>& choices) override {
+        offered = choices;
+        return std::exchange(pick, std::nullopt);
+    }
     std::optional<std::filesystem::path> PickFileToOpen(const FileQuestion& question) override {
         opens.push_back(question);
         return Take(files);
@@ -27,6 +32,8 @@ class RecordingDialogs : public Dialogs {
     }
 
     std::vector<i32> colourStarts;
+    std::vector<std::string> offered;  // the choices of the last time
+    std::optional<std::size_t> pick;   // the next one
     std::vector<FileQuestion> opens;
     std::vector<FileQuestion> saves;
     // The next answers; an empty one is a cancel.

@@ -97,6 +97,8 @@ SettingsServices SettingsFixture::Services() {
             .game = m_game,
             .pictures = m_pictures,
             .atStart = TakeInSettings(m_state, m_store),
+            .about = "Spellwick 7.5\n\nYour data: /home/mira/settings.db",
+            .data = &m_data,
             .wineTools = &m_wineTools};
 }
 

@@ -14,6 +14,7 @@
 #include "companion/game_choice.h"
 #include "settings_dialog/form_settings.h"
 #include "store/settings_io.h"
+#include "store/text_settings_file.h"
 #include "tests/support/main_window_fixture.h"
 #include "tests/support/memory_settings_store.h"
 #include "tests/support/recording_client_windows.h"
@@ -22,6 +23,7 @@
 #include "tests/support/recording_installation.h"
 #include "tests/support/recording_message_boxes.h"
 #include "tests/support/recording_wine_tools.h"
+#include "tests/support/set_clock.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -145,6 +147,17 @@ class SettingsFixture : public testing::Test, public FailureSink {
     SharedState m_state;
     RecordingCompanion m_companion{m_state, m_store, m_log};
     TemporaryFolder m_folder;
+    SetClock m_clock;
+    Journal m_journal{nullptr, m_clock};
+    JournalledStore m_journalled{m_store, m_journal, m_clock};
+    TextSettingsFile m_files;
+    int m_reloads = 0;
+    PlayerData m_data{{.state = m_state,
+                       .store = m_journalled,
+                       .clock = m_clock,
+                       .files = m_files,
+                       .saveAll = [] { return StoreResult(); },
+                       .reload = [this] { ++m_reloads; }}};
     RecordingClientWindows m_clients;
     TranslatedWindows m_translated{m_clients, {}};
     GameChoice m_game{m_state, m_translated, {.folder = m_folder.Path(), .wayland = false}};
