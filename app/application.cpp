@@ -9,6 +9,9 @@
 #include <QTimer>
 #include <chrono>
 
+#include "app/help_window.h"
+#include "companion/version_copy.h"
+#include "store/text_settings_file.h"
 #include "text/log.h"
 #include "widgets/guarded_events.h"
 #include "widgets/texts.h"
@@ -35,10 +38,17 @@ std::unique_ptr<KeySender> MakeKeySender(Keyboard* keyboard, const SharedState& 
     });
 }
 
+System Completed(System system) {
+    if (system.files == nullptr) {
+        system.files = std::make_unique<TextSettingsFile>();
+    }
+    return system;
+}
+
 }  // namespace
 
 Application::Application(System system)
-    : m_system(std::move(system)),
+    : m_system(Completed(std::move(system))),
       m_game(m_state, m_clients, {.folder = m_system.folder, .wayland = m_system.wayland}),
       m_tools(*m_system.assist, m_state, m_payment, {}, [this] { return m_system.clock->Now(); }),
       m_keys(MakeKeySender(m_system.keyboard.get(), m_state)),
@@ -89,6 +99,7 @@ CompanionServices Application::Services() {
             .failures = m_runEnd,
             .journal = m_system.journal.get(),
             .games = &m_clients,
+            .files = m_system.files.get(),
             .wineTools = m_system.wineTools.get(),
             .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
 }
@@ -99,6 +110,10 @@ std::optional<int> Application::Start() {
     WatchForEnd();
     for (const std::string& trouble : m_system.troubles) {
         m_boxes.Show({.text = trouble, .icon = BoxIcon::kExclamation});
+    }
+    // Before the conversion, which is the first to write.
+    if (m_system.folder && m_system.journal != nullptr) {
+        CopyForNewVersion(*m_system.store, *m_system.folder, kVersion, m_system.clock->Now());
     }
     if (const std::string fault = m_game.LoadTable(); !fault.empty()) {
         m_boxes.Show({.text = fault +
@@ -127,6 +142,19 @@ std::optional<int> Application::Start() {
             [this] { m_companion.NoteChanges(); });
     notes->start(kBetweenNotes);
     return std::nullopt;
+}
+
+std::string Application::About() const {
+    std::string text = std::string("Spellwick ") + kVersion + "\n\nYour data: " +
+                       (m_system.storePlace.empty() ? "not kept" : m_system.storePlace);
+    if (m_system.folder) {
+        text += "\nTheir folder: " + m_system.folder->string();
+    }
+    text += std::string("\n\nSpellwick: MIT\nQt ") + qVersion() + ": LGPL 3";
+    for (const std::string& licence : m_system.licences) {
+        text += "\n" + licence;
+    }
+    return text;
 }
 
 // What helps to find the cause of a failure; no names of characters.
@@ -216,6 +244,24 @@ void Application::Follow(const Target& target) {
     }
 }
 
+bool Application::ShowHelp() {
+    // Over a modal dialog, which would lock it out otherwise.
+    QWidget* const modal = QApplication::activeModalWidget();
+    QWidget* const parent = modal != nullptr ? modal : m_main.get();
+    auto* help = parent->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly);
+    if (help == nullptr) {
+        auto made = std::make_unique<HelpWindow>(*m_main, m_runEnd, parent);
+        if (!made->Load()) {
+            return false;
+        }
+        help = made.release();
+    }
+    help->show();
+    help->raise();
+    help->activateWindow();
+    return true;
+}
+
 void Application::ServeEvents() {
     QCoreApplication::processEvents();
 }
@@ -283,6 +329,8 @@ void Application::MakeSettings() {
                                                         .game = m_game,
                                                         .pictures = m_main->PictureStrips(),
                                                         .atStart = *m_settingsAtStart,
+                                                        .about = About(),
+                                                        .data = m_companion.Data(),
                                                         .wineTools = m_system.wineTools.get()},
                                        m_main.get());
     GuardedEvents(m_runEnd, m_settings.get())
@@ -294,8 +342,13 @@ void Application::MakeSettings() {
 
 void Application::ShowSettings() {
     MakeSettings();
-    if (m_settings != nullptr) {
-        m_settings->exec();
+    if (m_settings == nullptr) {
+        return;
+    }
+    m_settings->exec();
+    // Its edits hold the data of before.
+    if (m_settings->IsOutdated()) {
+        m_settings.reset();
     }
 }
 

@@ -40,6 +40,7 @@ class Application : private Forms {
     void FocusCounter(i32 reagent) override { m_main->FocusCounter(reagent); }
     void FocusHelp() override { m_main->FocusHelp(); }
     void ShowHint(const std::string& text, const Target& target) override;
+    bool ShowHelp() override;
     void ServeEvents() override;
     void Pause() override { m_main->Pause(); }
     WindowPlaces MainPlace() override { return m_main->Places(); }
@@ -58,6 +59,7 @@ class Application : private Forms {
     QRect GameRect();
     void ShowInfo(i32 row);
     void ConnectAssist();
+    std::string About() const;
     std::string Details();
     void WatchForEnd();
 

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
 
 #include "widgets/ground.h"
 #include "widgets/texts.h"
@@ -62,6 +63,25 @@ std::optional<i32> QtDialogs::PickColour(i32 start) {
         return std::nullopt;
     }
     return picked.red() | (picked.green() << 8) | (picked.blue() << 16);
+}
+
+std::optional<std::size_t> QtDialogs::PickOne(const std::string& title, const std::string& text,
+                                              const std::vector<std::string>& choices) {
+    QStringList rows;
+    for (const std::string& choice : choices) {
+        rows.append(ToQString(choice));
+    }
+    QInputDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("FormChoice"));
+    dialog.setWindowTitle(ToQString(title));
+    dialog.setLabelText(ToQString(text));
+    dialog.setOption(QInputDialog::UseListViewForComboBoxItems);
+    dialog.setComboBoxItems(rows);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    const qsizetype row = rows.indexOf(dialog.textValue());
+    return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
 }
 
 std::optional<std::filesystem::path> QtDialogs::PickFileToOpen(const FileQuestion& question) {
