@@ -3,18 +3,13 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QScreen>
-#include <QScrollArea>
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "model/updating_scope.h"
 #include "store/twips.h"
 #include "widgets/form_font.h"
-#include "widgets/hint.h"
-#include "widgets/on_screen.h"
 
 namespace spellwick {
 
@@ -23,34 +18,7 @@ namespace {
 constexpr std::array<const char*, kTabCount> kTabCaptions{
     "Spells && Reagents", "User Spells", "Macros",   "Skills", "Reagent Management",
     "Spell texts",        "About",       "Settings", "Game"};
-constexpr int kSpellsTab = 0;
-constexpr int kSkillsTab = 3;
-constexpr int kOptionsTab = 7;
 constexpr int kGameTab = 8;
-
-// A tab may be larger than the dialog.
-void ScrollTo(QWidget& control) {
-    for (QWidget* parent = control.parentWidget(); parent != nullptr;
-         parent = parent->parentWidget()) {
-        if (auto* area = qobject_cast<QScrollArea*>(parent)) {
-            area->ensureWidgetVisible(&control);
-        }
-    }
-}
-
-int TabOf(Way way) {
-    switch (way) {
-        case Way::kSkill:
-        case Way::kIntelligence:
-            return kSkillsTab;
-        case Way::kSpellbook:
-            return kSpellsTab;
-        case Way::kNecroReagents:
-            return kOptionsTab;
-        default:
-            return kGameTab;
-    }
-}
 
 // Keeps the user's unfinished entry while the program refills its edit.
 class UnfinishedEntry {
@@ -286,61 +254,6 @@ void FormSettings::ClickCheckTab(int tab) {
     if (QWidget* first = Tab(tab).FirstControl()) {
         first->setFocus(Qt::OtherFocusReason);
     }
-}
-
-void FormSettings::GoTo(const Target& target) {
-    if (target.way == Way::kNone || target.way == Way::kCounters ||
-        target.way == Way::kTithingPoints) {
-        return;
-    }
-    const int tab = TabOf(target.way);
-    if (isVisible() && !LeaveEntryFor(*CheckTab[static_cast<std::size_t>(tab)])) {
-        return;
-    }
-    ClickCheckTab(tab);
-    if (QWidget* control = Tab(tab).ControlFor(target)) {
-        control->setFocus(Qt::OtherFocusReason);
-    }
-    m_due = target.way;
-    if (isVisible()) {
-        DoWhatIsDue();
-    }
-}
-
-// What takes a dialog that is shown and laid out.
-void FormSettings::DoWhatIsDue() {
-    const Way due = std::exchange(m_due, Way::kNone);
-    if (due != Way::kNone && focusWidget() != nullptr) {
-        ScrollTo(*focusWidget());
-    }
-    if (due == Way::kFirstSteps) {
-        OpenFirstSteps();
-    }
-}
-
-void FormSettings::OpenFirstSteps() {
-    if (m_firstSteps == nullptr) {
-        m_firstSteps = new FirstSteps(m_state, m_services.failures, this);
-        m_events.On(m_firstSteps, &FirstSteps::Wanted, "going to a first step",
-                    [this](const Target& target) { GoToStep(target); });
-    }
-    m_firstSteps->ensurePolished();
-    m_firstSteps->layout()->activate();
-    const QSize frame = frameGeometry().size() - size();
-    m_firstSteps->move(PlaceBeside(frameGeometry(), m_firstSteps->layout()->totalSizeHint() + frame,
-                                   screen()->availableGeometry(), {}));
-    m_firstSteps->show();
-    m_firstSteps->raise();
-    m_firstSteps->activateWindow();
-}
-
-void FormSettings::GoToStep(const Target& target) {
-    if (target.way == Way::kCounters) {
-        emit MainWindowWanted(target);
-        return;
-    }
-    activateWindow();
-    GoTo(target);
 }
 
 void FormSettings::TurnTabs(int step) {
