@@ -103,7 +103,7 @@ std::string PlayerDesk::Stored(const std::string& section, const std::string& ke
     return found == values.end() ? "" : found->second;
 }
 
-void PlayerDesk::StartGame() {
+void PlayerDesk::StartGame(const std::string& options, std::string_view title) {
     const std::filesystem::path folder = m_desk->Session().Folder();
     const std::filesystem::path input = folder / "game-input";
     if (m_gameInput < 0) {
@@ -111,11 +111,12 @@ void PlayerDesk::StartGame() {
         m_gameInput = open(input.c_str(), O_RDWR | O_CLOEXEC);
     }
     m_game = m_desk->Session().Spawn(
-        {"sh", "-c", "exec \"$0\" --journal \"$1\" -qwindowgeometry +200+300 <\"$2\"",
+        {"sh", "-c",
+         "exec \"$0\" --journal \"$1\" -qwindowgeometry +200+300 " + options + " <\"$2\"",
          (Programs() / "spellwick-practice-game").string(), (folder / "journal").string(),
          input.string()});
     ASSERT_TRUE(m_game);
-    ASSERT_NE(m_desk->WaitWindow("Ultima Online"), 0U) << m_game->Output();
+    ASSERT_NE(m_desk->WaitWindow(title), 0U) << m_game->Output();
 }
 
 void PlayerDesk::TellGame(const std::string& command) {

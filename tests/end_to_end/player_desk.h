@@ -45,7 +45,8 @@ class PlayerDesk : public testing::Test {
     // The stock of the thirteen reagents in the first bag, by their keys in the store.
     SectionValues StoredSection(const std::string& section) const;
 
-    void StartGame();
+    // With more options of the practice game, and the start of its window's title then.
+    void StartGame(const std::string& options = "", std::string_view title = "Ultima Online");
     // Sends the game a command, for example "login 1".
     void TellGame(const std::string& command);
     // The game's journal, without the titles.
