@@ -186,6 +186,21 @@ TEST_F(FirstHourWays, Necromancer_TheHintLeadsToTheHiddenCounters) {
     ExpectCast("Curse Weapon");
 }
 
+// A character of whom all is known but the stock.
+TEST_F(FirstHourWays, NoReagents_TheHintLeadsToTheFirstThatIsMissing) {
+    Prepare(kMira, {{"Magery", "100"}, {"Intelligence", "100"}});
+    StartWithGame();
+    TryToCast(kHeal);
+    AnswerQuestion();
+    AnswerBox();  // the stock
+    AwaitHints(1);
+    ClickHint(0);
+    FillCounters(5);  // from Spider's Silk to Ginseng
+    TryToCast(kHeal);
+    ExpectCast("Heal");
+    EXPECT_EQ(m_boxes, 1);
+}
+
 // The game's key is not the one of the program, until the game's own file has been loaded.
 TEST_F(FirstHourWays, OtherKeysInTheGame_ItsFileMendsThem) {
     const std::filesystem::path file = m_desk->Session().Folder() / "home" / "macros.xml";
