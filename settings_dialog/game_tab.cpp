@@ -18,8 +18,9 @@ constexpr std::chrono::seconds kBetweenLooks{1};
 constexpr int kListedWindows = 4;  // in sight at once
 constexpr std::size_t kMostListed = 500;
 
-QLabel* MakeText(QWidget* parent, const QString& name, const QString& accessibleName) {
-    auto* label = Named(new QLabel(parent), name, accessibleName);
+// Screen readers speak what it says, since it has no other name.
+QLabel* MakeText(QWidget* parent, const QString& name) {
+    auto* label = Named(new QLabel(parent), name);
     label->setWordWrap(true);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -44,8 +45,8 @@ TableRow RowOf(const GameTab& tab, bool x11) {
 GameTab::GameTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
       CommandFirstSteps(MakeButton("CommandFirstSteps", "First steps")),
-      LabelGame(MakeText(this, QStringLiteral("LabelGame"), QStringLiteral("The game"))),
-      LabelNotice(MakeText(this, QStringLiteral("LabelNotice"), QStringLiteral("Notice"))),
+      LabelGame(MakeText(this, QStringLiteral("LabelGame"))),
+      LabelNotice(MakeText(this, QStringLiteral("LabelNotice"))),
       ListWindows(Named(new QTreeWidget(this), QStringLiteral("ListWindows"),
                         QStringLiteral("Windows on the desktop"))),
       TextRowName(MakeEdit("TextRowName", "Client", "what you call it")),
@@ -58,7 +59,7 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
       CommandMyGame(MakeButton("CommandMyGame", "This is my game")),
       CommandTable(MakeButton("CommandTable", "Open the table")),
       CommandLook(MakeButton("CommandLook", "Look again")),
-      LabelTool(MakeText(this, QStringLiteral("LabelTool"), QStringLiteral("The assist tool"))),
+      LabelTool(MakeText(this, QStringLiteral("LabelTool"))),
       CheckFront(Named(new QCheckBox(QStringLiteral("Type only while the game is in front"), this),
                        QStringLiteral("CheckFront"))),
       Typing(new TypingOptions(services, this)),

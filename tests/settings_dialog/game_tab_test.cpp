@@ -1,8 +1,10 @@
 // The Game tab.
+#include <QAccessible>
 #include <QTreeWidget>
 
 #include "link/client_watch.h"
 #include "tests/support/settings_fixture.h"
+#include "widgets/texts.h"
 
 namespace spellwick {
 namespace {
@@ -25,6 +27,10 @@ class GameTabTest : public SettingsFixture {
     void Choose(int row) {
         auto& list = Named<QTreeWidget>("ListWindows");
         ClickSpot(*list.viewport(), list.visualItemRect(list.topLevelItem(row)).center());
+    }
+    std::string SpokenName(const char* label) {
+        return ToText(
+            QAccessible::queryAccessibleInterface(&Named(label))->text(QAccessible::Name));
     }
     bool IsTicked() { return Named<QCheckBox>("CheckFront").isChecked(); }
 };
@@ -77,6 +83,8 @@ TEST_F(GameTabTest, Windows_AreListedWithClassAndTitle) {
     Click("CommandLook");
     EXPECT_EQ(list.topLevelItemCount(), 0);
     EXPECT_EQ(Text("LabelGame"), "No game is found. No window is of a known client's class.");
+    EXPECT_EQ(SpokenName("LabelGame"), Text("LabelGame"));
+    EXPECT_EQ(SpokenName("LabelTool"), Text("LabelTool"));
 }
 
 TEST_F(GameTabTest, ChosenWindow_ProposesARow_WhichIsWrittenAsItIsEdited) {
