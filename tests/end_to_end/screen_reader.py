@@ -12,81 +12,13 @@ import signal
 import subprocess
 import sys
 import tempfile
-import time
 
-PATIENCE = 30.0
+from spoken_windows import (named, nameless, parts_of, press, pyatspi, require, wait_for, window_of)
+
 NOT_RUN = 77
 NEEDED = ("Xvfb", "dbus-run-session")
 INNER = "--in-session"
 TABS = 9
-
-
-def wait_for(what, holds):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = holds()
-        if found:
-            return found
-        time.sleep(0.2)
-    raise RuntimeError(f"not within {PATIENCE:.0f} s: {what}")
-
-
-def parts_of(part):
-    """A part of the tree with all below it that is in sight."""
-    yield part
-    for child in part:
-        if child is not None and child.getState().contains(STATE_SHOWING):
-            yield from parts_of(child)
-
-
-def name_of(part):
-    """A list is named by its label."""
-    for relation in part.getRelationSet():
-        if relation.getRelationType() == pyatspi.RELATION_LABELLED_BY:
-            return relation.getTarget(0).name
-    return part.name
-
-
-def nameless(window):
-    controls = {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON,
-                pyatspi.ROLE_COMBO_BOX, pyatspi.ROLE_SPIN_BUTTON, pyatspi.ROLE_PAGE_TAB,
-                pyatspi.ROLE_TEXT, pyatspi.ROLE_TOGGLE_BUTTON}
-    found = []
-    for part in parts_of(window):
-        inside = part.parent is not None and part.parent.getRole() in (
-            pyatspi.ROLE_COMBO_BOX, pyatspi.ROLE_SPIN_BUTTON)
-        if part.getRole() in controls and not inside and not name_of(part):
-            found.append(part.getRoleName())
-    return found
-
-
-def named(window, role, name):
-    for part in parts_of(window):
-        if part.getRole() == role and name in name_of(part):
-            return part
-    return None
-
-
-def window_of(name):
-    for application in pyatspi.Registry.getDesktop(0):
-        for window in application or ():
-            if window is not None and name in window.name:
-                return window
-    return None
-
-
-def press(part):
-    actions = part.queryAction()
-    for index in range(actions.nActions):
-        if actions.getName(index).lower() == "press":
-            actions.doAction(index)
-            return
-    raise RuntimeError(f"no press at {part.name}")
-
-
-def require(holds, what):
-    if not holds:
-        raise RuntimeError(what)
 
 
 def read_main(window):
@@ -165,15 +97,5 @@ def main():
         return NOT_RUN
     return on_a_display(pathlib.Path(arguments[0]).resolve())
 
-
-# The module comes with the system's own Python, which need not be the first one found.
-SYSTEM_PYTHON = "/usr/bin/python3"
-try:
-    import pyatspi
-    STATE_SHOWING = pyatspi.STATE_SHOWING
-except ImportError:
-    pyatspi = None
-    if sys.executable != SYSTEM_PYTHON and os.path.exists(SYSTEM_PYTHON):
-        os.execv(SYSTEM_PYTHON, [SYSTEM_PYTHON, *sys.argv])
 
 sys.exit(main())
