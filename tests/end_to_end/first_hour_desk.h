@@ -171,6 +171,19 @@ class FirstHourTest : public PlayerDesk {
         ASSERT_TRUE(m_desk->WaitGone(m_settings));
         AwaitMainWindow();
     }
+    // The first try of Magic Arrow and what its two hints lead to: stock and intelligence.
+    void MendFirstTry() {
+        TryToCast(kMagicArrow);
+        AnswerBox();  // the intelligence
+        AnswerQuestion();
+        AnswerBox();  // the stock
+        AwaitHints(2);
+        ClickHint(1);
+        FillCounters(1);
+        FollowIntoSettings(0);
+        TypeNumber("80");
+        PressOk();
+    }
     // Ends the session with a cast that the game takes.
     void ExpectCast(const std::string& spell) {
         EXPECT_TRUE(WaitUntil([&] {

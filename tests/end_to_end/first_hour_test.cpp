@@ -10,16 +10,7 @@ namespace {
 
 TEST_F(FirstHourTest, GameFirst_TwoHintsLeadToTheCastsControls) {
     StartWithGame();
-    TryToCast(kMagicArrow);
-    AnswerBox();  // the intelligence
-    AnswerQuestion();
-    AnswerBox();  // the stock
-    AwaitHints(2);
-    ClickHint(1);
-    FillCounters(1);
-    FollowIntoSettings(0);
-    m_desk->Type("80");
-    PressOk();
+    MendFirstTry();
     EXPECT_EQ(Stored(kMira, "Intelligence"), "80");
     EXPECT_EQ(Stored(kMira, "SA 0"), "50");
     TryToCast(kMagicArrow);

@@ -147,16 +147,7 @@ TEST_F(FirstHourWays, LoginScreenFirst_TheHintLeadsToTheTabGame) {
 TEST_F(FirstHourWays, FrenchKeyboard_TheChordArrivesExactly) {
     ASSERT_TRUE(m_desk->Session().SetLayout("fr"));
     StartWithGame();
-    TryToCast(kMagicArrow);
-    AnswerBox();  // the intelligence
-    AnswerQuestion();
-    AnswerBox();  // the stock
-    AwaitHints(2);
-    ClickHint(1);
-    FillCounters(1);
-    FollowIntoSettings(0);
-    TypeNumber("80");
-    PressOk();
+    MendFirstTry();
     EXPECT_EQ(Stored(kMira, "Intelligence"), "80");
     EXPECT_EQ(Stored(kMira, "SA 0"), "50");
     TryToCast(kMagicArrow);
@@ -208,16 +199,7 @@ TEST_F(FirstHourWays, OtherKeysInTheGame_ItsFileMendsThem) {
     StartGame("--client classicuo --macros '" + file.string() + "'", "ClassicUO");
     StartSpellwick();
     LogIn();
-    TryToCast(kMagicArrow);
-    AnswerBox();  // the intelligence
-    AnswerQuestion();
-    AnswerBox();  // the stock
-    AwaitHints(2);
-    ClickHint(1);
-    FillCounters(1);
-    FollowIntoSettings(0);
-    TypeNumber("80");
-    PressOk();
+    MendFirstTry();
     TryToCast(kMagicArrow);
     EXPECT_TRUE(WaitTyped({"key Alt+5"})) << testing::PrintToString(Typed());
     LoadMacros("macros.xml");
