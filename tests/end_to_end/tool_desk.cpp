@@ -26,9 +26,10 @@ void ToolDesk::StartTool(const std::string& role, const char* title) {
     ASSERT_EQ(mkfifo(input.c_str(), 0600), 0);
     Tool& tool = m_tools.emplace_back();
     tool.input = open(input.c_str(), O_RDWR | O_CLOEXEC);
-    tool.process = m_desk->Session().Spawn({"sh", "-c",
-                                            "exec \"$0\" --game \"$1\" --tool \"$3\" --socket "
-                                            "\"$3\" -qwindowgeometry +740+300 <\"$2\"",
+    constexpr const char* kCommand =
+        "exec \"$0\" --game \"$1\" --tool \"$3\" --socket \"$3\""
+        " -qwindowgeometry +740+300 <\"$2\"";
+    tool.process = m_desk->Session().Spawn({"sh", "-c", kCommand,
                                             (Programs() / "spellwick-practice-tool").string(),
                                             (folder / "journal").string(), input.string(), role});
     ASSERT_TRUE(tool.process);

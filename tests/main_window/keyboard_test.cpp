@@ -10,7 +10,6 @@
 namespace spellwick {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 class KeyboardTest : public PageTest {

@@ -17,7 +17,10 @@ namespace {
 
 class TipsTest : public PageTest {
   protected:
-    ~TipsTest() override { QToolTip::hideText(); }
+    void TearDown() override {
+        QToolTip::hideText();
+        PageTest::TearDown();
+    }
 
     // What the toolkit would show for a control on which the mouse rests.
     QString TipOf(QWidget& control) {

@@ -1,6 +1,6 @@
 #include "platform/windows/windows_client_windows.h"
 
-#include <sstream>
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
