@@ -18,7 +18,8 @@ using std::chrono::steady_clock;
 
 std::optional<SocketClient> SocketClient::Find(const std::filesystem::path& folder,
                                                const std::string& title) {
-    constexpr std::chrono::seconds kPatience{15};
+    // A bridge that met the end of a prefix tries again after 15 seconds.
+    constexpr std::chrono::seconds kPatience{40};
     const auto deadline = steady_clock::now() + kPatience;
     while (steady_clock::now() < deadline) {
         if (const FileDescriptor open = OpenAssistFolder(folder)) {
