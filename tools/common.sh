@@ -10,6 +10,12 @@ version_of_sources() {
     sed -n 's/^project(Spellwick VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt
 }
 
+# The time that packages and the files in them bear, in seconds: that of the newest entry of the changelog,
+# so that the same sources make the same bytes.
+time_of_sources() {
+    date -d "$(sed -n 's/^ -- .*>  //p' packaging/debian/changelog.in | head -n 1)" +%s
+}
+
 # logged NAME COMMAND...: runs a long command with its output in build/NAME.log; shows the end of the log
 # if it fails.
 logged() {
