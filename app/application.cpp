@@ -45,11 +45,17 @@ System Completed(System system) {
     return system;
 }
 
+// With the files that lie beside the program.
+std::filesystem::path ProgramFolder() {
+    return QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath();
+}
+
 }  // namespace
 
 Application::Application(System system)
     : m_system(Completed(std::move(system))),
       m_game(m_state, m_clients, {.folder = m_system.folder, .wayland = m_system.wayland}),
+      m_spellTable(ProgramFolder(), m_system.folder),
       m_tools(*m_system.assist, m_state, m_payment, {}, [this] { return m_system.clock->Now(); }),
       m_keys(MakeKeySender(m_system.keyboard.get(), m_state)),
       m_companion(Services()),
@@ -101,7 +107,8 @@ CompanionServices Application::Services() {
             .games = &m_clients,
             .files = m_system.files.get(),
             .wineTools = m_system.wineTools.get(),
-            .folder = QFileInfo(QCoreApplication::applicationDirPath()).filesystemFilePath()};
+            .folder = ProgramFolder(),
+            .settingsFolder = m_system.folder};
 }
 
 std::optional<int> Application::Start() {
@@ -327,6 +334,7 @@ void Application::MakeSettings() {
                                                         .failures = m_runEnd,
                                                         .companion = m_companion,
                                                         .game = m_game,
+                                                        .spellTable = m_spellTable,
                                                         .pictures = m_main->PictureStrips(),
                                                         .atStart = *m_settingsAtStart,
                                                         .about = About(),

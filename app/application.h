@@ -67,6 +67,7 @@ class Application : private Forms {
     TranslatedWindows m_clients{*m_system.clients, {}};
     SharedState m_state;
     GameChoice m_game;
+    const SpellTableFile m_spellTable;
     QtMessageBoxes m_boxes;
     RunEnd m_runEnd{m_boxes};
     CastPayment m_payment{m_state};

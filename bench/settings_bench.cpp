@@ -79,6 +79,7 @@ class Dialog {
                              .failures = m_failures,
                              .companion = m_companion,
                              .game = m_game,
+                             .spellTable = m_spellTable,
                              .pictures = m_pictures,
                              .atStart = TakeInSettings(m_state, m_store)},
             nullptr);
@@ -104,6 +105,7 @@ class Dialog {
     RecordingClientWindows m_clients;
     TranslatedWindows m_translated{m_clients, {}};
     GameChoice m_game{m_state, m_translated, {}};
+    SpellTableFile m_spellTable{{}, {}};
     Abort m_failures;
     QuietCompanion m_companion{m_state};
     Pictures m_pictures{1.0};

@@ -1,13 +1,26 @@
 // Start and end of the program.
 #include "companion/companion.h"
+#include "companion/own_table.h"
 #include "model/spell_data.h"
 #include "text/log.h"
 
 namespace spellwick {
 
+namespace {
+
+// The settings, which tell of the own table, are out of reach.
+std::string WhatToDoWith(const std::filesystem::path& ownTable) {
+    return "\n\nThis is your own table:\n" + ownTable.string() +
+           "\n\nPut it right, or move it away to use the table that is delivered.";
+}
+
+}  // namespace
+
 LoadOutcome Companion::Load() {
     Forms& forms = m_display.TheForms();
-    const std::filesystem::path spellData = m_services.folder / kSpellDataFile;
+    const SpellTableFile table(m_services.folder, m_services.settingsFolder);
+    const bool own = table.HasOwn();
+    const std::filesystem::path spellData = table.Path();
     std::error_code trouble;
     if (!std::filesystem::exists(spellData, trouble)) {
         m_services.boxes.Show({.text = "Cannot find support file: SpellData.txt",
@@ -40,9 +53,10 @@ LoadOutcome Companion::Load() {
         // Reports that came while the message box is open would work on half a table, and a failure
         // of theirs would save settings that were never loaded.
         step([&] { m_services.assist.UnhookWindow(); });
-        m_services.boxes.Show({.text = "Unable to load spell data file",
-                               .icon = BoxIcon::kCritical,
-                               .title = "Missing File"});
+        m_services.boxes.Show(
+            {.text = "Unable to load spell data file" + (own ? WhatToDoWith(spellData) : ""),
+             .icon = BoxIcon::kCritical,
+             .title = "Missing File"});
         return LoadOutcome::kBadSpellData;
     }
     step([&] { m_state.Spellbook.Fill(1); });

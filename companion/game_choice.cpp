@@ -1,9 +1,9 @@
 #include "companion/game_choice.h"
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
+#include "companion/own_table.h"
 #include "link/client_report.h"
 #include "link/client_watch.h"
 
@@ -16,30 +16,6 @@ namespace {
 GameClients ReadText(std::string_view text) {
     std::istringstream input{std::string(text)};
     return ReadGameClients(input);
-}
-
-std::string NotWritten(const fs::path& file) {
-    return "The file \"" + file.string() + "\" cannot be written.";
-}
-
-// Beside it first, so that the old file stays whole until the new one is.
-bool Replace(const fs::path& file, const std::string& text) {
-    std::error_code trouble;
-    fs::create_directories(file.parent_path(), trouble);
-    fs::path beside = file;
-    beside += ".new";
-    std::ofstream output(beside, std::ios::binary | std::ios::trunc);
-    output << text;
-    output.close();
-    if (output) {
-        fs::rename(beside, file, trouble);
-    }
-    if (!output || trouble) {
-        std::error_code ignored;
-        fs::remove(beside, ignored);
-        return false;
-    }
-    return true;
 }
 
 }  // namespace
@@ -105,15 +81,7 @@ TableRow GameChoice::Propose(const TopLevelWindow& window) const {
 }
 
 std::string GameChoice::MakeOwnTable() {
-    const std::optional<fs::path> own = OwnTable();
-    if (!own) {
-        return "There is no folder for the settings.";
-    }
-    std::error_code ignored;
-    if (fs::exists(*own, ignored) || Replace(*own, std::string(DeliveredGameClients()))) {
-        return {};
-    }
-    return NotWritten(*own);
+    return spellwick::MakeOwnTable(OwnTable(), DeliveredGameClients());
 }
 
 std::string GameChoice::AddRow(const TableRow& row) {
@@ -135,7 +103,7 @@ std::string GameChoice::AddRow(const TableRow& row) {
     if (const GameClients read = ReadText(text); read.fault) {
         return FaultText(kGameClientsFile, *read.fault, kGameClientColumns);
     }
-    if (!Replace(own, text)) {
+    if (!ReplaceFile(own, text)) {
         return NotWritten(own);
     }
     return LoadTable();

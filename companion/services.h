@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "link/assist_link.h"
 #include "link/cast_payment.h"
@@ -41,6 +42,7 @@ struct CompanionServices {
     const SettingsFile* files = nullptr;       // null: the data cannot be taken in or out
     WineTools* wineTools = nullptr;            // null where there is no such search
     std::filesystem::path folder;              // of the executable, with the files beside it
+    std::optional<std::filesystem::path> settingsFolder{};  // with the player's own tables
 };
 
 }  // namespace spellwick

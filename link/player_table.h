@@ -47,6 +47,12 @@ struct LoadedTable {
     std::string fault;      // as a sentence; empty without one
 };
 
+// Whether a player's own file stands there, whatever it holds.
+inline bool IsThere(const std::filesystem::path& file) {
+    std::error_code ignored;
+    return std::filesystem::exists(file, ignored);
+}
+
 // The player's own table in this folder if there is one, else the delivered one. `read` makes a
 // Table<Row> of a stream.
 template <typename Row>
@@ -56,8 +62,7 @@ LoadedTable<Row> LoadTable(const std::optional<std::filesystem::path>& folder,
         std::istringstream input(std::move(text));
         return read(input);
     };
-    std::error_code ignored;
-    if (!folder || !std::filesystem::exists(*folder / kind.file, ignored)) {
+    if (!folder || !IsThere(*folder / kind.file)) {
         return {.rows = ofText(std::string(kind.delivered)).rows, .fault = {}};
     }
     try {

@@ -64,6 +64,7 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
                        QStringLiteral("CheckFront"))),
       Typing(new TypingOptions(services, this)),
       ToolsInWine(new WineToolsOption(services, this)),
+      Spells(new OwnSpellTable(services, this)),
       Icons(new IconOptions(services, this)),
       Data(new YourData(services, this)) {
     MakePage();
@@ -116,6 +117,7 @@ void GameTab::MakePage() {
     auto* tool = new QVBoxLayout(MakeGroup("Assist tool"));
     tool->addWidget(LabelTool);
     tool->addWidget(ToolsInWine);
+    (new QVBoxLayout(MakeGroup("Spell table")))->addWidget(Spells);
     m_options = new QVBoxLayout(MakeGroup("Options"));
     m_options->addWidget(CheckFront);
     m_options->addWidget(Typing);
@@ -184,6 +186,7 @@ void GameTab::showEvent(QShowEvent* event) {
     m_events.Run("showing the game", [this] {
         m_look.start();
         LookAgain();
+        Spells->Load();
     });
 }
 
@@ -254,8 +257,7 @@ void GameTab::ClickMyGame() {
 void GameTab::ClickTable() {
     std::string trouble = m_services.game.MakeOwnTable();
     if (trouble.empty() && !m_services.desktop.OpenDocument(*m_services.game.OwnTable())) {
-        trouble = "No program could be started for the file \"" +
-                  m_services.game.OwnTable()->string() + "\".";
+        trouble = NotOpened(*m_services.game.OwnTable());
     }
     if (!trouble.empty()) {
         m_services.boxes.Show({.text = trouble, .icon = BoxIcon::kExclamation});

@@ -15,6 +15,7 @@
 #include "platform/client_windows.h"
 #include "settings_dialog/controls.h"
 #include "settings_dialog/icon_options.h"
+#include "settings_dialog/own_spell_table.h"
 #include "settings_dialog/settings_tab.h"
 #include "settings_dialog/typing_options.h"
 #include "settings_dialog/wine_tools_option.h"
@@ -58,6 +59,7 @@ class GameTab : public SettingsTab {
     QCheckBox* CheckFront;
     TypingOptions* Typing;
     WineToolsOption* ToolsInWine;
+    OwnSpellTable* Spells;
     IconOptions* Icons;
     YourData* Data;
 

@@ -3,6 +3,7 @@
 
 #include "companion/dialog_actions.h"
 #include "companion/game_choice.h"
+#include "companion/own_table.h"
 #include "companion/player_data.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
@@ -28,6 +29,7 @@ struct SettingsServices {
     FailureSink& failures;
     DialogActions& companion;
     GameChoice& game;
+    const SpellTableFile& spellTable;
     Pictures& pictures;
     SettingsAtStart atStart;
     std::string about{};             // version, data and licences, a line each

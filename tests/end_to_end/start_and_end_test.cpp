@@ -183,6 +183,30 @@ TEST_F(StartAndEnd, MissingOrBadSpellTable_IsABoxAndExitCode2) {
     }
 }
 
+TEST_F(StartAndEnd, OwnSpellTable_IsReadInsteadAndNamedIfItIsBad) {
+    const std::filesystem::path own = StoreFile().parent_path() / "SpellData.txt";
+    std::filesystem::create_directories(own.parent_path());
+    // Enough of it to tell that it was read: the program beside it has no table at all.
+    const std::filesystem::path folder = m_desk->Session().Folder() / "elsewhere";
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy_file(Programs() / "spellwick", folder / "spellwick");
+    const std::string command = (folder / "spellwick").string();
+    std::filesystem::copy_file(Programs() / "SpellData.txt", own);
+    {
+        const auto program = m_desk->Session().Spawn({command});
+        EXPECT_NE(m_desk->WaitWindow(CaptionStart()), 0U) << program->Output();
+        program->Signal(SIGTERM);
+        EXPECT_EQ(program->WaitForEnd(10s), 0);
+    }
+    std::ofstream(own) << "\"a\", 88\n1, x\n";
+    const auto program = m_desk->Session().Spawn({command});
+    const xcb_window_t box = m_desk->Session().WaitForWindow("Missing File");
+    ASSERT_NE(box, 0U) << program->Output();
+    m_desk->RestingPicture(box);
+    m_desk->Tap(XKB_KEY_Return);
+    EXPECT_EQ(program->WaitForEnd(10s), 2);
+}
+
 TEST_F(StartAndEnd, StartedThroughALink_FindsItsTable) {
     const std::filesystem::path link = m_desk->Session().Folder() / "link-to-spellwick";
     std::filesystem::create_symlink(Programs() / "spellwick", link);

@@ -1,6 +1,7 @@
 // The Game tab.
 #include <QAccessible>
 #include <QTreeWidget>
+#include <fstream>
 
 #include "link/client_watch.h"
 #include "tests/support/settings_fixture.h"
@@ -122,6 +123,54 @@ TEST_F(GameTabTest, Table_IsMadeAndOpened) {
     Click("CommandTable");
     EXPECT_TRUE(std::filesystem::exists(*m_game.OwnTable()));
     EXPECT_THAT(TakeLog(), testing::Contains(testing::HasSubstr("GameClients.txt")));
+}
+
+TEST_F(GameTabTest, SpellTable_OwnCopyIsMadeOnceAndOpened) {
+    const std::filesystem::path own = *m_spellTable.Own();
+    OpenTab();
+    EXPECT_EQ(Text("CommandSpellTable"), "Make a spell table of my own");
+    EXPECT_EQ(Text("LabelSpellTable"),
+              "The delivered table of spells is read. A copy of your own is read instead from the "
+              "next start on.");
+    EXPECT_FALSE(std::filesystem::exists(own)) << "before the click";
+    Click("CommandSpellTable");
+    EXPECT_THAT(TakeLog(), ElementsAre("open SpellData.txt"));
+    EXPECT_THAT(m_desktop.opened, ElementsAre(own));
+    EXPECT_EQ(m_spellTable.Path(), own);
+    EXPECT_EQ(Text("CommandSpellTable"), "Open my spell table");
+    EXPECT_EQ(Text("LabelSpellTable"),
+              "Each start reads your own table of spells. Without the file it reads the delivered "
+              "one.");
+    std::ofstream(own) << "edited";
+    Click("CommandSpellTable");
+    EXPECT_THAT(TakeLog(), ElementsAre("open SpellData.txt"));
+    EXPECT_EQ(std::filesystem::file_size(own), 6U) << "what the player has written stands";
+}
+
+TEST_F(GameTabTest, SpellTable_TellsWhatIsThereWhenTheTabIsShown) {
+    OpenTab();
+    std::ofstream(*m_spellTable.Own()) << "made outside";
+    ShowTab(0);
+    ShowTab(8);
+    EXPECT_EQ(Text("CommandSpellTable"), "Open my spell table");
+}
+
+TEST_F(GameTabTest, SpellTable_ThatCannotBeOpenedOrMade_IsABox) {
+    OpenTab();
+    m_desktop.opens = false;
+    Click("CommandSpellTable");
+    EXPECT_THAT(TakeBoxes(),
+                ElementsAre(testing::Field(&Box::text, NotOpened(*m_spellTable.Own()))));
+    m_spellTable = SpellTableFile(m_folder.Path() / "nowhere", m_folder.Path() / "settings");
+    Click("CommandSpellTable");
+    EXPECT_THAT(TakeBoxes(),
+                ElementsAre(testing::Field(&Box::text, testing::HasSubstr("SpellData.txt: "))));
+}
+
+TEST_F(GameTabTest, SpellTable_WithoutAFolderForTheSettings_HasADeadButton) {
+    m_spellTable = SpellTableFile(SPELLWICK_SOURCE_FOLDER "/data", {});
+    OpenTab();
+    EXPECT_FALSE(Named("CommandSpellTable").isEnabled());
 }
 
 TEST_F(GameTabTest, Found_IsSaidAnewWhileTheTabIsShown) {

@@ -29,6 +29,7 @@ class ReportedSkillsTest : public MainWindowFixture {
                              .failures = *this,
                              .companion = Program(),
                              .game = m_game,
+                             .spellTable = m_spellTable,
                              .pictures = m_form->PictureStrips(),
                              .atStart = TakeInSettings(m_state, m_store)},
             nullptr);
@@ -75,6 +76,7 @@ class ReportedSkillsTest : public MainWindowFixture {
     RecordingInstallation m_installation;
     TranslatedWindows m_translated{m_clients, {}};
     GameChoice m_game{m_state, m_translated, {}};
+    SpellTableFile m_spellTable{{}, {}};
     std::unique_ptr<FormSettings> m_settings;
 };
 

@@ -123,7 +123,8 @@ CompanionServices CompanionFixture::Services() {
             .games = m_games,
             .files = &m_files,
             .wineTools = &m_wineTools,
-            .folder = m_folder.Path()};
+            .folder = m_folder.Path(),
+            .settingsFolder = SettingsFolder()};
 }
 
 Companion& CompanionFixture::Make() {

@@ -90,6 +90,9 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     // What the companion is made of: the parts as they stand.
     CompanionServices Services();
 
+    // With the player's own tables; not there until a test makes it.
+    std::filesystem::path SettingsFolder() const { return m_folder.Path() / "settings"; }
+
     // A failure, a message box or a hint that the test did not ask for fails it.
     void TearDown() override;
 

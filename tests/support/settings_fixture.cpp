@@ -95,6 +95,7 @@ SettingsServices SettingsFixture::Services() {
             .failures = *this,
             .companion = m_companion,
             .game = m_game,
+            .spellTable = m_spellTable,
             .pictures = m_pictures,
             .atStart = TakeInSettings(m_state, m_store),
             .about = "Spellwick 7.5\n\nYour data: /home/mira/settings.db",

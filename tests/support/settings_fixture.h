@@ -161,6 +161,7 @@ class SettingsFixture : public testing::Test, public FailureSink {
     RecordingClientWindows m_clients;
     TranslatedWindows m_translated{m_clients, {}};
     GameChoice m_game{m_state, m_translated, {.folder = m_folder.Path(), .wayland = false}};
+    SpellTableFile m_spellTable{SPELLWICK_SOURCE_FOLDER "/data", m_folder.Path()};
     Pictures m_pictures{1.0};
     std::unique_ptr<FormSettings> m_form;
     std::vector<UncaughtFailure> m_failures;
