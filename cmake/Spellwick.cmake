@@ -114,10 +114,11 @@ function(spellwick_register name label program)
     if(WIN32)
         set(results "Z:${results}")  # where Wine shows the files of this system
     endif()
-    set(environment "GTEST_OUTPUT=xml:${results}" ${ARG_ENVIRONMENT})
+    set(environment "GTEST_OUTPUT=xml:${results}")
     if(label STREQUAL "form")
         list(APPEND environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8)
     endif()
+    list(APPEND environment ${ARG_ENVIRONMENT})
     set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${ARG_TIMEOUT}
         ENVIRONMENT "${environment}")
 endfunction()

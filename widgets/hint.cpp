@@ -42,7 +42,7 @@ QRect MovedInto(const QRect& room, QRect rect) {
 QSize SizeOf(const Hint& hint) {
     constexpr int kSpare = 2;  // a label wraps a text that fills its width to the pixel
     const int text = hint.fontMetrics().size(0, hint.text()).width() + kSpare;
-    const int width = std::min(text, kMostTextWidth) + 2 * (kPadding + hint.frameWidth());
+    const int width = std::min(text, Scaled(kMostTextWidth)) + 2 * (kPadding + hint.frameWidth());
     return {width, hint.heightForWidth(width)};
 }
 

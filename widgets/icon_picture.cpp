@@ -3,6 +3,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include "widgets/form_font.h"
+
 namespace spellwick {
 
 namespace {
@@ -11,7 +13,7 @@ constexpr int kCornerPixels = 9;
 constexpr int kCornerMargin = 2;
 
 QFont Small(QFont font) {
-    font.setPixelSize(kCornerPixels);
+    font.setPixelSize(font.pixelSize() * kCornerPixels / kDesignFontPixels);
     return font;
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/font_size.h"
 #include "tests/support/main_window_fixture.h"
 
 int main(int argc, char** argv) {
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication toolkit(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    spellwick::TakeFontSize();
     spellwick::CollectWarnings();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -4,6 +4,8 @@
 #include <QPalette>
 #include <QPixmap>
 
+#include "tests/support/font_size.h"
+
 namespace spellwick {
 
 namespace {
@@ -28,7 +30,9 @@ void RenderTarget::Save(QWidget& form, const QString& name) const {
 }  // namespace spellwick
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QApplication::setStyle(QStringLiteral("Fusion"));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
@@ -37,6 +41,7 @@ int main(int argc, char** argv) {
     if (words.size() < 2) {
         return 2;
     }
+    spellwick::TakeFontSize();
     const bool dark = words.contains(QStringLiteral("dark"));
     if (dark) {
         QApplication::setPalette(spellwick::DarkPalette());

@@ -1,5 +1,6 @@
 // The main function of programs that render forms, for a look at them: PROGRAM FOLDER [dark], at
-// the density of QT_SCALE_FACTOR. A program defines RenderForms.
+// the density of QT_SCALE_FACTOR, with a font of SPELLWICK_TEST_FONT points. A program defines
+// RenderForms.
 #pragma once
 
 #include <QString>
