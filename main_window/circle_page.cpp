@@ -3,6 +3,7 @@
 #include "companion/spell_tip.h"
 #include "model/macro_keys.h"
 #include "widgets/clicks.h"
+#include "widgets/form_font.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -88,6 +89,7 @@ void CirclePage::MakeButtons(QWidget* form) {
         image->setAccessibleName(picture == 0 ? QStringLiteral("Necromancer spells")
                                               : QStringLiteral("Paladin abilities"));
         image->setPixmap(m_pictures.page[picture]);
+        image->setScaledContents(FormScale() > 1.0);
         image->installEventFilter(this);
         Image1[static_cast<std::size_t>(picture)] = image;
     }

@@ -86,13 +86,14 @@ FormMain::FormMain(const MainWindowServices& services)
       m_companion(services.companion),
       m_state(services.companion.State()),
       m_events(services.failures, this),
-      m_pictures(qGuiApp->devicePixelRatio()),
+      m_pictures(qGuiApp->devicePixelRatio() * FormScale()),
       m_page(m_services, m_pictures, Prepared(this)),
       m_counters(m_services, this),
       m_tithes(m_services, this),
       m_command(MakeCommands(this)),
       m_linkMark(new LinkMark(this)),
-      m_undoNote(Command(kUndo), m_events) {
+      m_undoNote(Command(kUndo), m_events),
+      m_fontPixels(font().pixelSize()) {
     setObjectName(QStringLiteral("FormMain"));
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);

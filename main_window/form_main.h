@@ -104,7 +104,11 @@ class FormMain : public QWidget, public Spoken {
     // The same, and moves the window if it would leave the screen.
     void LayoutAgain();
     void Apply(const LayoutPlan& plan);
+    // In pixels of the design.
     TextSizes MeasureTexts() const;
+    LayoutPlan Plan() const;
+    // Pixels of the design in pixels of the window.
+    int InWindow(int pixels) const;
     void DrawReagents(QPainter& painter);
 
     MainWindowServices m_services;
@@ -121,6 +125,7 @@ class FormMain : public QWidget, public Spoken {
     QTimer m_pauseTimer;       // Timer1(0)
     QTimer m_watchTimer;       // Timer1(1)
     QTimer m_meditationTimer;  // Timer1(2)
+    int m_fontPixels;
     bool m_activated = false;  // the first activation has run
     bool m_mapped = false;     // the window has been painted once
 };

@@ -3,9 +3,11 @@
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 #include "main_window/form_main.h"
+#include "widgets/form_font.h"
 #include "widgets/on_screen.h"
 #include "widgets/texts.h"
 
@@ -17,6 +19,9 @@ constexpr int kAnkh = 13;  // cell of the strip
 constexpr int kAnkhRise = 8;
 constexpr int kSmallRow = 15;
 constexpr int kSmallFontPixels = 11;
+
+// Of a title bar and the borders; not known before the window is shown.
+constexpr QSize kFrame(16, 40);
 
 constexpr int kDarkGround = 128;  // lightness below which a ground is dark
 
@@ -38,22 +43,51 @@ void Place(QWidget& control, const Box4& box) {
 
 }  // namespace
 
+int FormMain::InWindow(int pixels) const {
+    return qRound(pixels * static_cast<double>(m_fontPixels) / kDesignFontPixels);
+}
+
 TextSizes FormMain::MeasureTexts() const {
     const QFontMetrics metrics(font());
+    const auto inDesign = [this](int pixels) {
+        return static_cast<int>(
+            std::ceil(pixels * static_cast<double>(kDesignFontPixels) / m_fontPixels));
+    };
     TextSizes texts;
     for (std::size_t i = 0; i < m_command.size(); ++i) {
-        texts.captionWidths[i] = metrics.horizontalAdvance(m_command[i]->text());
+        texts.captionWidths[i] = inDesign(metrics.horizontalAdvance(m_command[i]->text()));
     }
-    texts.captionHeight = metrics.height();
-    texts.joinedWidth = metrics.horizontalAdvance(m_command[0]->text() + m_command[1]->text());
-    texts.comboHeight = m_counters.ComboReagent->sizeHint().height();
+    texts.captionHeight = inDesign(metrics.height());
+    texts.joinedWidth =
+        inDesign(metrics.horizontalAdvance(m_command[0]->text() + m_command[1]->text()));
+    texts.comboHeight = inDesign(m_counters.ComboReagent->sizeHint().height());
     return texts;
 }
 
-void FormMain::Arrange() {
+LayoutPlan FormMain::Plan() const {
     const TextSizes texts = MeasureTexts();
-    Apply(m_state.DisplayVertical ? PlanVertical(m_state.ShowNecroRegs, texts)
-                                  : PlanHorizontal(m_state.ShowNecroRegs, texts));
+    const LayoutPlan plan = m_state.DisplayVertical ? PlanVertical(m_state.ShowNecroRegs, texts)
+                                                    : PlanHorizontal(m_state.ShowNecroRegs, texts);
+    return Enlarged(plan, static_cast<double>(m_fontPixels) / kDesignFontPixels);
+}
+
+// In the desktop's font, or in the largest smaller one with which the window fits the screen.
+void FormMain::Arrange() {
+    const QSize room = screen()->availableGeometry().size() - kFrame;
+    const auto useFont = [this](int pixels) {
+        m_fontPixels = pixels;
+        if (font().pixelSize() != pixels) {
+            setFont(FormFont(pixels));
+        }
+    };
+    useFont(FormFontPixels());
+    LayoutPlan plan = Plan();
+    while (m_fontPixels > kDesignFontPixels &&
+           (plan.clientWidth > room.width() || plan.clientHeight > room.height())) {
+        useFont(m_fontPixels - 1);
+        plan = Plan();
+    }
+    Apply(plan);
 }
 
 void FormMain::LayoutAgain() {
@@ -78,8 +112,8 @@ void FormMain::Apply(const LayoutPlan& plan) {
         const i32 reagent = static_cast<i32>(k) + 1;
         const bool shown = reagent < kFirstNecroReagent || plan.showsNecroRegs;
         QFont counterFont = font();
-        if (plan.reagent[k].height <= kSmallRow) {
-            counterFont.setPixelSize(kSmallFontPixels);
+        if (plan.reagent[k].height <= InWindow(kSmallRow)) {
+            counterFont.setPixelSize(InWindow(kSmallFontPixels));
         }
         m_counters.Reagent(reagent).SetNumberFont(counterFont);
         Place(m_counters.ImgReg(static_cast<int>(k)), plan.imgReg[k]);
@@ -113,6 +147,7 @@ void FormMain::Apply(const LayoutPlan& plan) {
     Place(*m_tithes.LabelTithes, plan.labelTithes);
     Place(*m_tithes.TxtTithes, plan.txtTithes);
     Place(*m_tithes.ImageAnkh, plan.imageAnkh);
+    m_tithes.FitLabel();
     // The foot of the ankh reaches into the line below and takes the click there.
     m_tithes.ImageAnkh->raise();
     setFixedSize(plan.clientWidth, plan.clientHeight);
@@ -145,12 +180,15 @@ void FormMain::SetTabOrder(bool vertical) {
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const bool isDark = palette().color(QPalette::Window).lightness() < kDarkGround;
-    const bool isSmall = m_counters.ImgReg(0).height() <= kSmallRow;
+    const bool isSmall = m_counters.ImgReg(0).height() <= InWindow(kSmallRow);
+    const auto inWindow = [this](QSize size) {
+        return QSize(InWindow(size.width()), InWindow(size.height()));
+    };
     const PictureStrip& strip = isSmall ? m_pictures.SmallReagents() : m_pictures.reagents;
     for (int k = 0; k < kReagentCount; ++k) {
         const QWidget& place = m_counters.ImgReg(k);
         if (place.isVisibleTo(this)) {
-            const QRect there(place.pos(), strip.CellSize());
+            const QRect there(place.pos(), inWindow(strip.CellSize()));
             if (isDark) {
                 DrawRim(painter, there, strip.Strip(), strip.Cell(k));
             }
@@ -161,12 +199,11 @@ void FormMain::DrawReagents(QPainter& painter) {
     const QWidget& ankh = *m_tithes.ImageAnkh;
     const PictureStrip& tall = m_pictures.reagents;
     QRect cell = tall.Cell(kAnkh);
-    const int margin = (tall.CellSize().width() - ankh.width()) / 2 *
-                       (cell.width() / std::max(1, tall.CellSize().width()));
+    const QSize size = inWindow(tall.CellSize());
+    const int margin = cell.width() * (size.width() - ankh.width()) / 2 / std::max(1, size.width());
     cell.adjust(margin, 0, -margin, 0);
-    painter.drawPixmap(
-        QRect(ankh.x(), ankh.y() - kAnkhRise, ankh.width(), tall.CellSize().height()), tall.Strip(),
-        cell);
+    painter.drawPixmap(QRect(ankh.x(), ankh.y() - InWindow(kAnkhRise), ankh.width(), size.height()),
+                       tall.Strip(), cell);
 }
 
 }  // namespace spellwick

@@ -216,6 +216,30 @@ LayoutPlan PlanHorizontal(bool showNecroRegs, const TextSizes& texts) {
     return plan;
 }
 
+LayoutPlan Enlarged(const LayoutPlan& plan, double factor) {
+    const auto scaled = [factor](int pixels) {
+        return static_cast<int>(std::lround(pixels * factor));
+    };
+    LayoutPlan large = plan;
+    const auto enlarge = [&](Box4& box) {
+        const int left = scaled(box.left);
+        const int top = scaled(box.top);
+        box = {left, top, scaled(box.Right()) - left, scaled(box.Bottom()) - top};
+    };
+    const auto enlargeAll = [&](auto&... groups) { (std::ranges::for_each(groups, enlarge), ...); };
+    enlargeAll(large.imgReg, large.reagent, large.upDown, large.labelAmount, large.spellIcon,
+               large.labelChance, large.checkCircle, large.image1, large.command.buttons);
+    large.command.width = static_cast<i16>(scaled(plan.command.width));
+    for (Box4* box : {&large.comboReagent, &large.labelMana, &large.labelCurrentMana,
+                      &large.labelCost, &large.labelTithes, &large.txtTithes, &large.imageAnkh,
+                      &large.labelName, &large.labelWords, &large.linkMark}) {
+        enlarge(*box);
+    }
+    large.clientWidth = scaled(plan.clientWidth);
+    large.clientHeight = scaled(plan.clientHeight);
+    return large;
+}
+
 int LeftOnScreen(int left, int width, int screenWidth) {
     return left + width > screenWidth ? std::max(0, screenWidth - width) : left;
 }

@@ -1,5 +1,5 @@
 // The two arrangements of the main window as plain numbers: sizes of texts in, places out.
-// All numbers are device-independent pixels of the client area.
+// All numbers are device-independent pixels of the client area, for a font of the design's size.
 #pragma once
 
 #include <array>
@@ -67,6 +67,9 @@ LayoutPlan PlanVertical(bool showNecroRegs, const TextSizes& texts);
 
 // The wide low strip.
 LayoutPlan PlanHorizontal(bool showNecroRegs, const TextSizes& texts);
+
+// A plan for a larger font: all boxes by `factor`, so that boxes that touch still do.
+LayoutPlan Enlarged(const LayoutPlan& plan, double factor);
 
 // Left of a window so that its right edge does not pass the screen's; never under 0.
 int LeftOnScreen(int left, int width, int screenWidth);

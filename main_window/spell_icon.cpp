@@ -38,7 +38,7 @@ i16 ShiftMask(Qt::KeyboardModifiers modifiers) {
 }
 
 SpellIcon::SpellIcon(QWidget* parent) : IconPicture(parent) {
-    setFixedSize(42, 42);
+    resize(42, 42);
 }
 
 void SpellIcon::paintEvent(QPaintEvent* event) {

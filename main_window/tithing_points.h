@@ -40,6 +40,9 @@ class TithingPoints : public QObject {
 
     void Show(const Screen& screen, const Changes& changes);
 
+    // Due when the label's width or the window's font has changed.
+    void FitLabel();
+
     QLabel* LabelTithes = nullptr;
     CounterBox* TxtTithes = nullptr;
     QLabel* ImageAnkh = nullptr;
@@ -48,8 +51,6 @@ class TithingPoints : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void FitLabel();
-
     Companion& m_companion;
     GuardedEvents m_events;
 };

@@ -238,6 +238,29 @@ TEST(LinkMarkPlace, IsFreeRoomInBothArrangements) {
     }
 }
 
+TEST(EnlargedTest, ByOne_ChangesNothing) {
+    for (const LayoutPlan& plan : {PlanVertical(true, kTexts), PlanHorizontal(false, kTexts)}) {
+        const LayoutPlan same = Enlarged(plan, 1.0);
+        EXPECT_EQ(BoxesOf(same), BoxesOf(plan));
+        EXPECT_EQ(same.linkMark, plan.linkMark);
+        EXPECT_EQ(same.showsNecroRegs, plan.showsNecroRegs);
+        EXPECT_EQ(same.clientWidth, plan.clientWidth);
+        EXPECT_EQ(same.clientHeight, plan.clientHeight);
+    }
+}
+
+TEST(EnlargedTest, BoxesThatTouchStillDo) {
+    const LayoutPlan plan = Enlarged(PlanVertical(true, kTexts), 13.0 / 12.0);
+    EXPECT_EQ(plan.clientWidth, 198);
+    for (std::size_t slot = 1; slot < 4; ++slot) {
+        EXPECT_EQ(plan.labelAmount[slot].left, plan.labelAmount[slot - 1].Right());
+    }
+    EXPECT_EQ(plan.reagent[0].Right(), plan.upDown[0].left);
+    const LayoutPlan large = Enlarged(PlanHorizontal(true, kTexts), 2.0);
+    EXPECT_EQ(large.spellIcon[0].width, 84);
+    EXPECT_EQ(large.command.width, 2 * PlanHorizontal(true, kTexts).command.width);
+}
+
 TEST(LeftOnScreenTest, TheRightEdgeStaysOnTheScreen) {
     struct Row {
         const char* name;

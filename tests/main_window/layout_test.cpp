@@ -1,5 +1,6 @@
 // The arrangements on the real controls: nothing overlaps or is cut off, and all can be reached.
 #include <QAbstractButton>
+#include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -9,6 +10,7 @@
 
 #include "link/assist_messages.h"
 #include "tests/support/main_window_fixture.h"
+#include "widgets/form_font.h"
 
 namespace spellwick {
 namespace {
@@ -161,8 +163,8 @@ TEST_F(LayoutTest, FiguresAndCaptions_Fit) {
         for (const char* number : {"0", "50", "999", "1234", "12345", "32767", "-3"}) {
             QLineEdit& box = Reagent(3);
             box.setText(QLatin1String(number));
-            // The frame takes two pixels on either side.
-            EXPECT_LE(TextWidth(box, box.text()), box.width() - 4) << number;
+            // The frame takes a pixel on either side, and the text keeps one from it.
+            EXPECT_LE(TextWidth(box, box.text()), box.width() - 3) << number;
             EXPECT_LE(QFontMetrics(box.font()).ascent(), box.height());
         }
         Reagent(3).setText(QStringLiteral("50"));
@@ -198,15 +200,15 @@ TEST_F(LayoutTest, Switch_WhileItRuns_TakesEffectAtOnce) {
     const int top = Named(QStringLiteral("ComboReagent")).y();
     State().ShowNecroRegs = false;
     Program().LayoutVertical();
-    EXPECT_EQ(Form().height(), height - 60);
-    EXPECT_EQ(Named(QStringLiteral("ComboReagent")).y(), top - 60);
+    EXPECT_EQ(Form().height(), height - Scaled(60));
+    EXPECT_EQ(Named(QStringLiteral("ComboReagent")).y(), top - Scaled(60));
     Program().LayoutHorizontal();
     EXPECT_FALSE(State().DisplayVertical);
     EXPECT_GT(Form().width(), Form().height());
     Program().LayoutVertical();
     EXPECT_TRUE(State().DisplayVertical);
-    EXPECT_EQ(Form().height(), height - 60);
-    EXPECT_EQ(Form().width(), 183);
+    EXPECT_EQ(Form().height(), height - Scaled(60));
+    EXPECT_EQ(Form().width(), Scaled(183));
 }
 
 TEST_F(LayoutTest, Horizontal_RightEdgePassesTheScreen_MovesLeft) {
@@ -215,6 +217,30 @@ TEST_F(LayoutTest, Horizontal_RightEdgePassesTheScreen_MovesLeft) {
     Form().move(screen - 200, 40);
     Program().LayoutHorizontal();
     EXPECT_EQ(Form().pos(), QPoint(std::max(0, screen - Form().frameGeometry().width()), 40));
+}
+
+TEST_F(LayoutTest, FontOfTheDesktop_CountsAsFarAsTheWindowFitsTheScreen) {
+    const QFont before = QApplication::font();
+    for (const Arrangement& arrangement : kArrangements) {
+        for (const int points : {8, 9, 12, 16, 40}) {
+            QFont font = before;
+            font.setPointSize(points);
+            QApplication::setFont(font);
+            StartIn(arrangement);
+            const int pixels = Form().font().pixelSize();
+            SCOPED_TRACE(std::string(arrangement.name) + " at " + std::to_string(points));
+            EXPECT_GE(pixels, kDesignFontPixels);
+            EXPECT_LE(pixels, FormFontPixels());
+            const QSize room = Form().screen()->availableGeometry().size();
+            const bool fits = Form().width() <= room.width() && Form().height() <= room.height();
+            EXPECT_TRUE(fits || pixels == kDesignFontPixels);
+            if (Form().width() * (pixels + 1) / pixels < room.width() - 30 &&
+                Form().height() * (pixels + 1) / pixels < room.height() - 50) {
+                EXPECT_EQ(pixels, FormFontPixels()) << "there is room for more";
+            }
+        }
+    }
+    QApplication::setFont(before);
 }
 
 TEST_F(LayoutTest, Cells_HaveAnOutlineOfOneWidthOnAllSides) {
@@ -257,7 +283,7 @@ TEST_F(LayoutTest, Tithes_OfSixDigits_ShowAllOfThem) {
         EXPECT_LE(TextWidth(label, label.text()), label.width());
         Program().EditTithes();
         auto& edit = Named<QLineEdit>(QStringLiteral("TxtTithes"));
-        EXPECT_LE(TextWidth(edit, edit.text()), edit.width() - 6);
+        EXPECT_LE(TextWidth(edit, edit.text()), edit.width() - 3);
         Leave();
         Program().Reports().OnMessage({kAssistStock, 200, 5});
         EXPECT_EQ(label.font().pixelSize(), Form().font().pixelSize()) << "room enough";
