@@ -8,6 +8,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "widgets/form_font.h"
+
 namespace spellwick {
 
 ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
@@ -65,7 +67,7 @@ QLabel* MakeCaption(QWidget* parent, int index, const QString& text) {
 QLabel* MakeHeading(QWidget* parent, int index, const QString& text, int width) {
     QLabel* heading = MakeCaption(parent, index, text);
     heading->setWordWrap(true);
-    heading->setFixedWidth(width);
+    heading->setFixedWidth(Scaled(width));
     heading->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
     return heading;
 }
@@ -92,7 +94,7 @@ int WidestSpellName(const QLabel& label, const SpellTable& spells) {
     const QFontMetrics metrics(label.font());
     int widest = 0;
     for (i32 row = 0; row <= std::min(kLastRow, spells.Last()); ++row) {
-        widest = std::max(widest, metrics.horizontalAdvance(ToQString(spells(row).Name)));
+        widest = std::max(widest, metrics.size(0, ToQString(spells(row).Name)).width());
     }
     return widest;
 }

@@ -52,7 +52,7 @@ Control* Named(Control* control, const QString& name, const QString& accessibleN
 // A caption "Label1(index)".
 QLabel* MakeCaption(QWidget* parent, int index, const QString& text);
 
-// A heading for a column of this width; longer text wraps.
+// A heading for a column of this width in pixels of the design; longer text wraps.
 QLabel* MakeHeading(QWidget* parent, int index, const QString& text, int width);
 
 // A thin horizontal line.

@@ -69,7 +69,7 @@ FirstSteps::FirstSteps(const SharedState& state, FailureSink& failures, QWidget*
         auto* how = Named(new QLabel(QLatin1String(kFirstSteps[at].sentence), this),
                           IndexedName("LabelHow", step));
         how->setWordWrap(true);
-        how->setFixedWidth(kTextWidth);
+        how->setFixedWidth(Scaled(kTextWidth));
         steps->addWidget(Mark[at], row, kMarkColumn, Qt::AlignTop);
         steps->addWidget(LabelStep[at], row, kTextColumn);
         steps->addWidget(how, row + 1, kTextColumn);

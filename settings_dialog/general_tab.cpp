@@ -8,9 +8,16 @@
 #include "store/catalogue.h"
 #include "store/text_forms.h"
 #include "text/number_forms.h"
+#include "widgets/form_font.h"
 #include "widgets/ground.h"
 
 namespace spellwick {
+
+namespace {
+
+constexpr int kNumberWidth = 48;
+
+}  // namespace
 
 ColourPatch::ColourPatch(QWidget* parent) : QAbstractButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
@@ -18,7 +25,7 @@ ColourPatch::ColourPatch(QWidget* parent) : QAbstractButton(parent) {
 }
 
 QSize ColourPatch::sizeHint() const {
-    return {48, fontMetrics().height() + 6};
+    return {Scaled(kNumberWidth), fontMetrics().height() + 6};
 }
 
 void ColourPatch::SetColour(Colour colour) {
@@ -80,7 +87,7 @@ EntryBox* GeneralTab::MakeNumber(const char* name, const char* accessibleName,
                                  void (GeneralTab::*changed)()) {
     auto* box = Named(new EntryBox(this), QLatin1String(name), QLatin1String(accessibleName));
     box->setAlignment(Qt::AlignRight);
-    box->setFixedWidth(48);
+    box->setFixedWidth(Scaled(kNumberWidth));
     m_events.On(box, &QLineEdit::textChanged, "changing an option",
                 [this, changed] { (this->*changed)(); });
     return box;

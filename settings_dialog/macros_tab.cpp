@@ -7,6 +7,7 @@
 #include "store/macro_folder.h"
 #include "text/number_forms.h"
 #include "text/utf8.h"
+#include "widgets/form_font.h"
 
 namespace spellwick {
 
@@ -16,6 +17,8 @@ namespace {
 constexpr int kBlockRows = 4;
 constexpr int kBlockColumns = 7;
 enum GridRow { kPageRow, kFirstSpellRow, kMeditationRow = kFirstSpellRow + kBlockRows, kHintRow };
+
+constexpr int kTallest = 1000;
 
 constexpr const char* kUnsetFileName = "NewMacros.txt";
 
@@ -92,6 +95,19 @@ int MacrosTab::WidthOfNames() const {
     return widest + 2;
 }
 
+// As low as the name of the most lines allows, but no lower than its picture, so that no row jumps
+// when the page changes.
+int MacrosTab::HeightOfNames(int width) const {
+    const QFontMetrics metrics(font());
+    int highest = Image[0]->height();
+    for (i32 row = 0; row <= std::min(kLastPagedRow, m_state.Spells.Last()); ++row) {
+        const QString name = ToQString(m_state.Spells(row).Name);
+        const QRect room(0, 0, width, kTallest);
+        highest = std::max(highest, metrics.boundingRect(room, Qt::TextWordWrap, name).height());
+    }
+    return highest;
+}
+
 void MacrosTab::MakeLine(int line) {
     Line& made = m_lines[Place(line)];
     made.key = Named(new EntryBox(this), IndexedName("TextMacro", line));
@@ -159,7 +175,7 @@ void MacrosTab::PlaceLine(int line, int gridRow, int firstColumn) {
         grid->addWidget(Image[static_cast<std::size_t>(line)], gridRow, firstColumn);
         grid->addWidget(m_names[static_cast<std::size_t>(line)], gridRow, firstColumn + 1);
     }
-    placed.key->setFixedWidth(kKeyWidth);
+    placed.key->setFixedWidth(Scaled(kKeyWidth));
     grid->addWidget(placed.key, gridRow, firstColumn + 2);
     grid->addWidget(placed.alt, gridRow, firstColumn + 3);
     grid->addWidget(placed.ctrl, gridRow, firstColumn + 4);
@@ -180,8 +196,10 @@ i32 MacrosTab::MacroOf(int line) const {
 
 void MacrosTab::Load() {
     const int width = WidthOfNames();
+    const int height = HeightOfNames(width);
     for (QLabel* name : m_names) {
         name->setFixedWidth(width);
+        name->setMinimumHeight(height);
     }
     ComboMacro->addItems(MacroPages());
     ComboMacro->setCurrentIndex(0);

@@ -62,6 +62,7 @@ class MacrosTab : public SettingsTab {
     static std::size_t Place(int line);
     void MakeName(int line);
     int WidthOfNames() const;
+    int HeightOfNames(int width) const;
     void MakeLine(int line);
     QCheckBox* MakeMark(const char* name, const char* caption, int line,
                         void (MacrosTab::*clicked)(int));

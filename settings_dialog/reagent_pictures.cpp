@@ -1,6 +1,7 @@
 #include "settings_dialog/reagent_pictures.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace spellwick {
 
@@ -16,10 +17,11 @@ void ReagentPictures::SetPitch(int pitch) {
 }
 
 QRect ReagentPictures::PlaceOf(int picture) const {
-    constexpr int kTop = 2;  // of a picture in its row
+    // In the middle of its row, a pixel higher.
+    const int top = std::max(0, (m_pitch - m_strip.CellSize().height()) / 2 - 1);
     const int along = m_pitch * picture;
     const QPoint place =
-        m_orientation == Qt::Horizontal ? QPoint(along, 0) : QPoint(0, along + kTop);
+        m_orientation == Qt::Horizontal ? QPoint(along, 0) : QPoint(0, along + top);
     return {place, m_strip.CellSize()};
 }
 

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 
 #include "text/number_forms.h"
+#include "widgets/form_font.h"
 
 namespace spellwick {
 
@@ -147,11 +148,11 @@ void ReagentsTab::PlaceLine(i32 reagent) {
     const int row =
         kFirstLineRow + (reagent < kFirstNecroReagent ? reagent - 1 : reagent - kFirstNecroReagent);
     for (const Side* side : {&line.left, &line.right}) {
-        side->count->setFixedWidth(kCountWidth);
-        side->upDown->setFixedWidth(kSpinWidth);
+        side->count->setFixedWidth(Scaled(kCountWidth));
+        side->upDown->setFixedWidth(Scaled(kSpinWidth));
         side->upDown->setFixedHeight(side->count->sizeHint().height());
     }
-    line.total->setFixedWidth(kTotalWidth);
+    line.total->setFixedWidth(Scaled(kTotalWidth));
     grid->addWidget(line.left.name, row, kLeftName);
     grid->addWidget(line.left.upDown, row, kLeftSpin);
     grid->addWidget(line.left.count, row, kLeftCount);

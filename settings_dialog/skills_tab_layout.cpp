@@ -5,6 +5,7 @@
 
 #include "settings_dialog/skill_groups.h"
 #include "settings_dialog/skills_tab.h"
+#include "widgets/form_font.h"
 
 namespace spellwick {
 
@@ -18,7 +19,7 @@ constexpr int kSpinWidth = 14;
 constexpr int kBoxWidth = 52;
 constexpr int kBoxColumns = 4;
 constexpr int kIconSide = 20;
-constexpr int kIconMargin = 4;
+constexpr int kIconMargin = 7;
 constexpr int kTallest = 1000;
 enum GridRow { kGroupRow, kHeadingRow, kFirstLineRow, kLinkRow = kFirstLineRow + kSlotCount + 1 };
 
@@ -62,7 +63,7 @@ void SkillsTab::MakeGroups() {
         option->setObjectName(IndexedName("SkillType", group));
         // Leaves room for the icon, which is set later.
         option->setIconSize({kIconSide, kIconSide});
-        option->setMinimumHeight(kIconSide + kIconMargin);
+        option->setMinimumHeight(std::max(kIconSide, fontMetrics().height()) + kIconMargin);
         option->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
         m_events.On(option, &QToolButton::clicked, "choosing a group of skills",
                     [this, group] { ClickSkillType(group); });
@@ -170,8 +171,8 @@ void SkillsTab::PlaceControls() {
     grid->setRowMinimumHeight(kHeadingRow, height);
     int box = 0;
     for (QLabel* heading : {m_intHeading, m_skillHeading, m_safeHeading, m_chanceHeading}) {
-        grid->setColumnMinimumWidth(BoxColumn(box) - 1, kSpinWidth);
-        grid->setColumnMinimumWidth(BoxColumn(box) + 1, kSpinWidth);
+        grid->setColumnMinimumWidth(BoxColumn(box) - 1, Scaled(kSpinWidth));
+        grid->setColumnMinimumWidth(BoxColumn(box) + 1, Scaled(kSpinWidth));
         grid->addWidget(heading, kHeadingRow, BoxColumn(box) - 1, 1, 3,
                         Qt::AlignHCenter | Qt::AlignBottom);
         ++box;
@@ -180,7 +181,7 @@ void SkillsTab::PlaceControls() {
         PlaceLine(line, kFirstLineRow + line);
     }
     for (UpDown* spin : {UpDownInt, UpDownSkill}) {
-        spin->setFixedWidth(kSpinWidth);
+        spin->setFixedWidth(Scaled(kSpinWidth));
     }
     grid->addWidget(UpDownInt, kFirstLineRow + kCharacterLine, BoxColumn(0) + 1);
     grid->addWidget(UpDownSkill, kFirstLineRow + kCharacterLine, BoxColumn(1) + 1);
@@ -196,14 +197,14 @@ void SkillsTab::PlaceLine(int line, int gridRow) {
     int column = 0;
     for (QWidget* box :
          {static_cast<QWidget*>(MinimumInt[at]), static_cast<QWidget*>(MinimumSkill[at])}) {
-        box->setFixedWidth(kBoxWidth);
+        box->setFixedWidth(Scaled(kBoxWidth));
         grid->addWidget(box, gridRow, BoxColumn(column++));
     }
     // A hidden line keeps its height.
     grid->setRowMinimumHeight(gridRow, MinimumInt[at]->sizeHint().height());
     if (isSpell) {
         for (EntryBox* box : {MaximumSkill[at], TextChance[at]}) {
-            box->setFixedWidth(kBoxWidth);
+            box->setFixedWidth(Scaled(kBoxWidth));
             grid->addWidget(box, gridRow, BoxColumn(column++));
         }
     }

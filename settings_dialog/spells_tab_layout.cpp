@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "settings_dialog/spells_tab.h"
+#include "widgets/form_font.h"
 
 namespace spellwick {
 
@@ -10,7 +11,6 @@ namespace {
 
 constexpr int kColumnWidth = 40;
 constexpr int kNameGap = 8;
-constexpr int kPictureInset = 5;  // centres a picture above its edit
 constexpr int kHeadingWidth = 52;
 constexpr int kCostWidth = 46;
 
@@ -104,7 +104,7 @@ void SpellsTab::MakeColumn(int column) {
 
 // PicRegHolder draws the pictures; a widget over each one has its tooltip.
 void SpellsTab::MakePictures() {
-    PicRegHolder->SetPitch(kColumnWidth);
+    PicRegHolder->SetPitch(Scaled(kColumnWidth));
     for (int column = 0; column < kSpellColumns; ++column) {
         auto* place = Named(new QWidget(PicRegHolder), IndexedName("imgReg", column));
         place->setGeometry(PicRegHolder->PlaceOf(column));
@@ -122,11 +122,12 @@ void SpellsTab::PlaceControls() {
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(kGapColumn, kNameGap);
     for (int column = 0; column < kSpellColumns; ++column) {
-        grid->setColumnMinimumWidth(kFirstReagentColumn + column, kColumnWidth);
+        grid->setColumnMinimumWidth(kFirstReagentColumn + column, Scaled(kColumnWidth));
     }
     grid->addWidget(ComboSpellLevel, kPageRow, 0);
     auto* pictures = new QHBoxLayout;
-    pictures->setContentsMargins(kPictureInset, 0, 0, 0);
+    pictures->setContentsMargins(
+        (Scaled(kColumnWidth) - kGap - PicRegHolder->PlaceOf(0).width()) / 2, 0, 0, 0);
     pictures->addWidget(PicRegHolder, 0, Qt::AlignLeft | Qt::AlignBottom);
     grid->addLayout(pictures, kPageRow, kFirstReagentColumn, 1, kSpellColumns);
     grid->addWidget(CheckPics, kPageRow, kCostColumn, 1, 3, Qt::AlignRight | Qt::AlignVCenter);
@@ -139,13 +140,13 @@ void SpellsTab::PlaceControls() {
         QLabel* heading = MakeHeading(this, index, QLatin1String(text), kHeadingWidth);
         heading->setToolTip(QLatin1String(tip));
         grid->addWidget(heading, kHeadingRow, column, Qt::AlignHCenter | Qt::AlignBottom);
-        grid->setColumnMinimumWidth(column, kHeadingWidth + kGap);
+        grid->setColumnMinimumWidth(column, Scaled(kHeadingWidth) + kGap);
     };
     addHeading(3, "Spell costs", kCostColumn, "What the reagents of one cast cost, in gold.");
     addHeading(7, "In book", kBookColumn, "Ticked for the spells that are in your spellbook.");
     addHeading(40, "Not in town", kTownColumn,
                "Ticked for spells that may not be cast in town; their chance stands on red.");
-    grid->setColumnMinimumWidth(kCostColumn, kHeadingWidth + kNameGap);
+    grid->setColumnMinimumWidth(kCostColumn, Scaled(kHeadingWidth) + kNameGap);
     PlaceRows();
 
     grid->addWidget(MakeCaption(this, 2, QStringLiteral("Price of Reagent")), kPriceRow, 0);
@@ -159,17 +160,17 @@ void SpellsTab::PlaceControls() {
 
 void SpellsTab::PlaceRows() {
     auto* grid = static_cast<QGridLayout*>(layout());
-    constexpr int kBoxWidth = kColumnWidth - 2;
+    const int boxWidth = Scaled(kColumnWidth) - 2;
     for (int row = 0; row < kSlotCount; ++row) {
         const auto at = static_cast<std::size_t>(row);
         const int line = kFirstSpellRow + row;
         grid->addWidget(LabelSpell[at], line, 0);
         for (int column = 0; column < kSpellColumns; ++column) {
             EntryBox& box = Reagent(column * kSlotCount + row + 1);
-            box.setFixedWidth(kBoxWidth);
+            box.setFixedWidth(boxWidth);
             grid->addWidget(&box, line, kFirstReagentColumn + column);
         }
-        SpellPrice[at]->setFixedWidth(kCostWidth);
+        SpellPrice[at]->setFixedWidth(Scaled(kCostWidth));
         grid->addWidget(SpellPrice[at], line, kCostColumn, Qt::AlignHCenter);
         grid->addWidget(CheckBook[at], line, kBookColumn, Qt::AlignHCenter);
         grid->addWidget(CheckTown[at], line, kTownColumn, Qt::AlignHCenter);
@@ -180,7 +181,7 @@ void SpellsTab::PlaceRows() {
                     kSpellColumns - kOtherColumns);
     for (int column = 0; column < kSpellColumns; ++column) {
         CounterBox* price = RegPrice[static_cast<std::size_t>(column)];
-        price->setFixedWidth(kBoxWidth);
+        price->setFixedWidth(boxWidth);
         grid->addWidget(price, kPriceRow, kFirstReagentColumn + column);
     }
 }

@@ -53,6 +53,21 @@ TEST_F(FirstStepsFormTest, Texts_AreThoseOfTheSteps) {
     }
 }
 
+TEST_F(FirstStepsFormTest, Texts_FitTheirControls) {
+    OpenSteps();
+    for (const QWidget* control : Steps().findChildren<QWidget*>()) {
+        if (control->inherits("QLabel") || control->inherits("QAbstractButton")) {
+            const std::string name = control->objectName().toStdString();
+            EXPECT_TRUE(Steps().rect().contains(control->geometry())) << name;
+            EXPECT_GE(control->width(), control->minimumSizeHint().width()) << name;
+            EXPECT_GE(control->height(), control->hasHeightForWidth()
+                                             ? control->heightForWidth(control->width())
+                                             : control->sizeHint().height())
+                << name;
+        }
+    }
+}
+
 TEST_F(FirstStepsFormTest, States_FollowWhatIsDoneWhileItIsOpen) {
     OpenSteps();
     EXPECT_THAT(States(), ElementsAre("to do", "to do", "to do", "to do"));
