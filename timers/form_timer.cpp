@@ -31,7 +31,7 @@ FormTimer::FormTimer(const TimerServices& services, QPoint place)
     : m_services(services),
       m_timers(services.timers),
       m_events(services.failures, this),
-      m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()),
+      m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio() * FormScale()),
       m_moved(!place.isNull()) {
     setObjectName(QStringLiteral("FormTimer"));
     setWindowTitle(QStringLiteral("SpellTimer"));
@@ -113,7 +113,9 @@ void FormTimer::Arrange(const TimerScreen& screen) {
     m_controls[kLayout]->setToolTip(screen.horizontal
                                         ? QStringLiteral("Switch to Vertical display")
                                         : QStringLiteral("Switch to Horizontal display"));
-    Apply(screen.horizontal ? PlanRow(count, ControlSize()) : PlanColumn(count, ControlSize()));
+    const double scale = FormScale();
+    Apply(screen.horizontal ? PlanRow(count, ControlSize(), scale)
+                            : PlanColumn(count, ControlSize(), scale));
 }
 
 void FormTimer::Apply(const TimerPlan& plan) {

@@ -52,6 +52,8 @@ void TimerBar::SetPercent(i32 percent) {
 
 void TimerBar::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.scale(width() / static_cast<double>(kTimerBarWidth),
+                  height() / static_cast<double>(kTimerBarHeight));
     const i32 left = BarWidth(m_percent);
     painter.fillRect(0, 0, left, kTimerBarHeight, ToQColor(kBlue));
     painter.fillRect(left, 0, kTimerBarWidth - left, kTimerBarHeight,

@@ -11,8 +11,6 @@ namespace {
 constexpr int kMargin = 2;
 constexpr int kColumnStep = 48;
 constexpr int kRowStep = 44;
-constexpr int kRowHeight = 49;
-constexpr int kBarTop = 44;  // of a row
 
 template <typename Rects>
 void PlaceEach(Rects& rects, QSize size, auto&& placeOf) {
@@ -36,32 +34,36 @@ TimerPlan PlanTexts(i32 count, QSize name, QSize seconds) {
     return plan;
 }
 
-TimerPlan PlanColumn(i32 count, QSize control) {
+TimerPlan PlanColumn(i32 count, QSize control, double scale) {
     TimerPlan plan{.icons = std::min(count, kTimerSlots), .showsControls = true};
-    const auto top = [&](int i) { return control.height() + kColumnStep * i; };
-    PlaceEach(plan.pictures, {kTimerIcon, kTimerIcon},
-              [&](int i) { return QPoint(kMargin, top(i)); });
-    PlaceEach(plan.bars, {kTimerBarWidth, kTimerBarHeight},
-              [&](int i) { return QPoint(kMargin, top(i) + kTimerIcon); });
+    const auto scaled = [scale](int pixels) { return qRound(pixels * scale); };
+    const int margin = scaled(kMargin);
+    const int icon = scaled(kTimerIcon);
+    const auto top = [&](int i) { return control.height() + scaled(kColumnStep) * i; };
+    PlaceEach(plan.pictures, {icon, icon}, [&](int i) { return QPoint(margin, top(i)); });
+    PlaceEach(plan.bars, {scaled(kTimerBarWidth), scaled(kTimerBarHeight)},
+              [&](int i) { return QPoint(margin, top(i) + icon); });
     // ODDITY(timer-fourth-bar): of the fourth bar in a column two pixels are in sight; kept because
     // the window keeps its size, and the first three timers matter most.
-    plan.window =
-        QSize(kTimerIcon + 2 * kMargin, plan.pictures.back().top() + kTimerIcon + kMargin);
+    plan.window = QSize(icon + 2 * margin, plan.pictures.back().top() + icon + margin);
     PlaceEach(plan.controls, control, [&](int i) {
-        return QPoint(plan.window.width() - (i + 1) * control.width() - kMargin, 0);
+        return QPoint(plan.window.width() - (i + 1) * control.width() - margin, 0);
     });
     return plan;
 }
 
-TimerPlan PlanRow(i32 count, QSize control) {
+TimerPlan PlanRow(i32 count, QSize control, double scale) {
     TimerPlan plan{.icons = std::min(count, kTimerSlots), .showsControls = true};
-    const auto left = [&](int i) { return control.width() + 2 * kMargin + kRowStep * i; };
-    PlaceEach(plan.pictures, {kTimerIcon, kTimerIcon},
-              [&](int i) { return QPoint(left(i), kMargin); });
-    PlaceEach(plan.bars, {kTimerBarWidth, kTimerBarHeight},
-              [&](int i) { return QPoint(left(i), kBarTop); });
-    PlaceEach(plan.controls, control, [&](int i) { return QPoint(kMargin, i * control.height()); });
-    plan.window = QSize(plan.pictures.back().left() + kTimerIcon + kMargin, kRowHeight);
+    const auto scaled = [scale](int pixels) { return qRound(pixels * scale); };
+    const int margin = scaled(kMargin);
+    const int icon = scaled(kTimerIcon);
+    const auto left = [&](int i) { return control.width() + 2 * margin + scaled(kRowStep) * i; };
+    PlaceEach(plan.pictures, {icon, icon}, [&](int i) { return QPoint(left(i), margin); });
+    PlaceEach(plan.bars, {scaled(kTimerBarWidth), scaled(kTimerBarHeight)},
+              [&](int i) { return QPoint(left(i), margin + icon); });
+    PlaceEach(plan.controls, control, [&](int i) { return QPoint(margin, i * control.height()); });
+    plan.window = QSize(plan.pictures.back().left() + icon + margin,
+                        std::max(plan.bars.back().bottom() + 1, plan.controls.back().bottom() + 1));
     return plan;
 }
 

@@ -10,7 +10,7 @@
 
 namespace spellwick {
 
-inline constexpr int kTimerIcon = 42;  // width and height
+inline constexpr int kTimerIcon = 42;  // width and height, as designed
 
 struct TimerPlan {
     i32 texts = 0;  // slots below this show a name and its seconds
@@ -28,8 +28,8 @@ struct TimerPlan {
 TimerPlan PlanTexts(i32 count, QSize name, QSize seconds);
 
 // Icons with bars, in a column or in a row, for `count` timers; `control` is the size of the two
-// small buttons.
-TimerPlan PlanColumn(i32 count, QSize control);
-TimerPlan PlanRow(i32 count, QSize control);
+// small buttons, and icons and bars are `scale` times as large as designed.
+TimerPlan PlanColumn(i32 count, QSize control, double scale = 1.0);
+TimerPlan PlanRow(i32 count, QSize control, double scale = 1.0);
 
 }  // namespace spellwick

@@ -60,5 +60,17 @@ TEST(TimerPlan, Row_StandsRightOfTheControls) {
     EXPECT_EQ(plan.controls[1], QRect(2, 14, 13, 14));
 }
 
+TEST(TimerPlan, LargerFont_EnlargesIconsAndBars) {
+    const TimerPlan row = PlanRow(4, {22, 25}, 1.5);
+    EXPECT_EQ(row.pictures[1], QRect(22 + 6 + 66, 3, 63, 63));
+    EXPECT_EQ(row.bars[1], QRect(22 + 6 + 66, 66, 63, 8));
+    EXPECT_EQ(row.window.height(), 74);
+    const TimerPlan column = PlanColumn(4, {22, 25}, 1.5);
+    EXPECT_EQ(column.pictures[1], QRect(3, 25 + 72, 63, 63));
+    EXPECT_EQ(column.bars[1].top(), 25 + 72 + 63);
+    EXPECT_EQ(column.window.width(), 69);
+    EXPECT_EQ(PlanRow(4, {40, 60}, 1.5).window.height(), 120) << "both controls are in sight";
+}
+
 }  // namespace
 }  // namespace spellwick
