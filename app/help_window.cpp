@@ -10,6 +10,8 @@
 #include <array>
 #include <initializer_list>
 
+#include "widgets/form_font.h"
+
 namespace spellwick {
 
 namespace {
@@ -111,7 +113,7 @@ HelpWindow::HelpWindow(QWidget& window, FailureSink& failures, QWidget* parent)
     }
     MakeLayout();
     ConnectAll();
-    resize(kSize);
+    resize(Scaled(kSize).boundedTo(screen()->availableGeometry().size()));
 }
 
 void HelpWindow::MakeLayout() {
@@ -130,7 +132,7 @@ void HelpWindow::MakeLayout() {
     split->addWidget(TextHelp);
     split->setStretchFactor(1, 1);
     split->setChildrenCollapsible(false);
-    split->setSizes({kChaptersWidth, kSize.width() - kChaptersWidth});
+    split->setSizes({Scaled(kChaptersWidth), Scaled(kSize.width() - kChaptersWidth)});
     auto* all = new QVBoxLayout(this);
     all->addLayout(search);
     all->addWidget(LabelSearch);

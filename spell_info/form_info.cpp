@@ -24,7 +24,7 @@ namespace {
 constexpr Colour kTooLow = 0xC0C0FF;  // light red
 constexpr const char* kRedToolTip = "Red background indicates a too low value for this spell.";
 
-// Pixels.
+// Pixels of the design.
 constexpr int kTextWidth = 390;
 constexpr int kTextMargin = 4;
 constexpr int kBoxWidth = 48;
@@ -82,7 +82,7 @@ FormInfo::FormInfo(const InfoServices& services)
     : m_services(services),
       m_state(services.state),
       m_events(services.failures, this),
-      m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio()) {
+      m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio() * FormScale()) {
     setObjectName(QStringLiteral("FormInfo"));
     setWindowTitle(QStringLiteral("Spellwick - Spell Info"));
     setAccessibleName(QStringLiteral("Spell info"));
@@ -119,7 +119,8 @@ void FormInfo::MakeLines() {
     grid.setVerticalSpacing(4);
     m_picture = new QLabel(this);
     m_picture->setObjectName(QStringLiteral("SpellPicture"));
-    m_picture->setFixedSize(kIconSize, kIconSize);
+    m_picture->setFixedSize(Scaled(QSize(kIconSize, kIconSize)));
+    m_picture->setScaledContents(FormScale() > 1.0);
     grid.addWidget(m_picture, 0, 2, kCost + 1, 1, Qt::AlignRight | Qt::AlignTop);
     for (int i = 0; i < static_cast<int>(kLines.size()); ++i) {
         const LineFacts& facts = kLines[static_cast<std::size_t>(i)];
@@ -132,7 +133,8 @@ void FormInfo::MakeLines() {
         line->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         // The icon stands beside the first lines.
         const bool isBesideIcon = i <= kCost;
-        line->setFixedWidth(isBesideIcon ? kTextWidth - kIconSize - kTextMargin : kTextWidth);
+        line->setFixedWidth(
+            Scaled(isBesideIcon ? kTextWidth - kIconSize - kTextMargin : kTextWidth));
         grid.addWidget(line, i, 1, 1, isBesideIcon ? 1 : 2, Qt::AlignTop);
         m_lines[static_cast<std::size_t>(i)] = line;
     }
@@ -153,7 +155,7 @@ void FormInfo::MakeBoxes(QGridLayout& grid) {
         auto* box = new CounterBox(this);
         box->setObjectName(IndexedName("TextBox", index));
         box->setAccessibleName(QLatin1String(facts.accessibleName));
-        box->setFixedWidth(kBoxWidth);
+        box->setFixedWidth(Scaled(kBoxWidth));
         if (facts.hasToolTip) {
             box->setToolTip(QLatin1String(kRedToolTip));
         }
