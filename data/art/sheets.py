@@ -7,11 +7,11 @@ from pathlib import Path
 
 from paint import INK, Painter, edge_filter, number, parse_picture, read_table
 
-# A spell outside the spellbook: grey, and two thirds as bright, or a picture of stone or bone would look
-# the same in both states.
+# A spell outside the spellbook: grey, and three quarters as bright, or a picture of stone or bone would
+# look the same in both states.
 GREY = ('<filter id="grey" filterUnits="userSpaceOnUse" x="0" y="0" width="{0}" height="{1}" '
         'color-interpolation-filters="sRGB"><feColorMatrix type="matrix" values="'
-        '.22 .35 .1 0 .03  .22 .35 .1 0 .03  .22 .35 .1 0 .03  0 0 0 1 0"/></filter>')
+        '.24 .38 .11 0 .015  .24 .38 .11 0 .015  .24 .38 .11 0 .015  0 0 0 1 0"/></filter>')
 
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
 SMALL_ICON_LIMIT = 24
