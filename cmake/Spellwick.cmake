@@ -18,6 +18,9 @@ endif()
 if(WIN32)
     # Link the compiler's libraries statically, so that a program needs no DLL beside it.
     add_link_options(-static)
+    # No time in the head of a program, so that the same sources give the same bytes. The linker drops the
+    # symbols of what is delivered, because strip would put the time back.
+    add_link_options(-Wl,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
     add_compile_definitions(UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0A00)
 endif()
 

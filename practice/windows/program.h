@@ -20,6 +20,7 @@ inline void RegisterWindowClass(HINSTANCE instance, const std::wstring& name, WN
     windowClass.lpfnWndProc = procedure;
     windowClass.hInstance = instance;
     windowClass.lpszClassName = name.c_str();
+    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(1));
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(background);
     RegisterClassW(&windowClass);
