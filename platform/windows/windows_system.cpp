@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/system.h"
 #include "platform/windows/folder_name.h"
@@ -17,7 +21,20 @@
 
 namespace spellwick {
 
+// The text of packaging/windows/licences.txt, from which the packages tell the licences too.
+std::string_view LicencesOnWindows();
+
 namespace {
+
+std::vector<std::string> LinesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
 
 // The folder of the files, which need not exist: %APPDATA%\Spellwick unless told otherwise.
 std::optional<std::filesystem::path> SettingsFolder(const Options& options) {
@@ -66,9 +83,7 @@ System OpenSystem(const Options& options) {
                                                     : std::wstring(kSettingsKey);
     system.store = std::make_unique<RegistrySettingsStore>(key);
     system.storePlace = "HKEY_CURRENT_USER\\" + Utf8FromWide(key);
-    system.licences = {"utfcpp: Boost Software License 1.0",
-                       "GCC's libraries: GPL 3 with the GCC Runtime Library Exception",
-                       "mingw-w64: public domain, MIT and others, see licences\\mingw-w64.txt"};
+    system.licences = LinesOf(LicencesOnWindows());
     if (folder) {
         system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
     }
