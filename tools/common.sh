@@ -16,6 +16,18 @@ time_of_sources() {
     date -d "$(sed -n 's/^ -- .*>  //p' packaging/debian/changelog.in | head -n 1)" +%s
 }
 
+# copy_tree FOLDER: the tree as it is tracked, with what is not ignored; without git, as in an archive of the sources,
+# all but what is built.
+copy_tree() {
+    local target=$1
+    mkdir -p "$target"
+    if [ -e .git ]; then
+        git ls-files --cached --others --exclude-standard -z
+    else
+        find . -path './build*' -prune -o '(' -type f -o -type l ')' -printf '%P\0'
+    fi | tar --create --null --files-from=- --ignore-failed-read | tar --extract -C "$target"
+}
+
 # logged NAME COMMAND...: runs a long command with its output in build/NAME.log; shows the end of the log
 # if it fails.
 logged() {
