@@ -21,12 +21,13 @@ RequestExecutionLevel user
 Var farewell
 Var removeData
 Var removeDataBox
-Var movedTable
+Var keptTable
 
 !define NAME "Spellwick"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 !define PROGRAMS_KEY "Software\${NAME}"
 !define MENU "$SMPROGRAMS\${NAME}"
+!define OWN_TABLE "$APPDATA\${NAME}\SpellData.txt"
 !define ICON_ON_DESKTOP "$DESKTOP\${NAME}.lnk"
 
 ; Exit codes, beside 0 for done and 1 for "cancelled".
@@ -171,9 +172,9 @@ Function MakeDesktopIcon
     CreateShortCut "${ICON_ON_DESKTOP}" "$INSTDIR\spellwick.exe"
 FunctionEnd
 
-; A spell table beside the program that the player has edited: its time is not the one that was noted when it
-; was installed. Sets $0 to 1 or 0.
-!macro LookAtTable prefix
+; A spell table beside the program that the player has edited: its time is not the one that was noted when it was
+; installed. Sets $0 to 1 or 0.
+!macro KeepTable prefix
 Function ${prefix}LookAtTable
     StrCpy $0 0
     ReadRegStr $1 HKCU "${UNINSTALL_KEY}" "SpellDataTime"
@@ -186,9 +187,31 @@ Function ${prefix}LookAtTable
         StrCpy $0 1
     ${EndIf}
 FunctionEnd
+
+; Puts an edited table where Spellwick reads a player's own. If there is one, it stays beside the new one.
+; Sets $keptTable to its new place, to "" if there was nothing to keep.
+Function ${prefix}KeepTable
+    StrCpy $keptTable ""
+    Call ${prefix}LookAtTable
+    ${If} $0 = 0
+        Return
+    ${EndIf}
+    ${IfNot} ${FileExists} "${OWN_TABLE}"
+        CreateDirectory "$APPDATA\${NAME}"
+        ClearErrors
+        CopyFiles /SILENT "$INSTDIR\SpellData.txt" "${OWN_TABLE}"
+        ${IfNot} ${Errors}
+            StrCpy $keptTable "${OWN_TABLE}"
+            Return
+        ${EndIf}
+    ${EndIf}
+    StrCpy $keptTable "$INSTDIR\SpellData (yours).txt"
+    Delete "$keptTable"
+    Rename "$INSTDIR\SpellData.txt" "$keptTable"
+FunctionEnd
 !macroend
-!insertmacro LookAtTable ""
-!insertmacro LookAtTable "un."
+!insertmacro KeepTable ""
+!insertmacro KeepTable "un."
 
 Section
     Call CheckFolder
@@ -201,12 +224,7 @@ Section
         !insertmacro Refuse ${STILL_RUNNING}
     ${EndIf}
 
-    Call LookAtTable
-    ${If} $0 == 1
-        Delete "$INSTDIR\SpellData (yours).txt"
-        Rename "$INSTDIR\SpellData.txt" "$INSTDIR\SpellData (yours).txt"
-        StrCpy $movedTable 1
-    ${EndIf}
+    Call KeepTable
 
     ClearErrors
     !insertmacro InstallFiles
@@ -243,8 +261,8 @@ Section
     WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoModify" 1
     WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
 
-    ${If} $movedTable == 1
-        MessageBox MB_OK|MB_ICONINFORMATION "You had edited SpellData.txt. Your table is kept beside the new one as $\"SpellData (yours).txt$\"." /SD IDOK
+    ${If} $keptTable != ""
+        MessageBox MB_OK|MB_ICONINFORMATION "You had edited SpellData.txt. Your table is now$\r$\n$keptTable" /SD IDOK
     ${EndIf}
 SectionEnd
 
@@ -288,12 +306,10 @@ Section "Uninstall"
     ${EndIf}
 
     StrCpy $farewell ""
-    Call un.LookAtTable
-    ${If} $0 == 1
-    ${AndIf} $removeData == 0
-        Rename "$INSTDIR\SpellData.txt" "$INSTDIR\SpellData (yours).txt"
-    ${ElseIf} $removeData == 1
+    ${If} $removeData == 1
         Delete "$INSTDIR\SpellData (yours).txt"
+    ${Else}
+        Call un.KeepTable
     ${EndIf}
     !insertmacro RemoveFiles
     Delete "$INSTDIR\Uninstall.exe"

@@ -20,6 +20,7 @@ LARGEST = 10_000_000
 UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Spellwick"
 SETTINGS = r"HKCU\Software\Spellwick"
 PATIENCE = 60
+OWN_TABLE = "AppData/Roaming/Spellwick/SpellData.txt"
 MENU = {"Spellwick.lnk": "spellwick.exe", "Start here.lnk": "Start here.txt",
         "Practice game.lnk": "spellwick-practice-game.exe",
         "Practice assist tool.lnk": "spellwick-practice-tool.exe",
@@ -159,8 +160,8 @@ def try_upgrade(setup, folder):
     expect(before is None and after is not None, f"the program did not save: {before}, {after}")
     expect(len((folder / "spellwick-bridge.exe").read_bytes()) > 1000, "a file was not replaced")
     expect("Clumsiest" not in table.read_text(encoding="utf-8"), "the spell table was not replaced")
-    kept = folder / "SpellData (yours).txt"
-    expect(kept.exists() and kept.read_text(encoding="utf-8") == edited, "the edited table is lost")
+    own = setup.home / OWN_TABLE
+    expect(own.exists() and own.read_text(encoding="utf-8") == edited, "the edited table is lost")
     expect((setup.home / "Desktop/Spellwick.lnk").exists(), "there is no icon on the desktop")
     expect(setup.value(SETTINGS + r"\Settings", "Bag 1") is not None, "the settings are lost")
 
@@ -175,6 +176,7 @@ def try_open_dialog(setup, folder):
     code = setup.install()
     expect(code == 0, f"the upgrade over an open dialog ended with {code}")
     expect(program.wait(10) == 0, "the program was not closed by its own window")
+    expect(not (folder / "SpellData (yours).txt").exists(), "a table that nobody edited was kept")
 
 
 def try_stubborn_program(setup, folder):
@@ -203,7 +205,13 @@ def remove(setup, folder, *options):
 
 
 def try_removal(setup, folder):
+    # The player has a table of their own already, and has edited the delivered one all the same.
+    (folder / "SpellData.txt").write_text("edited again", encoding="utf-8")
+    own = (setup.home / OWN_TABLE).read_bytes()
     remove(setup, folder)
+    expect((setup.home / OWN_TABLE).read_bytes() == own, "the player's own table is overwritten")
+    expect((folder / "SpellData (yours).txt").read_text(encoding="utf-8") == "edited again",
+           "the table that was edited again is lost")
     expect(files_in(folder) == {"SpellData (yours).txt"}, f"left in the folder: {files_in(folder)}")
     menu = setup.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Spellwick"
     expect(not menu.exists(), "the Start menu still has Spellwick")
