@@ -285,7 +285,7 @@ Function un.ShowQuestion
     Pop $0
     ${NSD_CreateLabel} 0 30u 100% 50u "Your settings and characters stay, so that a later Spellwick finds them. They are in the folder$\r$\n$APPDATA\${NAME}$\r$\nand in the registry under$\r$\nHKEY_CURRENT_USER\${PROGRAMS_KEY}"
     Pop $0
-    ${NSD_CreateCheckbox} 0 84u 100% 12u "&Remove my settings and characters too. This cannot be undone."
+    ${NSD_CreateCheckbox} 0 84u 100% 12u "Remove my &settings and characters too. This cannot be undone."
     Pop $removeDataBox
     ${If} $removeData == 1
         ${NSD_Check} $removeDataBox

@@ -86,6 +86,11 @@ class Setup:
         subprocess.run(["xdotool", "sleep", "1", "key", *names], check=True,
                        stdin=subprocess.DEVNULL)
 
+    def type(self, text):
+        """Replaces what stands in the edit that has the focus."""
+        subprocess.run(["xdotool", "sleep", "1", "key", "ctrl+a", "type", "--delay", "15", text], check=True,
+                       stdin=subprocess.DEVNULL)
+
     def picture(self, name):
         subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
                        stdin=subprocess.DEVNULL)
@@ -234,34 +239,51 @@ def try_own_folder(setup, content):
     expect(not (setup.home / "AppData/Roaming/Spellwick").exists(), "the player's folder is still there")
 
 
-def look_at_pages(setup):
-    """Through the pages as a player goes, with a picture of each."""
+def go_through_pages(setup):
+    """Through the pages as a player goes, with a picture of each: a folder that is refused, another one, an icon on
+    the desktop, and all of it removed, over a running program."""
     installer = setup.start(setup.installer)
     setup.window("^Spellwick Setup$")
-    for page in ("welcome", "folder"):
-        time.sleep(1)
-        setup.picture(f"install-{page}")
-        setup.key("Return")
-    folder = setup.home / "AppData" / "Local" / "Programs" / "Spellwick"
+    time.sleep(1)
+    setup.picture("install-welcome")
+    setup.key("Return")
+    setup.type("C:\\" + "x" * 256)  # longer than a name can be
+    setup.key("Return")
+    wait_for("the refusal", lambda: len(setup.windows("^Spellwick Setup")) == 2)
+    setup.picture("install-refused")
+    setup.key("Return")
+    folder = setup.drive / "Games" / "Pages"
+    setup.type("C:\\Games\\Pages")
+    setup.picture("install-folder")
+    setup.key("Return")
     wait_for("the end of the pages", (folder / "Uninstall.exe").exists, PATIENCE)
     time.sleep(3)
+    expect(not (setup.home / "Desktop/Spellwick.lnk").exists(), "an icon is made without the tick")
+    setup.key("Tab", "space")  # from "Start Spellwick", which is on at first, to the icon
+    time.sleep(1)
     setup.picture("install-end")
-    setup.key("Return")  # "Start Spellwick" is on at first
+    setup.key("Return")
     expect(installer.wait(PATIENCE) == 0, "the installer failed")
     setup.window(f"^{CAPTION}")
+    expect((setup.home / "Desktop/Spellwick.lnk").exists(), "the tick makes no icon on the desktop")
+
     setup.start(folder / "Uninstall.exe")
     setup.window("^Spellwick Uninstall$")
+    time.sleep(1)
+    setup.key("alt+s")
     setup.picture("uninstall-question")
     setup.key("Return")
-    time.sleep(3)
+    wait_for("the question to close Spellwick", lambda: len(setup.windows("^Spellwick Uninstall")) == 2)
     setup.picture("uninstall-running")
-    setup.key("Return")  # yes, close it
-    wait_for("the removal", lambda: not folder.exists() or not files_in(folder) - {"SpellData (yours).txt"},
-             PATIENCE)
+    expect(setup.windows(f"^{CAPTION}"), "the program is closed before the player has agreed")
+    setup.key("Return")
+    wait_for("the removal", lambda: not folder.exists(), PATIENCE)
     time.sleep(3)
     setup.picture("uninstall-end")
     setup.key("Return")
-    wait_for("the end of the uninstaller", lambda: not setup.windows("^Spellwick Uninstall$"), PATIENCE)
+    wait_for("the end of the uninstaller", lambda: not setup.windows("^Spellwick Uninstall"), PATIENCE)
+    expect(setup.run("reg", "query", SETTINGS)[0] != 0, "the settings are still there")
+    expect(not (setup.home / "AppData/Roaming/Spellwick").exists(), "the player's folder is still there")
 
 
 def main():
@@ -280,7 +302,7 @@ def main():
         try_stubborn_program(setup, folder)
         try_removal(setup, folder)
         try_own_folder(setup, content)
-        look_at_pages(setup)
+        go_through_pages(setup)
         print(f"installed, upgraded and removed; the installer has {size} bytes")
     except Trouble as trouble:
         setup.picture("install-trouble")
