@@ -28,7 +28,7 @@ start_display() {
 
 # has_window TITLE: whether a window's title starts so.
 has_window() {
-    xwininfo -root -tree | grep -qF "\"$1"
+    xwininfo -root -tree | grep -F "\"$1" >/dev/null
 }
 
 # wait_for_window TITLE SECONDS
