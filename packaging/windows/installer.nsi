@@ -22,6 +22,9 @@ Var farewell
 Var removeData
 Var removeDataBox
 Var keptTable
+Var oldFolder
+Var newFolder
+Var hadIcon
 
 !define NAME "Spellwick"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
@@ -173,13 +176,16 @@ Function MakeDesktopIcon
 FunctionEnd
 
 ; A spell table beside the program that the player has edited: its time is not the one that was noted when it was
-; installed. Sets $0 to 1 or 0.
+; installed. Sets $0 to 1 then, to 2 if nothing was noted, as in a folder that was unpacked, and else to 0.
 !macro KeepTable prefix
 Function ${prefix}LookAtTable
     StrCpy $0 0
+    ${IfNot} ${FileExists} "$INSTDIR\SpellData.txt"
+        Return
+    ${EndIf}
     ReadRegStr $1 HKCU "${UNINSTALL_KEY}" "SpellDataTime"
     ${If} $1 == ""
-    ${OrIfNot} ${FileExists} "$INSTDIR\SpellData.txt"
+        StrCpy $0 2
         Return
     ${EndIf}
     ${GetTime} "$INSTDIR\SpellData.txt" "MS" $2 $3 $4 $5 $6 $7 $8
@@ -188,7 +194,8 @@ Function ${prefix}LookAtTable
     ${EndIf}
 FunctionEnd
 
-; Puts an edited table where Spellwick reads a player's own. If there is one, it stays beside the new one.
+; Puts an edited table where Spellwick reads a player's own. If there is one, or if the table may just be an old one,
+; it stays beside the new one.
 ; Sets $keptTable to its new place, to "" if there was nothing to keep.
 Function ${prefix}KeepTable
     StrCpy $keptTable ""
@@ -196,7 +203,8 @@ Function ${prefix}KeepTable
     ${If} $0 = 0
         Return
     ${EndIf}
-    ${IfNot} ${FileExists} "${OWN_TABLE}"
+    ${If} $0 = 1
+    ${AndIfNot} ${FileExists} "${OWN_TABLE}"
         CreateDirectory "$APPDATA\${NAME}"
         ClearErrors
         CopyFiles /SILENT "$INSTDIR\SpellData.txt" "${OWN_TABLE}"
@@ -213,6 +221,33 @@ FunctionEnd
 !insertmacro KeepTable ""
 !insertmacro KeepTable "un."
 
+; If Spellwick is installed in another folder, it moves: the old one is removed as its uninstaller does it, with the
+; player's data kept. Sets $0 to 0, or to how many programs still run there.
+Function LeaveOldFolder
+    StrCpy $0 0
+    ReadRegStr $oldFolder HKCU "${UNINSTALL_KEY}" "InstallLocation"
+    ${If} $oldFolder == ""
+    ${OrIf} $oldFolder == $INSTDIR
+    ${OrIfNot} ${FileExists} "$oldFolder\Uninstall.exe"
+        Return
+    ${EndIf}
+    StrCpy $newFolder $INSTDIR
+    StrCpy $INSTDIR $oldFolder
+    Call EndRunningPrograms
+    StrCpy $INSTDIR $newFolder
+    ${If} $0 != 0
+        Return
+    ${EndIf}
+    StrCpy $hadIcon 0
+    ${If} ${FileExists} "${ICON_ON_DESKTOP}"
+        StrCpy $hadIcon 1
+    ${EndIf}
+    ; With "_?=" it works where it is, so that it can be waited for, and cannot remove itself.
+    ExecWait '"$oldFolder\Uninstall.exe" /S _?=$oldFolder'
+    Delete "$oldFolder\Uninstall.exe"
+    RMDir "$oldFolder"
+FunctionEnd
+
 Section
     Call CheckFolder
     ${If} $0 != ""
@@ -220,6 +255,10 @@ Section
         !insertmacro Refuse ${FOLDER_REFUSED}
     ${EndIf}
     Call EndRunningPrograms
+    ${If} $0 != 0
+        !insertmacro Refuse ${STILL_RUNNING}
+    ${EndIf}
+    Call LeaveOldFolder
     ${If} $0 != 0
         !insertmacro Refuse ${STILL_RUNNING}
     ${EndIf}
@@ -245,6 +284,7 @@ Section
     ClearErrors
     ${GetOptions} $0 "/DESKTOP" $1
     ${IfNot} ${Errors}
+    ${OrIf} $hadIcon == 1
         Call MakeDesktopIcon
     ${EndIf}
 
@@ -262,7 +302,7 @@ Section
     WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
 
     ${If} $keptTable != ""
-        MessageBox MB_OK|MB_ICONINFORMATION "You had edited SpellData.txt. Your table is now$\r$\n$keptTable" /SD IDOK
+        MessageBox MB_OK|MB_ICONINFORMATION "The folder had a SpellData.txt that may be edited. It is now$\r$\n$keptTable" /SD IDOK
     ${EndIf}
 SectionEnd
 

@@ -225,6 +225,25 @@ def try_removal(setup, folder):
     expect((setup.home / "AppData/Roaming/Spellwick").exists(), "the player's folder is gone")
 
 
+def try_move(setup, folder):
+    """From one folder to another, into which a zip was unpacked: no second Spellwick stays behind."""
+    other = setup.drive / "Games" / "Other"
+    other.mkdir(parents=True)
+    (other / "SpellData.txt").write_text("from a zip", encoding="utf-8")
+    program = setup.start(folder / "spellwick.exe")
+    setup.window(f"^{CAPTION}")
+    code = setup.install("/D=C:\\Games\\Other")
+    expect(code == 0, f"the move ended with {code}")
+    expect(program.wait(10) == 0, "the program in the old folder was not closed")
+    expect(not folder.exists(), "the old folder is still there")
+    expect(setup.value(UNINSTALL, "InstallLocation") == "C:\\Games\\Other", "the new folder is not noted")
+    expect((setup.home / "Desktop/Spellwick.lnk").exists(), "the icon on the desktop is lost")
+    kept = other / "SpellData (yours).txt"
+    expect(kept.read_text(encoding="utf-8") == "from a zip", "a table of the unpacked zip is lost")
+    kept.unlink()
+    return other
+
+
 def try_own_folder(setup, content):
     """A folder of the player's choice, and all data removed at the end."""
     expect(setup.install("/D=C:\\Games\\Spell wick \u0141\u00e4") == 0, "the installer failed")
@@ -300,6 +319,7 @@ def main():
         try_upgrade(setup, folder)
         try_open_dialog(setup, folder)
         try_stubborn_program(setup, folder)
+        folder = try_move(setup, folder)
         try_removal(setup, folder)
         try_own_folder(setup, content)
         go_through_pages(setup)
