@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <cstdio>
 #include <exception>
+#include <future>
 
 #include "app/application.h"
 #include "app/command_line.h"
@@ -24,6 +25,11 @@ int Run(int argc, char** argv, const spellwick::Options& options,
     QApplication::setStyle(QStringLiteral("Fusion"));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    // What is left may be an option of nobody, which must open nothing.
+    std::future<spellwick::System> opening;
+    if (argc <= 1) {
+        opening = spellwick::OpenSystem(options);
+    }
     QApplication toolkit(argc, argv);
     if (const std::string unknown = spellwick::UnknownArgument(argc, argv); !unknown.empty()) {
         return Refuse(unknown);
@@ -33,7 +39,10 @@ int Run(int argc, char** argv, const spellwick::Options& options,
     QApplication::setWindowIcon(
         QIcon(spellwick::ReadPicture(QStringLiteral(":/pictures/spellwick-48.png"))));
     QApplication::setQuitOnLastWindowClosed(false);
-    spellwick::System system = spellwick::OpenSystem(options);
+    if (!opening.valid()) {
+        opening = spellwick::OpenSystem(options);
+    }
+    spellwick::System system = opening.get();
     system.owner = std::move(owner);
     spellwick::Application application(std::move(system));
     if (const std::optional<int> exitCode = application.Start()) {

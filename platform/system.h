@@ -1,8 +1,9 @@
 // All that the program gets from the system that it runs on. Each system has one implementation of
-// the two functions.
+// the functions.
 #pragma once
 
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -66,8 +67,10 @@ void TakeEndRequest(int endRequests);
 // to the front. Call after PrepareProcess.
 Ownership OwnSettings(const Options& options);
 
-// Call only where there is no such trouble. Throws std::runtime_error with a sentence when the
-// display goes away meanwhile.
-System OpenSystem(const Options& options);
+// Opens the system, on Linux in another thread, so that the caller can start the toolkit meanwhile;
+// what the toolkit's first text waits for is read there too. Call it only where PrepareProcess
+// found no trouble. The result throws std::runtime_error with a sentence when the display goes
+// away.
+[[nodiscard]] std::future<System> OpenSystem(const Options& options);
 
 }  // namespace spellwick

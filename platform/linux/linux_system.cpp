@@ -1,6 +1,9 @@
 #include <chrono>
+#include <clocale>
 #include <cstdlib>
 #include <stdexcept>
+
+#include <fontconfig/fontconfig.h>
 
 #include "platform/linux/assist_folder.h"
 #include "platform/linux/bridge_process.h"
@@ -34,6 +37,41 @@ std::optional<std::filesystem::path> FolderOf(const Options& options) {
         return std::filesystem::absolute(*options.data, ignored);
     }
     return SettingsFolder();
+}
+
+System Open(const Options& options) {
+    System system;
+    std::string trouble;
+    system.clients = X11ClientWindows::Open({}, trouble);
+    if (system.clients == nullptr) {
+        throw std::runtime_error(trouble);
+    }
+    system.keyboard = X11Keyboard::Open({}, trouble);
+    if (system.keyboard == nullptr) {
+        system.troubles.push_back(trouble);
+    }
+    system.desktop = std::make_unique<X11Desktop>("");
+    system.installation = std::make_unique<WineInstallation>(WinePrefix());
+    system.clock = std::make_unique<LocalClock>();
+    const std::optional<std::filesystem::path> folder = FolderOf(options);
+    OpenedStore opened = OpenSettingsStore(folder, std::chrono::system_clock::now());
+    system.store = std::move(opened.store);
+    if (opened.lasts) {
+        system.journal = std::make_unique<PosixJournalFile>(*folder / "journal");
+        system.storePlace = (*folder / "settings.db").string();
+    }
+    system.files = std::make_unique<SqliteSettingsFile>(folder ? *folder / "settings.db"
+                                                               : std::filesystem::path());
+    if (!opened.trouble.empty()) {
+        system.troubles.push_back(opened.trouble);
+    }
+    system.folder = folder;
+    system.licences = {"SQLite: public domain", "XCB and xkbcommon: MIT",
+                       "utfcpp: Boost Software License 1.0"};
+    system.wayland = IsSet("WAYLAND_DISPLAY");
+    system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
+    system.wineTools = std::make_unique<BridgeProcess>(BridgeFolders());
+    return system;
 }
 
 }  // namespace
@@ -75,40 +113,18 @@ Ownership OwnSettings(const Options& options) {
     return ownership;
 }
 
-System OpenSystem(const Options& options) {
-    System system;
-    std::string trouble;
-    system.clients = X11ClientWindows::Open({}, trouble);
-    if (system.clients == nullptr) {
-        throw std::runtime_error(trouble);
-    }
-    system.keyboard = X11Keyboard::Open({}, trouble);
-    if (system.keyboard == nullptr) {
-        system.troubles.push_back(trouble);
-    }
-    system.desktop = std::make_unique<X11Desktop>("");
-    system.installation = std::make_unique<WineInstallation>(WinePrefix());
-    system.clock = std::make_unique<LocalClock>();
-    const std::optional<std::filesystem::path> folder = FolderOf(options);
-    OpenedStore opened = OpenSettingsStore(folder, std::chrono::system_clock::now());
-    system.store = std::move(opened.store);
-    if (opened.lasts) {
-        system.journal = std::make_unique<PosixJournalFile>(*folder / "journal");
-        system.storePlace = (*folder / "settings.db").string();
-    }
-    system.files = std::make_unique<SqliteSettingsFile>(folder ? *folder / "settings.db"
-                                                               : std::filesystem::path());
-    if (!opened.trouble.empty()) {
-        system.troubles.push_back(opened.trouble);
-    }
-    system.folder = folder;
-    system.licences = {"SQLite: public domain", "XCB and xkbcommon: MIT",
-                       "utfcpp: Boost Software License 1.0"};
-    system.wayland = IsSet("WAYLAND_DISPLAY");
-    system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
-    system.wineTools = std::make_unique<BridgeProcess>(BridgeFolders());
-    system.endRequests = WatchEndRequests();
-    return system;
+std::future<System> OpenSystem(const Options& options) {
+    // The toolkit sets the locale too, which the thread must not see change.
+    std::setlocale(LC_ALL, "");
+    const int endRequests = WatchEndRequests();
+    return std::async(std::launch::async, [options, endRequests] {
+        // The list of the system's fonts is a good part of a start. If it cannot be read, the
+        // toolkit tries again and says so.
+        static_cast<void>(FcInit());
+        System system = Open(options);
+        system.endRequests = endRequests;
+        return system;
+    });
 }
 
 }  // namespace spellwick

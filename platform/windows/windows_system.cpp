@@ -49,6 +49,28 @@ std::optional<std::filesystem::path> SettingsFolder(const Options& options) {
     return std::filesystem::path(data) / L"Spellwick";
 }
 
+System Open(const Options& options) {
+    System system;
+    system.clients = std::make_unique<WindowsClientWindows>();
+    system.keyboard = std::make_unique<WindowsKeyboard>();
+    system.desktop = std::make_unique<WindowsDesktop>();
+    system.installation = std::make_unique<RegistryInstallation>();
+    system.clock = std::make_unique<WindowsClock>();
+    const auto folder = SettingsFolder(options);
+    const std::wstring key = options.data && folder ? std::wstring(kSettingsKey) + L" data\\" +
+                                                          FolderName(folder->wstring())
+                                                    : std::wstring(kSettingsKey);
+    system.store = std::make_unique<RegistrySettingsStore>(key);
+    system.storePlace = "HKEY_CURRENT_USER\\" + Utf8FromWide(key);
+    system.licences = LinesOf(LicencesOnWindows());
+    if (folder) {
+        system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
+    }
+    system.folder = folder;
+    system.assist = std::make_unique<WindowAssistTransport>();
+    return system;
+}
+
 }  // namespace
 
 void TakeEndRequest(int /*endRequests*/) {}
@@ -70,26 +92,9 @@ Ownership OwnSettings(const Options& options) {
     return ownership;
 }
 
-System OpenSystem(const Options& options) {
-    System system;
-    system.clients = std::make_unique<WindowsClientWindows>();
-    system.keyboard = std::make_unique<WindowsKeyboard>();
-    system.desktop = std::make_unique<WindowsDesktop>();
-    system.installation = std::make_unique<RegistryInstallation>();
-    system.clock = std::make_unique<WindowsClock>();
-    const auto folder = SettingsFolder(options);
-    const std::wstring key = options.data && folder ? std::wstring(kSettingsKey) + L" data\\" +
-                                                          FolderName(folder->wstring())
-                                                    : std::wstring(kSettingsKey);
-    system.store = std::make_unique<RegistrySettingsStore>(key);
-    system.storePlace = "HKEY_CURRENT_USER\\" + Utf8FromWide(key);
-    system.licences = LinesOf(LicencesOnWindows());
-    if (folder) {
-        system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
-    }
-    system.folder = folder;
-    system.assist = std::make_unique<WindowAssistTransport>();
-    return system;
+std::future<System> OpenSystem(const Options& options) {
+    // A window belongs to the thread that made it, so all is opened by the one that asks for it.
+    return std::async(std::launch::deferred, [options] { return Open(options); });
 }
 
 }  // namespace spellwick
