@@ -18,7 +18,8 @@ SMALL_ICON_LIMIT = 24
 
 # The whole strips, for looking at all icons in one picture.
 NOT_IN_PROGRAM = ("spells_colour.png", "spells_colour@2x.png", "spells_grey.png",
-                  "spells_grey@2x.png")
+                  "spells_grey@2x.png", "spellwick.svg",
+                  *(f"spellwick-{size}.png" for size in (16, 22, 24, 32, 64, 128)))
 
 
 @dataclass(frozen=True)
