@@ -19,8 +19,6 @@ namespace {
 constexpr auto kActivation = 500ms;
 // The time between a window manager's report that a window is active and the arrival of the focus.
 constexpr auto kFocusFollows = 100ms;
-constexpr int kLookAgainMilliseconds = 10;
-constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
 
 }  // namespace
 
@@ -258,50 +256,6 @@ void X11ClientWindows::Tell(xcb_window_t window, xcb_atom_t protocol, xcb_timest
 void X11ClientWindows::ListenToRoot(std::uint32_t events) const {
     xcb_change_window_attributes(m_connection.Get(), m_connection.Root(), XCB_CW_EVENT_MASK,
                                  &events);
-}
-
-// A program reads its events in order, so its answer to a ping says that it has read all before.
-// It answers to the root window, as if to the window manager.
-bool X11ClientWindows::WaitUntilRead(WindowHandle window, std::chrono::milliseconds patience) {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    if (window == 0 || !Speaks(window, m_hints.Get()->_NET_WM_PING)) {
-        return false;
-    }
-    ListenToRoot(kRootEvents | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
-    // Wine answers when it has queued the keys for its program, and reads more events when the
-    // program has taken them all: a second answer says that.
-    const bool read =
-        Answers(window, deadline) && (!FollowsKeyMapLate(window) || Answers(window, deadline));
-    ListenToRoot(kRootEvents);
-    return read;
-}
-
-bool X11ClientWindows::Answers(xcb_window_t window,
-                               std::chrono::steady_clock::time_point deadline) const {
-    const xcb_timestamp_t time = ServerTime();
-    Tell(window, m_hints.Get()->_NET_WM_PING, time);
-    return ArrivesPong(window, time, deadline);
-}
-
-bool X11ClientWindows::ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
-                                   std::chrono::steady_clock::time_point deadline) const {
-    while (m_connection.Works() && std::chrono::steady_clock::now() < deadline) {
-        const auto event = OwnReply(xcb_poll_for_event(m_connection.Get()));
-        if (!event) {
-            pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
-            poll(&waiting, 1, kLookAgainMilliseconds);
-        } else if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE) {
-            const void* untyped = event.get();
-            const auto* message = static_cast<const xcb_client_message_event_t*>(untyped);
-            const auto& data = message->data.data32;
-            if (message->window == m_connection.Root() &&
-                message->type == m_hints.Get()->WM_PROTOCOLS &&
-                data[0] == m_hints.Get()->_NET_WM_PING && data[1] == time && data[2] == window) {
-                return true;
-            }
-        }
-    }
-    return false;
 }
 
 std::optional<WindowArea> X11ClientWindows::AreaOf(WindowHandle window) {

@@ -43,6 +43,9 @@ class X11ClientWindows : public ClientWindows {
     bool WaitUntilRead(WindowHandle window, std::chrono::milliseconds patience) override;
 
   private:
+    static constexpr int kLookAgainMilliseconds = 10;
+    static constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
+
     explicit X11ClientWindows(const std::string& display);
 
     // The process that a window belongs to; nothing if it does not say, or runs elsewhere.
