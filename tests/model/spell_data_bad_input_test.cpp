@@ -93,7 +93,7 @@ TEST(BadSpellFile, EmptyAndBlank_Fail) {
 
 // Each byte of the first and the last rows and around each line end; of the rows between, which are
 // alike, each seventh.
-TEST(BadSpellFile, CutOffAtAnyByte_FailsUnlessOnlyTheLineEndIsLost) {
+TEST(BadSpellFile, CutOffAtAnyByte_FailsUnlessOnlyTheLineEndIsLost_Long) {
     const std::string text = ShippedText();
     const std::size_t end = text.find_last_not_of(" \r\n") + 1;
     ASSERT_GT(end, 10'000U);
@@ -253,7 +253,7 @@ TEST(BadSpellFile, FailureInTheMiddle_LeavesTheTableAsFarAsItGot) {
     EXPECT_EQ(state.Spells(50).Name, "Broken");
 }
 
-TEST(BadSpellFile, TenMegabytesOfNoise_FailFast) {
+TEST(BadSpellFile, TenMegabytesOfNoise_FailFast_Long) {
     constexpr std::size_t kSize = 10U << 20U;
     constexpr std::size_t kRandomSize = kSize / 10;
     std::mt19937 random(1);
@@ -280,7 +280,7 @@ TEST(BadSpellFile, TenMegabytesOfNoise_FailFast) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
-TEST(BadSpellFile, ShippedFileWithOneByteChanged_NeverCrashes) {
+TEST(BadSpellFile, ShippedFileWithOneByteChanged_NeverCrashes_Long) {
     const std::string text = ShippedText();
     std::mt19937 random(17);
     std::uniform_int_distribution<std::size_t> place(0, text.size() - 1);

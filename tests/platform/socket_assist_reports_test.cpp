@@ -86,7 +86,7 @@ TEST_F(SocketAssist, ReportsOfAToolThatHasGone_AreStillTaken) {
     EXPECT_EQ(m_receiver.messages.size(), 2U);
 }
 
-TEST_F(SocketAssist, MillionReports_EachIsTakenOnceInOrderAndNoServiceIsLong) {
+TEST_F(SocketAssist, MillionReports_EachIsTakenOnceInOrderAndNoServiceIsLong_Long) {
     ToolSocket tool(m_folder, "a.sock");
     Greet(tool);
     m_transport.Attach(kOwnWindow, m_receiver);

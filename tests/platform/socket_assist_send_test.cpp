@@ -229,7 +229,7 @@ TEST_F(SocketAssist, Send_ToolThatNeverAnswers_IsAskedAgainAtGrowingIntervals) {
 }
 
 // Its answers are not counted for the message before for ever.
-TEST_F(SocketAssist, Send_ToolThatPassedOneMessageOver_IsUnderstoodAgain) {
+TEST_F(SocketAssist, Send_ToolThatPassedOneMessageOver_IsUnderstoodAgain_Long) {
     SocketAssistTransport transport(
         m_folder,
         {.answers = {.answer = 1s, .shortAnswer = 1s, .firstPause = 1ms}, .greeting = 5s});

@@ -177,7 +177,7 @@ TEST_F(SocketAssist, MuteTools_MakeRoomForOneWithATitle) {
     }
 }
 
-TEST_F(SocketAssist, MoreMuteToolsThanPlaces_TakeTurns) {
+TEST_F(SocketAssist, MoreMuteToolsThanPlaces_TakeTurns_Long) {
     const auto mute = MuteTools(m_folder, 40);
     std::size_t connected = 0;
     for (int search = 0; search < 3; ++search) {

@@ -214,7 +214,7 @@ TEST_F(PracticeToolTest, Burst_IsTwoHundredReportsThatEndAsThingsAre) {
     EXPECT_EQ(last["send 1329 100"], "100");
 }
 
-TEST_F(PracticeToolTest, Stream_GoesOnForSixHundredReports) {
+TEST_F(PracticeToolTest, Stream_GoesOnForSixHundredReports_Long) {
     const auto client = Registered();
     Play("stream");
     EXPECT_TRUE(ServeUntil([&] { return !m_notes.empty() && m_notes.back() == "streamed"; }));
@@ -255,7 +255,7 @@ TEST_F(PracticeToolTest, OneAnswerFault_TakesTheOthersPlace) {
     EXPECT_EQ(client.Lines()[1], "result 1");
 }
 
-TEST_F(PracticeToolTest, ToolThatIsGone_ComesBackAndKnowsNobody) {
+TEST_F(PracticeToolTest, ToolThatIsGone_ComesBackAndKnowsNobody_Long) {
     const auto client = Registered();
     QElapsedTimer time;
     time.start();

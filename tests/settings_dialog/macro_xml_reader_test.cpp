@@ -154,7 +154,7 @@ TEST(MacroXmlReader, EveryCutOfAFile_IsRefused) {
 }
 
 // As large as a file may be, of what costs a reader most.
-TEST(MacroXmlReader, LargeFiles_AreReadOrRefusedQuickly) {
+TEST(MacroXmlReader, LargeFiles_AreReadOrRefusedQuickly_Long) {
     const auto filled = [](const std::string& piece) {
         std::string bytes = "<macros>";
         while (bytes.size() + piece.size() + 9 <= kMostXmlBytes) {

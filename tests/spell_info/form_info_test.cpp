@@ -197,7 +197,7 @@ TEST_F(FormInfoTest, LongText_MakesTheWindowTallerForItsSpellAlone) {
     EXPECT_EQ(m_form->height(), height);
 }
 
-TEST_F(FormInfoTest, TextOfAMegabyte_IsScrolledAndTheBoxesStayWithinReach) {
+TEST_F(FormInfoTest, TextOfAMegabyte_IsScrolledAndTheBoxesStayWithinReach_Long) {
     Show(0);
     QCoreApplication::processEvents();
     const QSize size = m_form->size();

@@ -123,7 +123,7 @@ TEST_F(MacroFileTest, Oddity_SmallLetter_ComesBackAsItsCapital) {
     EXPECT_EQ(MacroOf(state, 6), (Macro{.key = "Q"}));
 }
 
-TEST_F(MacroFileTest, RoundTrip_OfAThousandRandomTables) {
+TEST_F(MacroFileTest, RoundTrip_OfAThousandRandomTables_Long) {
     std::mt19937 random(20240917);
     for (int round = 0; round < kRounds; ++round) {
         SharedState state = MacroState();
@@ -246,7 +246,7 @@ TEST_F(MacroFileTest, NoFileToWrite_FailsAsFile) {
 }
 
 // Ten megabytes of spell lines alone, and a hundred with the lines of a real file.
-TEST_F(MacroFileTest, LargeFiles_AreMergedInTime) {
+TEST_F(MacroFileTest, LargeFiles_AreMergedInTime_Long) {
     std::string spells;
     while (spells.size() < 10'000'000) {
         spells += "F1 0 1 0\r\nCastSpell Spell " + std::to_string(spells.size() % 96) +

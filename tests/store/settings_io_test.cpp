@@ -389,7 +389,7 @@ TEST_F(SettingsIoTest, Position_IsReadAsAFraction) {
     EXPECT_EQ(FailureOf([this] { io.ReadPosition("TimerTop"); }), FailureKind::kTypeMismatch);
 }
 
-TEST_F(SettingsIoTest, AThousandRandomStates_ComeBack) {
+TEST_F(SettingsIoTest, AThousandRandomStates_ComeBack_Long) {
     for (unsigned seed = 0; seed < 1000; ++seed) {
         SharedState saved = StartedState();
         FillPlayer(saved, seed);

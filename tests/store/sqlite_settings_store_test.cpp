@@ -161,7 +161,7 @@ TEST_F(SqliteStoreTest, RemovedKeysAndSections_AreGone) {
     EXPECT_THAT(store->Sections(), ElementsAre("a", "c"));
 }
 
-TEST_F(SqliteStoreTest, LockedByAnother_SaysSoKeepsTheOldDataAndSavesTheNextTime) {
+TEST_F(SqliteStoreTest, LockedByAnother_SaysSoKeepsTheOldDataAndSavesTheNextTime_Long) {
     const auto store = OpenWell(folder.Path());
     ASSERT_TRUE(store->Apply({{"Mira", "Magery", "1"}}).ok);
     RawDatabase other(File());
@@ -188,7 +188,7 @@ TEST_F(SqliteStoreTest, BrieflyLocked_WaitsAndSaves) {
     release.join();
 }
 
-TEST_F(SqliteStoreTest, TwoProcesses_WriteTheSameStore) {
+TEST_F(SqliteStoreTest, TwoProcesses_WriteTheSameStore_Long) {
     constexpr int kSaves = 150;
     const auto work = [this](const std::string& player) -> std::string {
         const OpenedStore opened =

@@ -50,7 +50,7 @@ SharedState StateOf(unsigned seed) {
     }
 }
 
-TEST(StoreKilledInASave, HoldsTheOldOrTheNewStateWhole) {
+TEST(StoreKilledInASave, HoldsTheOldOrTheNewStateWhole_Long) {
     const TemporaryFolder folder;
     void* shared =
         mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
