@@ -151,6 +151,8 @@ TEST_F(TabsInTheProgram, AnotherCharacterWhileOpen_KeepsItsOwnStock) {
     StartBoth();
     OpenTab(kReagents);
     TypeStock("55");
+    // Keys that are still on their way would go to the other character.
+    m_desk->RestingPicture(m_dialog);
     TellGame("login 2");
     ASSERT_TRUE(WaitCharacter("Bran Oakley"));
     m_desk->RestingPicture(m_dialog);
