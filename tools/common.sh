@@ -28,6 +28,11 @@ copy_tree() {
     fi | tar --create --null --files-from=- --ignore-failed-read | tar --extract -C "$target"
 }
 
+# tar_of FOLDER NAME: an archive of NAME in FOLDER that depends on nothing but what is in it.
+tar_of() {
+    tar --create -C "$1" --sort=name --owner=0 --group=0 --numeric-owner --format=gnu "$2"
+}
+
 # logged NAME COMMAND...: runs a long command with its output in build/NAME.log; shows the end of the log
 # if it fails.
 logged() {
