@@ -18,8 +18,11 @@ fail() {
     exit 1
 }
 
+# A display that starts anew after each lone client, as those that look for windows are, would refuse the program.
 start_display() {
-    coproc display { exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>"$work/xvfb.log"; }
+    coproc display {
+        exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp -noreset 2>"$work/xvfb.log"
+    }
     server=$!
     local number
     read -r number <&"${display[0]}"
