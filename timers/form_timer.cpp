@@ -16,6 +16,7 @@ namespace {
 constexpr int kHide = 0;  // lblControls
 constexpr int kLayout = 1;
 constexpr int kControlMargin = 4;
+constexpr int kAsks = 3;  // at the first paint and at the next two ticks
 constexpr const char* kWidestName = "Summon Daemon ";
 constexpr const char* kWidestSeconds = "00000";
 
@@ -32,7 +33,7 @@ FormTimer::FormTimer(const TimerServices& services, QPoint place)
       m_timers(services.timers),
       m_events(services.failures, this),
       m_icons(QStringLiteral("colour"), qGuiApp->devicePixelRatio() * FormScale()),
-      m_moved(!place.isNull()) {
+      m_aside(place.isNull() ? std::optional(place) : std::nullopt) {
     setObjectName(QStringLiteral("FormTimer"));
     setWindowTitle(QStringLiteral("SpellTimer"));
     setAccessibleName(QStringLiteral("Running spell timers"));
@@ -94,6 +95,8 @@ void FormTimer::ShowTimers() {
     }
     if (!isVisible()) {
         MakeVisible();
+    } else if (m_asksDue < kAsks) {
+        AskForStates();
     }
 }
 
@@ -157,8 +160,10 @@ void FormTimer::ShowIcon(std::size_t slot, const TimerSlot& timer) {
 
 void FormTimer::MakeVisible() {
     QPoint place = OnScreens(pos(), *this);
-    m_moved = m_moved || pos() != m_aside;
-    if (!m_moved) {
+    if (pos() != m_aside) {
+        m_aside.reset();
+    }
+    if (m_aside) {
         if (m_services.keepsClear) {
             place = ClearOf(place, size(), m_services.keepsClear());
         }
@@ -172,7 +177,23 @@ void FormTimer::MakeVisible() {
     QGuiApplication::sync();
     // Where the desktop has no such state, the window is in the list.
     static_cast<void>(m_services.desktop.LeaveTaskList(handle));
+    m_asksDue = kAsks;
     show();
+}
+
+// A window manager that is busy clears the states of a window that was hidden only after it is
+// shown again, and drops a request for a window that it has not yet taken.
+void FormTimer::AskForStates() {
+    if (m_asksDue == 0) {
+        return;
+    }
+    --m_asksDue;
+    const auto handle = static_cast<WindowHandle>(winId());
+    // Where the desktop has no such state, the window stays as it is.
+    if (m_services.state.AlwaysOnTop) {
+        static_cast<void>(m_services.desktop.SetTopMost(handle, true));
+    }
+    static_cast<void>(m_services.desktop.LeaveTaskList(handle));
 }
 
 void FormTimer::HideForUser() {
@@ -193,7 +214,7 @@ void FormTimer::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     if (event->buttons().testFlag(Qt::LeftButton)) {
-        m_moved = true;
+        m_aside.reset();
         // Screen coordinates, because the window follows the mouse with a delay.
         move(m_pressWindow + event->globalPosition().toPoint() - m_pressPlace);
     } else {
@@ -213,18 +234,15 @@ void FormTimer::mouseReleaseEvent(QMouseEvent* event) {
 
 void FormTimer::paintEvent(QPaintEvent* /*event*/) {
     m_events.Run("showing the timers", [&] {
-        // By now the window manager knows the window.
-        if (m_services.state.AlwaysOnTop && !m_onTop) {
-            m_onTop = true;
-            // Where the desktop has no such state, the window stays as it is.
-            static_cast<void>(
-                m_services.desktop.SetTopMost(static_cast<WindowHandle>(winId()), true));
+        // By now the window manager mostly knows the window.
+        if (m_asksDue == kAsks) {
+            AskForStates();
         }
     });
 }
 
 void FormTimer::hideEvent(QHideEvent* event) {
-    m_onTop = false;
+    m_asksDue = 0;
     QWidget::hideEvent(event);
 }
 

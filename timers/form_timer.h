@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <array>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "companion/running_timers.h"
@@ -37,7 +38,7 @@ class FormTimer : public QWidget {
     FormTimer(const TimerServices& services, QPoint place);
 
     // The position to save: 0 and 0 as long as the player has never moved the window.
-    QPoint KeptPlace() const { return m_moved || pos() != m_aside ? pos() : QPoint(); }
+    QPoint KeptPlace() const { return pos() == m_aside ? QPoint() : pos(); }
 
     // Draws the timers' screen, and shows or hides the window by it.
     void ShowTimers();
@@ -53,6 +54,7 @@ class FormTimer : public QWidget {
   private:
     void MakeParts();
     void MakeVisible();
+    void AskForStates();
     void Arrange(const TimerScreen& screen);
     void Apply(const TimerPlan& plan);
     QSize ControlSize() const;
@@ -69,12 +71,11 @@ class FormTimer : public QWidget {
     std::array<IconPicture*, kTimerSlots> m_pictures{};  // imgSpell
     std::array<TimerBar*, kTimerSlots> m_bars{};         // picProg
     std::array<TimerControl*, 2> m_controls{};           // lblControls
-    bool m_moved;                                        // by the player
-    QPoint m_aside;                                      // where the window has moved by itself
+    std::optional<QPoint> m_aside;  // where it stands by itself; none once the player has moved it
     bool m_dragging = false;
     QPoint m_pressPlace;  // mouse, in screen coordinates
     QPoint m_pressWindow;
-    bool m_onTop = false;  // top-most state already requested for this showing
+    int m_asksDue = 0;  // how often to ask the desktop for the window's states in this showing
 };
 
 }  // namespace spellwick

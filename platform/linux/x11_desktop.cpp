@@ -86,14 +86,27 @@ bool X11Desktop::SetTopMost(WindowHandle window, bool topMost) {
     return m_connection.Works();
 }
 
+bool X11Desktop::IsMapped(WindowHandle window) {
+    xcb_connection_t* x = m_connection.Get();
+    const auto attributes =
+        OwnReply(xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
+    return attributes != nullptr && attributes->map_state != XCB_MAP_STATE_UNMAPPED;
+}
+
 bool X11Desktop::LeaveTaskList(WindowHandle window) {
     if (!m_hints.Work() || window == 0) {
         return false;
     }
-    // Before the window is shown, its states are ours to write; the window manager reads them when
-    // it maps the window and clears them when the window is hidden.
     std::array states{m_hints.Get()->_NET_WM_STATE_SKIP_TASKBAR,
                       m_hints.Get()->_NET_WM_STATE_SKIP_PAGER};
+    if (IsMapped(window)) {
+        xcb_ewmh_request_change_wm_state(m_hints.Get(), m_connection.Screen(), window,
+                                         XCB_EWMH_WM_STATE_ADD, states[0], states[1],
+                                         XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+        return m_connection.RoundTrip();
+    }
+    // Before the window is shown, its states are ours to write; the window manager reads them when
+    // it maps the window and clears them when the window is hidden.
     xcb_ewmh_set_wm_state(m_hints.Get(), window, static_cast<std::uint32_t>(states.size()),
                           states.data());
     return m_connection.RoundTrip();

@@ -23,6 +23,8 @@ class X11Desktop : public Desktop {
     bool LeaveTaskList(WindowHandle window) override;
 
   private:
+    bool IsMapped(WindowHandle window);
+
     X11Connection m_connection;
     X11WindowHints m_hints;
 };

@@ -192,13 +192,28 @@ TEST_F(FormTimerPaints, AlwaysOnTop_PutsEachShownWindowAboveTheOthers) {
     ASSERT_EQ(m_desktop.topMostCalls.size(), 1U);
     EXPECT_TRUE(m_desktop.topMostCalls[0].topMost);
     EXPECT_EQ(m_desktop.topMostCalls[0].window, m_form->winId());
-    TickAt(1010.0F);
-    PaintAnew();
-    EXPECT_EQ(m_desktop.topMostCalls.size(), 1U);
+    // A window manager may have lost the first request.
+    for (const std::size_t asked : {2U, 3U, 3U, 3U}) {
+        TickAt(1010.0F);
+        PaintAnew();
+        EXPECT_EQ(m_desktop.topMostCalls.size(), asked);
+    }
     QTest::mouseClick(m_form.get(), Qt::RightButton);
     Start(2, 60);
     PaintAnew();
-    EXPECT_EQ(m_desktop.topMostCalls.size(), 2U);
+    EXPECT_EQ(m_desktop.topMostCalls.size(), 4U);
+}
+
+TEST_F(FormTimerPaints, TaskList_IsLeftAgainAfterTheWindowIsShown) {
+    Make();
+    Start(1, 60);
+    EXPECT_EQ(m_desktop.outOfTaskList.size(), 1U);
+    PaintAnew();
+    EXPECT_EQ(m_desktop.outOfTaskList.size(), 2U);
+    for (const std::size_t asked : {3U, 4U, 4U}) {
+        TickAt(1010.0F);
+        EXPECT_EQ(m_desktop.outOfTaskList.size(), asked);
+    }
 }
 
 }  // namespace
