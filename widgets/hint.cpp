@@ -46,12 +46,19 @@ QSize SizeOf(const Hint& hint) {
     return {width, hint.heightForWidth(width)};
 }
 
+// Of the program's windows, one that hints keep clear of.
+bool IsOtherWindow(const QObject* object) {
+    const auto* window = qobject_cast<const QWidget*>(object);
+    return window != nullptr && window->isWindow() && window->windowType() != Qt::ToolTip &&
+           window->windowType() != Qt::Popup;
+}
+
 // The program's other windows that are on the screen.
 std::vector<QRect> WindowsBut(const QWidget& owner) {
     std::vector<QRect> windows;
     for (const QWidget* window : QApplication::topLevelWidgets()) {
         if (window != &owner && window->isVisible() && !window->isMinimized() &&
-            window->windowType() != Qt::ToolTip) {
+            IsOtherWindow(window)) {
             windows.push_back(window->frameGeometry());
         }
     }
@@ -135,9 +142,7 @@ void Hints::Make(const QString& text, const HintLead& lead) {
     m_events.On(hint, &Hint::Clicked, "following a hint", [this, hint] { Follow(hint); });
     m_events.On(&hint->Time(), &QTimer::timeout, "closing a hint", [this, hint] { Drop(hint); });
     m_hints.push_back(hint);
-    if (lead.untilClick) {
-        qApp->installEventFilter(this);
-    }
+    qApp->installEventFilter(this);
     Arrange();
 }
 
@@ -151,15 +156,10 @@ void Hints::Follow(Hint* hint) {
 
 // A click on the hint itself is left to it.
 void Hints::DropAtClick(const QObject* clicked) {
-    bool any = false;
     for (Hint* hint : std::vector(m_hints)) {
         if (hint->Lead().untilClick && clicked != hint) {
             Drop(hint);
         }
-        any = any || (hint->Lead().untilClick && clicked == hint);
-    }
-    if (!any) {
-        qApp->removeEventFilter(this);
     }
 }
 
@@ -172,6 +172,7 @@ void Hints::Drop(Hint* hint) {
 
 void Hints::Arrange() {
     if (m_hints.empty()) {
+        qApp->removeEventFilter(this);
         return;
     }
     if (!m_owner.isVisible() || m_owner.isMinimized()) {
@@ -191,6 +192,8 @@ void Hints::Arrange() {
         place.ry() += hint->height() + kGap;
         if (!hint->isVisible()) {
             Appear(*hint);
+        } else {
+            Attach(*hint);
         }
     }
 }
@@ -227,12 +230,18 @@ QSize Hints::FitColumn(const QRect& room) {
     return column;
 }
 
+// A modal dialog takes the clicks of all windows but its own.
+void Hints::Attach(Hint& hint) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    QWindow* parent = (modal != nullptr ? *modal->window() : m_owner).windowHandle();
+    if (hint.windowHandle()->transientParent() != parent) {
+        hint.windowHandle()->setTransientParent(parent);
+    }
+}
+
 void Hints::Appear(Hint& hint) {
     hint.MakeWindow();
-    // A modal dialog takes the clicks of all windows but its own.
-    if (const QWidget* modal = QApplication::activeModalWidget()) {
-        hint.windowHandle()->setTransientParent(modal->window()->windowHandle());
-    }
+    Attach(hint);
     hint.show();
     if (!hint.Lead().untilClick) {
         hint.Time().start(m_time);
@@ -245,7 +254,7 @@ bool Hints::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
         m_events.Run("closing a hint", [&] { DropAtClick(watched); });
     }
-    if (watched != &m_owner) {
+    if (watched != &m_owner && !IsOtherWindow(watched)) {
         return QObject::eventFilter(watched, event);
     }
     switch (event->type()) {

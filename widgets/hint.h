@@ -55,7 +55,8 @@ class Hint : public QLabel {
     HintLead m_lead;
 };
 
-// The hints beside a window, the newest one lowest.
+// The hints beside a window, the newest one lowest. They move aside when another window of the
+// program's appears, moves or goes.
 class Hints : public QObject {
     Q_OBJECT
 
@@ -82,6 +83,7 @@ class Hints : public QObject {
     void Arrange();
     QSize FitColumn(const QRect& room);
     void Appear(Hint& hint);
+    void Attach(Hint& hint);
 
     QWidget& m_owner;
     const GuardedEvents m_events;

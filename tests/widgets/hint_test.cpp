@@ -125,6 +125,39 @@ class HintTest : public testing::Test, public FailureSink {
     Hints m_hints{m_window, *this};
 };
 
+TEST_F(HintTest, AnotherWindowAppears_TheHintsMoveAsideAndBack) {
+    ShowWindow();
+    m_hints.Show(QStringLiteral("Log in to your game."));
+    const QPoint before = Shown().at(0)->pos();
+    QWidget other;
+    other.setGeometry(QRect(before - QPoint(4, 4), QSize(200, 200)));
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    EXPECT_FALSE(Shown().at(0)->frameGeometry().intersects(other.frameGeometry()));
+    other.move(before + QPoint(0, 300));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Shown().at(0)->pos(), before) << "it has moved out of the way";
+    other.move(before);
+    QCoreApplication::processEvents();
+    EXPECT_NE(Shown().at(0)->pos(), before);
+    other.hide();
+    EXPECT_EQ(Shown().at(0)->pos(), before);
+}
+
+TEST_F(HintTest, ModalDialogAppears_AHintThatStandsStillTakesClicks) {
+    ShowWindow();
+    bool followed = false;
+    m_hints.Show(QStringLiteral("New here?"), {.follow = [&] { followed = true; }});
+    QDialog dialog(&m_window);
+    dialog.setModal(true);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return Shown().at(0)->windowHandle()->transientParent() == dialog.windowHandle(); }));
+    Click(*Shown().at(0));
+    EXPECT_TRUE(followed);
+}
+
 TEST_F(HintTest, Time_IsEightSeconds) {
     ShowWindow();
     m_hints.Show(QStringLiteral("Log in to your game."));
