@@ -338,6 +338,7 @@ void Application::MakeSettings() {
                                                         .pictures = m_main->PictureStrips(),
                                                         .atStart = *m_settingsAtStart,
                                                         .about = About(),
+                                                        .gameArea = [this] { return GameRect(); },
                                                         .data = m_companion.Data(),
                                                         .wineTools = m_system.wineTools.get()},
                                        m_main.get());

@@ -105,6 +105,7 @@ class FormSettings : public QDialog {
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
@@ -126,7 +127,9 @@ class FormSettings : public QDialog {
     // Saves and hides, unless an entry is refused.
     void Close();
     void KeepPlace();
+    QRect GameArea() const;
     QPoint PlaceToOpen();
+    void PlaceFirstSteps();
     void FitSize();
     std::array<SettingsTab*, 5> TabsOfRefresh() const;
     // RefreshDialog when the user has done nothing: a tab that fails does not end the program.
@@ -153,6 +156,7 @@ class FormSettings : public QDialog {
     QPoint m_aside;  // where the dialog has moved by itself
     std::string m_shownPlayer;
     FirstSteps* m_firstSteps = nullptr;  // null until they are wanted
+    QMargins m_frame;                    // of the dialog when the first steps were placed
     Way m_due = Way::kNone;              // where a hint leads, until the dialog is shown
     bool m_justShown = false;
     bool m_outdated = false;

@@ -66,14 +66,23 @@ void FormSettings::FitSize() {
     setFixedSize((whole + QSize(bar, bar)).boundedTo(room));
 }
 
-// As long as the player has never moved the dialog, it keeps clear of the main window.
+QRect FormSettings::GameArea() const {
+    return m_services.gameArea ? m_services.gameArea() : QRect();
+}
+
+// As long as the player has never moved the dialog, it keeps clear of the main window and, where
+// there is room, of the game.
 QPoint FormSettings::PlaceToOpen() {
     const QPoint place = OnScreens(pos(), *this);
     const bool isMoved = m_place.top != 0.0F || m_place.left != 0.0F;
     if (isMoved || parentWidget() == nullptr) {
         return place;
     }
-    m_aside = ClearOf(place, size() + kFrame, {parentWidget()->frameGeometry()});
+    std::vector<QRect> others{parentWidget()->frameGeometry()};
+    if (const QRect game = GameArea(); !game.isEmpty()) {
+        others.push_back(game);
+    }
+    m_aside = ClearOf(place, size() + kFrame, others);
     return m_aside;
 }
 

@@ -1,6 +1,7 @@
 // The ways of the hints and of the first steps to the controls of the settings dialog.
 #include <QScreen>
 #include <QScrollArea>
+#include <QWindow>
 #include <utility>
 
 #include "settings_dialog/form_settings.h"
@@ -37,6 +38,11 @@ int TabOf(Way way) {
         default:
             return kGameTab;
     }
+}
+
+// The window manager's.
+QMargins FrameOf(const QWidget& window) {
+    return window.windowHandle() == nullptr ? QMargins() : window.windowHandle()->frameMargins();
 }
 
 }  // namespace
@@ -79,12 +85,31 @@ void FormSettings::OpenFirstSteps() {
     }
     m_firstSteps->ensurePolished();
     m_firstSteps->layout()->activate();
-    const QSize frame = frameGeometry().size() - size();
-    m_firstSteps->move(PlaceBeside(frameGeometry(), m_firstSteps->layout()->totalSizeHint() + frame,
-                                   screen()->availableGeometry(), {}));
+    PlaceFirstSteps();
     m_firstSteps->show();
     m_firstSteps->raise();
     m_firstSteps->activateWindow();
+}
+
+// Both windows have the same frame, which the first steps do not have yet.
+void FormSettings::PlaceFirstSteps() {
+    m_frame = FrameOf(*this);
+    const QSize size = m_firstSteps->layout()->totalSizeHint();
+    const QWidget* main = parentWidget();
+    const QPoint place = PlaceBeside(
+        geometry().marginsAdded(m_frame), size.grownBy(m_frame), screen()->availableGeometry(),
+        main == nullptr ? std::vector<QRect>() : std::vector{main->frameGeometry()}, GameArea());
+    m_firstSteps->setGeometry(QRect(place + QPoint(m_frame.left(), m_frame.top()), size));
+}
+
+// The dialog's own frame comes after it, and its place with the frame.
+void FormSettings::moveEvent(QMoveEvent* event) {
+    QDialog::moveEvent(event);
+    m_events.Run("placing the first steps", [&] {
+        if (m_firstSteps != nullptr && m_firstSteps->isVisible() && m_frame != FrameOf(*this)) {
+            PlaceFirstSteps();
+        }
+    });
 }
 
 void FormSettings::GoToStep(const Target& target) {

@@ -1,6 +1,9 @@
 // Everything that the settings dialog asks from outside itself.
 #pragma once
 
+#include <QRect>
+#include <functional>
+
 #include "companion/dialog_actions.h"
 #include "companion/game_choice.h"
 #include "companion/own_table.h"
@@ -32,9 +35,10 @@ struct SettingsServices {
     const SpellTableFile& spellTable;
     Pictures& pictures;
     SettingsAtStart atStart;
-    std::string about{};             // version, data and licences, a line each
-    PlayerData* data = nullptr;      // null where it cannot be taken in or out
-    WineTools* wineTools = nullptr;  // null where there is no such search
+    std::string about{};                // version, data and licences, a line each
+    std::function<QRect()> gameArea{};  // where the game's window is, empty without one
+    PlayerData* data = nullptr;         // null where it cannot be taken in or out
+    WineTools* wineTools = nullptr;     // null where there is no such search
 };
 
 }  // namespace spellwick

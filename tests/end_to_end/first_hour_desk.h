@@ -99,6 +99,18 @@ class FirstHourTest : public PlayerDesk {
         std::ranges::sort(hints, {}, [&](xcb_window_t hint) { return m_desk->AreaOf(hint).y; });
         return hints;
     }
+    // With the frame that the window manager gives it.
+    Area FrameOf(xcb_window_t window) const {
+        xcb_connection_t* x = m_desk->Session().Connection();
+        for (xcb_window_t parent = window; parent != m_desk->Session().Root();) {
+            window = parent;
+            xcb_query_tree_reply_t* tree =
+                xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr);
+            parent = tree == nullptr ? m_desk->Session().Root() : tree->parent;
+            std::free(tree);
+        }
+        return m_desk->AreaOf(window);
+    }
     static bool Overlap(const Area& one, const Area& other) {
         return one.x < other.x + other.width && other.x < one.x + one.width &&
                one.y < other.y + other.height && other.y < one.y + one.height;

@@ -86,6 +86,11 @@ class FirstHourWays : public FirstHourTest {
         m_steps = m_desk->WaitWindow("Spellwick - First steps");
         ASSERT_NE(m_steps, 0U);
         m_desk->RestingPicture(m_steps);
+        const Area steps = FrameOf(m_steps);
+        const Area settings = FrameOf(m_settings);
+        EXPECT_FALSE(Overlap(steps, settings))
+            << steps.x << ' ' << steps.y << ' ' << steps.width << ' ' << steps.height << ", "
+            << settings.x << ' ' << settings.y << ' ' << settings.width << ' ' << settings.height;
     }
     // Presses the button of a step, 0 to 3. The last one leaves the settings.
     void Step(int step) {
@@ -219,6 +224,31 @@ TEST_F(FirstHourWays, FirstSteps_LeadToACastWithoutABox) {
     TryToCast(kClumsy);
     ExpectCast("Clumsy");
     EXPECT_EQ(m_boxes, 0);
+}
+
+TEST_F(FirstHourWays, Tooltip_LetsAClickThroughToTheSpellBelow) {
+    constexpr int kUpper = 24;  // in an icon
+    constexpr int kLower = 57;
+    StartWithGame();
+    AwaitHints(1);
+    const std::vector<xcb_window_t> before = Hints();
+    m_desk->MoveMouse(Window(), {Spell(0).x, kUpper});
+    xcb_window_t tooltip = 0;
+    ASSERT_TRUE(WaitUntil([&] {
+        for (const xcb_window_t window : Hints()) {
+            tooltip = std::ranges::count(before, window) == 0 ? window : tooltip;
+        }
+        return tooltip != 0;
+    }));
+    Picture("tooltip");
+    const Area tip = m_desk->AreaOf(tooltip);
+    const Area window = m_desk->AreaOf(Window());
+    const Place next{Spell(1).x, kLower};
+    ASSERT_TRUE(Overlap(tip, {window.x + next.x, window.y + next.y, 1, 1}))
+        << "it does not lie over the next spell";
+    m_desk->MoveMouse(Window(), next);
+    m_desk->PressButton(3);
+    EXPECT_NE(m_desk->WaitWindow("Spellwick - Spell Info"), 0U);
 }
 
 }  // namespace

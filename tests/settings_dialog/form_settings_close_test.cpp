@@ -239,6 +239,22 @@ TEST_F(FormSettingsTest, Place_NeverMoved_OpensClearOfTheMainWindowAndStaysUnsav
     Form().setParent(nullptr, Form().windowFlags());
 }
 
+TEST_F(FormSettingsTest, Place_NeverMoved_OpensClearOfTheGameWhereThereIsRoom) {
+    QWidget main;
+    main.setGeometry(0, 0, 20, 15);
+    main.show();
+    for (const int height : {60, 5000}) {
+        SettingsServices services = Services();
+        const QRect game(0, 20, 780, height);
+        services.gameArea = [game] { return game; };
+        m_form = std::make_unique<FormSettings>(services, &main);
+        Form().Form_Load();
+        EXPECT_FALSE(Form().frameGeometry().intersects(main.frameGeometry()));
+        EXPECT_EQ(Form().frameGeometry().intersects(game), height > 1000);
+        m_form.reset();
+    }
+}
+
 TEST_F(FormSettingsTest, Unload_NeverShown_KeepsTheSavedPlaceToTheFraction) {
     SetSaved("Settings", "SettingsTop", "1500.5");
     SetSaved("Settings", "SettingsLeft", "7.25");
