@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QToolTip>
 #include <QWindow>
@@ -64,8 +65,10 @@ void FormMain::ShowTip(QWidget& control, QPoint place) {
     QToolTip::showText(place, tip, &control, control.rect());
     // It can lie over the next spell, whose click it must not swallow.
     for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->inherits("QTipLabel") && window->windowHandle() != nullptr) {
-            window->windowHandle()->setFlag(Qt::WindowTransparentForInput);
+        const auto* label = qobject_cast<const QLabel*>(window);
+        if (label != nullptr && label->windowType() == Qt::ToolTip &&
+            label->text() == QToolTip::text() && label->windowHandle() != nullptr) {
+            label->windowHandle()->setFlag(Qt::WindowTransparentForInput);
         }
     }
 }
