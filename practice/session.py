@@ -16,7 +16,8 @@ import subprocess
 import sys
 import time
 
-PATIENCE = 15.0
+from waiting import PATIENCE, Trouble, wait_for
+
 NOT_RUN = 77
 
 # Positions in the wide arrangement of Spellwick's window: counters and buttons from the left edge of
@@ -47,20 +48,6 @@ MACROS = """<?xml version="1.0" encoding="utf-8" standalone="yes"?>
 
 # The stock that the tool reports for Mira, less what the session casts after the count.
 STOCK_AT_THE_END = {"MR 0": "148", "SA 0": "86", "SS 0": "73", "BM 0": "80", "CurrentTithing": " 15000"}
-
-
-class Trouble(Exception):
-    pass
-
-
-def wait_for(what, holds):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = holds()
-        if found:
-            return found
-        time.sleep(0.05)
-    raise Trouble(f"timed out: {what}")
 
 
 class Session:

@@ -1,9 +1,7 @@
 """The real program's windows as a screen reader finds them, by AT-SPI."""
 import os
+import pathlib
 import sys
-import time
-
-PATIENCE = 30.0
 
 # The module comes with the system's own Python, which need not be the first one found.
 SYSTEM_PYTHON = "/usr/bin/python3"
@@ -15,15 +13,8 @@ except ImportError:
     if sys.executable != SYSTEM_PYTHON and os.path.exists(SYSTEM_PYTHON):
         os.execv(SYSTEM_PYTHON, [SYSTEM_PYTHON, *sys.argv])
 
-
-def wait_for(what, holds):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = holds()
-        if found:
-            return found
-        time.sleep(0.2)
-    raise RuntimeError(f"not within {PATIENCE:.0f} s: {what}")
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "practice"))
+from waiting import wait_for  # noqa: E402, F401
 
 
 def parts_of(part):

@@ -15,23 +15,15 @@ import sys
 import tempfile
 import time
 
-PATIENCE = 20.0
 NOT_RUN = 77
 NEEDED = ("mutter", "Xwayland", "dbus-run-session", "xdotool", "xterm")
 WIDTH_FROM_FIRST_SPELL, HEAL = 539, (3 * 44 + 22, 40)
 SECTION = "Ultima Online - Mira Talon (Atlantic)"
 TEXT = "Grüße € фы łé"
-PREPARE = pathlib.Path(__file__).resolve().parents[2] / "practice" / "prepare.py"
-
-
-def wait_for(what, holds):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = holds()
-        if found:
-            return found
-        time.sleep(0.1)
-    raise RuntimeError(f"timed out: {what}")
+PRACTICE = pathlib.Path(__file__).resolve().parents[2] / "practice"
+PREPARE = PRACTICE / "prepare.py"
+sys.path.append(str(PRACTICE))
+from waiting import PATIENCE, wait_for  # noqa: E402
 
 
 class Session:
