@@ -50,6 +50,7 @@ FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
       m_events(services.failures, this),
       m_commonDialog(services.dialogs) {
     InstallSpoken();
+    InstallTabStrip();
     setObjectName(QStringLiteral("FormSettings"));
     setWindowTitle(QStringLiteral("Spellwick - Settings"));
     setAccessibleName(QStringLiteral("Settings"));
@@ -69,7 +70,8 @@ FormSettings::FormSettings(const SettingsServices& services, QWidget* parent)
 }
 
 void FormSettings::MakeStrip() {
-    auto* strip = new QHBoxLayout;
+    m_strip = new TabStrip(this);
+    auto* strip = new QHBoxLayout(m_strip);
     strip->setContentsMargins(2, 2, 2, 0);
     strip->setSpacing(1);
     for (int tab = 0; tab < kTabCount; ++tab) {
@@ -78,11 +80,12 @@ void FormSettings::MakeStrip() {
             strip->addWidget(CheckTab[static_cast<std::size_t>(tab)]);
         }
     }
-    m_content->addLayout(strip);
+    m_content->addWidget(m_strip);
 }
 
 void FormSettings::MakeTabButton(int tab) {
     auto* button = new PageButton(this);
+    m_strip->Add(*button);
     button->setObjectName(IndexedName("CheckTab", tab));
     button->setText(QLatin1String(kTabCaptions[static_cast<std::size_t>(tab)]));
     button->setAccessibleName(button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));

@@ -23,6 +23,7 @@
 #include "settings_dialog/skills_tab.h"
 #include "settings_dialog/spell_texts_tab.h"
 #include "settings_dialog/spells_tab.h"
+#include "settings_dialog/tab_strip.h"
 #include "settings_dialog/user_spells_tab.h"
 #include "widgets/guarded_events.h"
 #include "widgets/page_button.h"
@@ -31,7 +32,7 @@ namespace spellwick {
 
 inline constexpr int kTabCount = 9;
 
-class FormSettings : public QDialog {
+class FormSettings : public QDialog, public TabbedDialog {
     Q_OBJECT
 
   public:
@@ -92,6 +93,8 @@ class FormSettings : public QDialog {
     // entry is dropped.
     void reject() override;
 
+    const TabStrip* Strip() const override { return m_strip; }
+
     // The data were replaced while it was open: it is to be made anew.
     bool IsOutdated() const { return m_outdated; }
 
@@ -141,6 +144,7 @@ class FormSettings : public QDialog {
     CommonDialog m_commonDialog;
     QScrollArea* m_scroll = nullptr;
     QVBoxLayout* m_content = nullptr;  // of the scroll area: strip and panels
+    TabStrip* m_strip = nullptr;
     QStackedLayout* m_panels = nullptr;
     SpellsTab* m_spells = nullptr;
     UserSpellsTab* m_userSpells = nullptr;

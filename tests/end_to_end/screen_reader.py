@@ -43,6 +43,9 @@ def read_settings(main):
     for index in range(TABS):
         tabs = [part for part in parts_of(dialog) if part.getRole() == pyatspi.ROLE_PAGE_TAB]
         require(len(tabs) == TABS, f"{len(tabs)} page tabs")
+        strips = [part for part in parts_of(dialog) if part.getRole() == pyatspi.ROLE_PAGE_TAB_LIST]
+        require(len(strips) == 1 and strips[0].childCount == TABS and
+                all(tab.parent == strips[0] for tab in tabs), "the tabs are not one list")
         press(tabs[index])
         wait_for("the tab", lambda: tabs[index].getState().contains(pyatspi.STATE_SELECTED) or
                  tabs[index].getState().contains(pyatspi.STATE_CHECKED))

@@ -59,6 +59,31 @@ TEST_F(FormSettingsTest, Spoken_Tabs_ArePageTabsOfWhichOneIsSelected) {
     }
 }
 
+TEST_F(FormSettingsTest, Spoken_Tabs_AreOneListAndNowhereElse) {
+    Open();
+    QAccessibleInterface& list =
+        *QAccessible::queryAccessibleInterface(const_cast<TabStrip*>(Form().Strip()));
+    EXPECT_EQ(list.role(), QAccessible::PageTabList);
+    EXPECT_EQ(list.text(QAccessible::Name), QStringLiteral("Tabs"));
+    ASSERT_EQ(list.childCount(), kTabCount);
+    for (int tab = 0; tab < kTabCount; ++tab) {
+        QWidget* button = Form().CheckTab[static_cast<std::size_t>(tab)];
+        EXPECT_EQ(list.child(tab)->object(), button);
+        EXPECT_EQ(list.indexOfChild(list.child(tab)), tab);
+        EXPECT_EQ(list.child(tab)->parent()->object(), Form().Strip());
+    }
+    EXPECT_EQ(list.child(kTabCount), nullptr);
+    QAccessibleInterface& dialog = *QAccessible::queryAccessibleInterface(&Form());
+    EXPECT_EQ(dialog.role(), QAccessible::Dialog);
+    for (int child = 0; child < dialog.childCount(); ++child) {
+        EXPECT_NE(dialog.child(child)->role(), QAccessible::PageTab);
+    }
+    EXPECT_EQ(dialog.indexOfChild(list.child(8)), -1);
+    // A press opens the tab.
+    list.child(5)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(list.child(5)->state().selected);
+}
+
 TEST_F(FormSettingsTest, Spoken_CellsAndEdits_AreNamedByWhatTheyMean) {
     Open();
     const auto pageOf = [this](const char* list, int page) {
