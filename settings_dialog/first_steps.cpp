@@ -82,6 +82,8 @@ FirstSteps::FirstSteps(const SharedState& state, FailureSink& failures, QWidget*
     m_events.On(close, &QPushButton::clicked, "closing the first steps", [this] { hide(); });
     all->addWidget(close, 0, Qt::AlignRight);
     all->setSizeConstraint(QLayout::SetFixedSize);
+    // Before it is shown, since its size decides its place.
+    ShowStates();
     m_look.setInterval(kBetweenLooks);
     m_events.On(&m_look, &QTimer::timeout, "showing the first steps", [this] { ShowStates(); });
 }

@@ -1,6 +1,7 @@
 // First steps: what it says, how it follows what is done, and where its buttons lead.
 #include "settings_dialog/first_steps.h"
 
+#include <QLayout>
 #include <QSignalSpy>
 
 #include "tests/settings_dialog/form_settings_fixture.h"
@@ -66,6 +67,17 @@ TEST_F(FirstStepsFormTest, Texts_FitTheirControls) {
                 << name;
         }
     }
+}
+
+TEST_F(FirstStepsFormTest, Size_IsKnownBeforeItIsShown) {
+    Open();
+    FirstSteps steps(m_state, *this, &Form());
+    steps.ensurePolished();
+    steps.layout()->activate();
+    const QSize before = steps.layout()->totalSizeHint();
+    steps.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&steps));
+    EXPECT_EQ(steps.size(), before);
 }
 
 TEST_F(FirstStepsFormTest, States_FollowWhatIsDoneWhileItIsOpen) {
