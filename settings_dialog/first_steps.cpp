@@ -2,7 +2,9 @@
 
 #include <QGridLayout>
 #include <QPainter>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <chrono>
 
 #include "settings_dialog/controls.h"
@@ -15,9 +17,17 @@ namespace {
 constexpr std::chrono::seconds kBetweenLooks{1};
 constexpr int kMarkSide = 20;
 constexpr int kTextWidth = 400;
+constexpr int kLeastTextWidth = 160;
+constexpr int kBesideTexts = 240;  // marks, states, buttons and the frame
 constexpr int kGap = 10;
 constexpr int kMargin = 12;
 enum Column { kMarkColumn, kTextColumn, kStateColumn, kButtonColumn };
+
+// Narrower where the window would not fit the screen.
+int WidthOfTexts(const QScreen& screen) {
+    const int room = screen.availableGeometry().width() - Scaled(kBesideTexts);
+    return std::clamp(room, Scaled(kLeastTextWidth), Scaled(kTextWidth));
+}
 
 }  // namespace
 
@@ -69,7 +79,7 @@ FirstSteps::FirstSteps(const SharedState& state, FailureSink& failures, QWidget*
         auto* how = Named(new QLabel(QLatin1String(kFirstSteps[at].sentence), this),
                           IndexedName("LabelHow", step));
         how->setWordWrap(true);
-        how->setFixedWidth(Scaled(kTextWidth));
+        how->setFixedWidth(WidthOfTexts(*screen()));
         steps->addWidget(Mark[at], row, kMarkColumn, Qt::AlignTop);
         steps->addWidget(LabelStep[at], row, kTextColumn);
         steps->addWidget(how, row + 1, kTextColumn);

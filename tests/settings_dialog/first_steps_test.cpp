@@ -2,6 +2,7 @@
 #include "settings_dialog/first_steps.h"
 
 #include <QLayout>
+#include <QScreen>
 #include <QSignalSpy>
 
 #include "tests/settings_dialog/form_settings_fixture.h"
@@ -67,6 +68,11 @@ TEST_F(FirstStepsFormTest, Texts_FitTheirControls) {
                 << name;
         }
     }
+}
+
+TEST_F(FirstStepsFormTest, Width_FitsTheScreen) {
+    OpenSteps();
+    EXPECT_LE(Steps().width(), Steps().screen()->availableGeometry().width());
 }
 
 TEST_F(FirstStepsFormTest, Size_IsKnownBeforeItIsShown) {
