@@ -61,6 +61,10 @@ i32 ReadCount(SpellDataReader& reader) {
 void ReadEnd(SpellDataReader& reader, std::size_t row) {
     std::string value;
     do {
+        // Every start reads these tables: the first exception of a run is dear.
+        if (reader.AtEnd()) {
+            return;
+        }
         try {
             value = reader.ReadText();
         } catch (const RuntimeFailure&) {

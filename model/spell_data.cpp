@@ -156,6 +156,12 @@ i16 SpellDataReader::ReadI16() {
 unsigned char SpellDataReader::ReadByte() {
     return ToByte(ReadI32());
 }
+bool SpellDataReader::AtEnd() {
+    while (IsBlank(Peek())) {
+        Take();
+    }
+    return Peek() == kEnd;
+}
 
 // A pipe or a device would hold the start up, and a larger file is none of ours.
 std::ifstream OpenSpellData(const std::filesystem::path& path) {

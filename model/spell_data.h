@@ -28,6 +28,8 @@ class SpellDataReader {
     i32 ReadI32();
     i16 ReadI16();
     unsigned char ReadByte();
+    // Whether nothing but blanks is left.
+    bool AtEnd();
 
   private:
     struct Value {
