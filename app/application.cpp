@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <QScreen>
 #include <QSessionManager>
 #include <QSocketNotifier>
@@ -14,6 +15,7 @@
 #include "store/text_settings_file.h"
 #include "text/log.h"
 #include "widgets/guarded_events.h"
+#include "widgets/pictures.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -139,6 +141,11 @@ std::optional<int> Application::Start() {
         return kNoSpellData;
     }
     Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
+    Guard(m_runEnd, "reading pictures", [&] {
+        m_main->ReadPicturesAhead();
+        QApplication::setWindowIcon(
+            QIcon(ReadPicture(QStringLiteral(":/pictures/spellwick-48.png"))));
+    });
     if (m_system.owner != nullptr) {
         m_system.owner->SetWindow(static_cast<WindowHandle>(m_main->winId()));
     }

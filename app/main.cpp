@@ -1,6 +1,5 @@
 // Start of the program.
 #include <QApplication>
-#include <QIcon>
 #include <cstdio>
 #include <exception>
 #include <future>
@@ -9,7 +8,6 @@
 #include "app/command_line.h"
 #include "app/event_log.h"
 #include "platform/system.h"
-#include "widgets/pictures.h"
 
 namespace {
 
@@ -36,8 +34,6 @@ int Run(int argc, char** argv, const spellwick::Options& options,
     }
     QApplication::setApplicationName(QStringLiteral("spellwick"));
     QGuiApplication::setDesktopFileName(QStringLiteral("spellwick"));
-    QApplication::setWindowIcon(
-        QIcon(spellwick::ReadPicture(QStringLiteral(":/pictures/spellwick-48.png"))));
     QApplication::setQuitOnLastWindowClosed(false);
     if (!opening.valid()) {
         opening = spellwick::OpenSystem(options);

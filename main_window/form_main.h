@@ -62,6 +62,8 @@ class FormMain : public QWidget, public Spoken {
 
     CirclePage& Page() { return m_page; }
     Pictures& PictureStrips() { return m_pictures; }
+    // Reads what the first painting needs, while the window manager maps the window.
+    void ReadPicturesAhead();
     QTimer& Timer1(int index);
     QWidget& StockCounter(i32 reagent) { return m_counters.Reagent(reagent); }  // 1 to 13
     QWidget& TithesLabel() { return *m_tithes.LabelTithes; }
@@ -109,6 +111,7 @@ class FormMain : public QWidget, public Spoken {
     LayoutPlan Plan() const;
     // Pixels of the design in pixels of the window.
     int InWindow(int pixels) const;
+    bool HasSmallRows();
     void DrawReagents(QPainter& painter);
 
     MainWindowServices m_services;

@@ -177,14 +177,24 @@ void FormMain::SetTabOrder(bool vertical) {
     }
 }
 
+bool FormMain::HasSmallRows() {
+    return m_counters.ImgReg(0).height() <= InWindow(kSmallRow);
+}
+
+void FormMain::ReadPicturesAhead() {
+    m_pictures.Reagents();
+    if (HasSmallRows()) {
+        m_pictures.SmallReagents();
+    }
+}
+
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const bool isDark = palette().color(QPalette::Window).lightness() < kDarkGround;
-    const bool isSmall = m_counters.ImgReg(0).height() <= InWindow(kSmallRow);
     const auto inWindow = [this](QSize size) {
         return QSize(InWindow(size.width()), InWindow(size.height()));
     };
-    const PictureStrip& strip = isSmall ? m_pictures.SmallReagents() : m_pictures.reagents;
+    const PictureStrip& strip = HasSmallRows() ? m_pictures.SmallReagents() : m_pictures.Reagents();
     for (int k = 0; k < kReagentCount; ++k) {
         const QWidget& place = m_counters.ImgReg(k);
         if (place.isVisibleTo(this)) {
@@ -197,7 +207,7 @@ void FormMain::DrawReagents(QPainter& painter) {
     }
     // The ankh fills the middle of its cell.
     const QWidget& ankh = *m_tithes.ImageAnkh;
-    const PictureStrip& tall = m_pictures.reagents;
+    const PictureStrip& tall = m_pictures.Reagents();
     QRect cell = tall.Cell(kAnkh);
     const QSize size = inWindow(tall.CellSize());
     const int margin = cell.width() * (size.width() - ankh.width()) / 2 / std::max(1, size.width());

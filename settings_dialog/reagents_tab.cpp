@@ -36,9 +36,9 @@ enum GridColumn {
 
 ReagentsTab::ReagentsTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
-      PicRegsL(Named(new ReagentPictures(services.pictures.reagents, Qt::Vertical, this),
+      PicRegsL(Named(new ReagentPictures(services.pictures.Reagents(), Qt::Vertical, this),
                      QStringLiteral("PicRegsL"), QStringLiteral("Reagents"))),
-      PicRegsR(Named(new ReagentPictures(services.pictures.reagents, Qt::Vertical, this),
+      PicRegsR(Named(new ReagentPictures(services.pictures.Reagents(), Qt::Vertical, this),
                      QStringLiteral("PicRegsR"), QStringLiteral("Reagents"))),
       m_totalHeading(
           Named(new QLabel(QStringLiteral("Total"), this), IndexedName("LabelTotal", 0))) {
@@ -59,7 +59,7 @@ ReagentsTab::ReagentsTab(const SettingsServices& services, QWidget* parent)
 
 void ReagentsTab::MakeTypes() {
     constexpr std::array<const char*, 2> kCaptions{"Magery Reagents", "Necromancy Reagents"};
-    const PictureStrip& strip = m_services.pictures.reagents;
+    const PictureStrip& strip = m_services.pictures.Reagents();
     for (int type = 0; type < 2; ++type) {
         const auto at = static_cast<std::size_t>(type);
         auto* option = new PictureOption(QLatin1String(kCaptions[at]), this);
@@ -135,7 +135,7 @@ void ReagentsTab::PlaceControls() {
         grid->setRowMinimumHeight(kFirstLineRow + line, kPitch);
     }
     for (ReagentPictures* pictures : {PicRegsL, PicRegsR}) {
-        pictures->setFixedWidth(m_services.pictures.reagents.CellSize().width());
+        pictures->setFixedWidth(m_services.pictures.Reagents().CellSize().width());
     }
     grid->addWidget(PicRegsL, kFirstLineRow, kLeftPicture, kMageryReagents, 1);
     grid->addWidget(PicRegsR, kFirstLineRow, kRightPicture, kMageryReagents, 1);

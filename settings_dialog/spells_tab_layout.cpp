@@ -30,7 +30,7 @@ SpellsTab::SpellsTab(const SettingsServices& services, QWidget* parent)
     : SettingsTab(services, parent),
       ComboSpellLevel(Named(new ChoiceBox(this), QStringLiteral("ComboSpellLevel"),
                             QStringLiteral("Page of spells"))),
-      PicRegHolder(Named(new ReagentPictures(services.pictures.reagents, Qt::Horizontal, this),
+      PicRegHolder(Named(new ReagentPictures(services.pictures.Reagents(), Qt::Horizontal, this),
                          QStringLiteral("PicRegHolder"), QStringLiteral("Reagents"))),
       CheckPics(Named(new QCheckBox(QStringLiteral("Pictures"), this), QStringLiteral("CheckPics"),
                       QStringLiteral("Pictures of the reagents"))),

@@ -51,17 +51,23 @@ const PictureStrip& IconClip::StripOf(i32 row) {
 Pictures::Pictures(double devicePixelRatio)
     : clip{IconClip(QStringLiteral("colour"), devicePixelRatio),
            IconClip(QStringLiteral("grey"), devicePixelRatio)},
-      reagents(QStringLiteral("reagents"), kReagentCells, 1, devicePixelRatio),
       page{LoadPicture(QStringLiteral("page_necromancer"), devicePixelRatio),
            LoadPicture(QStringLiteral("page_paladin"), devicePixelRatio)},
       m_devicePixelRatio(devicePixelRatio) {}
 
+const PictureStrip& Pictures::Reagents() {
+    return Loaded(m_reagents, "reagents");
+}
+
 const PictureStrip& Pictures::SmallReagents() {
-    if (!m_smallReagents) {
-        m_smallReagents.emplace(QStringLiteral("reagents_small"), kReagentCells, 1,
-                                m_devicePixelRatio);
+    return Loaded(m_smallReagents, "reagents_small");
+}
+
+const PictureStrip& Pictures::Loaded(std::optional<PictureStrip>& strip, const char* name) const {
+    if (!strip) {
+        strip.emplace(QLatin1String(name), kReagentCells, 1, m_devicePixelRatio);
     }
-    return *m_smallReagents;
+    return *strip;
 }
 
 }  // namespace spellwick

@@ -57,16 +57,19 @@ class IconClip {
 struct Pictures {
     explicit Pictures(double devicePixelRatio);
 
-    // The same as `reagents` for rows of 15 pixels, which only one arrangement has; loaded when it
-    // is first asked for.
+    // ImageList1, loaded when it is first asked for: for rows of 20 pixels, and for those of 15,
+    // which only one arrangement has.
+    const PictureStrip& Reagents();
     const PictureStrip& SmallReagents();
 
     std::array<IconClip, 2> clip;
-    PictureStrip reagents;  // ImageList1 for rows of 20 pixels
-    QPixmap page[2];        // Image1
+    QPixmap page[2];  // Image1
 
   private:
+    const PictureStrip& Loaded(std::optional<PictureStrip>& strip, const char* name) const;
+
     double m_devicePixelRatio;
+    std::optional<PictureStrip> m_reagents;
     std::optional<PictureStrip> m_smallReagents;
 };
 

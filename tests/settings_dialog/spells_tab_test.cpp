@@ -291,8 +291,8 @@ TEST_F(SpellsTabTest, Pictures_AreThoseOfThePagesReagents) {
         QImage image(28, 20, QImage::Format_ARGB32_Premultiplied);
         image.fill(Form().palette().color(QPalette::Window));
         QPainter painter(&image);
-        painter.drawPixmap(QRect(0, 0, 28, 20), m_pictures.reagents.Strip(),
-                           m_pictures.reagents.Cell(reagent - 1));
+        painter.drawPixmap(QRect(0, 0, 28, 20), m_pictures.Reagents().Strip(),
+                           m_pictures.Reagents().Cell(reagent - 1));
         return image;
     };
     for (const int page : {0, 8}) {

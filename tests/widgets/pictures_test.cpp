@@ -33,7 +33,7 @@ TEST(Pictures, SmallReagents_AreSmallerCellsOfTheSameStrip) {
     Pictures pictures(1.0);
     const PictureStrip& small = pictures.SmallReagents();
     EXPECT_FALSE(small.Strip().isNull());
-    EXPECT_LT(small.CellSize().height(), pictures.reagents.CellSize().height());
+    EXPECT_LT(small.CellSize().height(), pictures.Reagents().CellSize().height());
     EXPECT_EQ(&pictures.SmallReagents(), &small);
 }
 
