@@ -67,11 +67,18 @@ class WineTool : public PlayerDesk {
     const Environment& Variables() const { return m_desk->Session().Variables(); }
 
     void StartTool(const WineToolForm& form = kUoAssist) {
-        m_tool = prefix->StartTool(Variables(), form);
-        ASSERT_TRUE(m_tool);
-        // A line to it beside Spellwick's.
-        m_steer =
-            SocketClient::Find(m_desk->Session().RuntimeDir() / "spellwick" / "assist", form.title);
+        m_steer.reset();
+        // On a busy machine Wine at times does not come up so soon after its end.
+        for (int tries = 0; tries < 2 && !m_steer; ++tries) {
+            m_tool = prefix->StartTool(Variables(), form);
+            ASSERT_TRUE(m_tool);
+            // A line to it beside Spellwick's.
+            m_steer = SocketClient::Find(m_desk->Session().RuntimeDir() / "spellwick" / "assist",
+                                         form.title);
+            if (!m_steer && m_tool->Runs()) {
+                break;  // it is there, and was not found
+            }
+        }
         ASSERT_TRUE(m_steer) << m_tool->Output();
     }
     bool WaitLinked() {
