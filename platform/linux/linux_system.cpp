@@ -1,6 +1,7 @@
 #include <chrono>
 #include <clocale>
 #include <cstdlib>
+#include <memory>
 #include <stdexcept>
 
 #include <fontconfig/fontconfig.h>
@@ -24,6 +25,13 @@
 namespace spellwick {
 
 namespace {
+
+// The first connection of the process, kept until there are others: a server that loses its last
+// client starts anew, and refuses whoever comes meanwhile.
+std::unique_ptr<X11Connection>& FirstConnection() {
+    static std::unique_ptr<X11Connection> connection;
+    return connection;
+}
 
 bool IsSet(const char* name) {
     const char* value = std::getenv(name);
@@ -88,7 +96,8 @@ std::string PrepareProcess() {
                      "the game's window nor type into it."
                    : "There is no X display to show a window on (DISPLAY is not set).";
     }
-    if (!X11Connection({}).Works()) {
+    FirstConnection() = std::make_unique<X11Connection>("");
+    if (!FirstConnection()->Works()) {
         return std::string("The X display \"") + std::getenv("DISPLAY") + "\" cannot be opened.";
     }
     HoldEndSignals();
@@ -123,6 +132,7 @@ std::future<System> OpenSystem(const Options& options) {
         static_cast<void>(FcInit());
         System system = Open(options);
         system.endRequests = endRequests;
+        FirstConnection().reset();
         return system;
     });
 }

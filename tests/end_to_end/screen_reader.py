@@ -70,7 +70,8 @@ def in_session(folder):
 
 def on_a_display(folder):
     reading, writing = os.pipe()
-    with subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24"],
+    with subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24",
+                           "-noreset"],
                           pass_fds=(writing,), stderr=subprocess.DEVNULL) as display:
         os.close(writing)
         try:
