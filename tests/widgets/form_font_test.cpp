@@ -10,7 +10,7 @@ namespace {
 
 class FormFontTest : public testing::Test {
   protected:
-    ~FormFontTest() override { QApplication::setFont(m_before); }
+    void TearDown() override { QApplication::setFont(m_before); }
 
     const QFont m_before = QApplication::font();
 };
