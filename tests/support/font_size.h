@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QFont>
 
 namespace spellwick {
 
