@@ -81,8 +81,19 @@ class WineTool : public PlayerDesk {
         }
         ASSERT_TRUE(m_steer) << m_tool->Output();
     }
-    bool WaitLinked() {
-        return WaitUntil([&] { return m_steer->Ask(kRegistered) == 1; });
+    // A tool that was slow to answer is asked again after 2, 4, 8 and 16 seconds.
+    testing::AssertionResult WaitLinked() {
+        std::string registered;
+        const bool isLinked = WaitUntil(
+            [&] {
+                const std::optional<i32> count = m_steer->Ask(kRegistered);
+                registered = count ? std::to_string(*count) : "none";
+                return count == 1;
+            },
+            40s);
+        return isLinked ? testing::AssertionSuccess()
+                        : testing::AssertionFailure()
+                              << "windows registered with the tool: " << registered;
     }
 
     void StartAll(const WineToolForm& form = kUoAssist) {
