@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include <sys/signalfd.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace spellwick::bridge {
@@ -109,6 +110,9 @@ bool BridgeRun::IsWanted(const WineServer& server) const {
 }
 
 void BridgeRun::Search() {
+    // Halves that were not waited for when their prefix ended.
+    while (waitpid(-1, nullptr, WNOHANG) > 0) {
+    }
     const std::vector<WineServer> servers = FindWineServers();
     std::erase_if(m_prefixes, [&](const auto& entry) {
         const auto& [server, prefix] = entry.second;

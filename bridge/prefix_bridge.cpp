@@ -76,6 +76,7 @@ void PrefixBridge::TakeFromWine() {
         const auto& numbers = line->numbers;
         if (line->verb == BridgeVerb::kReady) {
             m_ready = true;
+            m_half->NoteUp();
         } else if (line->verb == BridgeVerb::kTitle) {
             ShowTool(line->id, line->text);
         } else if (line->verb == BridgeVerb::kGone) {

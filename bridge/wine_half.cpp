@@ -114,6 +114,9 @@ std::unique_ptr<WineHalf> WineHalf::Start(const WinePrefix& prefix,
 
 WineHalf::~WineHalf() {
     m_lines.End();
+    if (!m_isUp) {
+        return;
+    }
     const auto deadline = steady_clock::now() + kGoodbye;
     while (Runs() && steady_clock::now() < deadline) {
         std::this_thread::sleep_for(kBetweenLooks);
@@ -125,6 +128,7 @@ WineHalf::~WineHalf() {
 }
 
 bool WineHalf::Runs() {
+    // An error says that it has been waited for elsewhere.
     m_runs = m_runs && waitpid(m_process, nullptr, WNOHANG) == 0;
     return m_runs;
 }

@@ -21,11 +21,15 @@ class WineHalf {
 
     WineHalf(const WineHalf&) = delete;
     WineHalf& operator=(const WineHalf&) = delete;
-    // Ends it by the end of its input, and by a signal if that takes longer than a second.
+    // Ends it by the end of its input, and by a signal if that takes longer than a second. One that
+    // is not up yet may be starting Wine itself: a signal would leave the prefix half started, and
+    // the player's programs waiting for it. It is not waited for, and sees the end later.
     ~WineHalf();
 
     LineStream& Lines() { return m_lines; }
     bool Runs();
+    // It has written its first line.
+    void NoteUp() { m_isUp = true; }
 
   private:
     WineHalf(pid_t process, FileDescriptor input, FileDescriptor output)
@@ -33,6 +37,7 @@ class WineHalf {
 
     pid_t m_process;
     bool m_runs = true;
+    bool m_isUp = false;
     LineStream m_lines;
 };
 

@@ -32,6 +32,26 @@ std::string WithoutDeleted(std::string path) {
     return path;
 }
 
+std::vector<std::string> ReadTexts(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::vector<std::string> texts;
+    for (std::string text; std::getline(stream, text, '\0');) {
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+// `wineserver -k` and `wineserver -w` end a server and wait for its end. Launchers run them, and
+// they work in the server's folder.
+bool IsAboutAServer(const std::vector<std::string>& command) {
+    return !command.empty() &&
+           std::any_of(command.begin() + 1, command.end(), [](const std::string& option) {
+               const bool isShort = option.starts_with('-') && !option.starts_with("--");
+               return isShort ? option.find_first_of("kw") != std::string::npos
+                              : option.starts_with("--kill") || option.starts_with("--wait");
+           });
+}
+
 std::optional<WineServer> ReadServer(const fs::path& processes, const std::string& number) {
     WineServer server;
     const auto [end, error] =
@@ -53,17 +73,11 @@ std::optional<WineServer> ReadServer(const fs::path& processes, const std::strin
     if (!folder.starts_with(kFolder)) {
         return std::nullopt;
     }
+    if (IsAboutAServer(ReadTexts(process / "cmdline"))) {
+        return std::nullopt;
+    }
     server.name = folder.substr(kFolder.size());
     return server;
-}
-
-std::vector<std::string> ReadVariables(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::vector<std::string> variables;
-    for (std::string variable; std::getline(stream, variable, '\0');) {
-        variables.push_back(variable);
-    }
-    return variables;
 }
 
 std::string ValueOf(const std::vector<std::string>& variables, const std::string& name) {
@@ -158,7 +172,7 @@ std::optional<WinePrefix> FindPrefix(const WineServer& server, std::string& trou
                                      const fs::path& processes) {
     const fs::path process = processes / std::to_string(server.process);
     WinePrefix prefix;
-    prefix.variables = ReadVariables(process / "environ");
+    prefix.variables = ReadTexts(process / "environ");
     const std::string named = ValueOf(prefix.variables, "WINEPREFIX");
     prefix.folder =
         named.empty() ? fs::path(ValueOf(prefix.variables, "HOME")) / ".wine" : fs::path(named);

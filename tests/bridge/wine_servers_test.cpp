@@ -85,6 +85,30 @@ TEST_F(WineServers, Search_FindsServersAloneInTheirOrder) {
     EXPECT_THAT(FindWineServers(m_folder.Path() / "none"), ElementsAre());
 }
 
+TEST_F(WineServers, ProgramsThatEndAServerOrWaitForItsEnd_AreNone) {
+    const std::string folder = "/tmp/.wine-1000/server-801-1a";
+    const std::vector<std::vector<std::string>> servers{
+        {}, {"-p"}, {"-f", "-d2"}, {"--persistent=3"}};
+    const std::vector<std::vector<std::string>> others{
+        {"-k"}, {"-k9"}, {"-w"}, {"-fw"}, {"-d", "-w"}, {"--kill"}, {"--kill=15"}, {"--wait"}};
+    int number = 0;
+    for (const auto* commands : {&servers, &others}) {
+        for (const auto& options : *commands) {
+            AddProcess(++number, "/opt/k/wineserver", folder);
+            std::ofstream command(m_processes / std::to_string(number) / "cmdline",
+                                  std::ios::binary);
+            command << "/opt/-w/wineserver" << '\0';
+            for (const std::string& option : options) {
+                command << option << '\0';
+            }
+        }
+    }
+    const std::string name = "801-1a";
+    EXPECT_THAT(FindWineServers(m_processes),
+                ElementsAre(WineServer{1, name}, WineServer{2, name}, WineServer{3, name},
+                            WineServer{4, name}));
+}
+
 TEST_F(WineServers, Prefix_IsTheNamedOneWithTheServersEnvironmentAndItsOwnWine) {
     WriteProgram("wine64");
     const WineServer server = AddServer({"DISPLAY=:7", "WINEPREFIX=" + m_prefix.string(),
