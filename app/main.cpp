@@ -19,14 +19,14 @@ int Refuse(const std::string& trouble) {
 }
 
 int Run(int argc, char** argv, const spellwick::Options& options,
-        std::unique_ptr<spellwick::SettingsOwner> owner) {
+        std::shared_ptr<const void> display, std::unique_ptr<spellwick::SettingsOwner> owner) {
     QApplication::setStyle(QStringLiteral("Fusion"));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     // What is left may be an option of nobody, which must open nothing.
     std::future<spellwick::System> opening;
     if (argc <= 1) {
-        opening = spellwick::OpenSystem(options);
+        opening = spellwick::OpenSystem(options, std::move(display));
     }
     QApplication toolkit(argc, argv);
     if (const std::string unknown = spellwick::UnknownArgument(argc, argv); !unknown.empty()) {
@@ -36,7 +36,7 @@ int Run(int argc, char** argv, const spellwick::Options& options,
     QGuiApplication::setDesktopFileName(QStringLiteral("spellwick"));
     QApplication::setQuitOnLastWindowClosed(false);
     if (!opening.valid()) {
-        opening = spellwick::OpenSystem(options);
+        opening = spellwick::OpenSystem(options, std::move(display));
     }
     spellwick::System system = opening.get();
     system.owner = std::move(owner);
@@ -66,8 +66,9 @@ int main(int argc, char** argv) {
             return Refuse(log->Trouble());
         }
     }
-    if (const std::string trouble = spellwick::PrepareProcess(); !trouble.empty()) {
-        return Refuse(trouble);
+    spellwick::Preparation prepared = spellwick::PrepareProcess();
+    if (!prepared.trouble.empty()) {
+        return Refuse(prepared.trouble);
     }
     try {
         spellwick::Ownership settings = spellwick::OwnSettings(line.options);
@@ -76,7 +77,8 @@ int main(int argc, char** argv) {
         }
         const int left = static_cast<int>(arguments.size());
         arguments.push_back(nullptr);
-        return Run(left, arguments.data(), line.options, std::move(settings.owner));
+        return Run(left, arguments.data(), line.options, std::move(prepared.display),
+                   std::move(settings.owner));
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "spellwick: %s\n", failure.what());
         return 1;

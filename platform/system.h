@@ -59,9 +59,15 @@ struct System {
 // ends the process at once.
 void TakeEndRequest(int endRequests);
 
-// Readies the process, before the toolkit starts. Returns why the program cannot show itself here,
-// as one sentence, or nothing.
-[[nodiscard]] std::string PrepareProcess();
+// What PrepareProcess has found.
+struct Preparation {
+    std::string trouble;  // why the program cannot show itself here, as one sentence; or empty
+    // Keeps the display until the system is open; null where nothing has to.
+    std::shared_ptr<const void> display;
+};
+
+// Readies the process, before the toolkit starts.
+[[nodiscard]] Preparation PrepareProcess();
 
 // Takes the settings' folder for this process. When another program has it, its window is brought
 // to the front. Call after PrepareProcess.
@@ -69,8 +75,9 @@ Ownership OwnSettings(const Options& options);
 
 // Opens the system, on Linux in another thread, so that the caller can start the toolkit meanwhile;
 // what the toolkit's first text waits for is read there too. Call it only where PrepareProcess
-// found no trouble. The result throws std::runtime_error with a sentence when the display goes
-// away.
-[[nodiscard]] std::future<System> OpenSystem(const Options& options);
+// found no trouble, with the display that it gave. The result throws std::runtime_error with a
+// sentence when the display goes away.
+[[nodiscard]] std::future<System> OpenSystem(const Options& options,
+                                             std::shared_ptr<const void> display);
 
 }  // namespace spellwick

@@ -26,13 +26,6 @@ namespace spellwick {
 
 namespace {
 
-// The first connection of the process, kept until there are others: a server that loses its last
-// client starts anew, and refuses whoever comes meanwhile.
-std::unique_ptr<X11Connection>& FirstConnection() {
-    static std::unique_ptr<X11Connection> connection;
-    return connection;
-}
-
 bool IsSet(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr && *value != '\0';
@@ -47,8 +40,7 @@ std::optional<std::filesystem::path> FolderOf(const Options& options) {
     return SettingsFolder();
 }
 
-System Open(const Options& options) {
-    System system;
+void OpenDisplay(System& system) {
     std::string trouble;
     system.clients = X11ClientWindows::Open({}, trouble);
     if (system.clients == nullptr) {
@@ -59,9 +51,10 @@ System Open(const Options& options) {
         system.troubles.push_back(trouble);
     }
     system.desktop = std::make_unique<X11Desktop>("");
-    system.installation = std::make_unique<WineInstallation>(WinePrefix());
-    system.clock = std::make_unique<LocalClock>();
-    const std::optional<std::filesystem::path> folder = FolderOf(options);
+    system.wayland = IsSet("WAYLAND_DISPLAY");
+}
+
+void OpenSettings(System& system, const std::optional<std::filesystem::path>& folder) {
     OpenedStore opened = OpenSettingsStore(folder, std::chrono::system_clock::now());
     system.store = std::move(opened.store);
     if (opened.lasts) {
@@ -74,9 +67,16 @@ System Open(const Options& options) {
         system.troubles.push_back(opened.trouble);
     }
     system.folder = folder;
+}
+
+System Open(const Options& options) {
+    System system;
+    OpenDisplay(system);
+    system.installation = std::make_unique<WineInstallation>(WinePrefix());
+    system.clock = std::make_unique<LocalClock>();
+    OpenSettings(system, FolderOf(options));
     system.licences = {"SQLite: public domain", "XCB and xkbcommon: MIT",
                        "utfcpp: Boost Software License 1.0"};
-    system.wayland = IsSet("WAYLAND_DISPLAY");
     system.assist = std::make_unique<SocketAssistTransport>(AssistFolder());
     system.wineTools = std::make_unique<BridgeProcess>(BridgeFolders());
     return system;
@@ -88,22 +88,26 @@ void TakeEndRequest(int endRequests) {
     TakeEndSignal(endRequests);
 }
 
-std::string PrepareProcess() {
+Preparation PrepareProcess() {
     if (!IsSet("DISPLAY")) {
-        return IsSet("WAYLAND_DISPLAY")
-                   ? "This Wayland session has no XWayland, without which Spellwick can neither "
-                     "see "
-                     "the game's window nor type into it."
-                   : "There is no X display to show a window on (DISPLAY is not set).";
+        return {.trouble = IsSet("WAYLAND_DISPLAY")
+                               ? "This Wayland session has no XWayland, without which Spellwick "
+                                 "can neither see the game's window nor type into it."
+                               : "There is no X display to show a window on (DISPLAY is not set).",
+                .display = nullptr};
     }
-    FirstConnection() = std::make_unique<X11Connection>("");
-    if (!FirstConnection()->Works()) {
-        return std::string("The X display \"") + std::getenv("DISPLAY") + "\" cannot be opened.";
+    // Kept until there are other connections: a server that loses its last client starts anew, and
+    // refuses whoever comes meanwhile.
+    auto connection = std::make_shared<const X11Connection>("");
+    if (!connection->Works()) {
+        return {.trouble = std::string("The X display \"") + std::getenv("DISPLAY") +
+                           "\" cannot be opened.",
+                .display = nullptr};
     }
     HoldEndSignals();
     // Even under Wayland the game's windows are X11 windows, so ours must be too.
     setenv("QT_QPA_PLATFORM", "xcb", 1);
-    return {};
+    return {.trouble = {}, .display = std::move(connection)};
 }
 
 Ownership OwnSettings(const Options& options) {
@@ -122,19 +126,20 @@ Ownership OwnSettings(const Options& options) {
     return ownership;
 }
 
-std::future<System> OpenSystem(const Options& options) {
+std::future<System> OpenSystem(const Options& options, std::shared_ptr<const void> display) {
     // The toolkit sets the locale too, which the thread must not see change.
     std::setlocale(LC_ALL, "");
     const int endRequests = WatchEndRequests();
-    return std::async(std::launch::async, [options, endRequests] {
+    auto open = [options, endRequests, display = std::move(display)]() mutable {
         // The list of the system's fonts is a good part of a start. If it cannot be read, the
         // toolkit tries again and says so.
         static_cast<void>(FcInit());
         System system = Open(options);
         system.endRequests = endRequests;
-        FirstConnection().reset();
+        display.reset();
         return system;
-    });
+    };
+    return std::async(std::launch::async, std::move(open));
 }
 
 }  // namespace spellwick

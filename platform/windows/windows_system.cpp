@@ -75,7 +75,7 @@ System Open(const Options& options) {
 
 void TakeEndRequest(int /*endRequests*/) {}
 
-std::string PrepareProcess() {
+Preparation PrepareProcess() {
     return {};
 }
 
@@ -92,7 +92,7 @@ Ownership OwnSettings(const Options& options) {
     return ownership;
 }
 
-std::future<System> OpenSystem(const Options& options) {
+std::future<System> OpenSystem(const Options& options, std::shared_ptr<const void> /*display*/) {
     // A window belongs to the thread that made it, so all is opened by the one that asks for it.
     return std::async(std::launch::deferred, [options] { return Open(options); });
 }

@@ -6,7 +6,7 @@ namespace spellwick {
 namespace {
 
 TEST(WindowsSystem, OpenSystem_Licences_AreALineEach) {
-    const System system = OpenSystem({}).get();
+    const System system = OpenSystem({}, nullptr).get();
     EXPECT_GT(system.licences.size(), 3U);
     for (const std::string& line : system.licences) {
         EXPECT_THAT(line, testing::HasSubstr(": "));
