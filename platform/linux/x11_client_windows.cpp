@@ -333,21 +333,41 @@ xcb_timestamp_t X11ClientWindows::ServerTime() const {
     xcb_change_property(m_connection.Get(), XCB_PROP_MODE_APPEND, m_clock, XCB_ATOM_WM_NAME,
                         XCB_ATOM_STRING, 8, 0, nullptr);
     xcb_flush(m_connection.Get());
-    const auto deadline = std::chrono::steady_clock::now() + kActivation;
+    xcb_timestamp_t time = XCB_CURRENT_TIME;
+    WaitForEvent(std::chrono::steady_clock::now() + kActivation,
+                 [&](const xcb_generic_event_t& event) {
+                     if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) {
+                         return false;
+                     }
+                     const void* untyped = &event;
+                     const auto& change = *static_cast<const xcb_property_notify_event_t*>(untyped);
+                     if (change.window != m_clock) {
+                         return false;
+                     }
+                     time = change.time;
+                     return true;
+                 });
+    return time;
+}
+
+// Returns after a moment at the latest.
+void X11ClientWindows::WaitForInput() const {
+    pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
+    poll(&waiting, 1, kLookAgainMilliseconds);
+}
+
+bool X11ClientWindows::WaitForEvent(
+    std::chrono::steady_clock::time_point deadline,
+    const std::function<bool(const xcb_generic_event_t&)>& wanted) const {
     while (m_connection.Works() && std::chrono::steady_clock::now() < deadline) {
         const auto event = OwnReply(xcb_poll_for_event(m_connection.Get()));
-        if (!event) {
-            pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
-            poll(&waiting, 1, kLookAgainMilliseconds);
-        } else if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
-            const void* untyped = event.get();
-            const auto* change = static_cast<const xcb_property_notify_event_t*>(untyped);
-            if (change->window == m_clock) {
-                return change->time;
-            }
+        if (event == nullptr) {
+            WaitForInput();
+        } else if (wanted(*event)) {
+            return true;
         }
     }
-    return XCB_CURRENT_TIME;
+    return false;
 }
 
 bool X11ClientWindows::WaitFor(std::chrono::milliseconds patience,
@@ -357,8 +377,7 @@ bool X11ClientWindows::WaitFor(std::chrono::milliseconds patience,
         if (!m_connection.Works() || std::chrono::steady_clock::now() >= deadline) {
             return false;
         }
-        pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
-        poll(&waiting, 1, kLookAgainMilliseconds);
+        WaitForInput();
         m_connection.DropEvents();
     }
     return true;

@@ -69,6 +69,10 @@ class X11ClientWindows : public ClientWindows {
     bool Answers(xcb_window_t window, std::chrono::steady_clock::time_point deadline) const;
     bool ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
                      std::chrono::steady_clock::time_point deadline) const;
+    void WaitForInput() const;
+    // Takes events until one is `wanted`; false if none is before the deadline.
+    bool WaitForEvent(std::chrono::steady_clock::time_point deadline,
+                      const std::function<bool(const xcb_generic_event_t&)>& wanted) const;
     bool WaitFor(std::chrono::milliseconds patience, const std::function<bool()>& holds) const;
 
     X11Connection m_connection;

@@ -1,6 +1,4 @@
 // How X11ClientWindows learns that a window has read its events.
-#include <poll.h>
-
 #include "platform/linux/x11_client_windows.h"
 
 namespace spellwick {
@@ -30,23 +28,17 @@ bool X11ClientWindows::Answers(xcb_window_t window,
 
 bool X11ClientWindows::ArrivesPong(xcb_window_t window, xcb_timestamp_t time,
                                    std::chrono::steady_clock::time_point deadline) const {
-    while (m_connection.Works() && std::chrono::steady_clock::now() < deadline) {
-        const auto event = OwnReply(xcb_poll_for_event(m_connection.Get()));
-        if (!event) {
-            pollfd waiting{xcb_get_file_descriptor(m_connection.Get()), POLLIN, 0};
-            poll(&waiting, 1, kLookAgainMilliseconds);
-        } else if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE) {
-            const void* untyped = event.get();
-            const auto* message = static_cast<const xcb_client_message_event_t*>(untyped);
-            const auto& data = message->data.data32;
-            if (message->window == m_connection.Root() &&
-                message->type == m_hints.Get()->WM_PROTOCOLS &&
-                data[0] == m_hints.Get()->_NET_WM_PING && data[1] == time && data[2] == window) {
-                return true;
-            }
+    return WaitForEvent(deadline, [&](const xcb_generic_event_t& event) {
+        if ((event.response_type & 0x7f) != XCB_CLIENT_MESSAGE) {
+            return false;
         }
-    }
-    return false;
+        const void* untyped = &event;
+        const auto& message = *static_cast<const xcb_client_message_event_t*>(untyped);
+        const auto& data = message.data.data32;
+        return message.window == m_connection.Root() &&
+               message.type == m_hints.Get()->WM_PROTOCOLS &&
+               data[0] == m_hints.Get()->_NET_WM_PING && data[1] == time && data[2] == window;
+    });
 }
 
 }  // namespace spellwick
