@@ -21,7 +21,7 @@ struct AssistTool {
     StatsWords stats = StatsWords::kIntelligenceAndMana;
     // Its reports of casts count from the first search on. Otherwise the click pays until a report
     // of a cast or of stock has come.
-    bool isTrusted = false;
+    bool isTrustedAtOnce = false;
 };
 
 }  // namespace spellwick

@@ -35,12 +35,12 @@ bool StandsAt(i32 row, i32 place) {
 
 void CastPayment::Follow(const AssistTool& tool) {
     m_tool = tool;
-    m_trusted = tool.isTrusted;
+    m_hasEarnedTrust = false;
     m_stock = {};
 }
 
 bool CastPayment::PaysAtClick() const {
-    return !m_state.AssistLinked || !m_trusted || !m_tool.reportsCasts;
+    return !m_state.AssistLinked || !IsTrusted() || !m_tool.reportsCasts;
 }
 
 void CastPayment::NoteClick(i32 row, bool paid) {
@@ -66,7 +66,7 @@ bool CastPayment::TakeReport(i32 row) {
     if (!m_tool.reportsCasts) {
         return false;
     }
-    Trust();
+    m_hasEarnedTrust = true;
     ForgetOldClicks();
     const auto paid = std::ranges::find(m_paid, row, &Click::row);
     if (paid == m_paid.end()) {
@@ -77,7 +77,7 @@ bool CastPayment::TakeReport(i32 row) {
 }
 
 void CastPayment::NoteStock(i32 reagent) {
-    Trust();
+    m_hasEarnedTrust = true;
     if (reagent < 1 || reagent > kReagentCount) {
         return;
     }
@@ -86,7 +86,7 @@ void CastPayment::NoteStock(i32 reagent) {
 }
 
 bool CastPayment::HoldDebit(i32 row) {
-    if (m_tool.isTrusted || !m_tool.reportsStock) {
+    if (m_tool.isTrustedAtOnce || !m_tool.reportsStock) {
         return false;
     }
     bool needsAny = false;

@@ -60,12 +60,12 @@ class CastPayment {
     void ForgetOldClicks();
     bool IsYoung(const Click& click) const;
     bool Needs(i32 row, i32 reagent) const;
-    void Trust() { m_trusted = true; }
+    bool IsTrusted() const { return m_tool.isTrustedAtOnce || m_hasEarnedTrust; }
 
     const SharedState& m_state;
     std::function<Time()> m_now;
-    AssistTool m_tool{.name = {}, .isTrusted = true};
-    bool m_trusted = true;
+    AssistTool m_tool{.name = {}, .isTrustedAtOnce = true};
+    bool m_hasEarnedTrust = false;  // by a report of a cast or of stock
     std::optional<Click> m_last;
     std::vector<Click> m_paid;  // clicks that have paid and whose reports have not come
     std::vector<Click> m_held;  // reports whose debits wait

@@ -46,7 +46,7 @@ std::string ToolName(const AssistToolRow* row, const std::string& title) {
 }
 
 AssistTool KindOf(const AssistToolRow* row) {
-    return row != nullptr ? row->tool : AssistTool{.name = {}, .isTrusted = true};
+    return row != nullptr ? row->tool : AssistTool{.name = {}, .isTrustedAtOnce = true};
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ TEST(AssistToolsTest, DeliveredTable_KnowsTodaysToolsByTheirTitles) {
         EXPECT_EQ(found->tool.name, each.tool) << each.title;
         EXPECT_TRUE(found->tool.castsWithinCircle);
         EXPECT_TRUE(found->tool.reportsCasts);
-        EXPECT_FALSE(found->tool.isTrusted);
+        EXPECT_FALSE(found->tool.isTrustedAtOnce);
     }
     for (const char* title : {"", "razor v1", "Razor", "My Razor v1", "Ockham's Razor version 1",
                               "UOASSIST-TP-MSG-WND 2", "uoassist", "Bran (Oak Hill)"}) {

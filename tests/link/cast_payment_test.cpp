@@ -49,7 +49,7 @@ TEST_F(CastPaymentTest, PaysAtClick_WithoutATool_Yes) {
 TEST_F(CastPaymentTest, PaysAtClick_TrustedTool_NoFromTheStart) {
     EXPECT_FALSE(m_payment.PaysAtClick());
     m_payment.Follow(TodaysTool());
-    m_payment.Follow({.name = "trusted", .isTrusted = true});
+    m_payment.Follow({.name = "trusted", .isTrustedAtOnce = true});
     EXPECT_FALSE(m_payment.PaysAtClick());
 }
 
