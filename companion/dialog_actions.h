@@ -18,6 +18,8 @@ class DialogActions {
 
     virtual void LayoutVertical() = 0;
     virtual void LayoutHorizontal() = 0;
+    // Arranges the main window one way or the other, and saves which.
+    void ChooseArrangement(bool vertical);
     virtual void UpdatePage() = 0;
     virtual void UpdateAmounts() = 0;
     // Shows the count of a reagent, 1 to 13, in the bag in use.

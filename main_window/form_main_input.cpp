@@ -13,8 +13,6 @@
 #include "companion/spell_tip.h"
 #include "main_window/control_tips.h"
 #include "main_window/form_main.h"
-#include "store/catalogue.h"
-#include "store/text_forms.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -96,14 +94,8 @@ void FormMain::contextMenuEvent(QContextMenuEvent* event) {
     const bool vertical = m_state.DisplayVertical;
     QAction* other = menu->addAction(vertical ? QStringLiteral("Display horizontally")
                                               : QStringLiteral("Display vertically"));
-    m_events.On(other, &QAction::triggered, "changing the arrangement", [this, vertical] {
-        if (vertical) {
-            m_companion.LayoutHorizontal();
-        } else {
-            m_companion.LayoutVertical();
-        }
-        m_companion.SaveOption(kDisplayVerticalKey.key, BoolText(m_state.DisplayVertical));
-    });
+    m_events.On(other, &QAction::triggered, "changing the arrangement",
+                [this, vertical] { m_companion.ChooseArrangement(!vertical); });
     menu->popup(event->globalPos());
 }
 

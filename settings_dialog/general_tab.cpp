@@ -214,12 +214,7 @@ void GeneralTab::ClickDisplayVertical() {
     if (m_state.Updating) {
         return;
     }
-    if (CheckDisplayVertical->isChecked()) {
-        m_services.companion.LayoutVertical();
-    } else {
-        m_services.companion.LayoutHorizontal();
-    }
-    SaveSwitch(kDisplayVerticalKey.key, m_state.DisplayVertical);
+    m_services.companion.ChooseArrangement(CheckDisplayVertical->isChecked());
 }
 
 void GeneralTab::ClickCasting() {
