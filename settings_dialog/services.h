@@ -8,6 +8,7 @@
 #include "companion/game_choice.h"
 #include "companion/own_table.h"
 #include "companion/player_data.h"
+#include "companion/settings_at_start.h"
 #include "model/failure_guard.h"
 #include "model/shared_state.h"
 #include "platform/desktop.h"
@@ -16,7 +17,6 @@
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
 #include "platform/wine_tools.h"
-#include "settings_dialog/settings_at_start.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {

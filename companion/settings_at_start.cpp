@@ -1,4 +1,4 @@
-#include "settings_dialog/settings_at_start.h"
+#include "companion/settings_at_start.h"
 
 #include "model/chances.h"
 #include "model/failure_guard.h"

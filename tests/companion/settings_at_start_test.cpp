@@ -1,5 +1,5 @@
 // What the dialog's settings become at the start, before there is a dialog.
-#include "settings_dialog/settings_at_start.h"
+#include "companion/settings_at_start.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
