@@ -1,6 +1,5 @@
 #include "companion/settings_at_start.h"
 
-#include "model/chances.h"
 #include "model/failure_guard.h"
 #include "model/skill_entries.h"
 #include "model/spell_lookup.h"
@@ -39,21 +38,6 @@ void TakeInLimits(SharedState& state) {
     }
 }
 
-// ODDITY(equal-circles): at each start the whole circle takes the intelligence and skills of its
-// first spell; kept because all spells of a circle are equally hard.
-void TakeInCircles(SharedState& state) {
-    constexpr i32 kMageryGroup = 0;
-    for (i32 line = 0; line < kSlotCount; ++line) {
-        const SpellRecord& first = state.Spells(SkillTabRow(kMageryGroup, line));
-        const i16 intelligence = SkillEntryOf(first.Mana);
-        const i16 required = SkillEntryOf(first.MinimumSkill);
-        const i16 safe = SkillEntryOf(first.MaximumSkill);
-        SetRequiredIntelligence(state, kMageryGroup, line, intelligence);
-        SetRequiredSkill(state, line, required);
-        SetSafeSkill(state, kMageryGroup, line, safe);
-    }
-}
-
 float ReadPlace(const SettingsStore& store, std::string_view key) {
     float place = 0.0F;
     IgnoreFailure([&] {
@@ -76,7 +60,7 @@ SettingsAtStart TakeInSettings(SharedState& state, const SettingsStore& store) {
     IgnoreFailure([&] { TakeInMacros(state, store); });
     IgnoreFailure([&] { start.players = PlayerNames(store); });
     IgnoreFailure([&] { TakeInLimits(state); });
-    IgnoreFailure([&] { TakeInCircles(state); });
+    IgnoreFailure([&] { LevelCircles(state); });
     // The costs once more, of the prices that are left.
     IgnoreFailure([&] { TakeInPrices(state); });
     return start;

@@ -77,4 +77,18 @@ void SetSafeSkill(SpellTables& tables, i32 group, i32 line, i16 value) {
     }
 }
 
+// ODDITY(equal-circles): at each start the whole circle takes the intelligence and skills of its
+// first spell; kept because all spells of a circle are equally hard.
+void LevelCircles(SpellTables& tables) {
+    for (i32 line = 0; line < kSlotCount; ++line) {
+        const SpellRecord& first = tables.Spells(SkillTabRow(0, line));
+        const i16 intelligence = SkillEntryOf(first.Mana);
+        const i16 required = SkillEntryOf(first.MinimumSkill);
+        const i16 safe = SkillEntryOf(first.MaximumSkill);
+        SetCircle(tables, line, &SpellRecord::Mana, intelligence);
+        SetCircle(tables, line, &SpellRecord::MinimumSkill, required);
+        SetCircle(tables, line, &SpellRecord::MaximumSkill, safe);
+    }
+}
+
 }  // namespace spellwick

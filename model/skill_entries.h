@@ -26,4 +26,7 @@ void SetRequiredIntelligence(SpellTables& tables, i32 group, i32 line, i16 value
 void SetRequiredSkill(SpellTables& tables, i32 line, i16 value);
 void SetSafeSkill(SpellTables& tables, i32 group, i32 line, i16 value);
 
+// Enters into each circle of Magery what its first spell has: Mana, MinimumSkill and MaximumSkill.
+void LevelCircles(SpellTables& tables);
+
 }  // namespace spellwick

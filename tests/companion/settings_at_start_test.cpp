@@ -89,6 +89,16 @@ TEST_F(SettingsAtStartTest, Limits_KeepFourCharacters) {
     EXPECT_EQ(m_state.RegYellow, -123);
 }
 
+TEST_F(SettingsAtStartTest, Circles_AreLevelledAndOtherPagesAreNot) {
+    LoadState();
+    for (i32 row = 0; row <= 95; ++row) {
+        m_state.Spells(row).MinimumSkill = static_cast<i16>(row);
+    }
+    TakeIn();
+    EXPECT_EQ(m_state.Spells(63).MinimumSkill, 56);
+    EXPECT_EQ(m_state.Spells(95).MinimumSkill, 95);
+}
+
 TEST_F(SettingsAtStartTest, CostsThatOverflow_SkipTheirStepOnly) {
     Save("Macro 5", "AC-X");
     LoadState();

@@ -127,5 +127,28 @@ TEST(SafeSkill, OnlyMagery_TheWholeCircle) {
               (std::vector<i32>{0, 1, 2, 3, 4, 5, 6, 7}));
 }
 
+// covers ODDITY(equal-circles)
+TEST(LevelCircles, Oddity_TheFirstSpellSpeaksForItsCircle) {
+    SharedState state = StateWithRows();
+    LevelCircles(state);
+    for (i32 row = 0; row <= kLastRow; ++row) {
+        const i32 from = row < 64 ? row / 8 * 8 : row;
+        EXPECT_EQ(state.Spells(row).Mana, from) << row;
+        EXPECT_EQ(state.Spells(row).MinimumSkill, from) << row;
+        EXPECT_EQ(state.Spells(row).MaximumSkill, from) << row;
+    }
+}
+
+TEST(LevelCircles, ValuesBeyondTheEntries_AreCutAsAnEntryIs) {
+    SharedState state = StateWithRows();
+    state.Spells(8).Mana = 126;
+    state.Spells(8).MinimumSkill = 12345;
+    state.Spells(8).MaximumSkill = -12345;
+    LevelCircles(state);
+    EXPECT_EQ(state.Spells(15).Mana, 125);
+    EXPECT_EQ(state.Spells(15).MinimumSkill, 125);
+    EXPECT_EQ(state.Spells(15).MaximumSkill, -123);
+}
+
 }  // namespace
 }  // namespace spellwick

@@ -113,30 +113,6 @@ TEST_F(SkillsTabTest, NoOptionOn_CountsAsTheLastGroup) {
     EXPECT_EQ(Form().Skills().SelectedSkillGroup(), 4);
 }
 
-// covers ODDITY(equal-circles)
-TEST_F(SkillsTabTest, Load_Oddity_TheFirstSpellSpeaksForItsCircle) {
-    Load();
-    for (i32 row = 0; row <= 95; ++row) {
-        const SpellRecord& first = m_state.Spells(row < 64 ? row / 8 * 8 : row);
-        EXPECT_EQ(m_state.Spells(row).Mana, first.Mana) << row;
-        EXPECT_EQ(m_state.Spells(row).MinimumSkill, first.MinimumSkill) << row;
-        EXPECT_EQ(m_state.Spells(row).MaximumSkill, first.MaximumSkill) << row;
-    }
-    m_form.reset();
-    for (i32 row = 0; row <= 95; ++row) {
-        m_state.Spells(row).Mana = m_state.Spells(row).MinimumSkill =
-            m_state.Spells(row).MaximumSkill = static_cast<i16>(row);
-    }
-    m_form = std::make_unique<FormSettings>(Services(), nullptr);
-    m_form->Form_Load();
-    for (i32 row = 0; row <= 95; ++row) {
-        const i32 from = row < 64 ? row / 8 * 8 : row;
-        EXPECT_EQ(m_state.Spells(row).Mana, from);
-        EXPECT_EQ(m_state.Spells(row).MinimumSkill, from);
-        EXPECT_EQ(m_state.Spells(row).MaximumSkill, from);
-    }
-}
-
 TEST_F(SkillsTabTest, Load_CalculatesTheChancesOnce) {
     Load();
     EXPECT_EQ(std::ranges::count(m_log, "update chances"), 1);
