@@ -9,12 +9,12 @@ class Trouble(RuntimeError):
     pass
 
 
-def wait_for(what, holds):
+def wait_for(what, holds, patience=PATIENCE):
     """The first true result of `holds`; Trouble if there is none in time."""
-    end = time.monotonic() + PATIENCE
+    end = time.monotonic() + patience
     while time.monotonic() < end:
         found = holds()
         if found:
             return found
         time.sleep(PAUSE)
-    raise Trouble(f"not within {PATIENCE:.0f} s: {what}")
+    raise Trouble(f"not within {patience:.0f} s: {what}")

@@ -13,12 +13,11 @@ import subprocess
 import sys
 import time
 
-from wine_session import CAPTION, WINE, Trouble, expect, wait_for
+from wine_session import CAPTION, SETTINGS, Trouble, WineDesk, expect, wait_for
 
 OLD_WINDOWS, STILL_RUNNING, REFUSED = 5, 3, 4
 LARGEST = 10_000_000
 UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Spellwick"
-SETTINGS = r"HKCU\Software\Spellwick"
 PATIENCE = 60
 OWN_TABLE = "AppData/Roaming/Spellwick/SpellData.txt"
 MENU = {"Spellwick.lnk": "spellwick.exe", "Start here.lnk": "Start here.txt",
@@ -27,12 +26,12 @@ MENU = {"Spellwick.lnk": "spellwick.exe", "Start here.lnk": "Start here.txt",
         "Uninstall Spellwick.lnk": "Uninstall.exe"}
 
 
-class Setup:
+class Setup(WineDesk):
     def __init__(self, installer, output):
-        self.installer, self.output = installer, output
+        super().__init__(output, "install.log")
+        self.installer = installer
         self.drive = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c"
         self.home = next(path for path in (self.drive / "users").iterdir() if path.name != "Public")
-        self.started = []
         # Wine takes the folders of whoever runs it; the tests have their own.
         for folder in self.home.iterdir():
             if folder.is_symlink():
@@ -43,41 +42,14 @@ class Setup:
         """A folder of Windows as this system names it."""
         return self.drive / windows_path.removeprefix("C:\\").replace("\\", "/")
 
-    def run(self, *command, patience=PATIENCE):
-        done = subprocess.run([*WINE, *map(str, command)], capture_output=True, check=False,
-                              timeout=patience, stdin=subprocess.DEVNULL)
-        return done.returncode, done.stdout.decode("utf-8", "replace")
-
     def install(self, *options):
         return self.run(self.installer, "/S", *options)[0]
-
-    def start(self, program, *arguments):
-        with open(self.output / "install.log", "ab") as log:
-            process = subprocess.Popen([*WINE, str(program), *arguments], stdout=log, stderr=log,
-                                       stdin=subprocess.DEVNULL)
-        self.started.append(process)
-        return process
-
-    def end_all(self):
-        for process in self.started:
-            if process.poll() is None:
-                process.kill()
-            process.wait()
 
     def value(self, key, name):
         """A value in the registry; nothing if it is not there."""
         code, text = self.run("reg", "query", key, "/v", name)
         found = re.search(rf"^\s+{re.escape(name)}\s+REG_\w+\s+(.*?)\s*$", text, re.M)
         return found.group(1) if code == 0 and found else None
-
-    def set_value(self, key, name, value):
-        code, _ = self.run("reg", "add", key, "/v", name, "/t", "REG_SZ", "/d", value, "/f")
-        expect(code == 0, f"{name} cannot be written to the registry")
-
-    def windows(self, pattern):
-        result = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", pattern],
-                                capture_output=True, text=True, check=False)
-        return result.stdout.split()
 
     def window(self, pattern):
         return wait_for(f"the window {pattern}", lambda: self.windows(pattern), PATIENCE)[0]
@@ -89,10 +61,6 @@ class Setup:
     def type(self, text):
         """Replaces what stands in the edit that has the focus."""
         subprocess.run(["xdotool", "sleep", "1", "key", "ctrl+a", "type", "--delay", "15", text], check=True,
-                       stdin=subprocess.DEVNULL)
-
-    def picture(self, name):
-        subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
                        stdin=subprocess.DEVNULL)
 
 

@@ -11,8 +11,8 @@ import re
 import sys
 import time
 
-from wine_session import (CAPTION, CAST, FIRST, MAGERY, ROOT, SKILL, STATS, STOCK, TOOL,
-                          WM_APP, Session, Trouble, expect, wait_for)
+from wine_session import (CAPTION, CAST, FIRST, MAGERY, ROOT, SETTINGS, SKILL, STATS, STOCK,
+                          TOOL, WM_APP, Session, Trouble, expect, wait_for)
 
 SAVED_MACROS = ROOT / "tests" / "end_to_end" / "NewMacros.txt"
 PICTURE = ROOT / "tests" / "end_to_end" / "session_store.txt"
@@ -71,7 +71,7 @@ def compare_with_picture(stored):
 
 def play(session):
     # Put a spell into the first character's spellbook.
-    session.add_to_registry(FIRST, "Spellbook 0", "0")
+    session.set_value(SETTINGS + "\\" + FIRST, "Spellbook 0", "0")
     _, journal = session.client(FIRST)
     session.start(session.peers / "assist_tool.exe", TOOL)
     program, window, seconds = session.run_program()
@@ -195,7 +195,7 @@ def practise(session):
 
 def save_macros(session):
     """Saves a macro file through the system's own dialog; expects the same bytes as on Linux."""
-    session.add_to_registry("Settings", "Macro 1", "A--{F9}")
+    session.set_value(SETTINGS + r"\Settings", "Macro 1", "A--{F9}")
     program, window, _ = session.run_program()
     session.caption("Ysolde", "Oak Hill")
     session.click(window, SETTINGS_BUTTON)

@@ -1,25 +1,26 @@
-"""A session with the whole program for Windows under Wine: starts it and its peers, steers them, and
-reads the registry.
+"""Programs for Windows under Wine, and a session with the whole of Spellwick among them: starts it and
+its peers, steers them, and reads the registry.
 """
 import pathlib
 import re
 import shutil
 import subprocess
+import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.append(str(ROOT / "practice"))
+from waiting import Trouble, wait_for  # noqa: E402
+
 CAPTION = "Spellwick " + re.search(r"^project\(Spellwick VERSION ([\d.]+)",
                                    (ROOT / "CMakeLists.txt").read_text(), re.M).group(1)
 WINE = [str(ROOT / "tools" / "under_wine")]
 FIRST = "Ultima Online - Mira Talon (Atlantic)"
 TOOL = "UOAssist 5.0"
+SETTINGS = r"HKCU\Software\Spellwick"
 WM_APP = 0x8000
 SET_REPORT, REPORT = WM_APP + 5, WM_APP + 6
 STOCK, CAST, MAGERY, STATS, SKILL = 0x52D, 0x52E, 0x530, 0x531, 0x532
-
-
-class Trouble(Exception):
-    pass
 
 
 def expect(holds, words):
@@ -27,30 +28,18 @@ def expect(holds, words):
         raise Trouble(words)
 
 
-def wait_for(what, look, patience=20):
-    deadline = time.monotonic() + patience
-    while True:
-        value = look()
-        if value:
-            return value
-        expect(time.monotonic() < deadline, f"{what}: timed out after {patience} s")
-        time.sleep(0.02)
+class WineDesk:
+    """Programs under Wine on one display, and their windows."""
 
-
-class Session:
-    def __init__(self, program, peers, output):
-        # A folder whose name does not fit any single-byte encoding.
-        self.folder = output / "play \u0141\u00e4"
-        shutil.rmtree(self.folder, ignore_errors=True)
-        shutil.copytree(program, self.folder)
-        self.peers, self.output = peers, output
+    def __init__(self, output, log):
+        self.output = output
+        self.log = output / log
         self.started = []
-        self.journals = 0
 
     def start(self, program, *arguments, folder=None):
-        log = open(self.output / "play.log", "ab")
-        process = subprocess.Popen([*WINE, str(program), *arguments], cwd=folder, stdout=log,
-                                   stderr=log, stdin=subprocess.DEVNULL)
+        with open(self.log, "ab") as log:
+            process = subprocess.Popen([*WINE, str(program), *arguments], cwd=folder, stdout=log,
+                                       stderr=log, stdin=subprocess.DEVNULL)
         self.started.append(process)
         return process
 
@@ -59,6 +48,37 @@ class Session:
             if process.poll() is None:
                 process.kill()
             process.wait()
+
+    def run(self, *command):
+        """Runs a command to its end: its exit code, and what it prints."""
+        done = subprocess.run([*WINE, *map(str, command)], capture_output=True, check=False,
+                              timeout=60, stdin=subprocess.DEVNULL)
+        return done.returncode, done.stdout.decode("utf-8", "replace")
+
+    def set_value(self, key, name, value):
+        """A text value in the registry, for the program to find."""
+        code, _ = self.run("reg", "add", key, "/v", name, "/t", "REG_SZ", "/d", value, "/f")
+        expect(code == 0, f"{name} cannot be written to the registry")
+
+    def windows(self, pattern):
+        result = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", pattern],
+                                capture_output=True, text=True, check=False)
+        return result.stdout.split()
+
+    def picture(self, name):
+        subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
+                       stdin=subprocess.DEVNULL)
+
+
+class Session(WineDesk):
+    def __init__(self, program, peers, output):
+        super().__init__(output, "play.log")
+        # A folder whose name does not fit any single-byte encoding.
+        self.folder = output / "play \u0141\u00e4"
+        shutil.rmtree(self.folder, ignore_errors=True)
+        shutil.copytree(program, self.folder)
+        self.peers = peers
+        self.journals = 0
 
     def client(self, title):
         self.journals += 1
@@ -70,20 +90,13 @@ class Session:
         return process, journal
 
     def steer(self, title, message, w_param=0, l_param=0):
-        result = subprocess.run([*WINE, str(self.peers / "steer.exe"), title, str(message),
-                                 str(w_param), str(l_param)], capture_output=True, text=True,
-                                check=False, timeout=60, stdin=subprocess.DEVNULL)
-        expect(result.returncode == 0, f"steer {title} {message}: ended with {result.returncode}")
-        return result.stdout.strip()
+        code, result = self.run(self.peers / "steer.exe", title, message, w_param, l_param)
+        expect(code == 0, f"steer {title} {message}: ended with {code}")
+        return result.strip()
 
     def report(self, number, w_param, l_param=0):
         self.steer(TOOL, SET_REPORT, 0, number)
         self.steer(TOOL, REPORT, w_param, l_param)
-
-    def windows(self, pattern):
-        result = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", pattern],
-                                capture_output=True, text=True, check=False)
-        return result.stdout.split()
 
     def title(self, window):
         return subprocess.run(["xdotool", "getwindowname", window], capture_output=True, text=True,
@@ -111,22 +124,10 @@ class Session:
         time.sleep(0.5)
         return found
 
-    def picture(self, name):
-        subprocess.run(["import", "-window", "root", str(self.output / f"{name}.png")], check=False,
-                       stdin=subprocess.DEVNULL)
-
-    def add_to_registry(self, section, key, value):
-        result = subprocess.run([*WINE, "reg", "add", "HKCU\\Software\\Spellwick\\" + section, "/v",
-                                 key, "/t", "REG_SZ", "/d", value, "/f"], capture_output=True,
-                                check=False, timeout=60, stdin=subprocess.DEVNULL)
-        expect(result.returncode == 0, f"{key} cannot be written to the registry")
-
     def registry(self):
         """The sections as {key: value}, as another program reads them."""
-        result = subprocess.run([*WINE, "reg", "export", r"HKCU\Software\Spellwick",
-                                 f"Z:{self.output}/registry.reg", "/y"], capture_output=True,
-                                check=False, timeout=60, stdin=subprocess.DEVNULL)
-        expect(result.returncode == 0, "the registry has no settings")
+        code, _ = self.run("reg", "export", SETTINGS, f"Z:{self.output}/registry.reg", "/y")
+        expect(code == 0, "the registry has no settings")
         text = (self.output / "registry.reg").read_text(encoding="utf-16")
         sections, values = {}, None
         for line in text.splitlines():
