@@ -100,6 +100,15 @@ class FirstHourWays : public FirstHourTest {
         }
         Picture("step");
     }
+    // From the start to the tab Game, by a cast without a client.
+    void FollowTheHintOfTheGame() {
+        AwaitHints(1);
+        TryToCast(kClumsy);
+        AnswerBox();  // the intelligence
+        AnswerBox();  // the client
+        AwaitHints(2);
+        FollowIntoSettings(0);
+    }
     // From the tab Game, where the game is found by now.
     void FinishByFirstSteps() {
         Picture("game_found");
@@ -125,12 +134,7 @@ class FirstHourWays : public FirstHourTest {
 
 TEST_F(FirstHourWays, NoGameAtFirst_TheHintLeadsToTheTabGame) {
     StartSpellwick();
-    AwaitHints(1);
-    TryToCast(kClumsy);
-    AnswerBox();  // the intelligence
-    AnswerBox();  // the client
-    AwaitHints(2);
-    FollowIntoSettings(0);
+    FollowTheHintOfTheGame();
     StartGame();
     LogIn();
     FinishByFirstSteps();
@@ -139,12 +143,7 @@ TEST_F(FirstHourWays, NoGameAtFirst_TheHintLeadsToTheTabGame) {
 TEST_F(FirstHourWays, LoginScreenFirst_TheHintLeadsToTheTabGame) {
     StartGame();
     StartSpellwick();
-    AwaitHints(1);
-    TryToCast(kClumsy);
-    AnswerBox();  // the intelligence
-    AnswerBox();  // the client
-    AwaitHints(2);
-    FollowIntoSettings(0);
+    FollowTheHintOfTheGame();
     LogIn();
     FinishByFirstSteps();
 }

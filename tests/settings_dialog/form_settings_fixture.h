@@ -27,16 +27,6 @@ class FormSettingsTest : public SettingsFixture {
         }
         return shown;
     }
-    // Activates another window of the program, then the dialog again.
-    void LeaveAndComeBack() {
-        QWidget other;
-        other.show();
-        other.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-        other.hide();
-        Form().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
-    }
 };
 
 }  // namespace spellwick

@@ -14,11 +14,7 @@ using testing::ElementsAre;
 
 class GameTabTest : public SettingsFixture {
   protected:
-    void OpenTab() {
-        Open();
-        ShowTab(8);
-        TakeLog();
-    }
+    void OpenTab() { OpenAt(8); }
     void ShowWindows() {
         m_game.LoadTable();
         m_clients.windows = {

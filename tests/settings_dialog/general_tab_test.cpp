@@ -17,12 +17,7 @@ using testing::IsEmpty;
 
 class GeneralTabTest : public SettingsFixture {
   protected:
-    FormSettings& OpenTab() {
-        Open();
-        ShowTab(7);
-        TakeLog();
-        return Form();
-    }
+    FormSettings& OpenTab() { return OpenAt(7); }
     QComboBox& Players() { return Named<QComboBox>("ComboUOwindow"); }
 };
 

@@ -11,11 +11,7 @@ using testing::IsEmpty;
 
 class IconOptionsTest : public SettingsFixture {
   protected:
-    void OpenTab() {
-        Open();
-        ShowTab(8);
-        TakeLog();
-    }
+    void OpenTab() { OpenAt(8); }
     bool IsOn(const char* option) { return Named<QCheckBox>(QLatin1String(option)).isChecked(); }
 };
 

@@ -36,12 +36,7 @@ inline Box WriteNotice() {
 
 class MacroFilesFixture : public SettingsFixture {
   protected:
-    FormSettings& OpenTab() {
-        Open();
-        ShowTab(2);
-        TakeLog();
-        return Form();
-    }
+    FormSettings& OpenTab() { return OpenAt(2); }
     std::filesystem::path File(const char* name) const {
         return std::filesystem::path(m_folder.path().toStdString()) / name;
     }

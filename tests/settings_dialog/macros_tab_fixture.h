@@ -9,12 +9,7 @@ namespace spellwick {
 
 class MacrosTabFixture : public SettingsFixture {
   protected:
-    FormSettings& OpenTab() {
-        Open();
-        ShowTab(2);
-        TakeLog();
-        return Form();
-    }
+    FormSettings& OpenTab() { return OpenAt(2); }
     QComboBox& Page() { return Named<QComboBox>("ComboMacro"); }
     QLineEdit& Key(int row) { return Named<QLineEdit>("TextMacro", row); }
     bool IsTicked(const char* name, int row) { return Named<QCheckBox>(name, row).isChecked(); }
@@ -32,16 +27,6 @@ class MacrosTabFixture : public SettingsFixture {
         m_state.MacroAlt(number) = alt;
         m_state.MacroCtrl(number) = ctrl;
         m_state.MacroShift(number) = shift;
-    }
-    // Another window takes the activation and closes again, as a message box does.
-    void LoseTheFrontForAMoment() {
-        QWidget other;
-        other.show();
-        other.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-        other.hide();
-        Form().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
     }
 };
 

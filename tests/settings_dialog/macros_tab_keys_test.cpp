@@ -140,7 +140,7 @@ TEST_F(MacrosTabKeysTest, Key_RefusedOnTheWayToAnotherBadBox_GivesOneBox) {
     OpenTab();
     Pick(Page(), 11);
     Click(Key(2));
-    m_boxes.whileStanding = [this] { LoseTheFrontForAMoment(); };
+    m_boxes.whileStanding = [this] { LeaveAndComeBack(); };
     Click(Key(3));
     EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
     EXPECT_EQ(FocusName(), "TextMacro(2)");
@@ -277,7 +277,7 @@ TEST_F(MacrosTabKeysTest, Opened_TheEditsShowWhatIsInForce) {
 TEST_F(MacrosTabKeysTest, Key_SwitchToAnotherProgram_ChecksNothing) {
     OpenTab();
     Enter(Key(0), "no");
-    LoseTheFrontForAMoment();
+    LeaveAndComeBack();
     EXPECT_EQ(Key(0).text(), QStringLiteral("no"));
     EXPECT_EQ(FocusName(), "TextMacro(0)");
     EnterAndLeave(0, "n");

@@ -14,10 +14,7 @@ class ReagentsTabTest : public SettingsFixture {
   protected:
     FormSettings& OpenTab() {
         SetSaved("Settings", "CurrentPlayerName", kMira);
-        Open();
-        ShowTab(4);
-        TakeLog();
-        return Form();
+        return OpenAt(4);
     }
     ReagentsTab& Tab() { return Form().Reagents(); }
     QComboBox& Bag(int list) { return Named<QComboBox>("ComboTransfer", list); }

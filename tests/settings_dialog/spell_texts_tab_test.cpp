@@ -9,12 +9,7 @@ namespace {
 
 class SpellTextsTabTest : public SettingsFixture {
   protected:
-    FormSettings& OpenTab() {
-        Open();
-        ShowTab(5);
-        TakeLog();
-        return Form();
-    }
+    FormSettings& OpenTab() { return OpenAt(5); }
     QComboBox& Page() { return Named<QComboBox>("ComboSpellText"); }
     QLineEdit& Box(int row) { return Named<QLineEdit>("TextSpell", row); }
 };

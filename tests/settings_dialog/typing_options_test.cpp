@@ -13,11 +13,7 @@ using testing::IsEmpty;
 
 class TypingOptionsTest : public SettingsFixture {
   protected:
-    void OpenTab() {
-        Open();
-        ShowTab(8);
-        TakeLog();
-    }
+    void OpenTab() { OpenAt(8); }
     TimeBox& Hold() { return Named<TimeBox>("SpinHold"); }
     TimeBox& Gap() { return Named<TimeBox>("SpinGap"); }
 };

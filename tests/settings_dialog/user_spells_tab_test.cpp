@@ -11,12 +11,7 @@ namespace {
 
 class UserSpellsTabTest : public SettingsFixture {
   protected:
-    FormSettings& OpenTab() {
-        Open();
-        ShowTab(1);
-        TakeLog();
-        return Form();
-    }
+    FormSettings& OpenTab() { return OpenAt(1); }
     QComboBox& List(int list) { return Named<QComboBox>("ComboUserSpell", list); }
 };
 

@@ -22,9 +22,7 @@ class YourDataTest : public SettingsFixture {
     void OpenTab() {
         SetSaved("Settings", "CurrentPlayerName", kNobody);
         SetSaved(kNobody, "Magery", "70");
-        Open();
-        ShowTab(8);
-        TakeLog();
+        OpenAt(8);
     }
     std::filesystem::path File() const { return m_folder.Path() / "all.spellwick"; }
     std::string OnlyBox() {

@@ -129,6 +129,23 @@ FormSettings& SettingsFixture::Open() {
     return *m_form;
 }
 
+FormSettings& SettingsFixture::OpenAt(int tab) {
+    Open();
+    ShowTab(tab);
+    TakeLog();
+    return *m_form;
+}
+
+void SettingsFixture::LeaveAndComeBack() {
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    other.hide();
+    Form().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
+}
+
 void SettingsFixture::Reopen() {
     ASSERT_FALSE(m_form->isVisible());
     Show();

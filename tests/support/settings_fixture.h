@@ -89,10 +89,14 @@ class SettingsFixture : public testing::Test, public FailureSink {
     FormSettings& Load();
     // The same, and shows it; the log is empty after it.
     FormSettings& Open();
+    // The same with one of the tabs, 0 to 8, in front.
+    FormSettings& OpenAt(int tab);
     // Shows what Load made and waits until it is active.
     void Show();
     // Shows it again after it was hidden.
     void Reopen();
+    // Another window of the program takes the activation and gives it back, as a box does.
+    void LeaveAndComeBack();
 
     FormSettings& Form() { return *m_form; }
 
