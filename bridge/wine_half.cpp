@@ -1,6 +1,5 @@
 #include "bridge/wine_half.h"
 
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -13,6 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/linux/pipe.h"
+
 namespace spellwick::bridge {
 
 namespace {
@@ -21,19 +22,6 @@ using std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kGoodbye{1};
 constexpr std::chrono::milliseconds kBetweenLooks{5};
-
-struct Pipe {
-    FileDescriptor reader;
-    FileDescriptor writer;
-};
-
-Pipe MakePipe() {
-    std::array<int, 2> ends{-1, -1};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return {};
-    }
-    return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-}
 
 void StopBlocking(const FileDescriptor& descriptor) {
     fcntl(descriptor.Number(), F_SETFL, fcntl(descriptor.Number(), F_GETFL) | O_NONBLOCK);

@@ -9,24 +9,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/linux/pipe.h"
+
 namespace spellwick {
 
 namespace {
 
 constexpr const char* kProgram = "spellwick-bridge";
-
-struct Pipe {
-    FileDescriptor reader;
-    FileDescriptor writer;
-};
-
-Pipe MakePipe() {
-    std::array<int, 2> ends{-1, -1};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return {};
-    }
-    return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-}
 
 // Signals as they are at a program's start: this one may hold some back.
 int Spawn(const std::string& program, int input, int words, pid_t& process) {
