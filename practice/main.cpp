@@ -5,8 +5,6 @@
 #include <QCommandLineParser>
 #include <QFile>
 #include <QSocketNotifier>
-#include <array>
-#include <cerrno>
 #include <cstdio>
 #include <fstream>
 #include <optional>
@@ -18,6 +16,7 @@
 #include <unistd.h>
 
 #include "practice/commands.h"
+#include "practice/console.h"
 #include "practice/game_window.h"
 #include "practice/macro_file.h"
 #include "practice/roster.h"
@@ -31,33 +30,17 @@ using spellwick::practice::JournalEntry;
 using spellwick::practice::MacroKey;
 using spellwick::practice::Modifiers;
 using spellwick::practice::Play;
+using spellwick::practice::WriteLine;
 
-void WriteLine(const std::string& line) {
-    std::fputs((line + "\n").c_str(), stdout);
-    std::fflush(stdout);
-}
-
-// Reads what has arrived on standard input; false at its end.
-bool ReadCommands(std::string& pending, GameWindow& window) {
-    std::array<char, 4096> buffer{};
-    const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
-    if (count <= 0) {
-        return count < 0 && errno == EINTR;
+void Obey(const std::string& line, GameWindow& window) {
+    const auto command = spellwick::practice::ParseCommand(line);
+    if (!command) {
+        std::fprintf(stderr, "spellwick-practice-game: unknown command: %s\n", line.c_str());
+    } else if (command->kind == GameCommand::Kind::kQuit) {
+        QCoreApplication::quit();
+    } else {
+        window.Obey(*command);
     }
-    pending.append(buffer.data(), static_cast<std::size_t>(count));
-    for (std::size_t end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-        const std::string line = pending.substr(0, end);
-        pending.erase(0, end + 1);
-        const auto command = spellwick::practice::ParseCommand(line);
-        if (!command) {
-            std::fprintf(stderr, "spellwick-practice-game: unknown command: %s\n", line.c_str());
-        } else if (command->kind == GameCommand::Kind::kQuit) {
-            QCoreApplication::quit();
-        } else {
-            window.Obey(*command);
-        }
-    }
-    return true;
 }
 
 // The client that the options name, before the toolkit reads them: it makes the window class from
@@ -169,10 +152,10 @@ int main(int argc, char* argv[]) {
     window.show();
     WriteLine("window " + std::to_string(window.winId()));
 
-    std::string pending;
+    spellwick::practice::Console console([&](const std::string& line) { Obey(line, window); });
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &window, [&] {
-        if (!ReadCommands(pending, window)) {
+        if (!console.Read()) {
             input.setEnabled(false);
         }
     });

@@ -6,13 +6,12 @@
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSocketNotifier>
-#include <array>
-#include <cerrno>
 #include <cstdio>
 #include <string>
 
 #include <unistd.h>
 
+#include "practice/console.h"
 #include "practice/journal_watch.h"
 #include "practice/practice_tool.h"
 #include "practice/tool_window.h"
@@ -24,11 +23,7 @@ using spellwick::practice::PracticeTool;
 using spellwick::practice::ToolCommand;
 using spellwick::practice::ToolEvent;
 using spellwick::practice::ToolTime;
-
-void WriteLine(const std::string& line) {
-    std::fputs((line + "\n").c_str(), stdout);
-    std::fflush(stdout);
-}
+using spellwick::practice::WriteLine;
 
 void WriteEvent(const ToolEvent& event) {
     std::string line = event.second ? "2 " : "";
@@ -45,31 +40,13 @@ std::string State(const PracticeTool& tool) {
            std::to_string(tool.Script().Mana());
 }
 
-// Reads commands from standard input.
-class Console {
+// Carries out commands and answers them.
+class Operator {
   public:
-    explicit Console(PracticeTool& tool) : m_tool(tool) {
+    explicit Operator(PracticeTool& tool) : m_tool(tool) {
         QObject::connect(&tool, &PracticeTool::Changed, &tool, [this] { WriteQuiet(); });
     }
 
-    // Reads what has arrived; false at the end of the input.
-    bool Read() {
-        std::array<char, 4096> buffer{};
-        const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
-        if (count <= 0) {
-            return count < 0 && errno == EINTR;
-        }
-        m_pending.append(buffer.data(), static_cast<std::size_t>(count));
-        for (std::size_t end = m_pending.find('\n'); end != std::string::npos;
-             end = m_pending.find('\n')) {
-            const std::string line = m_pending.substr(0, end);
-            m_pending.erase(0, end + 1);
-            Obey(line);
-        }
-        return true;
-    }
-
-  private:
     void Obey(const std::string& line) {
         const auto command = spellwick::practice::ParseToolCommand(line);
         if (!command) {
@@ -88,6 +65,7 @@ class Console {
         WriteQuiet();
     }
 
+  private:
     void WriteQuiet() {
         if (m_waits && m_tool.Quiet()) {
             m_waits = false;
@@ -96,7 +74,6 @@ class Console {
     }
 
     PracticeTool& m_tool;
-    std::string m_pending;
     bool m_waits = false;
 };
 
@@ -170,7 +147,8 @@ int main(int argc, char* argv[]) {
     }
     window.show();
 
-    Console console(tool);
+    Operator toolOperator(tool);
+    spellwick::practice::Console console([&](const std::string& line) { toolOperator.Obey(line); });
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &window, [&] {
         if (!console.Read()) {
