@@ -7,8 +7,6 @@
 
 #include "link/game_clients.h"
 #include "model/updating_scope.h"
-#include "store/catalogue.h"
-#include "store/text_forms.h"
 
 namespace spellwick {
 
@@ -196,8 +194,7 @@ void GameTab::hideEvent(QHideEvent* event) {
 }
 
 void GameTab::ClickFront() {
-    m_state.CheckFront = CheckFront->isChecked();
-    m_services.companion.SaveOption(kCheckFrontKey.key, BoolText(m_state.CheckFront));
+    SetSwitch(m_services, kCheckFrontKey, CheckFront->isChecked());
 }
 
 void GameTab::ShowFound() {

@@ -6,7 +6,6 @@
 
 #include "model/updating_scope.h"
 #include "store/catalogue.h"
-#include "store/text_forms.h"
 #include "text/number_forms.h"
 #include "widgets/form_font.h"
 #include "widgets/ground.h"
@@ -198,16 +197,11 @@ void GeneralTab::ClickUOwindow() {
     m_services.companion.UpdatePage();
 }
 
-void GeneralTab::SaveSwitch(std::string_view key, bool on) {
-    m_services.companion.SaveOption(key, BoolText(on));
-}
-
 void GeneralTab::ClickAlwaysOnTop() {
     // ODDITY(dialog-on-top): the settings dialog itself follows the option only when it next
     // becomes active; kept because the option is about the main window, which follows as soon as it
     // has the focus.
-    m_state.AlwaysOnTop = CheckAlwaysOnTop->isChecked();
-    SaveSwitch(kAlwaysOnTopKey.key, m_state.AlwaysOnTop);
+    SetSwitch(m_services, kAlwaysOnTopKey, CheckAlwaysOnTop->isChecked());
 }
 
 void GeneralTab::ClickDisplayVertical() {
@@ -218,18 +212,15 @@ void GeneralTab::ClickDisplayVertical() {
 }
 
 void GeneralTab::ClickCasting() {
-    m_state.DisableCasting = CheckCasting->isChecked();
-    SaveSwitch(kDisableCastingKey.key, m_state.DisableCasting);
+    SetSwitch(m_services, kDisableCastingKey, CheckCasting->isChecked());
 }
 
 void GeneralTab::ClickMeditation() {
-    m_state.Meditate = CheckMeditation->isChecked();
-    SaveSwitch(kMeditateKey.key, m_state.Meditate);
+    SetSwitch(m_services, kMeditateKey, CheckMeditation->isChecked());
 }
 
 void GeneralTab::ClickShowNecroRegs() {
-    m_state.ShowNecroRegs = CheckShowNecroRegs->isChecked();
-    SaveSwitch(kShowNecroRegsKey.key, m_state.ShowNecroRegs);
+    SetSwitch(m_services, kShowNecroRegsKey, CheckShowNecroRegs->isChecked());
     ClickDisplayVertical();
 }
 

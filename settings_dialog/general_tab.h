@@ -82,7 +82,6 @@ class GeneralTab : public SettingsTab {
                          void (GeneralTab::*changed)());
     void MakeTimerOptions();
     void PlaceControls();
-    void SaveSwitch(std::string_view key, bool on);
 
     CommonDialog& m_commonDialog;
 };

@@ -6,7 +6,6 @@
 
 #include "model/timer_display.h"
 #include "store/catalogue.h"
-#include "store/text_forms.h"
 #include "text/number_forms.h"
 
 namespace spellwick {
@@ -55,15 +54,12 @@ void IconOptions::Load() {
 }
 
 void IconOptions::ClickKeys() {
-    m_services.state.KeysOnIcons = CheckKeysOnIcons->isChecked();
-    m_services.companion.SaveOption(kKeysOnIconsKey.key, BoolText(m_services.state.KeysOnIcons));
+    SetSwitch(m_services, kKeysOnIconsKey, CheckKeysOnIcons->isChecked());
     m_services.companion.UpdatePage();
 }
 
 void IconOptions::ClickSeconds() {
-    m_services.state.SecondsOnIcons = CheckSecondsOnIcons->isChecked();
-    m_services.companion.SaveOption(kSecondsOnIconsKey.key,
-                                    BoolText(m_services.state.SecondsOnIcons));
+    SetSwitch(m_services, kSecondsOnIconsKey, CheckSecondsOnIcons->isChecked());
     // Draws the timers anew.
     m_services.companion.SetTimerMode(m_services.state.SpellTimerMode);
 }

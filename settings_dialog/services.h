@@ -17,6 +17,7 @@
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
 #include "platform/wine_tools.h"
+#include "store/catalogue.h"
 #include "widgets/pictures.h"
 
 namespace spellwick {
@@ -40,5 +41,8 @@ struct SettingsServices {
     PlayerData* data = nullptr;         // null where it cannot be taken in or out
     WineTools* wineTools = nullptr;     // null where there is no such search
 };
+
+// Stores a switch and saves it at once.
+void SetSwitch(const SettingsServices& services, const KeyOf<bool>& key, bool on);
 
 }  // namespace spellwick

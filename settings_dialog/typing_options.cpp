@@ -7,7 +7,6 @@
 
 #include "model/updating_scope.h"
 #include "settings_dialog/controls.h"
-#include "store/text_forms.h"
 #include "text/number_forms.h"
 
 namespace spellwick {
@@ -65,9 +64,7 @@ void TypingOptions::Load() {
 }
 
 void TypingOptions::ClickEnter() {
-    m_services.state.EnterOpensChat = CheckEnter->isChecked();
-    m_services.companion.SaveOption(kEnterOpensChatKey.key,
-                                    BoolText(m_services.state.EnterOpensChat));
+    SetSwitch(m_services, kEnterOpensChatKey, CheckEnter->isChecked());
 }
 
 void TypingOptions::ChangeTime(const PaceKey& key, int time) {

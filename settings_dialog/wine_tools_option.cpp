@@ -4,8 +4,6 @@
 #include <chrono>
 
 #include "settings_dialog/controls.h"
-#include "store/catalogue.h"
-#include "store/text_forms.h"
 
 namespace spellwick {
 
@@ -51,13 +49,11 @@ void WineToolsOption::Load() {
 }
 
 void WineToolsOption::ClickWineTools() {
-    SharedState& state = m_services.state;
-    state.FindWineTools = CheckWineTools->isChecked();
-    m_services.companion.SaveOption(kFindWineToolsKey.key, BoolText(state.FindWineTools));
+    SetSwitch(m_services, kFindWineToolsKey, CheckWineTools->isChecked());
     if (m_services.wineTools == nullptr) {
         return;
     }
-    if (state.FindWineTools) {
+    if (m_services.state.FindWineTools) {
         m_services.wineTools->Start();
     } else {
         m_services.wineTools->Stop();
