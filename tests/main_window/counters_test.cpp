@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/main_window_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -130,10 +131,7 @@ TEST_F(CountersTest, Focus_FromCounterToCounter_IsTheNewOnes) {
 TEST_F(CountersTest, Focus_SwitchToAnotherProgram_LeavesTheEntryAsItIs) {
     StartWithMira();
     Enter(Reagent(3), "+10");
-    QWidget game;
-    game.show();
-    game.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&game));
+    const WindowInFront game;
     EXPECT_EQ(Text("Reagent", 3), "+10");
     EXPECT_EQ(Shown().focusedReagent, 3);
     Form().activateWindow();

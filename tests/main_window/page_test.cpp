@@ -6,6 +6,7 @@
 
 #include "link/assist_messages.h"
 #include "tests/main_window/page_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -20,10 +21,7 @@ TEST_F(PageTest, PageButton_WindowNotActive_StillShowsWhichPageItIs) {
     // As on Windows: an inactive window does not highlight.
     colours.setColor(QPalette::Inactive, QPalette::Highlight, colours.color(QPalette::Button));
     Form().setPalette(colours);
-    QWidget game;
-    game.show();
-    game.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&game));
+    const WindowInFront game;
     const auto ground = [this](int button) {
         return Named("CheckCircle", button).grab().toImage().pixelColor(5, 5);
     };

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/main_window_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -328,10 +329,7 @@ TEST_F(PauseTest, CastSpell_UnfinishedEntry_IsCommittedBeforeTheKeysAndThenDebit
 TEST_F(PauseTest, CastSpell_WindowNotActive_CommitsAllTheSame) {
     StartWithMira();
     Enter(Reagent(3), "+10");
-    QWidget game;
-    game.show();
-    game.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&game));
+    const WindowInFront game;
     // A switch to another program leaves the entry as it is.
     EXPECT_EQ(Text("Reagent", 3), "+10");
     EXPECT_EQ(State().ReagentStock(3, 0), 50);

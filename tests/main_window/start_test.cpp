@@ -7,6 +7,7 @@
 
 #include "link/assist_messages.h"
 #include "tests/support/main_window_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -373,10 +374,7 @@ TEST_F(StartTest, FormActivate_AgainRepeatsTheTopMostCallOnly) {
 
 TEST_F(StartTest, FormActivate_OfTheWindowSystem_RepeatsTheTopMostCall) {
     StartWithMira();
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    const WindowInFront other;
     TakeLog();
     Form().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));

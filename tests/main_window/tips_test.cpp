@@ -10,6 +10,7 @@
 
 #include "companion/spell_tip.h"
 #include "tests/main_window/page_fixture.h"
+#include "tests/support/window_in_front.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -48,10 +49,7 @@ TEST_F(TipsTest, SpellIcon_ItsTipComesAfter700Milliseconds_AlsoInAnInactiveWindo
     constexpr int kSoonest = 600;
     constexpr int kLatest = 5000;
     StartWithMira();
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    const WindowInFront other;
     ASSERT_FALSE(Form().isActiveWindow());
     QElapsedTimer time;
     time.start();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/main_window_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -155,10 +156,7 @@ TEST_F(TithesTest, SwitchToAnotherProgram_LeavesTheEditOpen) {
     StartWithMira();
     Click(Ankh());
     Type("+10");
-    QWidget game;
-    game.show();
-    game.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&game));
+    const WindowInFront game;
     EXPECT_TRUE(Box().isVisible());
     EXPECT_EQ(State().CurrentTithing, 500);
 }

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "tests/settings_dialog/form_settings_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -80,10 +81,7 @@ TEST_F(FormSettingsTest, Escape_InAnOpenList_ClosesTheListAlone) {
 TEST_F(FormSettingsTest, CloseButton_DialogNotActive_CommitsTheEntryFirst) {
     Open();
     Enter("Reagent", 1, "6");
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    const WindowInFront other;
     Form().close();
     EXPECT_EQ(m_state.Spells(0).Reagents(1), 6);
     EXPECT_FALSE(Form().isVisible());

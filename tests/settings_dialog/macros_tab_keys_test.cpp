@@ -1,5 +1,6 @@
 // Entries in the edits of the macro keys: what is taken, what is refused, and what comes of it.
 #include "tests/settings_dialog/macros_tab_fixture.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -236,10 +237,7 @@ TEST_F(MacrosTabKeysTest, Key_CornerOfAA_IsLeftByEscapeUnchanged) {
 TEST_F(MacrosTabKeysTest, Key_RefusedWhileTheDialogIsNotActive_IsRefusedAllTheSame) {
     OpenTab();
     Enter(Key(0), "no");
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    WindowInFront other;
     Form().close();
     EXPECT_THAT(TakeBoxes(), ElementsAre(kNotValidBox));
     EXPECT_TRUE(Form().isVisible());

@@ -5,6 +5,7 @@
 
 #include "tests/spell_info/form_info_fixture.h"
 #include "tests/support/failures.h"
+#include "tests/support/window_in_front.h"
 #include "widgets/ground.h"
 
 namespace spellwick {
@@ -188,10 +189,7 @@ TEST_F(FormInfoTest, Leaving_Oddity_ShowsTheSpellThatWasCastLast) {
 TEST_F(FormInfoTest, AnotherWindowOfTheProgram_CommitsTheEntry) {
     Show(17);
     Enter(4, "0");
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    const WindowInFront other;
     EXPECT_TRUE(QTest::qWaitFor([&] { return Text(14) == "9 to 23 points"; }));
     EXPECT_EQ(Box(4).text(), " 0");
 }

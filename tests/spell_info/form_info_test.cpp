@@ -6,6 +6,7 @@
 #include "tests/spell_info/form_info_fixture.h"
 #include "tests/support/comma_locale.h"
 #include "tests/support/failures.h"
+#include "tests/support/window_in_front.h"
 
 namespace spellwick {
 namespace {
@@ -106,10 +107,7 @@ TEST_F(FormInfoTest, Activation_SetsTheTopMostStateEachTime) {
     EXPECT_FALSE(m_desktop.topMostCalls.back().topMost);
     EXPECT_EQ(m_desktop.topMostCalls.back().window, m_form->winId());
     m_state.AlwaysOnTop = true;
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    const WindowInFront other;
     m_form->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(m_form.get()));
     EXPECT_TRUE(m_desktop.topMostCalls.back().topMost);

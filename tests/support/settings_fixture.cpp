@@ -7,6 +7,7 @@
 #include "model/chances.h"
 #include "model/spell_data.h"
 #include "store/section_name.h"
+#include "tests/support/window_in_front.h"
 #include "widgets/texts.h"
 
 namespace spellwick {
@@ -137,10 +138,7 @@ FormSettings& SettingsFixture::OpenAt(int tab) {
 }
 
 void SettingsFixture::LeaveAndComeBack() {
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    WindowInFront other;
     other.hide();
     Form().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
