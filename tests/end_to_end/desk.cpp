@@ -2,37 +2,24 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <thread>
 
 #include <gtest/gtest.h>
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include "platform/linux/x11_connection.h"
+
 namespace spellwick::testing_support {
 
 using namespace std::chrono_literals;
-
-namespace {
-
-template <typename T>
-struct FreeReply {
-    void operator()(T* reply) const { std::free(reply); }
-};
-
-template <typename T>
-std::unique_ptr<T, FreeReply<T>> Own(T* reply) {
-    return std::unique_ptr<T, FreeReply<T>>(reply);
-}
-
-}  // namespace
 
 xcb_window_t Desk::FindWindow(std::string_view start) const {
     xcb_connection_t* connection = m_session->Connection();
     const std::vector<xcb_window_t> windows = m_session->ClientList();
     for (auto at = windows.rbegin(); at != windows.rend(); ++at) {
         const xcb_window_t window = *at;
-        const auto attributes = Own(xcb_get_window_attributes_reply(
+        const auto attributes = OwnReply(xcb_get_window_attributes_reply(
             connection, xcb_get_window_attributes(connection, window), nullptr));
         if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
             m_session->WindowName(window).starts_with(start)) {
@@ -61,8 +48,8 @@ bool Desk::WaitGone(xcb_window_t window) const {
 Area Desk::AreaOf(xcb_window_t window) const {
     xcb_connection_t* connection = m_session->Connection();
     const auto size =
-        Own(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
-    const auto place = Own(xcb_translate_coordinates_reply(
+        OwnReply(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
+    const auto place = OwnReply(xcb_translate_coordinates_reply(
         connection, xcb_translate_coordinates(connection, window, m_session->Root(), 0, 0),
         nullptr));
     if (!size || !place) {
@@ -75,11 +62,11 @@ Picture Desk::PictureOf(xcb_window_t window) const {
     xcb_connection_t* connection = m_session->Connection();
     const Area area = AreaOf(window);
     const auto image =
-        Own(xcb_get_image_reply(connection,
-                                xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0,
-                                              static_cast<std::uint16_t>(area.width),
-                                              static_cast<std::uint16_t>(area.height), ~0U),
-                                nullptr));
+        OwnReply(xcb_get_image_reply(connection,
+                                     xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0,
+                                                   0, static_cast<std::uint16_t>(area.width),
+                                                   static_cast<std::uint16_t>(area.height), ~0U),
+                                     nullptr));
     if (!image) {
         return {};
     }
@@ -102,7 +89,7 @@ Picture Desk::RestingPicture(xcb_window_t window) const {
 
 std::vector<std::string> Desk::AtomsOf(xcb_window_t window, const std::string& property) const {
     xcb_connection_t* connection = m_session->Connection();
-    const auto reply = Own(xcb_get_property_reply(
+    const auto reply = OwnReply(xcb_get_property_reply(
         connection,
         xcb_get_property(connection, 0, window, m_session->Atom(property), XCB_ATOM_ATOM, 0, 64),
         nullptr));
@@ -112,7 +99,7 @@ std::vector<std::string> Desk::AtomsOf(xcb_window_t window, const std::string& p
     }
     const auto* atoms = static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get()));
     for (std::uint32_t index = 0; index < reply->value_len; ++index) {
-        const auto name = Own(xcb_get_atom_name_reply(
+        const auto name = OwnReply(xcb_get_atom_name_reply(
             connection, xcb_get_atom_name(connection, atoms[index]), nullptr));
         if (name) {
             names.emplace_back(xcb_get_atom_name_name(name.get()),

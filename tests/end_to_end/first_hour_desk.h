@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include "platform/linux/x11_connection.h"
 #include "tests/end_to_end/player_desk.h"
 
 namespace spellwick::testing_support {
@@ -75,39 +76,13 @@ class FirstHourTest : public PlayerDesk {
         ASSERT_TRUE(m_desk->WaitGone(box));
         ++m_boxes;
     }
-    // Windows of Spellwick's that the manager does not manage, in the order of their tops.
-    std::vector<xcb_window_t> Hints() const {
-        xcb_connection_t* x = m_desk->Session().Connection();
-        std::vector<xcb_window_t> hints;
-        xcb_query_tree_reply_t* tree =
-            xcb_query_tree_reply(x, xcb_query_tree(x, m_desk->Session().Root()), nullptr);
-        if (tree == nullptr) {
-            return hints;
-        }
-        const xcb_window_t* children = xcb_query_tree_children(tree);
-        for (int i = 0; i < xcb_query_tree_children_length(tree); ++i) {
-            xcb_get_window_attributes_reply_t* attributes = xcb_get_window_attributes_reply(
-                x, xcb_get_window_attributes(x, children[i]), nullptr);
-            if (attributes != nullptr && attributes->override_redirect != 0 &&
-                attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-                m_desk->Session().WindowName(children[i]) == "spellwick") {
-                hints.push_back(children[i]);
-            }
-            std::free(attributes);
-        }
-        std::free(tree);
-        std::ranges::sort(hints, {}, [&](xcb_window_t hint) { return m_desk->AreaOf(hint).y; });
-        return hints;
-    }
     // With the frame that the window manager gives it.
     Area FrameOf(xcb_window_t window) const {
         xcb_connection_t* x = m_desk->Session().Connection();
         for (xcb_window_t parent = window; parent != m_desk->Session().Root();) {
             window = parent;
-            xcb_query_tree_reply_t* tree =
-                xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr);
+            const auto tree = OwnReply(xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr));
             parent = tree == nullptr ? m_desk->Session().Root() : tree->parent;
-            std::free(tree);
         }
         return m_desk->AreaOf(window);
     }

@@ -1,7 +1,9 @@
 #include "tests/end_to_end/player_desk.h"
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
+#include <span>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,6 +12,7 @@
 
 #include "link/client_watch.h"
 #include "platform/linux/sqlite_settings_store.h"
+#include "platform/linux/x11_connection.h"
 
 namespace spellwick::testing_support {
 
@@ -174,6 +177,28 @@ void PlayerDesk::AwaitSpellwick() {
 bool PlayerDesk::WaitCharacter(const std::string& name) const {
     return WaitUntil(
         [&] { return m_desk->Session().WindowName(m_window).starts_with(CaptionText(name, "")); });
+}
+
+std::vector<xcb_window_t> PlayerDesk::Hints() const {
+    xcb_connection_t* x = m_desk->Session().Connection();
+    const auto tree =
+        OwnReply(xcb_query_tree_reply(x, xcb_query_tree(x, m_desk->Session().Root()), nullptr));
+    std::vector<xcb_window_t> hints;
+    if (tree == nullptr) {
+        return hints;
+    }
+    const std::span children(xcb_query_tree_children(tree.get()),
+                             static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    for (const xcb_window_t window : children) {
+        const auto looks = OwnReply(
+            xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
+        if (looks && looks->override_redirect != 0 && looks->map_state == XCB_MAP_STATE_VIEWABLE &&
+            m_desk->Session().WindowName(window) == "spellwick") {
+            hints.push_back(window);
+        }
+    }
+    std::ranges::sort(hints, {}, [&](xcb_window_t hint) { return m_desk->AreaOf(hint).y; });
+    return hints;
 }
 
 std::optional<int> PlayerDesk::CloseSpellwick() {

@@ -64,6 +64,8 @@ class PlayerDesk : public testing::Test {
     void StartSpellwickOverBox();
     ChildProcess& Spellwick() { return *m_spellwick; }
     xcb_window_t Window() const { return m_window; }
+    // Its visible windows that the window manager does not manage, in the order of their tops.
+    std::vector<xcb_window_t> Hints() const;
     bool WaitCharacter(const std::string& name) const;
     // Closes the window as its close button does; returns the exit code.
     std::optional<int> CloseSpellwick();

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <memory>
 #include <random>
-#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -42,36 +41,6 @@ class Recovery : public PlayerDesk {
         EXPECT_EQ(sqlite3_open(StoreFile().c_str(), &lock), SQLITE_OK);
         EXPECT_EQ(sqlite3_exec(lock, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
         return lock;
-    }
-    // The visible windows of the program that no window manager knows: its hints.
-    std::vector<xcb_window_t> HintWindows() const {
-        xcb_connection_t* x = m_desk->Session().Connection();
-        std::vector<xcb_window_t> hints;
-        const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> tree(
-            xcb_query_tree_reply(x, xcb_query_tree(x, m_desk->Session().Root()), nullptr),
-            std::free);
-        const xcb_window_t* children = xcb_query_tree_children(tree.get());
-        for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
-            const xcb_window_t window = children[index];
-            const std::unique_ptr<xcb_get_window_attributes_reply_t, decltype(&std::free)> looks(
-                xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr),
-                std::free);
-            const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> name(
-                xcb_get_property_reply(
-                    x, xcb_get_property(x, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64),
-                    nullptr),
-                std::free);
-            const auto* bytes =
-                name ? static_cast<const char*>(xcb_get_property_value(name.get())) : "";
-            const std::string_view words(
-                bytes,
-                name ? static_cast<std::size_t>(xcb_get_property_value_length(name.get())) : 0);
-            if (looks && looks->override_redirect != 0 &&
-                looks->map_state == XCB_MAP_STATE_VIEWABLE && words.starts_with("spellwick")) {
-                hints.push_back(window);
-            }
-        }
-        return hints;
     }
     int Silk() const { return std::stoi(Stored(kMira, "SS 0")); }
 };
@@ -186,7 +155,7 @@ TEST_F(Recovery, HintOfTheStart_StandsBesideTheMainWindowAndLeavesTheFocus) {
     StartSpellwick();
     std::vector<xcb_window_t> hints;
     ASSERT_TRUE(WaitUntil([&] {
-        hints = HintWindows();
+        hints = Hints();
         return hints.size() == 1;
     }));
     m_desk->RestingPicture(hints[0]);
@@ -201,7 +170,7 @@ TEST_F(Recovery, HintOfTheStart_StandsBesideTheMainWindowAndLeavesTheFocus) {
     EXPECT_LE(along, kFrameAndGap);
     EXPECT_NE(m_desk->Session().FocusedWindow(), hints[0]);
     m_desk->Click(hints[0], {10, 10});
-    EXPECT_TRUE(WaitUntil([this] { return HintWindows().empty(); }));
+    EXPECT_TRUE(WaitUntil([this] { return Hints().empty(); }));
     EXPECT_EQ(CloseSpellwick(), 0);
 }
 

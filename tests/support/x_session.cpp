@@ -12,6 +12,7 @@
 #include <unistd.h>
 #include <xcb/xtest.h>
 
+#include "platform/linux/x11_connection.h"
 #include "platform/linux/xcb_xkb.h"
 
 namespace spellwick::testing_support {
@@ -19,18 +20,6 @@ namespace spellwick::testing_support {
 using namespace std::chrono_literals;
 
 namespace {
-
-template <typename T>
-struct FreeReply {
-    void operator()(T* reply) const { std::free(reply); }
-};
-template <typename T>
-using Reply = std::unique_ptr<T, FreeReply<T>>;
-
-template <typename T>
-Reply<T> Own(T* reply) {
-    return Reply<T>(reply);
-}
 
 const char* NameOf(WindowManager manager) {
     return manager == WindowManager::kMetacity ? "metacity" : "openbox";
@@ -116,7 +105,7 @@ bool XSession::Connect() {
     }
     fcntl(xcb_get_file_descriptor(m_connection), F_SETFD, FD_CLOEXEC);
     m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-    const auto extension = Own(xcb_xkb_use_extension_reply(
+    const auto extension = OwnReply(xcb_xkb_use_extension_reply(
         m_connection, xcb_xkb_use_extension(m_connection, 1, 0), nullptr));
     return extension && extension->supported != 0;
 }
@@ -191,7 +180,7 @@ void XSession::FakeKey(std::uint8_t keycode, bool down) const {
 std::uint8_t XSession::KeycodeOf(std::uint32_t keysym) const {
     const xcb_setup_t* setup = xcb_get_setup(m_connection);
     const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const auto map = Own(xcb_get_keyboard_mapping_reply(
+    const auto map = OwnReply(xcb_get_keyboard_mapping_reply(
         m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count), nullptr));
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
     for (int key = 0; key < count; ++key) {
@@ -205,9 +194,9 @@ std::uint8_t XSession::KeycodeOf(std::uint32_t keysym) const {
 KeyboardState XSession::Keyboard() const {
     KeyboardState state;
     const auto keys =
-        Own(xcb_query_keymap_reply(m_connection, xcb_query_keymap(m_connection), nullptr));
+        OwnReply(xcb_query_keymap_reply(m_connection, xcb_query_keymap(m_connection), nullptr));
     std::copy_n(keys->keys, state.keysDown.size(), state.keysDown.begin());
-    const auto locks = Own(xcb_xkb_get_state_reply(
+    const auto locks = OwnReply(xcb_xkb_get_state_reply(
         m_connection, xcb_xkb_get_state(m_connection, XCB_XKB_ID_USE_CORE_KBD), nullptr));
     state.lockedModifiers = locks->lockedMods;
     state.latchedModifiers = locks->latchedMods;
@@ -217,7 +206,7 @@ KeyboardState XSession::Keyboard() const {
 }
 
 xcb_atom_t XSession::Atom(const std::string& name) const {
-    const auto reply = Own(xcb_intern_atom_reply(
+    const auto reply = OwnReply(xcb_intern_atom_reply(
         m_connection,
         xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
         nullptr));
@@ -226,7 +215,7 @@ xcb_atom_t XSession::Atom(const std::string& name) const {
 
 std::vector<std::uint32_t> XSession::LongProperty(xcb_window_t window,
                                                   const std::string& name) const {
-    const auto reply = Own(xcb_get_property_reply(
+    const auto reply = OwnReply(xcb_get_property_reply(
         m_connection, xcb_get_property(m_connection, 0, window, Atom(name), XCB_ATOM_ANY, 0, 4096),
         nullptr));
     if (!reply || reply->format != 32) {
@@ -266,14 +255,14 @@ xcb_window_t XSession::ActiveWindow() const {
 }
 
 xcb_window_t XSession::FocusedWindow() const {
-    const auto focus =
-        Own(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    const auto focus = OwnReply(
+        xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
     return focus ? focus->focus : 0;
 }
 
 std::string XSession::WindowName(xcb_window_t window) const {
     for (const char* name : {"_NET_WM_NAME", "WM_NAME"}) {
-        const auto reply = Own(xcb_get_property_reply(
+        const auto reply = OwnReply(xcb_get_property_reply(
             m_connection,
             xcb_get_property(m_connection, 0, window, Atom(name), XCB_ATOM_ANY, 0, 1U << 20),
             nullptr));
@@ -307,13 +296,13 @@ xcb_window_t XSession::WaitForWindow(const std::string& title) const {
     WaitUntil([&] {
         std::vector<xcb_window_t> windows = ClientList();
         if (windows.empty()) {
-            const auto tree = Own(
+            const auto tree = OwnReply(
                 xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, m_root), nullptr));
             const xcb_window_t* children = xcb_query_tree_children(tree.get());
             windows.assign(children, children + xcb_query_tree_children_length(tree.get()));
         }
         for (const xcb_window_t window : windows) {
-            const auto attributes = Own(xcb_get_window_attributes_reply(
+            const auto attributes = OwnReply(xcb_get_window_attributes_reply(
                 m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
             if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
                 WindowName(window) == title) {
@@ -356,7 +345,7 @@ void XSession::DestroyWindow(xcb_window_t window) const {
 }
 
 void XSession::Sync() const {
-    Own(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    OwnReply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
 bool XSession::SyncWindowManager() const {
