@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/failures.h"
+#include "tests/support/named_spells.h"
 #include "tests/support/pace.h"
 #include "tests/support/set_clock.h"
 
@@ -25,10 +26,7 @@ constexpr i16 kPlusSpirit = 16;
 class RunningTimersTest : public testing::Test {
   protected:
     RunningTimersTest() {
-        m_state.Spells.GrowTo(104);
-        for (i32 row = 0; row <= kLastRow; ++row) {
-            m_state.Spells(row).Name = "Spell " + std::to_string(row);
-        }
+        NameSpells(m_state);
         m_state.SpellTimerMode = kTimersAsText;
         m_clock.now = 1000.0F;
     }

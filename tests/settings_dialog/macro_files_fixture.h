@@ -54,6 +54,18 @@ class MacroFilesFixture : public SettingsFixture {
         Click("CommandMacroRead");
         EXPECT_THAT(TakeBoxes(), testing::ElementsAre(ReadNotice()));
     }
+    // Loads a file; the boxes behind the notice.
+    std::vector<Box> LoadFile(const std::filesystem::path& file) {
+        m_dialogs.files.push_back(file);
+        Click("CommandMacroRead");
+        return BoxesBehind(ReadNotice());
+    }
+    // Saves to a file; the boxes behind the notice.
+    std::vector<Box> SaveTo(const std::filesystem::path& file) {
+        m_dialogs.files.push_back(file);
+        Click("CommandMacroWrite");
+        return BoxesBehind(WriteNotice());
+    }
     void ClickWrite() {
         Click("CommandMacroWrite");
         EXPECT_THAT(TakeBoxes(), testing::ElementsAre(WriteNotice()));
@@ -69,6 +81,16 @@ class MacroFilesFixture : public SettingsFixture {
     }
 
     QTemporaryDir m_folder;
+
+  private:
+    std::vector<Box> BoxesBehind(const Box& notice) {
+        std::vector<Box> boxes = TakeBoxes();
+        EXPECT_THAT(boxes, testing::Contains(notice));
+        if (!boxes.empty()) {
+            boxes.erase(boxes.begin());
+        }
+        return boxes;
+    }
 };
 
 }  // namespace spellwick

@@ -16,25 +16,11 @@ using testing::StartsWith;
 class MacrosTabXmlSaveTest : public MacroFilesFixture {
   protected:
     void SetUp() override { OpenTab(); }
-    // Saves to a file; the boxes behind the notice.
-    std::vector<Box> SaveTo(const fs::path& file) {
-        m_dialogs.files.push_back(file);
-        Click("CommandMacroWrite");
-        std::vector<Box> boxes = TakeBoxes();
-        EXPECT_THAT(boxes, testing::Contains(WriteNotice()));
-        boxes.erase(boxes.begin());
-        return boxes;
-    }
     // Only the first spell has a key: Alt+1.
     void KeepFirstSpell() {
         for (i32 number = 2; number <= kLastMacro; ++number) {
             m_state.MacroKey(number) = "AA";
         }
-    }
-    void LoadFile(const fs::path& file) {
-        m_dialogs.files.push_back(file);
-        Click("CommandMacroRead");
-        TakeBoxes();
     }
 };
 

@@ -31,15 +31,6 @@ std::string MacrosXml(const std::string& macros) {
 class MacrosTabXmlTest : public MacroFilesFixture {
   protected:
     void SetUp() override { OpenTab(); }
-    // Loads a file; the boxes behind the notice.
-    std::vector<Box> LoadFile(const fs::path& file) {
-        m_dialogs.files.push_back(file);
-        Click("CommandMacroRead");
-        std::vector<Box> boxes = TakeBoxes();
-        EXPECT_THAT(boxes, testing::Contains(ReadNotice()));
-        boxes.erase(boxes.begin());
-        return boxes;
-    }
     std::vector<Box> LoadBytes(const std::string& bytes, const char* name = "macros.xml") {
         return LoadFile(Write(name, bytes));
     }

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "model/timer_display.h"
+#include "tests/support/named_spells.h"
 #include "tests/support/recording_desktop.h"
 #include "tests/support/set_clock.h"
 #include "timers/form_timer.h"
@@ -20,10 +21,7 @@ namespace spellwick {
 class FormTimerTest : public testing::Test, public FailureSink {
   protected:
     FormTimerTest() {
-        m_state.Spells.GrowTo(104);
-        for (i32 row = 0; row <= kLastRow; ++row) {
-            m_state.Spells(row).Name = "Spell " + std::to_string(row);
-        }
+        NameSpells(m_state);
         m_state.SpellTimerMode = kTimersAsIcons;
         m_clock.now = 1000.0F;
     }

@@ -9,6 +9,7 @@
 
 #include "model/timer_display.h"
 #include "store/text_forms.h"
+#include "tests/support/named_spells.h"
 #include "tests/support/recording_desktop.h"
 #include "tests/support/set_clock.h"
 
@@ -23,10 +24,7 @@ constexpr QRect kMainWindow(0, 0, 200, 300);
 class TimersHostTest : public testing::Test, public FailureSink {
   protected:
     TimersHostTest() {
-        m_state.Spells.GrowTo(104);
-        for (i32 row = 0; row <= kLastRow; ++row) {
-            m_state.Spells(row).Name = "Spell " + std::to_string(row);
-        }
+        NameSpells(m_state);
         m_state.SpellTimerMode = kTimersAsText;
         m_clock.now = 1000.0F;
     }
