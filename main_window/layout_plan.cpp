@@ -39,7 +39,10 @@ GridPlace VerticalPlace(int k) {
     return k < 11 ? GridPlace{0, 4 + k - 8} : GridPlace{1, 4 + k - 11};
 }
 
+// Of the wide strip.
 constexpr int kHorizontalRows = 5;
+constexpr int kHorizontalPitch = 15;
+constexpr int kMargin = 2;
 
 GridPlace HorizontalPlace(int k) {
     return {k / kHorizontalRows, k % kHorizontalRows};
@@ -63,6 +66,47 @@ void PlaceTithes(LayoutPlan& plan, int right, int top) {
     const int end = plan.imageAnkh.left - 1;
     plan.labelTithes = {end - kTithesWidth, top, kTithesWidth, kTextHeight};
     plan.txtTithes = {end - kTithesBoxWidth, top, kTithesBoxWidth, kTextHeight};
+}
+
+// Icon and figures of a spell.
+void PlaceSlot(LayoutPlan& plan, int slot, int left, int top) {
+    const auto at = static_cast<std::size_t>(slot);
+    plan.labelAmount[at] = {left, top, kSlotPitch, kFigureHeight};
+    plan.spellIcon[at] = {left + 1, top + 17, kIconSize, kIconSize};
+    plan.labelChance[at] = {left, top + 60, kSlotPitch, kFigureHeight};
+}
+
+void PlaceCountersVertically(LayoutPlan& plan, int centre) {
+    constexpr int kPitch = 20;
+    for (int k = 0; k < kPictureCount; ++k) {
+        const auto at = static_cast<std::size_t>(k);
+        const GridPlace place = VerticalPlace(k);
+        const int left = place.column == 0 ? 5 : centre;
+        const int top = place.row * kPitch + 2;
+        plan.imgReg[at] = {left, top, 28, kPitch};
+        plan.reagent[at] = {left + 30, top, 30, kPitch};
+        plan.upDown[at] = {left + 60, top, 16, kPitch};
+    }
+}
+
+// Returns the right edge of those that are shown.
+int PlaceCountersHorizontally(LayoutPlan& plan) {
+    constexpr std::array<int, 3> kPictureLefts{0, 81, 162};
+    constexpr std::array<int, 3> kBoxLefts{28, 109, 187};
+    int right = 0;
+    for (int k = 0; k < kPictureCount; ++k) {
+        const auto at = static_cast<std::size_t>(k);
+        const GridPlace place = HorizontalPlace(k);
+        const auto column = static_cast<std::size_t>(place.column);
+        const int top = kMargin + place.row * kHorizontalPitch;
+        plan.imgReg[at] = {kPictureLefts[column] + kMargin, top, 25, kHorizontalPitch};
+        plan.reagent[at] = {kBoxLefts[column] + kMargin, top, 29, kHorizontalPitch};
+        plan.upDown[at] = {plan.reagent[at].Right(), top, 14, kHorizontalPitch};
+        if (plan.showsNecroRegs || k < kFirstNecroPicture) {
+            right = std::max(right, plan.upDown[at].Right());
+        }
+    }
+    return right;
 }
 
 }  // namespace
@@ -93,31 +137,15 @@ CommandBlock ArrangeCommandButtons(float left, float top, float height, i16 gap,
 
 LayoutPlan PlanVertical(bool showNecroRegs, const TextSizes& texts) {
     constexpr int kWidth = 183;
-    constexpr int kCentre = (kWidth + 5) / 2;
-    constexpr int kPitch = 20;
     LayoutPlan plan;
     plan.showsNecroRegs = showNecroRegs;
     const int blockHeight = showNecroRegs ? 140 : 80;
-
-    for (int k = 0; k < kPictureCount; ++k) {
-        const auto at = static_cast<std::size_t>(k);
-        const GridPlace place = VerticalPlace(k);
-        const int left = place.column == 0 ? 5 : kCentre;
-        const int top = place.row * kPitch + 2;
-        plan.imgReg[at] = {left, top, 28, kPitch};
-        plan.reagent[at] = {left + 30, top, 30, kPitch};
-        plan.upDown[at] = {left + 60, top, 16, kPitch};
-    }
+    PlaceCountersVertically(plan, (kWidth + 5) / 2);
     plan.comboReagent = {2, blockHeight + 3, 178, texts.comboHeight};
 
     const int base = texts.comboHeight + blockHeight + 4;
     for (int slot = 0; slot < 8; ++slot) {
-        const auto at = static_cast<std::size_t>(slot);
-        const int left = slot % 4 * kSlotPitch + 2;
-        const int top = base + slot / 4 * 77;
-        plan.labelAmount[at] = {left, top, kSlotPitch, kFigureHeight};
-        plan.spellIcon[at] = {left + 1, top + 17, kIconSize, kIconSize};
-        plan.labelChance[at] = {left, top + 60, kSlotPitch, kFigureHeight};
+        PlaceSlot(plan, slot, slot % 4 * kSlotPitch + 2, base + slot / 4 * 77);
     }
     for (int button = 2; button < 10; ++button) {
         const int circle = button - 2;
@@ -150,27 +178,11 @@ LayoutPlan PlanVertical(bool showNecroRegs, const TextSizes& texts) {
 }
 
 LayoutPlan PlanHorizontal(bool showNecroRegs, const TextSizes& texts) {
-    constexpr int kPitch = 15;
-    constexpr int kMargin = 2;
-    constexpr std::array<int, 3> kPictureLefts{0, 81, 162};
-    constexpr std::array<int, 3> kBoxLefts{28, 109, 187};
     LayoutPlan plan;
     plan.showsNecroRegs = showNecroRegs;
 
-    int blockRight = 0;
-    for (int k = 0; k < kPictureCount; ++k) {
-        const auto at = static_cast<std::size_t>(k);
-        const GridPlace place = HorizontalPlace(k);
-        const auto column = static_cast<std::size_t>(place.column);
-        const int top = kMargin + place.row * kPitch;
-        plan.imgReg[at] = {kPictureLefts[column] + kMargin, top, 25, kPitch};
-        plan.reagent[at] = {kBoxLefts[column] + kMargin, top, 29, kPitch};
-        plan.upDown[at] = {plan.reagent[at].Right(), top, 14, kPitch};
-        if (showNecroRegs || k < kFirstNecroPicture) {
-            blockRight = std::max(blockRight, plan.upDown[at].Right());
-        }
-    }
-    constexpr int kBlockHeight = kHorizontalRows * kPitch;
+    const int blockRight = PlaceCountersHorizontally(plan);
+    constexpr int kBlockHeight = kHorizontalRows * kHorizontalPitch;
     constexpr i16 kGap = 1;
     plan.command = ArrangeCommandButtons(static_cast<float>(blockRight + 4), kMargin,
                                          kBlockHeight - kGap, kGap, texts);
@@ -178,11 +190,7 @@ LayoutPlan PlanHorizontal(bool showNecroRegs, const TextSizes& texts) {
 
     const int first = std::max(240, commandRight + 4);
     for (int slot = 0; slot < 8; ++slot) {
-        const auto at = static_cast<std::size_t>(slot);
-        const int left = first + slot * kSlotPitch;
-        plan.labelAmount[at] = {left, kMargin, kSlotPitch, kFigureHeight};
-        plan.spellIcon[at] = {left + 1, kMargin + 17, kIconSize, kIconSize};
-        plan.labelChance[at] = {left, kMargin + 60, kSlotPitch, kFigureHeight};
+        PlaceSlot(plan, slot, first + slot * kSlotPitch, kMargin);
     }
     const int rowWidth = 8 * kSlotPitch;
     const int buttonTop = kMargin + 78;
