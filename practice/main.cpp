@@ -67,6 +67,58 @@ std::optional<std::vector<MacroKey>> ReadMacros(const QString& name) {
     return file.open(QIODevice::ReadOnly) ? spellwick::practice::ReadMacroFile(file) : std::nullopt;
 }
 
+struct Options {
+    Options() {
+        parser.setApplicationDescription(QObject::tr("A practice game for Spellwick."));
+        parser.addOptions({journal, client, macros, chat});
+        parser.addHelpOption();
+    }
+
+    const QCommandLineOption journal{QStringLiteral("journal"),
+                                     QObject::tr("Also append the journal to <file>."),
+                                     QStringLiteral("file")};
+    const QCommandLineOption client{
+        QStringLiteral("client"),
+        QObject::tr("Plays <client>: classic, orion, crossuo, classicuo or tazuo."),
+        QStringLiteral("client"), QStringLiteral("classic")};
+    const QCommandLineOption macros{
+        QStringLiteral("macros"),
+        QObject::tr("Reads the macro keys of classicuo or tazuo from <file>, a macros.xml."),
+        QStringLiteral("file")};
+    const QCommandLineOption chat{
+        QStringLiteral("enter-opens-chat"),
+        QObject::tr("Enter opens the chat line, as classicuo and tazuo can be set to.")};
+    QCommandLineParser parser;
+};
+
+// What to play; nothing, with the reason in `trouble`, if the options do not fit together.
+std::optional<Play> ReadPlay(const Options& options, Client client, const char*& trouble) {
+    const QCommandLineParser& parser = options.parser;
+    if (!spellwick::practice::ClientOfName(parser.value(options.client).toStdString())) {
+        trouble = "unknown client";
+        return std::nullopt;
+    }
+    Play play{.client = client};
+    play.keys.emptyEnter = spellwick::practice::EmptyEnterOf(client, parser.isSet(options.chat));
+    if (!parser.isSet(options.macros)) {
+        return play;
+    }
+    const auto macros = ReadMacros(parser.value(options.macros));
+    if (!spellwick::practice::HasMacroFile(client) || !macros) {
+        trouble = macros ? "this client has no macros.xml" : "cannot read the macros";
+        return std::nullopt;
+    }
+    play.keys.spellOf = [keys = *macros](Modifiers modifiers, const std::string& key) {
+        for (const MacroKey& macro : keys) {
+            if (macro.modifiers == modifiers && macro.key == key) {
+                return macro.spell;
+            }
+        }
+        return std::string();
+    };
+    return play;
+}
+
 int Refuse(const char* reason) {
     std::fprintf(stderr, "spellwick-practice-game: %s\n", reason);
     return 2;
@@ -88,56 +140,19 @@ int main(int argc, char* argv[]) {
     arguments.push_back(nullptr);
     const QApplication application(count, arguments.data());
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QObject::tr("A practice game for Spellwick."));
-    const QCommandLineOption journalOption(QStringLiteral("journal"),
-                                           QObject::tr("Also append the journal to <file>."),
-                                           QStringLiteral("file"));
-    parser.addOption(journalOption);
-    const QCommandLineOption clientOption(
-        QStringLiteral("client"),
-        QObject::tr("Plays <client>: classic, orion, crossuo, classicuo or tazuo."),
-        QStringLiteral("client"), QStringLiteral("classic"));
-    parser.addOption(clientOption);
-    const QCommandLineOption macrosOption(
-        QStringLiteral("macros"),
-        QObject::tr("Reads the macro keys of classicuo or tazuo from <file>, a macros.xml."),
-        QStringLiteral("file"));
-    parser.addOption(macrosOption);
-    const QCommandLineOption chatOption(
-        QStringLiteral("enter-opens-chat"),
-        QObject::tr("Enter opens the chat line, as classicuo and tazuo can be set to."));
-    parser.addOption(chatOption);
-    parser.addHelpOption();
-    parser.process(application);
-
+    Options options;
+    options.parser.process(application);
     std::ofstream journal;
-    if (parser.isSet(journalOption)) {
-        journal.open(parser.value(journalOption).toStdString(), std::ios::app);
+    if (options.parser.isSet(options.journal)) {
+        journal.open(options.parser.value(options.journal).toStdString(), std::ios::app);
         if (!journal) {
-            std::fputs("spellwick-practice-game: cannot write the journal file\n", stderr);
-            return 2;
+            return Refuse("cannot write the journal file");
         }
     }
-
-    if (!spellwick::practice::ClientOfName(parser.value(clientOption).toStdString())) {
-        return Refuse("unknown client");
-    }
-    Play play{.client = client};
-    play.keys.emptyEnter = spellwick::practice::EmptyEnterOf(client, parser.isSet(chatOption));
-    if (parser.isSet(macrosOption)) {
-        const auto macros = ReadMacros(parser.value(macrosOption));
-        if (!spellwick::practice::HasMacroFile(client) || !macros) {
-            return Refuse(macros ? "this client has no macros.xml" : "cannot read the macros");
-        }
-        play.keys.spellOf = [keys = *macros](Modifiers modifiers, const std::string& key) {
-            for (const MacroKey& macro : keys) {
-                if (macro.modifiers == modifiers && macro.key == key) {
-                    return macro.spell;
-                }
-            }
-            return std::string();
-        };
+    const char* trouble = nullptr;
+    std::optional<Play> play = ReadPlay(options, client, trouble);
+    if (!play) {
+        return Refuse(trouble);
     }
 
     GameWindow window(
@@ -148,7 +163,7 @@ int main(int argc, char* argv[]) {
                 journal << line << '\n' << std::flush;
             }
         },
-        std::move(play));
+        std::move(*play));
     window.show();
     WriteLine("window " + std::to_string(window.winId()));
 

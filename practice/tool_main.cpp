@@ -88,42 +88,52 @@ QString Help() {
     return help;
 }
 
+struct Options {
+    Options() {
+        parser.setApplicationDescription(Help());
+        parser.addOptions({socket, game, tool});
+        parser.addHelpOption();
+    }
+
+    // Not "name": the toolkit takes that for its own.
+    const QCommandLineOption socket{QStringLiteral("socket"),
+                                    QObject::tr("Listen on <name>.sock, \"practice\" by default."),
+                                    QStringLiteral("name"), QStringLiteral("practice")};
+    const QCommandLineOption game{QStringLiteral("game"),
+                                  QObject::tr("Follow the journal that the practice game writes to "
+                                              "<file>, and report what happens in it."),
+                                  QStringLiteral("file")};
+    const QCommandLineOption tool{
+        QStringLiteral("tool"),
+        QObject::tr("Pretend to be uoassist (by default), razor, razor-enhanced or classicuo."),
+        QStringLiteral("tool"), QStringLiteral("uoassist")};
+    QCommandLineParser parser;
+};
+
+int Refuse(const char* reason) {
+    std::fprintf(stderr, "spellwick-practice-tool: %s\n", reason);
+    return 2;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationName(QStringLiteral("spellwick-practice-tool"));
     const QApplication application(argc, argv);
+    Options options;
+    const QCommandLineParser& parser = options.parser;
+    options.parser.process(application);
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(Help());
-    // Not "name": the toolkit takes that for its own.
-    const QCommandLineOption socketOption(
-        QStringLiteral("socket"), QObject::tr("Listen on <name>.sock, \"practice\" by default."),
-        QStringLiteral("name"), QStringLiteral("practice"));
-    const QCommandLineOption gameOption(
-        QStringLiteral("game"),
-        QObject::tr("Follow the journal that the practice game writes to "
-                    "<file>, and report what happens in it."),
-        QStringLiteral("file"));
-    const QCommandLineOption toolOption(
-        QStringLiteral("tool"),
-        QObject::tr("Pretend to be uoassist (by default), razor, razor-enhanced or classicuo."),
-        QStringLiteral("tool"), QStringLiteral("uoassist"));
-    parser.addOptions({socketOption, gameOption, toolOption});
-    parser.addHelpOption();
-    parser.process(application);
-
-    const auto* role = spellwick::practice::FindToolRole(parser.value(toolOption).toStdString());
+    const auto* role = spellwick::practice::FindToolRole(parser.value(options.tool).toStdString());
     if (role == nullptr) {
-        std::fputs("spellwick-practice-tool: there is no such tool to pretend to be\n", stderr);
-        return 2;
+        return Refuse("there is no such tool to pretend to be");
     }
 
     QElapsedTimer clock;
     clock.start();
     PracticeTool tool({
         .folder = spellwick::practice::ToolFolder(),
-        .name = parser.value(socketOption),
+        .name = parser.value(options.socket),
         .clock = [&clock] { return ToolTime(clock.elapsed()); },
         .random =
             [](int lowest, int highest) {
@@ -135,11 +145,10 @@ int main(int argc, char* argv[]) {
     spellwick::practice::ToolWindow window(tool);
 
     JournalWatch journal;
-    if (parser.isSet(gameOption)) {
+    if (parser.isSet(options.game)) {
         QObject::connect(&journal, &JournalWatch::Line, &tool, &PracticeTool::Watch);
-        if (!journal.Follow(parser.value(gameOption))) {
-            std::fputs("spellwick-practice-tool: cannot read the journal file\n", stderr);
-            return 2;
+        if (!journal.Follow(parser.value(options.game))) {
+            return Refuse("cannot read the journal file");
         }
     }
     if (!tool.Open()) {
