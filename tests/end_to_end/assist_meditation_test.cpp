@@ -1,10 +1,8 @@
 // Meditation that a report of the assist tool starts while a list of ours is open.
-#include <cstdlib>
-#include <memory>
-
 #include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
+#include "platform/linux/x11_connection.h"
 #include "tests/end_to_end/tool_desk.h"
 
 namespace spellwick::testing_support {
@@ -15,13 +13,11 @@ class ReportedMeditation : public ToolDesk {
     // Whether a program has the keyboard to itself, as one with an open list has.
     bool IsKeyboardGrabbed() const {
         xcb_connection_t* x = m_desk->Session().Connection();
-        const std::unique_ptr<xcb_grab_keyboard_reply_t, decltype(&std::free)> reply(
-            xcb_grab_keyboard_reply(
-                x,
-                xcb_grab_keyboard(x, 0, m_desk->Session().Root(), XCB_CURRENT_TIME,
-                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                nullptr),
-            std::free);
+        const auto reply = OwnReply(xcb_grab_keyboard_reply(
+            x,
+            xcb_grab_keyboard(x, 0, m_desk->Session().Root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                              XCB_GRAB_MODE_ASYNC),
+            nullptr));
         if (reply && reply->status == XCB_GRAB_STATUS_SUCCESS) {
             xcb_ungrab_keyboard(x, XCB_CURRENT_TIME);
             m_desk->Session().Sync();

@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <thread>
 
 #include <gmock/gmock.h>
 
+#include "platform/linux/x11_connection.h"
 #include "tests/bridge/socket_client.h"
 #include "tests/bridge/wine_desk.h"
 #include "tests/end_to_end/player_desk.h"
@@ -133,18 +133,17 @@ class WineTool : public PlayerDesk {
     Picture CounterPicture(int reagent) const {
         xcb_connection_t* connection = m_desk->Session().Connection();
         const Place place = Counter(reagent);
-        xcb_get_image_reply_t* reply =
+        const auto reply = OwnReply(
             xcb_get_image_reply(connection,
                                 xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, Window(),
                                               static_cast<std::int16_t>(place.x - 12),
                                               static_cast<std::int16_t>(place.y - 6), 40, 12, ~0U),
-                                nullptr);
+                                nullptr));
         Picture picture;
         if (reply != nullptr) {
-            const std::uint8_t* data = xcb_get_image_data(reply);
-            picture.assign(data, data + xcb_get_image_data_length(reply));
+            const std::uint8_t* data = xcb_get_image_data(reply.get());
+            picture.assign(data, data + xcb_get_image_data_length(reply.get()));
         }
-        std::free(reply);
         return picture;
     }
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <atomic>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <thread>
 
@@ -155,8 +154,8 @@ class PollingProgram {
         std::array<std::uint8_t, 32> before{};
         for (auto next = std::chrono::steady_clock::now(); !m_ends; next += period) {
             std::this_thread::sleep_until(next);
-            xcb_query_keymap_reply_t* now =
-                xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr);
+            const auto now =
+                OwnReply(xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
             for (unsigned code = 0; code < 256; ++code) {
                 const auto isDown = [code](const std::uint8_t* keys) {
                     return (keys[code / 8] & (1U << (code % 8))) != 0;
@@ -166,7 +165,6 @@ class PollingProgram {
                 }
             }
             std::copy_n(now->keys, before.size(), before.begin());
-            std::free(now);
         }
         xcb_disconnect(connection);
     }
