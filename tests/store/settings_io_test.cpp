@@ -3,29 +3,12 @@
 #include <gmock/gmock.h>
 
 #include "store/digit_string.h"
-#include "tests/store/store_test_tools.h"
-#include "tests/support/failures.h"
-#include "tests/support/memory_settings_store.h"
+#include "tests/store/settings_io_fixture.h"
 
 namespace spellwick {
 namespace {
 
 using testing::ElementsAre;
-
-class SettingsIoTest : public testing::Test {
-  protected:
-    std::optional<FailureKind> FailureOfGlobalLoad() {
-        return FailureOf([this] { io.LoadGlobalSettings(); });
-    }
-    std::optional<FailureKind> FailureOfPlayerLoad() {
-        return FailureOf([this] { io.LoadPlayerSettings("Mira"); });
-    }
-
-    SharedState state = StartedState();
-    MemorySettingsStore store;
-    RecordingView view;
-    SettingsIo io{state, store, view};
-};
 
 TEST_F(SettingsIoTest, CleanStore_ReadsNoPlayerAndKeepsTheBook) {
     io.LoadGlobalSettings();
@@ -169,95 +152,6 @@ TEST_F(SettingsIoTest, KeysCompareExactly) {
     EXPECT_EQ(state.Magery, 0);
 }
 
-TEST_F(SettingsIoTest, StockAndTithing_TolerateBlanksAndWords) {
-    store.Put("Mira", "MR 0", " 12");
-    store.Put("Mira", "SA 0", "none");
-    store.Put("Mira", "BM 0", "");
-    store.Put("Mira", "SS 0", "-3");
-    store.Put("Mira", "CurrentTithing", "many");
-    io.LoadPlayerSettings("Mira");
-    EXPECT_EQ(state.ReagentStock(1, 0), 12);
-    EXPECT_EQ(state.ReagentStock(2, 0), 0);
-    EXPECT_EQ(state.ReagentStock(3, 0), 0);
-    EXPECT_EQ(state.ReagentStock(4, 0), -3);
-    EXPECT_EQ(state.CurrentTithing, 0);
-}
-
-TEST_F(SettingsIoTest, StockOverItsRange_FailsAndKeepsWhatWasBefore) {
-    store.Put("Mira", "Bag 0", "Satchel");
-    store.Put("Mira", "MR 0", "5");
-    store.Put("Mira", "BM 0", "32768");
-    store.Put("Mira", "CurrentTithing", "7");
-    state.ReagentStock(3, 0) = 77;
-    EXPECT_EQ(FailureOfPlayerLoad(), FailureKind::kOverflow);
-    EXPECT_EQ(state.BagName(0), "Satchel");
-    EXPECT_EQ(state.ReagentStock(1, 0), 5);
-    EXPECT_EQ(state.ReagentStock(3, 0), 77);
-    EXPECT_EQ(state.CurrentTithing, 0);
-    EXPECT_THAT(view.calls, ElementsAre("bag names"));
-}
-
-TEST_F(SettingsIoTest, TithingOverItsRange_Fails) {
-    store.Put("Mira", "CurrentTithing", "2147483648");
-    EXPECT_EQ(FailureOfPlayerLoad(), FailureKind::kOverflow);
-}
-
-TEST_F(SettingsIoTest, PlayerTextThatIsNoNumber_FailsAtItsPlace) {
-    for (const char* key : {"CurrentReagentBag", "LeftReagentBag", "RightReagentBag", "User1",
-                            "User16", "Spellbook 0", "Spellbook 96", "EvalInt", "Dexterity",
-                            "TargetInt", "SendSpellText", "SendSpellSuffix"}) {
-        store = MemorySettingsStore();
-        store.Put("Mira", "MR 0", "5");
-        store.Put("Mira", key, "x");
-        store.Put("Mira", "SpellText 0 0", "last");
-        state = StartedState();
-        EXPECT_EQ(FailureOfPlayerLoad(), FailureKind::kTypeMismatch) << key;
-        EXPECT_EQ(state.ReagentStock(1, 0), 5) << key;
-        EXPECT_EQ(state.Spells(0).SpellText, "") << key;
-    }
-}
-
-TEST_F(SettingsIoTest, GlobalTextThatIsNoNumber_FailsAtItsPlace) {
-    for (const char* key : {"MR price", "PI price", "SpellRegs 1", "SpellRegs 97", "DisableCasting",
-                            "Meditate", "TypeOnlyInFront", "FindWineTools", "MeditateLevel",
-                            "RegYellow", "ColorWarn", "SpellTimerMode", "InTown 0", "InTown 96"}) {
-        store = MemorySettingsStore();
-        store.Put("Settings", key, "no");
-        store.Put("Settings", "CurrentPlayerName", "Mira");
-        state = StartedState();
-        EXPECT_EQ(FailureOfGlobalLoad(), FailureKind::kTypeMismatch) << key;
-        EXPECT_EQ(state.CurrentPlayerName, "") << key;
-    }
-}
-
-TEST_F(SettingsIoTest, FailedGlobalLoad_KeepsWhatWasReadBefore) {
-    store.Put("Settings", "MR price", "9");
-    store.Put("Settings", "Macro 1", "ACSX");
-    store.Put("Settings", "DisableCasting", "maybe");
-    state.RegYellow = 11;
-    EXPECT_EQ(FailureOfGlobalLoad(), FailureKind::kTypeMismatch);
-    EXPECT_EQ(state.RegPrice(1), 9);
-    EXPECT_EQ(state.RegPrice(14), 1);
-    EXPECT_EQ(MacroOf(state, 1), (Macro{true, true, true, "X"}));
-    EXPECT_EQ(state.RegYellow, 11);
-}
-
-TEST_F(SettingsIoTest, ValueOverItsRange_FailsAsOverflow) {
-    struct Row {
-        const char* key;
-        const char* text;
-    };
-    for (const Row& row : {Row{"MR price", "32768"},
-                           {"InTown 3", "256"},
-                           {"InTown 3", "-1"},
-                           {"ColorWarn", "4294967296"},
-                           {"RegYellow", "-32769"}}) {
-        store = MemorySettingsStore();
-        store.Put("Settings", row.key, row.text);
-        EXPECT_EQ(FailureOfGlobalLoad(), FailureKind::kOverflow) << row.key;
-    }
-}
-
 TEST_F(SettingsIoTest, Prices_DecideTheCosts) {
     state.Spells(0).Reagents(1) = 2;
     store.Put("Settings", "MR price", "10");
@@ -326,58 +220,6 @@ TEST_F(SettingsIoTest, WithoutASpellTable_ThePlayerLoadStopsAtTheSpellTexts) {
     EXPECT_EQ(FailureOfPlayerLoad(), FailureKind::kSubscript);
     EXPECT_EQ(state.Magery, 100);
     EXPECT_EQ(state.SpellTextSuffix, "... Alakazam ...");
-}
-
-TEST_F(SettingsIoTest, WithoutASpellTable_NothingIsSaved) {
-    state.Spells.Clear();
-    state.CurrentPlayerName = "Mira";
-    EXPECT_EQ(FailureOf([this] { (void)io.SavePlayerSettings("Mira"); }), FailureKind::kSubscript);
-    EXPECT_EQ(FailureOf([this] { (void)io.SaveGlobalSettings({}); }), FailureKind::kSubscript);
-    EXPECT_EQ(FailureOf([this] { (void)io.SaveGlobalKeys({}); }), FailureKind::kSubscript);
-    EXPECT_TRUE(store.Batches().empty());
-}
-
-TEST_F(SettingsIoTest, PlaceThatIsNotGiven_IsNotWritten) {
-    store.Put("Settings", "WindowTop", "100");
-    ASSERT_TRUE(io.SaveGlobalSettings({std::nullopt, {{1.0F, 2.0F}}}).ok);
-    ASSERT_TRUE(io.SaveMacros({}).ok);
-    EXPECT_EQ(store.Read("Settings", "WindowTop"), "100");
-    EXPECT_FALSE(store.Read("Settings", "WindowLeft").has_value());
-    EXPECT_FALSE(store.Read("Settings", "SettingsTop").has_value());
-    EXPECT_EQ(store.Read("Settings", "TimerTop"), "1");
-    EXPECT_EQ(store.Read("Settings", "TimerLeft"), "2");
-}
-
-TEST_F(SettingsIoTest, SaveGlobalKeys_LeavesThePlayerAlone) {
-    state.CurrentPlayerName = "Mira";
-    ASSERT_TRUE(io.SaveGlobalSettings({}).ok);
-    store.ForgetBatches();
-    ASSERT_TRUE(io.SaveGlobalKeys({}).ok);
-    ASSERT_EQ(store.Batches().size(), 1U);
-    EXPECT_EQ(store.Batches()[0].size(), 1U + 13 + 96 + 97 + 3);
-    for (const SettingChange& change : store.Batches()[0]) {
-        EXPECT_EQ(change.section, "Settings");
-    }
-}
-
-TEST_F(SettingsIoTest, SavePlayer_IsOneBatchOfItsSectionAlone) {
-    ASSERT_TRUE(io.SavePlayerSettings("Mira").ok);
-    ASSERT_EQ(store.Batches().size(), 1U);
-    EXPECT_EQ(store.Batches()[0].size(), 365U);
-    for (const SettingChange& change : store.Batches()[0]) {
-        EXPECT_EQ(change.section, "Mira");
-    }
-}
-
-TEST_F(SettingsIoTest, SaveThatFails_SaysSoAndTheNextIsTriedAnew) {
-    store.FailWith("The disk is full.");
-    EXPECT_FALSE(io.SavePlayerSettings("Mira").ok);
-    EXPECT_EQ(io.SaveOption("Meditate", "True").trouble, "The disk is full.");
-    EXPECT_FALSE(io.SaveMacros({}).ok);
-    EXPECT_TRUE(store.Sections().empty());
-    store.FailWith("");
-    EXPECT_TRUE(io.SaveOption("Meditate", "True").ok);
-    EXPECT_EQ(store.Read("Settings", "Meditate"), "True");
 }
 
 TEST_F(SettingsIoTest, Position_IsReadAsAFraction) {
