@@ -37,6 +37,9 @@ class Desk {
     xcb_window_t FindWindow(std::string_view start) const;
     xcb_window_t WaitWindow(std::string_view start) const;
     bool WaitGone(xcb_window_t window) const;
+    // Whether a menu or a tip is open: a window of a program that the window manager has no part
+    // in. To try a grab of the keyboard would keep the menu's own out.
+    bool HasMenu() const;
 
     // The position of a window's client area on the screen.
     Area AreaOf(xcb_window_t window) const;
