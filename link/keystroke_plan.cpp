@@ -161,12 +161,10 @@ class Planner {
     std::optional<Place> FindIn(std::uint8_t group, Symbol symbol) const {
         std::optional<Place> best;
         for (const Key& key : KeysOf(group)) {
-            if (std::ranges::find(m_slots, key.code, &Slot::code) != m_slots.end()) {
-                continue;
-            }
             for (const KeyLevel& level : key.levels) {
                 if (level.symbol == symbol && (level.modifiers & ~m_pressable) == 0 &&
-                    (!best || std::popcount(level.modifiers) < std::popcount(best->modifiers))) {
+                    (!best || std::popcount(level.modifiers) < std::popcount(best->modifiers)) &&
+                    std::ranges::find(m_slots, key.code, &Slot::code) == m_slots.end()) {
                     best = Place{key.code, level.modifiers, group, symbol};
                 }
             }
