@@ -28,7 +28,12 @@ std::string FromLatin1(std::string_view bytes) {
     return text;
 }
 
+// No charset is Latin 1, in which every title begins: it needs none of iconv's tables, which are
+// files.
 std::string FromCharset(const char* charset, std::string_view bytes) {
+    if (charset == nullptr || bytes.empty()) {
+        return FromLatin1(bytes);
+    }
     const iconv_t opened = iconv_open("UTF-8", charset);
     // NOLINTNEXTLINE: iconv's own way to say that it failed
     if (opened == reinterpret_cast<iconv_t>(-1)) {
@@ -82,7 +87,7 @@ const char* UpperHalfCharset(char final) {
         case 'f':
             return "ISO-8859-16";
         default:
-            return "ISO-8859-1";
+            return nullptr;
     }
 }
 
@@ -165,7 +170,7 @@ class CompoundReader {
     std::string_view m_rest;
     std::string m_text;
     Mode m_mode = Mode::kOneByte;
-    const char* m_charset = "ISO-8859-1";
+    const char* m_charset = nullptr;
 };
 
 }  // namespace
