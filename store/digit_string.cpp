@@ -49,9 +49,9 @@ std::string UnsavedDigitString(const ReagentAmounts& amounts) {
 
 void ReadDigitString(std::string_view text, ReagentAmounts& amounts) {
     for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
-        const std::string_view rest = SkipCharacters(text, PlaceOf(reagent));
         const std::size_t places = reagent == kTithes ? 2 : 1;
-        amounts(reagent) = ReadByte(FirstCharacters(rest, places));
+        amounts(reagent) = ReadByte(FirstCharacters(text, places));
+        text = SkipCharacters(text, 1);
     }
 }
 

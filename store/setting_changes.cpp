@@ -18,12 +18,19 @@ namespace {
 // Collects the changes of one section.
 class SectionWriter {
   public:
-    explicit SectionWriter(std::string_view section) : m_section(section) {}
-
-    void Text(std::string_view key, std::string value) {
-        m_changes.push_back({m_section, std::string(key), std::move(value)});
+    explicit SectionWriter(std::string_view section) : m_section(section) {
+        // The keys of a player, which are listed twice a second.
+        m_changes.reserve(365);
     }
-    void Number(std::string_view key, i32 value) { Text(key, PlainText(value)); }
+
+    void Text(std::string key, std::string value) {
+        m_changes.push_back({m_section, std::move(key), std::move(value)});
+    }
+    void Text(std::string_view key, std::string value) { Text(std::string(key), std::move(value)); }
+    template <typename Key>
+    void Number(Key&& key, i32 value) {
+        Text(std::forward<Key>(key), PlainText(value));
+    }
     void Place(std::string_view topKey, std::string_view leftKey,
                const std::optional<WindowPlaces::Place>& place) {
         if (place) {
