@@ -64,14 +64,16 @@ void CheckPlan(const KeyPlan& plan, const Keymap& keymap) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::vector<Keymap> kKeymaps{hand_made::Us(), hand_made::De(), hand_made::Fr(),
-                                              hand_made::Ru()};
+    static std::vector<Keymap> keymaps{hand_made::Us(), hand_made::De(), hand_made::Fr(),
+                                       hand_made::Ru()};
+    static const std::vector<Keycode> kSpares = keymaps.front().spares;
     if (size < 2) {
         return 0;
     }
-    Keymap keymap = kKeymaps[data[0] % kKeymaps.size()];
+    Keymap& keymap = keymaps[data[0] % keymaps.size()];
     keymap.locked = data[1];
-    keymap.spares.resize(data[0] % (keymap.spares.size() + 1));
+    keymap.spares = kSpares;
+    keymap.spares.resize(data[0] % (kSpares.size() + 1));
     std::string_view text(reinterpret_cast<const char*>(data), size);  // NOLINT
     text.remove_prefix(2);
     const std::vector<Keystroke> keystrokes = ParseKeystrokes(text);

@@ -1,40 +1,29 @@
 // The content of the store as it is read: any values under its keys are loaded, or fail in a
 // defined way; what is saved then is loaded and saved again as it was, and texts come through
 // whole.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <map>
-#include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 #include "model/spell_lookup.h"
 #include "store/catalogue.h"
 #include "store/section_name.h"
 #include "store/settings_io.h"
 #include "store/text_forms.h"
-#include "tests/support/memory_settings_store.h"
+#include "tests/fuzz/stored_values.h"
 #include "text/runtime_failure.h"
 
 namespace {
 
 using namespace spellwick;
-
-constexpr std::string_view kPlayer = "Ultima Online - Mira Talon (Atlantic)";
-
-void Require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
+using namespace spellwick::fuzz;
 
 SharedState StartedState() {
     SharedState state;
     InitReagentTables(state);
     state.Spells.GrowTo(104);
     state.Spellbook.Fill(1);
+    for (const auto& entry : kPaceKeys) {
+        state.*entry.cell = entry.fallback;
+    }
     return state;
 }
 
@@ -52,48 +41,39 @@ bool Load(SharedState& state, SettingsStore& store) {
     }
 }
 
-// All that the program saves, in the order of its keys.
-SettingChanges Saved(const SharedState& state) {
-    SettingChanges changes = AllChanges(state, {});
-    for (SettingChange& change : MacroChanges(state, {})) {
+void Append(SettingChanges& changes, SettingChanges more) {
+    for (SettingChange& change : more) {
         changes.push_back(std::move(change));
     }
+}
+
+// All that the program saves, the player's first; without the player's name.
+SettingChanges Saved(const SharedState& state) {
+    SettingChanges changes = PlayerChanges(state, state.CurrentPlayerName);
+    changes.reserve(1000);
+    SettingChanges global = GlobalChanges(state, {});
+    Require(global.front().key == kPlayerNameKey);
+    global.erase(global.begin());
+    Append(changes, std::move(global));
+    Append(changes, MacroChanges(state, {}));
+    const auto option = [&changes](std::string_view key, std::string value) {
+        changes.push_back({std::string(kGlobalSection), std::string(key), std::move(value)});
+    };
     for (const auto& entry : kSwitchKeys) {
-        changes.push_back(
-            {std::string(kGlobalSection), std::string(entry.key), BoolText(state.*entry.cell)});
+        option(entry.key, BoolText(state.*entry.cell));
     }
-    changes.push_back({std::string(kGlobalSection), std::string(kTimerModeKey.key),
-                       std::to_string(state.SpellTimerMode)});
+    option(kTimerModeKey.key, std::to_string(state.SpellTimerMode));
+    for (const auto& entry : kPaceKeys) {
+        option(entry.key, std::to_string(state.*entry.cell));
+    }
     return changes;
 }
 
-SettingChanges SavedAndLoaded(const SettingChanges& changes) {
-    MemorySettingsStore store;
-    Require(store.Apply(changes).ok);
-    SharedState state = StartedState();
+SettingChanges Reload(MemorySettingsStore store, const SharedState& started) {
+    store.Put(kGlobalSection, kPlayerNameKey, kPlayer);
+    SharedState state = started;
     Require(Load(state, store));
     return Saved(state);
-}
-
-struct Place {
-    std::string section;
-    std::string key;
-};
-
-// Every key that is saved, the player's first.
-const std::vector<Place>& Places() {
-    static const std::vector<Place> kPlaces = [] {
-        SharedState state = StartedState();
-        state.CurrentPlayerName = kPlayer;
-        std::vector<Place> places;
-        for (const SettingChange& change : Saved(state)) {
-            if (change.key != kPlayerNameKey) {
-                places.push_back({change.section, change.key});
-            }
-        }
-        return places;
-    }();
-    return kPlaces;
 }
 
 // A macro without a key reads as one with a blank, since its code is too short.
@@ -107,55 +87,45 @@ void RequireAlike(const SettingChanges& first, const SettingChanges& second) {
     }
 }
 
-bool IsText(const Place& place) {
-    return place.section != kGlobalSection &&
-           (place.key == kSuffixKey || place.key.starts_with("SpellText ") ||
-            place.key.starts_with("Bag "));
-}
-
-void RequireWhole(const SettingChanges& saved, const std::map<std::string, std::string>& texts) {
-    for (const SettingChange& change : saved) {
-        const auto text = texts.find(change.key);
-        Require(text == texts.end() || change.section == kGlobalSection ||
-                change.value == text->second);
+// What an empty store gives.
+struct Tables {
+    Tables() {
+        SharedState state = started;
+        MemorySettingsStore empty;
+        empty.Put(kGlobalSection, kPlayerNameKey, kPlayer);
+        Require(Load(state, empty));
+        usual = Saved(state);
+        RequireAlike(usual, Reload(Whole(usual), started));
     }
-}
+
+    SharedState started = StartedState();
+    SettingChanges usual;
+};
 
 }  // namespace
 
-// Each value: two bytes for its key, one for its length, and its bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    MemorySettingsStore given;
-    given.Put(kGlobalSection, kPlayerNameKey, kPlayer);
-    std::map<std::string, std::string> texts;
-    std::string_view input(reinterpret_cast<const char*>(data), size);  // NOLINT
-    while (input.size() >= 3) {
-        const auto byte = [&input](std::size_t at) {
-            return static_cast<std::size_t>(static_cast<unsigned char>(input[at]));
-        };
-        const Place& place = Places()[(byte(0) * 256 + byte(1)) % Places().size()];
-        const std::size_t length = byte(2);
-        input.remove_prefix(3);
-        const std::string value(input.substr(0, length));
-        input.remove_prefix(value.size());
-        given.Put(place.section, place.key, value);
-        if (IsText(place)) {
-            texts[place.key] = value;
-        }
-    }
-    SharedState state = StartedState();
-    const bool whole = Load(state, given);
+    static const Tables kTables;
+    GivenValues given = Given(data, size, kTables.usual);
+    given.store.Put(kGlobalSection, kPlayerNameKey, kPlayer);
+    SharedState state = kTables.started;
+    const bool whole = Load(state, given.store);
     // Where a value cannot be read the program goes on with what was read before it.
     Require(!whole || state.CurrentPlayerName == kPlayer);
     state.CurrentPlayerName = kPlayer;
     const SettingChanges first = Saved(state);
-    const SettingChanges second = SavedAndLoaded(first);
+    // Most inputs reload what is not usual, which is much less and comes to the same.
+    const auto reload = [size](const SettingChanges& saved) {
+        return Reload(size % 16 == 0 ? Whole(saved) : Unusual(saved, kTables.usual),
+                      kTables.started);
+    };
+    const SettingChanges second = reload(first);
     if (whole) {
-        RequireWhole(first, texts);
+        RequireTexts(first, given.texts);
     }
     if (first != second) {
         RequireAlike(first, second);
-        Require(SavedAndLoaded(second) == second);
+        Require(reload(second) == second);
     }
     return 0;
 }

@@ -5,9 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include <iconv.h>
 
 #include "link/client_watch.h"
 #include "platform/linux/x11_text.h"
@@ -77,6 +81,20 @@ std::string Latin1(std::string_view bytes) {
     return text;
 }
 
+struct CloseIconv {
+    void operator()(void* converter) const { iconv_close(converter); }
+};
+
+// The tables of a converter are files, which are read once as long as one converter is open.
+std::vector<std::unique_ptr<void, CloseIconv>> OpenConverters() {
+    std::vector<std::unique_ptr<void, CloseIconv>> open;
+    for (const char* part :
+         {"2", "3", "4", "5", "6", "7", "8", "9", "10", "13", "14", "15", "16"}) {
+        open.emplace_back(iconv_open("UTF-8", (std::string("ISO-8859-") + part).c_str()));
+    }
+    return open;
+}
+
 // What holds of a compound text whatever the escapes in it mean.
 void TryCompound(std::string_view bytes, const std::string& text) {
     if (bytes.find(kEscape) == std::string_view::npos) {
@@ -94,6 +112,7 @@ void TryCompound(std::string_view bytes, const std::string& text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const auto kOpen = OpenConverters();
     if (size == 0) {
         return 0;
     }

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -35,9 +34,10 @@ Values Read(const std::string& file, std::string_view key) {
 std::string Escaped(std::string_view text, char closing) {
     std::string written;
     const auto unit = [&written](char32_t value) {
-        std::array<char, 8> digits{};
-        std::snprintf(digits.data(), digits.size(), "\\x%04x", static_cast<unsigned>(value));
-        written += digits.data();
+        written += "\\x";
+        for (const unsigned shift : {12U, 8U, 4U, 0U}) {
+            written += "0123456789abcdef"[(value >> shift) & 0xfU];
+        }
     };
     while (!text.empty()) {
         const char32_t codePoint = TakeCodePoint(text);
