@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Shared by ./run, ./test and ./package, which source it from the root of the tree: installing, building
+# Shared by ./run, ./test, ./package and some of tools/, which source it from the root of the tree: installing, building
 # and reporting.
 
 say() {
@@ -130,4 +130,22 @@ build() {
         targets=(--target "$@")
     fi
     logged "build-$preset" cmake --build "build/$preset" --parallel "$(nproc)" "${targets[@]}"
+}
+
+# fuzz SECONDS TARGET: runs a fuzz target from its seeds and from what earlier runs have kept in
+# build/fuzz/found/NAME. What fails lies beside that folder; the log is build/fuzz-NAME.log. Leaves the exit
+# status in a file.
+fuzz() {
+    local name
+    name=$(basename "$2")
+    local -a seeds=()
+    if [ -d "tests/fuzz/corpus/$name" ]; then
+        seeds=("tests/fuzz/corpus/$name")
+    fi
+    mkdir -p "build/fuzz/found/$name"
+    rm -f "build/fuzz/found/$name.status"
+    "$2" -max_total_time="$1" -timeout=20 -rss_limit_mb=1024 -verbosity=0 -print_final_stats=1 \
+        -artifact_prefix="build/fuzz/found/$name-" "build/fuzz/found/$name" \
+        "${seeds[@]}" >"build/fuzz-$name.log" 2>&1 </dev/null
+    echo $? >"build/fuzz/found/$name.status"
 }
