@@ -67,13 +67,15 @@ bool ComesBack(const std::string& key) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const SharedState kStarted = Tables();
     static SharedState state = kStarted;
-    const auto fresh = [] { static_cast<MacroTables&>(state) = kStarted; };
+    const auto fresh = [] {
+        static_cast<MacroTables&>(state) = static_cast<const MacroTables&>(kStarted);
+    };
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     fresh();
     Merge(text, state);
     Require(MacroOf(state, kMeditationMacro) == kUntouched);
     Require(MacroOf(state, 0) == kUntouched);
-    const MacroTables merged = state;
+    const MacroTables merged = static_cast<const MacroTables&>(state);
     Merge(text, state);
     Require(AreAlike(merged, state));
     // Rows of one name have one macro. Those without a name end the merge, so they come last.

@@ -131,7 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     RequirePlaces(bytes, *xml);
     const SharedState& state = TablesOf(data[0]);
-    MacroTables loaded = state;
+    MacroTables loaded = static_cast<const MacroTables&>(state);
     RequireSound(state, loaded, LoadClientMacros(*xml, state.Spells, loaded));
 
     const SavedMacros saved = SaveClientMacros(bytes, *xml, state.Spells, state);
@@ -139,7 +139,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     RequirePlaces(saved.bytes, again);
     RequireForeignBytes(bytes, *xml, saved.bytes, again);
     // Into other macros of the same spells.
-    MacroTables back = TablesOf((data[0] & 0xf0U) | ((data[0] + 1U) & 0x0fU));
+    const SharedState& others = TablesOf((data[0] & 0xf0U) | ((data[0] + 1U) & 0x0fU));
+    MacroTables back = static_cast<const MacroTables&>(others);
     const MacroLoad load = LoadClientMacros(again, state.Spells, back);
     for (const auto* numbers : {&saved.save.replaced, &saved.save.added, &saved.save.unchanged}) {
         for (const i32 number : *numbers) {

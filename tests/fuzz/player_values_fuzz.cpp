@@ -78,9 +78,9 @@ class Tables {
 
     // As at the start. The spells are not made anew: only their spoken texts are a player's.
     SharedState& Fresh() {
-        static_cast<PurseContents&>(m_state) = m_started;
-        static_cast<CasterSkills&>(m_state) = m_started;
-        static_cast<SpokenOptions&>(m_state) = m_started;
+        static_cast<PurseContents&>(m_state) = static_cast<const PurseContents&>(m_started);
+        static_cast<CasterSkills&>(m_state) = static_cast<const CasterSkills&>(m_started);
+        static_cast<SpokenOptions&>(m_state) = static_cast<const SpokenOptions&>(m_started);
         m_state.UserSpells = m_started.UserSpells;
         m_state.Spellbook = m_started.Spellbook;
         for (i32 row = 0; row <= kLastRow; ++row) {
