@@ -143,8 +143,7 @@ std::optional<int> Application::Start() {
     Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
     Guard(m_runEnd, "reading pictures", [&] {
         m_main->ReadPicturesAhead();
-        QApplication::setWindowIcon(
-            QIcon(ReadPicture(QStringLiteral(":/pictures/spellwick-48.png"))));
+        QApplication::setWindowIcon(QIcon(ReadPicture(QStringLiteral("spellwick-48"))));
     });
     if (m_system.owner != nullptr) {
         m_system.owner->SetWindow(static_cast<WindowHandle>(m_main->winId()));

@@ -23,7 +23,7 @@ QLabel* MakeCredit(QWidget* parent, const char* name, const char* text) {
 
 // The program's icon at a large size.
 QPixmap Icon(double devicePixelRatio) {
-    QPixmap icon = ReadPicture(QStringLiteral(":/pictures/spellwick-256.png"));
+    QPixmap icon = ReadPicture(QStringLiteral("spellwick-256"));
     if (icon.isNull()) {
         return icon;
     }

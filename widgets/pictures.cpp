@@ -1,7 +1,10 @@
 #include "widgets/pictures.h"
 
+#include <QImage>
 #include <QImageReader>
+#include <QResource>
 #include <QString>
+#include <QtEndian>
 
 namespace spellwick {
 
@@ -11,17 +14,43 @@ constexpr int kReagentCells = 14;
 
 QPixmap LoadPicture(const QString& name, double devicePixelRatio) {
     const bool dense = devicePixelRatio > 1.0;
-    QPixmap picture = ReadPicture(
-        QStringLiteral(":/pictures/%1%2.png").arg(name, dense ? QStringLiteral("@2x") : QString()));
+    QPixmap picture = ReadPicture(dense ? name + QStringLiteral("@2x") : name);
     picture.setDevicePixelRatio(dense ? 2.0 : 1.0);
     return picture;
 }
 
+// The form is told in data/art/unpacked.py.
+QPixmap Unpacked(const QByteArray& bytes) {
+    constexpr qsizetype kNumber = sizeof(quint32);
+    constexpr qsizetype kHeader = 2 * kNumber;
+    constexpr quint32 kLongestSide = 4096;
+    if (bytes.size() < kHeader) {
+        return {};
+    }
+    const auto width = qFromLittleEndian<quint32>(bytes.constData());
+    const auto height = qFromLittleEndian<quint32>(bytes.constData() + kNumber);
+    const qsizetype pixels = qsizetype{width} * height;
+    if (width > kLongestSide || height > kLongestSide ||
+        bytes.size() != kHeader + pixels * kNumber) {
+        return {};
+    }
+    QImage image(static_cast<int>(width), static_cast<int>(height),
+                 QImage::Format_ARGB32_Premultiplied);
+    qFromLittleEndian<quint32>(bytes.constData() + kHeader, pixels, image.bits());
+    return QPixmap::fromImage(std::move(image));
+}
+
 }  // namespace
 
-// Left to find the format out, the toolkit first loads all its plug-ins for pictures and asks each.
-QPixmap ReadPicture(const QString& file) {
-    QImageReader reader(file, "png");
+// The pictures of the start are unpacked: even the search of the toolkit for its plug-ins, before
+// it reads any PNG, takes as long as all of them. Left to find the format out, it would load the
+// plug-ins and ask each.
+QPixmap ReadPicture(const QString& name) {
+    const QString file = QStringLiteral(":/pictures/") + name;
+    if (const QResource unpacked(file + QStringLiteral(".argb")); unpacked.isValid()) {
+        return Unpacked(unpacked.uncompressedData());
+    }
+    QImageReader reader(file + QStringLiteral(".png"), "png");
     reader.setAutoDetectImageFormat(false);
     return QPixmap::fromImageReader(&reader);
 }

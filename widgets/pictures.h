@@ -12,8 +12,8 @@
 
 namespace spellwick {
 
-// A picture from the resources, which are all PNG; null if there is none of that name.
-QPixmap ReadPicture(const QString& file);
+// A picture from the resources, "reagents@2x"; null if there is none of that name.
+QPixmap ReadPicture(const QString& name);
 
 // A strip of equal cells, loaded at the screen's density.
 class PictureStrip {

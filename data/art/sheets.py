@@ -16,10 +16,15 @@ GREY = ('<filter id="grey" filterUnits="userSpaceOnUse" x="0" y="0" width="{0}" 
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
 SMALL_ICON_LIMIT = 24
 
-# The whole strips, for looking at all icons in one picture.
+# What the first page shows. The program has these unpacked, as NAME.argb.
+AT_START = ("page_necromancer", "page_paladin", "reagents", "reagents_small", "spells_colour_1",
+            "spells_grey_1", "spellwick-48")
+
+# The whole strips are for looking at all icons in one picture.
 NOT_IN_PROGRAM = ("spells_colour.png", "spells_colour@2x.png", "spells_grey.png",
                   "spells_grey@2x.png", "spellwick.svg",
-                  *(f"spellwick-{size}.png" for size in (16, 22, 24, 32, 64, 128)))
+                  *(f"spellwick-{size}.png" for size in (16, 22, 24, 32, 64, 128)),
+                  *(f"{name}.png" for name in AT_START))
 
 
 @dataclass(frozen=True)
