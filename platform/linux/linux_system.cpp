@@ -1,8 +1,10 @@
 #include <chrono>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 
 #include <fontconfig/fontconfig.h>
 
@@ -25,6 +27,36 @@
 namespace spellwick {
 
 namespace {
+
+// The list of the system's fonts is a good part of a start. Until the result of OpenSystem is
+// there, nothing but this thread calls the library of fonts. If it cannot read them, the toolkit
+// tries again and says so.
+std::future<void> ReadFonts() {
+    // The toolkit sets the locale too, which the thread must not see change.
+    std::setlocale(LC_ALL, "");
+    // The signals are not held yet: they must not end the process by way of this thread later.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    std::future<void> reading;
+    try {
+        reading = std::async(std::launch::async, [] { static_cast<void>(FcInit()); });
+    } catch (const std::system_error&) {
+        // Without a thread the toolkit reads them when it needs them.
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return reading;
+}
+
+// What begins with the process, until the system is open. Its end waits for the thread that reads
+// the fonts, since that must not run on while the libraries end.
+struct Beginning {
+    std::future<void> fonts = ReadFonts();
+    // Kept until there are other connections: a server that loses its last client starts anew, and
+    // refuses whoever comes meanwhile.
+    X11Connection connection{""};
+};
 
 bool IsSet(const char* name) {
     const char* value = std::getenv(name);
@@ -96,18 +128,17 @@ Preparation PrepareProcess() {
                                : "There is no X display to show a window on (DISPLAY is not set).",
                 .display = nullptr};
     }
-    // Kept until there are other connections: a server that loses its last client starts anew, and
-    // refuses whoever comes meanwhile.
-    auto connection = std::make_shared<const X11Connection>("");
-    if (!connection->Works()) {
+    // Even under Wayland the game's windows are X11 windows, so ours must be too. No variable
+    // changes once there is a thread that may read one.
+    setenv("QT_QPA_PLATFORM", "xcb", 1);
+    auto beginning = std::make_shared<const Beginning>();
+    if (!beginning->connection.Works()) {
         return {.trouble = std::string("The X display \"") + std::getenv("DISPLAY") +
                            "\" cannot be opened.",
                 .display = nullptr};
     }
     HoldEndSignals();
-    // Even under Wayland the game's windows are X11 windows, so ours must be too.
-    setenv("QT_QPA_PLATFORM", "xcb", 1);
-    return {.trouble = {}, .display = std::move(connection)};
+    return {.trouble = {}, .display = std::move(beginning)};
 }
 
 Ownership OwnSettings(const Options& options) {
@@ -127,15 +158,14 @@ Ownership OwnSettings(const Options& options) {
 }
 
 std::future<System> OpenSystem(const Options& options, std::shared_ptr<const void> display) {
-    // The toolkit sets the locale too, which the thread must not see change.
-    std::setlocale(LC_ALL, "");
     const int endRequests = WatchEndRequests();
     auto open = [options, endRequests, display = std::move(display)]() mutable {
-        // The list of the system's fonts is a good part of a start. If it cannot be read, the
-        // toolkit tries again and says so.
-        static_cast<void>(FcInit());
         System system = Open(options);
         system.endRequests = endRequests;
+        if (const auto& fonts = static_cast<const Beginning*>(display.get())->fonts;
+            fonts.valid()) {
+            fonts.wait();
+        }
         display.reset();
         return system;
     };
