@@ -141,12 +141,13 @@ std::optional<int> Application::Start() {
         return kNoSpellData;
     }
     Guard(m_runEnd, "showing the window", [&] { m_main->Form_Activate(); });
-    Guard(m_runEnd, "reading pictures", [&] {
-        m_main->ReadPicturesAhead();
-        QApplication::setWindowIcon(QIcon(ReadPicture(QStringLiteral("spellwick-48"))));
-    });
+    Guard(m_runEnd, "reading the icon",
+          [] { QApplication::setWindowIcon(QIcon(ReadPicture(QStringLiteral("spellwick-48")))); });
     if (m_system.owner != nullptr) {
         m_system.owner->SetWindow(static_cast<WindowHandle>(m_main->winId()));
+    }
+    if (m_system.mapsLater) {
+        Guard(m_runEnd, "painting the window", [&] { m_main->PaintAhead(); });
     }
     m_companion.ShowStartHints();
     auto* notes = new QTimer(m_main.get());
@@ -319,6 +320,12 @@ void Application::ShowInfo(i32 row) {
     }
     m_info->ComeForward();
     m_info->DisplayInfo(row);
+}
+
+void Application::ShowMainWindow() {
+    if (m_system.mapsLater) {
+        Guard(m_runEnd, "showing the window", [&] { m_main->Appear(); });
+    }
 }
 
 // The dialog itself is as costly to build as the main window, and many runs never need it.

@@ -35,6 +35,7 @@ class Application : private Forms {
     // Forms
     void Show(const Changes& changes) override;
     WindowHandle MakeMainWindow() override { return m_main->MakeHandle(); }
+    void ShowMainWindow() override;
     void LoadSettings() override;
     void FocusPage() override { m_main->FocusPage(); }
     void FocusCounter(i32 reagent) override { m_main->FocusCounter(reagent); }

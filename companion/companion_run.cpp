@@ -61,6 +61,7 @@ LoadOutcome Companion::Load() {
     }
     step([&] { m_state.Spellbook.Fill(1); });
     step([&] { m_player.LoadAtStart(); });
+    forms.ShowMainWindow();
     step([&] { m_page.Update(); });
     step([&] { forms.LoadSettings(); });
     step([&] { m_page.UpdateAmounts(); });

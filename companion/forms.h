@@ -19,6 +19,9 @@ class Forms {
 
     // Gives the main window its saved place, and its handle.
     virtual WindowHandle MakeMainWindow() = 0;
+    // Nothing can end the start any more, and the arrangement is known: the main window may come up
+    // now, and is filled while the system brings it to the screen. Serves no events.
+    virtual void ShowMainWindow() {}
     // All is loaded: takes in what the settings dialog reads once, at the start. It may be made
     // from now on.
     virtual void LoadSettings() = 0;

@@ -9,6 +9,7 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
 
 #include "store/catalogue.h"
 #include "store/twips.h"
@@ -117,6 +118,12 @@ void FormMain::ConnectCommands() {
 }
 
 bool FormMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == windowHandle()) {
+        if (event->type() == QEvent::Expose) {
+            m_events.Run("placing the window", [&] { TakeFrame(); });
+        }
+        return QWidget::eventFilter(watched, event);
+    }
     if (watched == &Command(kSettings) && event->type() == QEvent::Enter) {
         m_events.Run("making the settings dialog", [&] { emit SettingsNear(); });
     }
@@ -169,15 +176,34 @@ void FormMain::Form_Activate() {
         return;
     }
     m_companion.RefreshAtFirstActivation();
+    m_activated = true;
+    Appear();
+}
+
+void FormMain::Appear() {
+    if (m_appeared) {
+        return;
+    }
+    m_appeared = true;
     hide();
     IgnoreFailure([&] {
         Arrange();
         TakePlace(SavedPlace());
     });
-    m_activated = true;
     // No caret blinks in a counter until the user puts it there.
     m_page.CheckCircle[kFirstCircleButton]->setFocus(Qt::OtherFocusReason);
+    static_cast<void>(winId());  // makes the handle if there is none yet
+    windowHandle()->installEventFilter(this);
     show();
+}
+
+// The toolkit paints no window that is not mapped, and when it is, copies to the screen what has
+// not changed since the last painting.
+void FormMain::PaintAhead() {
+    if (isVisible() && !windowHandle()->isExposed()) {
+        setAttribute(Qt::WA_Mapped);
+        repaint();
+    }
 }
 
 // A window takes its place as that of its frame only if it has place and size before it has a
@@ -313,15 +339,18 @@ void FormMain::paintEvent(QPaintEvent* /*event*/) {
         m_companion.ShowCaption();
         QPainter painter(this);
         DrawReagents(painter);
-        if (!m_mapped) {
-            m_mapped = true;
-            // Only now is the frame there, and its width counts at the edge of the screen. A move
-            // while painting would paint again.
-            QTimer::singleShot(0, this, [this, place = pos()] { FitFrame(place); });
-            static_cast<void>(
-                m_services.desktop.SetTopMost(m_state.MainWindowHandle, m_state.AlwaysOnTop));
-        }
     });
+}
+
+// Only now is the frame there, and its width counts at the edge of the screen. The window moves
+// after its first painting.
+void FormMain::TakeFrame() {
+    if (m_mapped || !windowHandle()->isExposed()) {
+        return;
+    }
+    m_mapped = true;
+    QTimer::singleShot(0, this, [this, place = pos()] { FitFrame(place); });
+    static_cast<void>(m_services.desktop.SetTopMost(m_state.MainWindowHandle, m_state.AlwaysOnTop));
 }
 
 void FormMain::FitFrame(QPoint place) {

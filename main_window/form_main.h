@@ -34,8 +34,16 @@ class FormMain : public QWidget, public Spoken {
     // Starts the companion, and the watch if that went well.
     LoadOutcome Form_Load();
 
-    // The top-most state and, the first time, the place and arrangement of the window.
+    // Comes to the screen in its place and arrangement, once; what it shows may follow before
+    // events are served.
+    void Appear();
+
+    // The top-most state and, the first time, the figures; the window appears if it has not yet.
     void Form_Activate();
+
+    // Paints all of a window that is shown but not on the screen yet. When it comes there, the
+    // toolkit has nothing left to paint.
+    void PaintAhead();
 
     // Draws what has changed.
     void Show(const Changes& changes);
@@ -62,8 +70,6 @@ class FormMain : public QWidget, public Spoken {
 
     CirclePage& Page() { return m_page; }
     Pictures& PictureStrips() { return m_pictures; }
-    // Reads what the first painting needs, while the window manager maps the window.
-    void ReadPicturesAhead();
     QTimer& Timer1(int index);
     QWidget& StockCounter(i32 reagent) { return m_counters.Reagent(reagent); }  // 1 to 13
     QWidget& TithesLabel() { return *m_tithes.LabelTithes; }
@@ -100,6 +106,8 @@ class FormMain : public QWidget, public Spoken {
     // The place for the window as it is arranged now, on a screen; frame included.
     QPoint PlaceFor(QPoint wanted) const;
     void TakePlace(QPoint wanted);
+    // The window is on the screen for the first time.
+    void TakeFrame();
     void FitFrame(QPoint place);
     // Gives the controls and the window the places and sizes of the arrangement.
     void Arrange();
@@ -129,8 +137,9 @@ class FormMain : public QWidget, public Spoken {
     QTimer m_watchTimer;       // Timer1(1)
     QTimer m_meditationTimer;  // Timer1(2)
     int m_fontPixels;
+    bool m_appeared = false;
     bool m_activated = false;  // the first activation has run
-    bool m_mapped = false;     // the window has been painted once
+    bool m_mapped = false;     // the window has been on the screen
 };
 
 }  // namespace spellwick

@@ -181,13 +181,6 @@ bool FormMain::HasSmallRows() {
     return m_counters.ImgReg(0).height() <= InWindow(kSmallRow);
 }
 
-void FormMain::ReadPicturesAhead() {
-    m_pictures.Reagents();
-    if (HasSmallRows()) {
-        m_pictures.SmallReagents();
-    }
-}
-
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const bool isDark = palette().color(QPalette::Window).lightness() < kDarkGround;

@@ -51,6 +51,9 @@ struct System {
     std::vector<std::string> licences;
     // The session may have windows that no other program sees.
     bool wayland = false;
+    // A window that is shown comes to the screen some milliseconds later, when another program, the
+    // window manager, has mapped it.
+    bool mapsLater = false;
     // Readable when the system asks the program to end; -1 where it asks in other ways.
     int endRequests = -1;
 };

@@ -84,6 +84,7 @@ void OpenDisplay(System& system) {
     }
     system.desktop = std::make_unique<X11Desktop>("");
     system.wayland = IsSet("WAYLAND_DISPLAY");
+    system.mapsLater = true;
 }
 
 void OpenSettings(System& system, const std::optional<std::filesystem::path>& folder) {

@@ -1,6 +1,7 @@
 // Start of the program: the load, the first activation, the timers.
 #include <QFile>
 #include <QScreen>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -200,6 +201,102 @@ TEST_F(StartTest, FormLoad_AmountsFail_TheWindowComesAllTheSame) {
     Form().Form_Activate();
     EXPECT_TRUE(Form().isVisible());
     EXPECT_EQ(Text("Reagent", 3), "50");
+}
+
+TEST_F(StartTest, ShowMainWindow_ComesOnceNothingCanEndTheStart) {
+    SavePlayer(kMira);
+    SetSaved("Settings", "DisplayVertical", "True");
+    Make();
+    int times = 0;
+    m_atShow = [&] {
+        ++times;
+        EXPECT_EQ(State().SpellCount, 96);
+        EXPECT_EQ(State().CurrentPlayerName, kMira);
+        EXPECT_TRUE(State().DisplayVertical);
+        EXPECT_THAT(TakeLog(), ElementsAre("find assist", "hook", "convert"));
+    };
+    Form().Form_Load();
+    EXPECT_EQ(times, 1);
+    EXPECT_THAT(TakeLog(), ElementsAre("update chance", "load settings"));
+}
+
+TEST_F(StartTest, ShowMainWindow_StartThatEnds_NeverComes) {
+    m_atShow = [] { ADD_FAILURE() << "the window would come up"; };
+    WriteSpellData("Spells, 87\n");
+    Make();
+    EXPECT_EQ(Form().Form_Load(), LoadOutcome::kBadSpellData);
+    QFile::remove(SpellData());
+    Make();
+    EXPECT_EQ(Form().Form_Load(), LoadOutcome::kMissingSpellData);
+    EXPECT_EQ(TakeBoxes().size(), 2U);
+}
+
+TEST_F(StartTest, Appear_WhileLoading_TheWindowIsFilledBeforeItIsOnTheScreen) {
+    SavePlayer(kMira);
+    SetSaved("Settings", "WindowTop", "1500");
+    SetSaved("Settings", "WindowLeft", "3000");
+    SetSaved("Settings", "DisplayVertical", "True");
+    Make();
+    m_atShow = [this] { Form().Appear(); };
+    Form().Form_Load();
+    EXPECT_TRUE(Form().isVisible());
+    EXPECT_FALSE(Form().windowHandle()->isExposed());
+    Form().Form_Activate();
+    EXPECT_FALSE(Form().windowHandle()->isExposed());
+    EXPECT_EQ(Text("Reagent", 13), "50");
+    EXPECT_EQ(Text("LabelAmount", 0), " 50");
+    EXPECT_EQ(Form().pos(), QPoint(200, 100));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&Form()));
+    EXPECT_EQ(Form().pos(), QPoint(200, 100));
+    EXPECT_EQ(FocusName(), "CheckCircle(2)");
+}
+
+// Counts the paintings of some controls.
+class Paintings : public QObject {
+  public:
+    explicit Paintings(std::initializer_list<QWidget*> controls) {
+        for (QWidget* control : controls) {
+            control->installEventFilter(this);
+        }
+    }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
+TEST_F(StartTest, PaintAhead_WindowNotYetOnTheScreen_IsPaintedWithItsControls) {
+    Make();
+    Form().Form_Load();
+    Form().Form_Activate();
+    Paintings paintings({&Form(), &Named("LabelAmount", 0)});
+    ASSERT_FALSE(Form().windowHandle()->isExposed());
+    EXPECT_EQ(paintings.count, 0);
+    Form().PaintAhead();
+    EXPECT_EQ(paintings.count, 2);
+}
+
+TEST_F(StartTest, PaintAhead_WindowOnTheScreen_PaintsNothing) {
+    Make();
+    Start();
+    QCoreApplication::processEvents();
+    Paintings paintings({&Form()});
+    Form().PaintAhead();
+    EXPECT_EQ(paintings.count, 0);
+}
+
+TEST_F(StartTest, TopMost_IsToldAgainWhenTheWindowIsOnTheScreen) {
+    SetSaved("Settings", "AlwaysOnTop", "True");
+    Make();
+    Form().Form_Load();
+    Form().Form_Activate();
+    Form().PaintAhead();
+    m_desktop.topMostCalls.clear();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&Form()));
+    ASSERT_FALSE(m_desktop.topMostCalls.empty());
+    EXPECT_TRUE(m_desktop.topMostCalls.front().topMost);
+    EXPECT_EQ(m_desktop.topMostCalls.front().window, State().MainWindowHandle);
 }
 
 TEST_F(StartTest, Timers_HaveTheirIntervalsAndStates) {

@@ -149,6 +149,11 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     // Forms
     void Show(const Changes& changes) override;
     WindowHandle MakeMainWindow() override { return 70; }
+    void ShowMainWindow() override {
+        if (m_atShow) {
+            m_atShow();
+        }
+    }
     void LoadSettings() override { m_parts.Note("load settings"); }
     void FocusPage() override;
     void FocusCounter(i32 reagent) override;
@@ -197,6 +202,7 @@ class CompanionFixture : public testing::Test, public FailureSink, protected For
     std::unique_ptr<Companion> m_companion;
     std::vector<UncaughtFailure> m_failures;
     std::string m_focus;
+    std::function<void()> m_atShow;  // when the main window may come up
 
   private:
     std::vector<Changes> m_changes;
