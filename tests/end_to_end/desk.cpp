@@ -89,7 +89,7 @@ Picture Desk::RestingPicture(xcb_window_t window) const {
 
 bool Desk::HasMenu() const {
     xcb_connection_t* connection = m_session->Connection();
-    const auto tree = Own(
+    const auto tree = OwnReply(
         xcb_query_tree_reply(connection, xcb_query_tree(connection, m_session->Root()), nullptr));
     if (!tree) {
         return false;
@@ -97,9 +97,9 @@ bool Desk::HasMenu() const {
     const xcb_window_t* const begin = xcb_query_tree_children(tree.get());
     return std::any_of(
         begin, begin + xcb_query_tree_children_length(tree.get()), [&](xcb_window_t window) {
-            const auto attributes = Own(xcb_get_window_attributes_reply(
+            const auto attributes = OwnReply(xcb_get_window_attributes_reply(
                 connection, xcb_get_window_attributes(connection, window), nullptr));
-            const auto name = Own(xcb_get_property_reply(
+            const auto name = OwnReply(xcb_get_property_reply(
                 connection,
                 xcb_get_property(connection, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 1),
                 nullptr));
