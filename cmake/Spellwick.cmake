@@ -6,6 +6,10 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
+# clang-tidy takes each source alone (tools/tidy), so that a missing include does not stay hidden.
+set(CMAKE_UNITY_BUILD ${SPELLWICK_UNITY})
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     # Unless told to be sloppy, ccache does not cache what uses a precompiled header. In depend mode it

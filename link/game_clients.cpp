@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/ascii_case.h"
+
 namespace spellwick {
 
 namespace {
@@ -9,7 +11,7 @@ namespace {
 // Nobody's game has such a title, and searching it would take time.
 constexpr std::size_t kLongestTitle = 4096;
 
-constexpr std::size_t kName = 0;
+constexpr std::size_t kNameColumn = 0;
 constexpr std::size_t kX11Class = 1;
 constexpr std::size_t kWindowsClass = 2;
 constexpr std::size_t kInGame = 3;
@@ -37,7 +39,7 @@ std::vector<TitlePattern> ReadForms(const TableRow& row, std::size_t column) {
 
 GameClient ReadClient(const TableRow& row) {
     GameClient client;
-    client.name = row[kName];
+    client.name = row[kNameColumn];
     client.x11Classes = Alternatives(row[kX11Class]);
     client.windowsClasses = Alternatives(row[kWindowsClass]);
     client.inGame = ReadForms(row, kInGame);
@@ -45,7 +47,7 @@ GameClient ReadClient(const TableRow& row) {
     client.shard = row[kShard];
     client.enterBehindMacro = row[kEnter] == "yes";
     if (client.name.empty()) {
-        throw ValueFault{kName, "the name is missing"};
+        throw ValueFault{kNameColumn, "the name is missing"};
     }
     if (client.x11Classes.empty() && client.windowsClasses.empty()) {
         throw ValueFault{kX11Class, "neither this nor the next column names a class"};
@@ -62,21 +64,9 @@ GameClient ReadClient(const TableRow& row) {
     return client;
 }
 
-char LowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-// Window classes of Windows and names of its program files have no case.
-bool SameWithoutCase(std::string_view left, std::string_view right) {
-    return std::ranges::equal(left, right, {}, LowerAscii, LowerAscii);
-}
-
 bool SameClass(std::string_view ours, std::string_view theirs, WindowClassKind kind) {
-    constexpr std::string_view kExe = ".exe";
-    const bool windowsProgram =
-        ours.size() > kExe.size() && SameWithoutCase(ours.substr(ours.size() - kExe.size()), kExe);
-    return kind == WindowClassKind::kWindows || windowsProgram ? SameWithoutCase(ours, theirs)
-                                                               : ours == theirs;
+    return kind == WindowClassKind::kWindows || EndsInExe(ours) ? SameWithoutCase(ours, theirs)
+                                                                : ours == theirs;
 }
 
 const std::vector<std::string>& ClassesOf(const GameClient& client, WindowClassKind kind) {

@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kEnter = "{ENTER}";
 constexpr i16 kOn = 1;
 
-std::string Marks(const MacroStrokes& macro) {
+std::string MarksOf(const MacroStrokes& macro) {
     std::string marks(macro.alt);
     marks.append(macro.ctrl).append(macro.shift);
     return marks;
@@ -29,7 +29,7 @@ std::string SpellKeystrokes(const MacroStrokes& macro, const SpokenText& spoken,
                             const EnterRules& enter) {
     // ODDITY(marks-without-key): a spell without a key sends its marks straight before Enter, so
     // that Alt, Ctrl and Shift act on Enter; kept because the string is the same for every key.
-    std::string keys = Marks(macro).append(LowerCase(macro.key));
+    std::string keys = MarksOf(macro).append(LowerCase(macro.key));
     // ODDITY(notation-in-texts): a "+", "^", "%" or a key name in braces within a spoken text acts
     // as in a macro; kept because users build longer macros that way.
     if (spoken.sendSpellText == kOn && !spoken.spellText.empty()) {
@@ -46,7 +46,7 @@ std::string SpellKeystrokes(const MacroStrokes& macro, const SpokenText& spoken,
 std::string MeditationKeystrokes(const MacroStrokes& macro, const EnterRules& enter) {
     // ODDITY(meditation-capital): a capital letter as the Meditation key is typed with Shift, one
     // as a spell's key is not; kept because the Meditation key goes out as it was entered.
-    std::string keys = Marks(macro).append(macro.key);
+    std::string keys = MarksOf(macro).append(macro.key);
     if (enter.behindKey) {
         keys.append(kEnter);
     }

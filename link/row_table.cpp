@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "model/spell_data.h"
+#include "text/ascii_case.h"
 
 namespace spellwick {
 
@@ -30,8 +31,8 @@ auto At(std::size_t row, std::size_t column, const Work& work) {
         while (what.ends_with('.')) {
             what.pop_back();
         }
-        if (!what.empty() && what[0] >= 'A' && what[0] <= 'Z') {
-            what[0] = static_cast<char>(what[0] - 'A' + 'a');
+        if (!what.empty()) {
+            what[0] = LowerAscii(what[0]);
         }
         throw FaultAt{{row, column, what}};
     }

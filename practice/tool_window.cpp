@@ -18,10 +18,6 @@ constexpr int kRefreshMs = 30;
 constexpr int kHalfLightness = 128;
 constexpr int kWayRole = Qt::UserRole;
 
-QString FromView(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QTableWidget* MakeTable(int rows, const QString& name) {
     auto* table = new QTableWidget(rows, 2);
     table->setAccessibleName(name);

@@ -9,10 +9,6 @@
 namespace spellwick::practice {
 namespace {
 
-QString FromView(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QString StockWords(int number, int count) {
     const auto* const item = std::ranges::find(kStockItems, number, &StockItem::number);
     return item == kStockItems.end()
@@ -34,6 +30,10 @@ QString CastWords(int number) {
 }
 
 }  // namespace
+
+QString FromView(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 QString WordsOf(const ToolMessage& message) {
     switch (message.number) {

@@ -2,10 +2,14 @@
 #pragma once
 
 #include <QString>
+#include <string_view>
 
 #include "practice/tool_lines.h"
 
 namespace spellwick::practice {
+
+// Of UTF-8.
+QString FromView(std::string_view text);
 
 // For example "Garlic: 60"; the bare numbers of an unknown message.
 QString WordsOf(const ToolMessage& message);

@@ -37,7 +37,7 @@ bool IsOnMouse(const XmlMacro& macro) {
     return NumberOf(macro.attributes, "mousebutton") != 0 || IsOn(macro.attributes, "wheelscroll");
 }
 
-Macro KeyOf(const XmlMacro& macro) {
+Macro MacroOf(const XmlMacro& macro) {
     const i32 code = NumberOf(macro.attributes, "key");
     return {.alt = IsOn(macro.attributes, "alt"),
             .ctrl = IsOn(macro.attributes, "ctrl"),
@@ -53,7 +53,7 @@ std::optional<LeftReason> Obstacle(const XmlMacro& macro) {
     if (ValueOf(macro.attributes, "key").empty() || ValueOf(macro.attributes, "key") == "0") {
         return LeftReason::kNoKey;
     }
-    return KeyOf(macro).key.empty() ? std::optional(LeftReason::kOtherKey) : std::nullopt;
+    return MacroOf(macro).key.empty() ? std::optional(LeftReason::kOtherKey) : std::nullopt;
 }
 
 // The macros that do nothing but cast one spell, by the number of ours, in the order of the file.
@@ -140,7 +140,7 @@ std::vector<std::string> FindShared(const std::vector<Wanted>& wanted,
     std::vector<std::string> shared;
     for (const Wanted& one : wanted) {
         const auto other = std::ranges::find_if(xml.macros, [&](const XmlMacro& macro) {
-            return !ours.contains(&macro) && !Obstacle(macro) && KeyOf(macro) == one.macro;
+            return !ours.contains(&macro) && !Obstacle(macro) && MacroOf(macro) == one.macro;
         });
         if (other != xml.macros.end()) {
             shared.push_back(NameOf(spells, one.number));
@@ -179,7 +179,7 @@ MacroLoad LoadClientMacros(const MacroXml& xml, const SpellTable& spells, MacroT
         }
         const std::optional<LeftReason> obstacle = Obstacle(main);
         if (!obstacle) {
-            SetMacro(tables, number, KeyOf(main));
+            SetMacro(tables, number, MacroOf(main));
             load.taken.insert(number);
             continue;
         }

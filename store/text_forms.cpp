@@ -6,34 +6,22 @@
 #include <cmath>
 #include <limits>
 
+#include "text/ascii_case.h"
 #include "text/characters.h"
 #include "text/number_forms.h"
 #include "text/runtime_failure.h"
 
 namespace spellwick {
 
-namespace {
-
-bool IsWord(std::string_view text, std::string_view lowerWord) {
-    return std::equal(text.begin(), text.end(), lowerWord.begin(), lowerWord.end(),
-                      [](char given, char lower) {
-                          const char folded =
-                              given >= 'A' && given <= 'Z' ? static_cast<char>(given + 32) : given;
-                          return folded == lower;
-                      });
-}
-
-}  // namespace
-
 std::string BoolText(bool value) {
     return value ? "True" : "False";
 }
 
 bool ReadBool(std::string_view text) {
-    if (IsWord(text, "true")) {
+    if (SameWithoutCase(text, "true")) {
         return true;
     }
-    if (IsWord(text, "false")) {
+    if (SameWithoutCase(text, "false")) {
         return false;
     }
     return RequiredNumber(text) != 0.0;

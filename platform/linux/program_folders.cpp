@@ -4,6 +4,8 @@
 #include <fstream>
 #include <string>
 
+#include "text/ascii_case.h"
+
 namespace spellwick {
 
 namespace fs = std::filesystem;
@@ -16,13 +18,6 @@ void Add(std::vector<fs::path>& folders, const fs::path& folder) {
     if (folder.is_absolute() && std::ranges::find(folders, folder) == folders.end()) {
         folders.push_back(folder);
     }
-}
-
-bool EndsInExe(std::string path) {
-    for (char& c : path) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return path.ends_with(".exe");
 }
 
 // The files that a process has mapped stand at the ends of lines, behind the first slash.

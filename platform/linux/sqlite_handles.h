@@ -19,6 +19,9 @@ struct FinalizeStatement {
 using SqliteDatabase = std::unique_ptr<sqlite3, CloseDatabase>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
+// How long a statement waits for another program that has the file.
+inline constexpr int kBusyMilliseconds = 2000;
+
 // A result code without its extension: SQLITE_OK, SQLITE_BUSY, ...
 constexpr int PrimaryCode(int code) {
     return code & 0xFF;

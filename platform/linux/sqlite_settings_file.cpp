@@ -12,7 +12,6 @@ namespace fs = std::filesystem;
 
 // Of the file's form. The store itself does not say one.
 constexpr int kFormVersion = 1;
-constexpr int kBusyMilliseconds = 2000;
 
 std::string Quoted(const fs::path& file) {
     return "\"" + file.string() + "\"";

@@ -9,9 +9,6 @@ namespace spellwick {
 
 namespace {
 
-// Another process saves within a few milliseconds; if it takes longer, it is stuck.
-constexpr int kBusyMilliseconds = 2000;
-
 // Stores up to this size, a few hundred players, are checked completely at the start, which takes
 // some milliseconds. In a larger one, damage is noticed when it is read.
 constexpr sqlite3_int64 kCheckedBytes = 16LL * 1024 * 1024;

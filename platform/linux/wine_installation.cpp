@@ -7,6 +7,7 @@
 #include <system_error>
 #include <vector>
 
+#include "text/ascii_case.h"
 #include "text/utf16.h"
 #include "text/utf8.h"
 
@@ -19,11 +20,7 @@ namespace fs = std::filesystem;
 // Names in the registry and on the drives are not case-sensitive.
 std::string Small(std::string_view text) {
     std::string small(text);
-    for (char& sign : small) {
-        if (sign >= 'A' && sign <= 'Z') {
-            sign = static_cast<char>(sign - 'A' + 'a');
-        }
-    }
+    std::ranges::transform(small, small.begin(), LowerAscii);
     return small;
 }
 

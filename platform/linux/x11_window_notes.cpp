@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "platform/linux/x11_text.h"
+#include "text/ascii_case.h"
 
 namespace spellwick {
 
@@ -33,16 +34,6 @@ WindowClass SplitClass(std::string_view bytes) {
     const std::size_t end = std::min(bytes.find('\0'), bytes.size());
     const std::string_view after = bytes.substr(std::min(end + 1, bytes.size()));
     return {bytes.substr(0, end), after.substr(0, after.find('\0'))};
-}
-
-// Windows programs are named by their files, and Windows ignores the case of file names.
-bool EndsInExe(std::string_view name) {
-    constexpr std::string_view kExe = ".exe";
-    return name.size() >= kExe.size() &&
-           std::ranges::equal(name.substr(name.size() - kExe.size()), kExe,
-                              [](char ours, char plain) {
-                                  return (ours >= 'A' && ours <= 'Z' ? ours + 32 : ours) == plain;
-                              });
 }
 
 bool IsWindowsProgram(const WindowClass& ours) {

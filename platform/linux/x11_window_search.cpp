@@ -5,25 +5,11 @@
 #include <cstdint>
 
 #include "platform/linux/x11_text.h"
+#include "text/ascii_case.h"
 
 namespace spellwick {
 
 namespace {
-
-char LowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool SameWithoutCase(std::string_view left, std::string_view right) {
-    return std::ranges::equal(left, right, {}, LowerAscii, LowerAscii);
-}
-
-// Windows programs are named by their files, and Windows ignores the case of file names.
-bool EndsInExe(std::string_view name) {
-    constexpr std::string_view kExe = ".exe";
-    return name.size() >= kExe.size() &&
-           SameWithoutCase(name.substr(name.size() - kExe.size()), kExe);
-}
 
 bool IsOneOf(const std::vector<std::string>& classes, const X11WindowNotes::Note& note) {
     return std::ranges::any_of(classes, [&](const std::string& each) {

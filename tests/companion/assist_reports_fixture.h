@@ -13,6 +13,7 @@
 #include "link/assist_search.h"
 #include "link/translated_assist.h"
 #include "tests/support/companion_fixture.h"
+#include "tests/support/duration_rules.h"
 #include "tests/support/recording_assist_transport.h"
 
 namespace spellwick {
@@ -47,7 +48,6 @@ class AssistReportsTest : public CompanionFixture {
         MakeBeside(tool);
         Start();
         // Every spell lasts, so that a timer shows which row a cast was taken for.
-        constexpr i16 kMagery120 = 1;
         for (i32 row = 0; row <= kLastRow; ++row) {
             State().Spells(row).File5 = kMagery120;
         }

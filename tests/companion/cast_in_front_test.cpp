@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/companion_fixture.h"
+#include "tests/support/duration_rules.h"
 
 namespace spellwick {
 namespace {
@@ -16,7 +17,6 @@ constexpr const char* kUnfinished = "Line not finished: the game lost the front"
 constexpr int kClumsy = 0;  // in slot and row 0; takes a Bloodmoss and a Nightshade
 constexpr int kBloodmoss = 3;
 constexpr int kNightshade = 7;
-constexpr i16 kMagery120 = 1;  // a spell that lasts
 
 class CastInFrontTest : public CompanionFixture {};
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/companion/casting_fixture.h"
+#include "tests/support/duration_rules.h"
 
 namespace spellwick {
 namespace {
@@ -334,7 +335,6 @@ TEST_F(CastingTest, CastSpell_MacroKeyThatCannotBeTyped_IsNotTriedTwice) {
 }
 
 TEST_F(CastingTest, CastSpell_NotLinked_StartsTheCountdownOfASpellThatLasts) {
-    constexpr i16 kMagery120 = 1;
     StartWithMira();
     State().Spells(0).File5 = kMagery120;
     TakeChanges();
@@ -347,7 +347,6 @@ TEST_F(CastingTest, CastSpell_NotLinked_StartsTheCountdownOfASpellThatLasts) {
 }
 
 TEST_F(CastingTest, CastSpell_Linked_StartsNoCountdown) {
-    constexpr i16 kMagery120 = 1;
     StartWithMira();
     State().Spells(0).File5 = kMagery120;
     State().AssistLinked = true;

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/duration_rules.h"
 #include "tests/support/failures.h"
 #include "tests/support/named_spells.h"
 #include "tests/support/pace.h"
@@ -20,7 +21,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr i16 kMagery120 = 1;  // rules
 constexpr i16 kPlusSpirit = 16;
 
 class RunningTimersTest : public testing::Test {

@@ -17,7 +17,7 @@ GameClients Read(const std::string& text) {
     return ReadGameClients(input);
 }
 
-std::vector<GameClient> Delivered() {
+std::vector<GameClient> DeliveredRows() {
     const GameClients read = Read(std::string(DeliveredGameClients()));
     EXPECT_FALSE(read.fault);
     return read.rows;
@@ -27,7 +27,7 @@ constexpr const char* kRow = "Mine, mine, Mine, {name} - Mine, Mine, Home, yes\n
 
 TEST(GameClients, Delivered_HasARowForEachClient) {
     std::vector<std::string> names;
-    for (const GameClient& client : Delivered()) {
+    for (const GameClient& client : DeliveredRows()) {
         names.push_back(client.name + (client.enterBehindMacro ? " yes" : " no"));
     }
     EXPECT_THAT(names, ElementsAre("OrionUO yes", "CrossUO yes", "ClassicUO no", "TazUO no"));
@@ -187,7 +187,7 @@ TEST(GameClients, Delivered_KnowsEveryForm) {
         {"Taz, login", "ClassicUO", "SDL_app", "[TazUO 4.1]", "TazUO", nullptr},
         {"Taz, at first", "ClassicUO", "SDL_app", "TazUO - 4.1", "TazUO", nullptr},
     };
-    const std::vector<GameClient> clients = Delivered();
+    const std::vector<GameClient> clients = DeliveredRows();
     for (const KnownRow& row : rows) {
         for (const WindowClassKind kind : {WindowClassKind::kX11, WindowClassKind::kWindows}) {
             SCOPED_TRACE(row.name);
@@ -206,7 +206,7 @@ TEST(GameClients, Delivered_KnowsEveryForm) {
 }
 
 TEST(GameClients, ClassAndTitle_MustBothFit) {
-    const std::vector<GameClient> clients = Delivered();
+    const std::vector<GameClient> clients = DeliveredRows();
     const auto known = [&](const char* windowClass, const char* title, WindowClassKind kind) {
         return FindGameClient(clients, {7, windowClass, {}, title}, kind).has_value();
     };
@@ -221,12 +221,12 @@ TEST(GameClients, ClassAndTitle_MustBothFit) {
 }
 
 TEST(GameClients, EitherHalfOfAnX11Class_Counts) {
-    EXPECT_TRUE(FindGameClient(Delivered(), {7, "Other", "ClassicUO", "Bran - ClassicUO - 1"},
+    EXPECT_TRUE(FindGameClient(DeliveredRows(), {7, "Other", "ClassicUO", "Bran - ClassicUO - 1"},
                                WindowClassKind::kX11));
 }
 
 TEST(GameClients, HugeTitle_IsNoClients) {
-    EXPECT_FALSE(FindGameClient(Delivered(),
+    EXPECT_FALSE(FindGameClient(DeliveredRows(),
                                 {7, "ClassicUO", {}, std::string(5000, 'x') + " - ClassicUO - 1"},
                                 WindowClassKind::kX11));
 }

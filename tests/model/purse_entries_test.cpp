@@ -7,7 +7,7 @@
 namespace spellwick {
 namespace {
 
-struct EntryRow {
+struct CounterRow {
     const char* name;
     const char* text;
     i16 before;
@@ -17,7 +17,7 @@ struct EntryRow {
 };
 
 TEST(CounterEntry, Table_SignsAddAndTakeNumbersSet) {
-    const EntryRow rows[] = {
+    const CounterRow rows[] = {
         {"add ten", "+10", 5, 15, true, false},
         {"take three", "-3", 5, 2, true, false},
         {"take six of five", "-6", 5, 5, true, true},
@@ -46,7 +46,7 @@ TEST(CounterEntry, Table_SignsAddAndTakeNumbersSet) {
         {"fraction, half to even", "2.5", 5, 2, false, false},
         {"too long for any cell", "99999999999999999999", 5, 1000, false, false},
     };
-    for (const EntryRow& row : rows) {
+    for (const CounterRow& row : rows) {
         const CounterEntry entry = CommitCounterEntry(row.text, row.before);
         EXPECT_EQ(entry.stock, row.after) << row.name;
         EXPECT_EQ(entry.rewrites, row.rewrites) << row.name;

@@ -32,7 +32,7 @@ std::vector<i32> Changed(const SharedState& state, Cell cell) {
     return rows;
 }
 
-struct EntryRow {
+struct SkillRow {
     const char* name;
     const char* text;
     i16 value;
@@ -40,7 +40,7 @@ struct EntryRow {
 
 // covers ODDITY(skill-limit)
 TEST(SkillEntry, Oddity_FourCharactersAtMost125) {
-    const EntryRow rows[] = {
+    const SkillRow rows[] = {
         {"nothing", "", 0},
         {"letters", "abc", 0},
         {"lone plus", "+", 0},
@@ -61,7 +61,7 @@ TEST(SkillEntry, Oddity_FourCharactersAtMost125) {
         {"number before letters", "7abc", 7},
         {"power of ten", "9e99", 125},
     };
-    for (const EntryRow& row : rows) {
+    for (const SkillRow& row : rows) {
         EXPECT_EQ(ReadSkillEntry(row.text), row.value) << row.name;
     }
     EXPECT_EQ(ReadSkillEntry(std::string(1'000'000, '1')), 125);

@@ -104,13 +104,13 @@ TEST(SpellShortage, OtherSchools_AskForTheirOwnSkill) {
     EXPECT_FALSE(ShortageFor(state, 64).skill);
 }
 
-struct EntryRow {
+struct CappedRow {
     const char* text;
     i16 value;
 };
 
 TEST(EnteredValue, Texts_AreReadByTheirPrefixAndCappedAt100) {
-    constexpr EntryRow kRows[] = {
+    constexpr CappedRow kRows[] = {
         {"", 0},
         {" 38", 38},
         {"99", 99},
@@ -129,7 +129,7 @@ TEST(EnteredValue, Texts_AreReadByTheirPrefixAndCappedAt100) {
         {"1.5", 2},
         {"99999999999999999999", 100},
     };
-    for (const EntryRow& row : kRows) {
+    for (const CappedRow& row : kRows) {
         EXPECT_EQ(EnteredValue(row.text), row.value) << row.text;
     }
 }

@@ -13,6 +13,8 @@
 
 namespace spellwick {
 
+inline constexpr const char* kClient = "Ultima Online";
+
 class X11ClientWindowsTest : public testing::Test {
   protected:
     void Open(testing_support::WindowManager manager) {

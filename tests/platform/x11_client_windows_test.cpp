@@ -12,7 +12,6 @@ using testing_support::WaitUntil;
 using testing_support::WindowManager;
 
 constexpr std::uint32_t kIconic = 3;
-constexpr const char* kClient = "Ultima Online";
 constexpr const char* kThirdDawn = "Ultima Online Third Dawn";
 
 class WithOpenbox : public X11ClientWindowsTest {

@@ -8,8 +8,6 @@
 namespace spellwick {
 namespace {
 
-constexpr const char* kClient = "Ultima Online";
-
 class WithoutManager : public X11ClientWindowsTest {
     void SetUp() override { Open(testing_support::WindowManager::kNone); }
 

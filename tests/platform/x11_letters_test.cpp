@@ -12,7 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 using testing_support::KeyboardState;
 
-constexpr std::uint32_t kControlL = 0xffe3;
 constexpr auto kGrace = 300ms;
 
 // Distinct letters that neither an American nor a Russian keyboard has.

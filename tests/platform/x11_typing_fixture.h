@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,6 +17,7 @@
 namespace spellwick {
 
 inline constexpr const char* kWitnessTitle = "Ultima Online - Mira Talon (Atlantic)";
+inline constexpr std::uint32_t kControlL = 0xffe3;
 inline constexpr Pace kQuickPace{std::chrono::milliseconds(8), std::chrono::milliseconds(8)};
 
 class X11Typing : public testing::Test {

@@ -18,7 +18,6 @@ using testing_support::KeyboardState;
 using testing_support::KeyWitness;
 
 constexpr std::uint32_t kShiftL = 0xffe1;
-constexpr std::uint32_t kControlL = 0xffe3;
 constexpr std::uint32_t kAltL = 0xffe9;
 
 TEST_F(X11Typing, MarksAndFunctionKeys_ArriveWithTheirModifiers) {

@@ -10,6 +10,7 @@
 
 #include "practice/game_window.h"
 #include "practice/macro_file.h"
+#include "tests/practice/spoken_lines.h"
 
 namespace spellwick::practice {
 namespace {
@@ -57,16 +58,6 @@ TEST(Clients, StatisticsInATitle_Change) {
     }
     EXPECT_NE(window.windowTitle(), first);
     EXPECT_TRUE(window.windowTitle().startsWith(QStringLiteral("Mira Talon - HP 9")));
-}
-
-std::vector<std::string> Written(SpeechLine& line, const std::vector<KeyPress>& presses) {
-    std::vector<std::string> lines;
-    for (const KeyPress& press : presses) {
-        for (const JournalEntry& entry : line.Press(press)) {
-            lines.push_back(WrittenEntry(entry));
-        }
-    }
-    return lines;
 }
 
 const KeyPress kAltOne{{.alt = true}, "1", "1"};

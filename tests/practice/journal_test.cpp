@@ -3,21 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/practice/spoken_lines.h"
+
 namespace spellwick::practice {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::vector<std::string> Written(SpeechLine& line, const std::vector<KeyPress>& presses) {
-    std::vector<std::string> lines;
-    for (const KeyPress& press : presses) {
-        for (const JournalEntry& entry : line.Press(press)) {
-            lines.push_back(WrittenEntry(entry));
-        }
-    }
-    return lines;
-}
 
 KeyPress Plain(const std::string& key, const std::string& text = {}) {
     return {{}, key, text};

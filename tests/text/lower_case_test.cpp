@@ -22,7 +22,8 @@ TEST(LowerCase, LettersOfKeyboards_AreLoweredAndOthersStay) {
 TEST(LowerCase, EveryCodePoint_IsLoweredIfItIsALetterOfItsScripts_Long) {
     ASSERT_GT(std::size(kPairs), 800U);
     for (char32_t code = 0; code <= 0x10ffff; ++code) {
-        const Pair* const pair = std::ranges::lower_bound(kPairs, code, {}, &Pair::capital);
+        const LetterPair* const pair =
+            std::ranges::lower_bound(kPairs, code, {}, &LetterPair::capital);
         const bool isCapital = pair != std::end(kPairs) && pair->capital == code;
         ASSERT_EQ(LowerCase(code), isCapital ? pair->small : code)
             << "U+" << std::hex << static_cast<unsigned>(code);
