@@ -11,7 +11,6 @@ namespace spellwick {
 
 namespace {
 
-constexpr i32 kTithingReport = 200;
 constexpr i32 kLastOneBasedNumber = 100;
 constexpr i32 kFirstNecromancy = 101;
 constexpr i32 kFirstChivalry = 201;

@@ -21,6 +21,9 @@ inline constexpr std::uint32_t kAssistMagery = 0x530;  // wParam: whole points
 inline constexpr std::uint32_t kAssistStats = 0x531;   // wParam: Intelligence; lParam: mana
 inline constexpr std::uint32_t kAssistSkill = 0x532;   // wParam: skill; lParam: tenths of a point
 
+// What a stock report counts if no reagent.
+inline constexpr std::int32_t kTithingReport = 200;
+
 inline constexpr int kAccepted = 1;
 
 }  // namespace spellwick

@@ -17,7 +17,7 @@ constexpr std::size_t kWindowsClass = 2;
 constexpr std::size_t kInGame = 3;
 constexpr std::size_t kAtLogin = 4;
 constexpr std::size_t kShard = 5;
-constexpr std::size_t kEnter = 6;
+constexpr std::size_t kEnterColumn = 6;
 
 std::vector<TitlePattern> ReadForms(const TableRow& row, std::size_t column) {
     std::vector<TitlePattern> forms;
@@ -45,7 +45,7 @@ GameClient ReadClient(const TableRow& row) {
     client.inGame = ReadForms(row, kInGame);
     client.atLogin = ReadForms(row, kAtLogin);
     client.shard = row[kShard];
-    client.enterBehindMacro = row[kEnter] == "yes";
+    client.enterBehindMacro = row[kEnterColumn] == "yes";
     if (client.name.empty()) {
         throw ValueFault{kNameColumn, "the name is missing"};
     }
@@ -58,8 +58,8 @@ GameClient ReadClient(const TableRow& row) {
     if (client.shard.empty() || client.shard == "?") {
         throw ValueFault{kShard, "the word for an unknown shard is missing"};
     }
-    if (row[kEnter] != "yes" && row[kEnter] != "no") {
-        throw ValueFault{kEnter, "\"" + row[kEnter] + "\" is neither yes nor no"};
+    if (row[kEnterColumn] != "yes" && row[kEnterColumn] != "no") {
+        throw ValueFault{kEnterColumn, "\"" + row[kEnterColumn] + "\" is neither yes nor no"};
     }
     return client;
 }

@@ -13,7 +13,6 @@ namespace spellwick {
 
 namespace {
 
-constexpr i32 kTithingReport = 200;
 constexpr i32 kTenths = 10;
 
 bool FitsI16(i32 value) {

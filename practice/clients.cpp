@@ -6,7 +6,7 @@
 namespace spellwick::practice {
 namespace {
 
-struct Row {
+struct ClientRow {
     Client client;
     std::string_view name;
     std::string_view windowClass;
@@ -14,7 +14,7 @@ struct Row {
     std::string_view loginTitle;
 };
 
-constexpr std::array<Row, 5> kRows{{
+constexpr std::array<ClientRow, 5> kClients{{
     {Client::kClassic, "classic", kWindowClass, kWindowClass, kLoginTitle},
     {Client::kOrion, "orion", "orionuo.exe", "Orion UO Client", kLoginTitle},
     {Client::kCrossUo, "crossuo", "crossuo", "SDL_app", "Ultima Online v1.0.0"},
@@ -22,15 +22,15 @@ constexpr std::array<Row, 5> kRows{{
     {Client::kTazUo, "tazuo", "ClassicUO", "SDL_app", "[TazUO 4.0.0]"},
 }};
 
-const Row& RowOf(Client client) {
-    return *std::ranges::find(kRows, client, &Row::client);
+const ClientRow& RowOf(Client client) {
+    return *std::ranges::find(kClients, client, &ClientRow::client);
 }
 
 }  // namespace
 
 std::optional<Client> ClientOfName(std::string_view name) {
-    const auto* row = std::ranges::find(kRows, name, &Row::name);
-    return row == kRows.end() ? std::nullopt : std::optional(row->client);
+    const auto* row = std::ranges::find(kClients, name, &ClientRow::name);
+    return row == kClients.end() ? std::nullopt : std::optional(row->client);
 }
 
 std::string_view WindowClassOf(Client client) {

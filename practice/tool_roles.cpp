@@ -12,12 +12,12 @@ constexpr int kHits = 100;
 
 int WithinCircle(int spell) {
     constexpr int kSpellsInCircle = 8;
-    constexpr int kNecromancy = 100;
-    constexpr int kChivalry = 200;
-    if (spell <= kNecromancy) {
+    constexpr int kOfNecromancy = 100;
+    constexpr int kOfChivalry = 200;
+    if (spell <= kOfNecromancy) {
         return (spell - 1) % kSpellsInCircle + 1;
     }
-    return spell - (spell > kChivalry ? kChivalry : kNecromancy);
+    return spell - (spell > kOfChivalry ? kOfChivalry : kOfNecromancy);
 }
 
 }  // namespace

@@ -18,7 +18,6 @@ namespace {
 constexpr std::array<const char*, kTabCount> kTabCaptions{
     "Spells && Reagents", "User Spells", "Macros",   "Skills", "Reagent Management",
     "Spell texts",        "About",       "Settings", "Game"};
-constexpr int kGameTab = 8;
 
 // Keeps the user's unfinished entry while the program refills its edit.
 class UnfinishedEntry {

@@ -31,6 +31,7 @@
 namespace spellwick {
 
 inline constexpr int kTabCount = 9;
+inline constexpr int kGameTab = 8;
 
 class FormSettings : public QDialog, public TabbedDialog {
     Q_OBJECT

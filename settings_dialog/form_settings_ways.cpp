@@ -14,7 +14,6 @@ namespace {
 constexpr int kSpellsTab = 0;
 constexpr int kSkillsTab = 3;
 constexpr int kOptionsTab = 7;
-constexpr int kGameTab = 8;
 
 // A tab may be larger than the dialog.
 void ScrollTo(QWidget& control) {

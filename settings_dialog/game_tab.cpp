@@ -12,7 +12,7 @@ namespace spellwick {
 
 namespace {
 
-constexpr std::chrono::seconds kBetweenLooks{1};
+constexpr std::chrono::seconds kBetweenGameLooks{1};
 constexpr int kListedWindows = 4;  // in sight at once
 constexpr std::size_t kMostListed = 500;
 
@@ -67,7 +67,7 @@ GameTab::GameTab(const SettingsServices& services, QWidget* parent)
       Data(new YourData(services, this)) {
     MakePage();
     ConnectAll();
-    m_look.setInterval(kBetweenLooks);
+    m_look.setInterval(kBetweenGameLooks);
 }
 
 QLineEdit* GameTab::MakeEdit(const char* name, const char* caption, const char* hint) {

@@ -16,7 +16,9 @@ namespace {
 // Two blocks of four spells, with the same columns: icon, name, key, three marks.
 constexpr int kBlockRows = 4;
 constexpr int kBlockColumns = 7;
-enum GridRow { kPageRow, kFirstSpellRow, kMeditationRow = kFirstSpellRow + kBlockRows, kHintRow };
+struct MacrosGrid {
+    enum Row { kPageRow, kFirstSpellRow, kMeditationRow = kFirstSpellRow + kBlockRows, kHintRow };
+};
 
 constexpr int kTallest = 1000;
 
@@ -133,19 +135,20 @@ void MacrosTab::PlaceControls() {
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(4);
     constexpr int kAllColumns = 2 * kBlockColumns - 1;
-    grid->addWidget(ComboMacro, kPageRow, 0, 1, kBlockColumns - 1);
+    grid->addWidget(ComboMacro, MacrosGrid::kPageRow, 0, 1, kBlockColumns - 1);
     for (int line = 0; line < kSlotCount; ++line) {
-        PlaceLine(line, kFirstSpellRow + line % kBlockRows, line / kBlockRows * kBlockColumns);
+        PlaceLine(line, MacrosGrid::kFirstSpellRow + line % kBlockRows,
+                  line / kBlockRows * kBlockColumns);
     }
     constexpr int kBlockGap = 24;
     grid->setColumnMinimumWidth(kBlockColumns - 1, kBlockGap);
 
-    grid->setRowMinimumHeight(kMeditationRow, Image[0]->height());
+    grid->setRowMinimumHeight(MacrosGrid::kMeditationRow, Image[0]->height());
     QLabel* meditation = MakeCaption(this, 10, QStringLiteral("Macro key for Meditation skill"));
     meditation->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    grid->addWidget(meditation, kMeditationRow, 0, 1, kBlockColumns + 2);
-    PlaceLine(kMeditationLine, kMeditationRow, kBlockColumns);
-    int row = kHintRow;
+    grid->addWidget(meditation, MacrosGrid::kMeditationRow, 0, 1, kBlockColumns + 2);
+    PlaceLine(kMeditationLine, MacrosGrid::kMeditationRow, kBlockColumns);
+    int row = MacrosGrid::kHintRow;
     for (QLabel* hint :
          {MakeCaption(this, 9, QStringLiteral("Enter letters, numbers, Fn/Fnn for function keys.")),
           MakeCaption(

@@ -17,7 +17,9 @@ constexpr int kTotalWidth = 44;
 // Room for a picture of 20 pixels, with a margin.
 constexpr int kPitch = 27;
 
-enum GridRow { kTypeRow, kHintRow, kBagRow, kFirstLineRow };
+struct ReagentsGrid {
+    enum Row { kTypeRow, kHintRow, kBagRow, kFirstLineRow };
+};
 enum GridColumn {
     kLeftPicture,
     kLeftName,
@@ -116,37 +118,37 @@ void ReagentsTab::PlaceControls() {
         types->addWidget(option);
     }
     types->addStretch();
-    grid->addLayout(types, kTypeRow, 0, 1, kColumns);
+    grid->addLayout(types, ReagentsGrid::kTypeRow, 0, 1, kColumns);
     QLabel* hint = MakeCaption(
         this, 1,
         QStringLiteral("Click the arrows in the middle to transfer reagents between containers "));
     hint->setContentsMargins(0, 6, 0, 6);
-    grid->addWidget(hint, kHintRow, 0, 1, kColumns);
+    grid->addWidget(hint, ReagentsGrid::kHintRow, 0, 1, kColumns);
 
-    grid->addWidget(ComboTransfer[0], kBagRow, kLeftPicture, 1, kArrows);
-    grid->addWidget(ComboTransfer[1], kBagRow, kRightCount, 1, kTotal - kRightCount);
+    grid->addWidget(ComboTransfer[0], ReagentsGrid::kBagRow, kLeftPicture, 1, kArrows);
+    grid->addWidget(ComboTransfer[1], ReagentsGrid::kBagRow, kRightCount, 1, kTotal - kRightCount);
     m_totalHeading->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    grid->addWidget(m_totalHeading, kBagRow, kTotal);
-    grid->setRowMinimumHeight(kBagRow, ComboTransfer[0]->sizeHint().height() + 4);
+    grid->addWidget(m_totalHeading, ReagentsGrid::kBagRow, kTotal);
+    grid->setRowMinimumHeight(ReagentsGrid::kBagRow, ComboTransfer[0]->sizeHint().height() + 4);
     for (i32 reagent = 1; reagent <= kReagentCount; ++reagent) {
         PlaceLine(reagent);
     }
     for (int line = 0; line < kMageryReagents; ++line) {
-        grid->setRowMinimumHeight(kFirstLineRow + line, kPitch);
+        grid->setRowMinimumHeight(ReagentsGrid::kFirstLineRow + line, kPitch);
     }
     for (ReagentPictures* pictures : {PicRegsL, PicRegsR}) {
         pictures->setFixedWidth(m_services.pictures.Reagents().CellSize().width());
     }
-    grid->addWidget(PicRegsL, kFirstLineRow, kLeftPicture, kMageryReagents, 1);
-    grid->addWidget(PicRegsR, kFirstLineRow, kRightPicture, kMageryReagents, 1);
-    grid->setRowStretch(kFirstLineRow + kMageryReagents, 1);
+    grid->addWidget(PicRegsL, ReagentsGrid::kFirstLineRow, kLeftPicture, kMageryReagents, 1);
+    grid->addWidget(PicRegsR, ReagentsGrid::kFirstLineRow, kRightPicture, kMageryReagents, 1);
+    grid->setRowStretch(ReagentsGrid::kFirstLineRow + kMageryReagents, 1);
 }
 
 void ReagentsTab::PlaceLine(i32 reagent) {
     auto* grid = static_cast<QGridLayout*>(layout());
     const Line& line = m_lines(reagent);
-    const int row =
-        kFirstLineRow + (reagent < kFirstNecroReagent ? reagent - 1 : reagent - kFirstNecroReagent);
+    const int row = ReagentsGrid::kFirstLineRow +
+                    (reagent < kFirstNecroReagent ? reagent - 1 : reagent - kFirstNecroReagent);
     for (const Side* side : {&line.left, &line.right}) {
         side->count->setFixedWidth(Scaled(kCountWidth));
         side->upDown->setFixedWidth(Scaled(kSpinWidth));
@@ -167,8 +169,8 @@ void ReagentsTab::PlaceLine(i32 reagent) {
 void ReagentsTab::resizeEvent(QResizeEvent* event) {
     SettingsTab::resizeEvent(event);
     const auto* grid = static_cast<QGridLayout*>(layout());
-    const int pitch =
-        grid->cellRect(kFirstLineRow + 1, 0).top() - grid->cellRect(kFirstLineRow, 0).top();
+    const int pitch = grid->cellRect(ReagentsGrid::kFirstLineRow + 1, 0).top() -
+                      grid->cellRect(ReagentsGrid::kFirstLineRow, 0).top();
     PicRegsL->SetPitch(pitch);
     PicRegsR->SetPitch(pitch);
 }

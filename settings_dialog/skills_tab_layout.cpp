@@ -15,13 +15,15 @@ constexpr i32 kMostIntelligenceSpun = 150;
 constexpr i32 kMostSkillSpun = 120;
 
 // Each column of edits takes three columns of the layout: a gap, the edit, its arrows.
-constexpr int kSpinWidth = 14;
+constexpr int kSkillSpinWidth = 14;
 constexpr int kBoxWidth = 52;
 constexpr int kBoxColumns = 4;
 constexpr int kIconSide = 20;
 constexpr int kIconMargin = 7;
-constexpr int kTallest = 1000;
-enum GridRow { kGroupRow, kHeadingRow, kFirstLineRow, kLinkRow = kFirstLineRow + kSlotCount + 1 };
+constexpr int kTallestHeading = 1000;
+struct SkillsGrid {
+    enum Row { kGroupRow, kHeadingRow, kFirstLineRow, kLinkRow = kFirstLineRow + kSlotCount + 1 };
+};
 
 constexpr int BoxColumn(int box) {
     return 1 + box * 3 + 1;
@@ -117,7 +119,7 @@ void SkillsTab::MakeLine(int line) {
 }
 
 void SkillsTab::MakeLabels() {
-    constexpr int kHeadingWidth = kBoxWidth + 2 * kSpinWidth;
+    constexpr int kHeadingWidth = kBoxWidth + 2 * kSkillSpinWidth;
     const auto makeHeading = [this](int index, const char* text) {
         return MakeHeading(this, index, QLatin1String(text), kHeadingWidth);
     };
@@ -156,37 +158,37 @@ void SkillsTab::PlaceControls() {
     for (QToolButton* option : SkillType) {
         groups->addWidget(option);
     }
-    grid->addLayout(groups, kGroupRow, 0, 1, kAllColumns);
+    grid->addLayout(groups, SkillsGrid::kGroupRow, 0, 1, kAllColumns);
 
-    grid->addWidget(lblSkillType, kHeadingRow, 0, Qt::AlignLeft | Qt::AlignBottom);
+    grid->addWidget(lblSkillType, SkillsGrid::kHeadingRow, 0, Qt::AlignLeft | Qt::AlignBottom);
     // The longest heading of any group decides, so that no row jumps when the group changes.
     int height = 0;
     for (const SkillGroup& group : kSkillGroupFacts) {
         const QString text = QLatin1String(group.title) + QStringLiteral(" for 95% success");
-        const QRect room(0, 0, m_safeHeading->width(), kTallest);
+        const QRect room(0, 0, m_safeHeading->width(), kTallestHeading);
         height = std::max(
             height,
             m_safeHeading->fontMetrics().boundingRect(room, Qt::TextWordWrap, text).height());
     }
-    grid->setRowMinimumHeight(kHeadingRow, height);
+    grid->setRowMinimumHeight(SkillsGrid::kHeadingRow, height);
     int box = 0;
     for (QLabel* heading : {m_intHeading, m_skillHeading, m_safeHeading, m_chanceHeading}) {
-        grid->setColumnMinimumWidth(BoxColumn(box) - 1, Scaled(kSpinWidth));
-        grid->setColumnMinimumWidth(BoxColumn(box) + 1, Scaled(kSpinWidth));
-        grid->addWidget(heading, kHeadingRow, BoxColumn(box) - 1, 1, 3,
+        grid->setColumnMinimumWidth(BoxColumn(box) - 1, Scaled(kSkillSpinWidth));
+        grid->setColumnMinimumWidth(BoxColumn(box) + 1, Scaled(kSkillSpinWidth));
+        grid->addWidget(heading, SkillsGrid::kHeadingRow, BoxColumn(box) - 1, 1, 3,
                         Qt::AlignHCenter | Qt::AlignBottom);
         ++box;
     }
     for (int line = 0; line <= kCharacterLine; ++line) {
-        PlaceLine(line, kFirstLineRow + line);
+        PlaceLine(line, SkillsGrid::kFirstLineRow + line);
     }
     for (UpDown* spin : {UpDownInt, UpDownSkill}) {
-        spin->setFixedWidth(Scaled(kSpinWidth));
+        spin->setFixedWidth(Scaled(kSkillSpinWidth));
     }
-    grid->addWidget(UpDownInt, kFirstLineRow + kCharacterLine, BoxColumn(0) + 1);
-    grid->addWidget(UpDownSkill, kFirstLineRow + kCharacterLine, BoxColumn(1) + 1);
-    grid->addWidget(CommandLHWS, kLinkRow, 0, 1, kAllColumns, Qt::AlignLeft);
-    grid->setRowStretch(kLinkRow + 1, 1);
+    grid->addWidget(UpDownInt, SkillsGrid::kFirstLineRow + kCharacterLine, BoxColumn(0) + 1);
+    grid->addWidget(UpDownSkill, SkillsGrid::kFirstLineRow + kCharacterLine, BoxColumn(1) + 1);
+    grid->addWidget(CommandLHWS, SkillsGrid::kLinkRow, 0, 1, kAllColumns, Qt::AlignLeft);
+    grid->setRowStretch(SkillsGrid::kLinkRow + 1, 1);
 }
 
 void SkillsTab::PlaceLine(int line, int gridRow) {

@@ -22,7 +22,9 @@ constexpr int kBookColumn = kCostColumn + 1;
 constexpr int kTownColumn = kBookColumn + 1;
 
 // Grid rows.
-enum GridRow { kPageRow, kHeadingRow, kFirstSpellRow, kLineRow = kFirstSpellRow + 8, kPriceRow };
+struct SpellsGrid {
+    enum Row { kPageRow, kHeadingRow, kFirstSpellRow, kLineRow = kFirstSpellRow + 8, kPriceRow };
+};
 
 }  // namespace
 
@@ -124,22 +126,24 @@ void SpellsTab::PlaceControls() {
     for (int column = 0; column < kSpellColumns; ++column) {
         grid->setColumnMinimumWidth(kFirstReagentColumn + column, Scaled(kColumnWidth));
     }
-    grid->addWidget(ComboSpellLevel, kPageRow, 0);
+    grid->addWidget(ComboSpellLevel, SpellsGrid::kPageRow, 0);
     auto* pictures = new QHBoxLayout;
     pictures->setContentsMargins(
         (Scaled(kColumnWidth) - kGap - PicRegHolder->PlaceOf(0).width()) / 2, 0, 0, 0);
     pictures->addWidget(PicRegHolder, 0, Qt::AlignLeft | Qt::AlignBottom);
-    grid->addLayout(pictures, kPageRow, kFirstReagentColumn, 1, kSpellColumns);
-    grid->addWidget(CheckPics, kPageRow, kCostColumn, 1, 3, Qt::AlignRight | Qt::AlignVCenter);
+    grid->addLayout(pictures, SpellsGrid::kPageRow, kFirstReagentColumn, 1, kSpellColumns);
+    grid->addWidget(CheckPics, SpellsGrid::kPageRow, kCostColumn, 1, 3,
+                    Qt::AlignRight | Qt::AlignVCenter);
 
     for (int column = 0; column < kSpellColumns; ++column) {
-        grid->addWidget(Label2[static_cast<std::size_t>(column)], kHeadingRow,
+        grid->addWidget(Label2[static_cast<std::size_t>(column)], SpellsGrid::kHeadingRow,
                         kFirstReagentColumn + column);
     }
     const auto addHeading = [&](int index, const char* text, int column, const char* tip) {
         QLabel* heading = MakeHeading(this, index, QLatin1String(text), kHeadingWidth);
         heading->setToolTip(QLatin1String(tip));
-        grid->addWidget(heading, kHeadingRow, column, Qt::AlignHCenter | Qt::AlignBottom);
+        grid->addWidget(heading, SpellsGrid::kHeadingRow, column,
+                        Qt::AlignHCenter | Qt::AlignBottom);
         grid->setColumnMinimumWidth(column, Scaled(kHeadingWidth) + kGap);
     };
     addHeading(3, "Spell costs", kCostColumn, "What the reagents of one cast cost, in gold.");
@@ -149,13 +153,14 @@ void SpellsTab::PlaceControls() {
     grid->setColumnMinimumWidth(kCostColumn, Scaled(kHeadingWidth) + kNameGap);
     PlaceRows();
 
-    grid->addWidget(MakeCaption(this, 2, QStringLiteral("Price of Reagent")), kPriceRow, 0);
+    grid->addWidget(MakeCaption(this, 2, QStringLiteral("Price of Reagent")), SpellsGrid::kPriceRow,
+                    0);
     auto* book = new QHBoxLayout;
     book->setSpacing(4);
     book->addWidget(Command2);
     book->addWidget(Command3);
-    grid->addLayout(book, kPriceRow, kCostColumn, 1, 3, Qt::AlignRight);
-    grid->setRowStretch(kPriceRow + 1, 1);
+    grid->addLayout(book, SpellsGrid::kPriceRow, kCostColumn, 1, 3, Qt::AlignRight);
+    grid->setRowStretch(SpellsGrid::kPriceRow + 1, 1);
 }
 
 void SpellsTab::PlaceRows() {
@@ -163,7 +168,7 @@ void SpellsTab::PlaceRows() {
     const int boxWidth = Scaled(kColumnWidth) - 2;
     for (int row = 0; row < kSlotCount; ++row) {
         const auto at = static_cast<std::size_t>(row);
-        const int line = kFirstSpellRow + row;
+        const int line = SpellsGrid::kFirstSpellRow + row;
         grid->addWidget(LabelSpell[at], line, 0);
         for (int column = 0; column < kSpellColumns; ++column) {
             EntryBox& box = Reagent(column * kSlotCount + row + 1);
@@ -175,14 +180,14 @@ void SpellsTab::PlaceRows() {
         grid->addWidget(CheckBook[at], line, kBookColumn, Qt::AlignHCenter);
         grid->addWidget(CheckTown[at], line, kTownColumn, Qt::AlignHCenter);
     }
-    grid->addWidget(MakeLine(this, QStringLiteral("Line1")), kLineRow, 0, 1,
+    grid->addWidget(MakeLine(this, QStringLiteral("Line1")), SpellsGrid::kLineRow, 0, 1,
                     kFirstReagentColumn + kOtherColumns);
-    grid->addWidget(Line2, kLineRow, kFirstReagentColumn + kOtherColumns, 1,
+    grid->addWidget(Line2, SpellsGrid::kLineRow, kFirstReagentColumn + kOtherColumns, 1,
                     kSpellColumns - kOtherColumns);
     for (int column = 0; column < kSpellColumns; ++column) {
         CounterBox* price = RegPrice[static_cast<std::size_t>(column)];
         price->setFixedWidth(boxWidth);
-        grid->addWidget(price, kPriceRow, kFirstReagentColumn + column);
+        grid->addWidget(price, SpellsGrid::kPriceRow, kFirstReagentColumn + column);
     }
 }
 

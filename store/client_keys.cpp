@@ -14,7 +14,7 @@ namespace spellwick {
 namespace {
 
 constexpr i32 kUseSkill = 13;
-constexpr i32 kCastSpell = 15;
+constexpr i32 kCastSpellCode = 15;
 constexpr i32 kMeditationSkill = 47;
 
 constexpr i32 kMageryBefore = 61;  // subcode of the first Magery spell, less 1
@@ -92,7 +92,7 @@ std::optional<i32> MacroOfAction(const ClientAction& action) {
     if (action.code == kUseSkill && action.subcode == kMeditationSkill) {
         return kMeditationMacro;
     }
-    if (action.code != kCastSpell || action.subcode <= kMageryBefore) {
+    if (action.code != kCastSpellCode || action.subcode <= kMageryBefore) {
         return std::nullopt;
     }
     if (action.subcode <= kMageryBefore + kMageryCount) {
@@ -110,13 +110,13 @@ std::optional<ClientAction> ActionOfMacro(i32 number) {
         return ClientAction{kUseSkill, kMeditationSkill};
     }
     if (number >= 1 && number <= kMageryCount) {
-        return ClientAction{kCastSpell, kMageryBefore + number};
+        return ClientAction{kCastSpellCode, kMageryBefore + number};
     }
     if (const auto place = PlaceInBook(kNecromancyBook, number - 1)) {
-        return ClientAction{kCastSpell, kFirstNecromancy + *place};
+        return ClientAction{kCastSpellCode, kFirstNecromancy + *place};
     }
     if (const auto place = PlaceInBook(kChivalryBook, number - 1)) {
-        return ClientAction{kCastSpell, kFirstChivalry + *place};
+        return ClientAction{kCastSpellCode, kFirstChivalry + *place};
     }
     return std::nullopt;
 }

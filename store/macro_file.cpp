@@ -123,7 +123,7 @@ void TakeMacro(SharedState& state, const RowsByName& rows, const std::string& sp
 }
 
 // No macro file is that large, and a larger one might not fit into memory.
-constexpr std::uintmax_t kMostBytes = 1U << 30U;
+constexpr std::uintmax_t kMostMacroBytes = 1U << 30U;
 
 }  // namespace
 
@@ -151,7 +151,7 @@ void MergeMacroText(std::string_view text, SharedState& state, MacroLoad& load) 
 }
 
 void MergeMacroFile(const fs::path& file, SharedState& state, MacroLoad& load) {
-    MergeMacroText(ReadFileBytes(file, kMostBytes), state, load);
+    MergeMacroText(ReadFileBytes(file, kMostMacroBytes), state, load);
 }
 
 std::string MacroBlock(const SharedState& state, i32 row) {

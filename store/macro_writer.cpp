@@ -8,7 +8,7 @@ namespace spellwick {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
+constexpr std::string_view kTagBlanks = " \t\r\n";
 
 // Where a value stands, from its first byte to behind its last one, without its quotes.
 struct Span {
@@ -19,9 +19,9 @@ struct Span {
 // The values in a well-formed start tag, by the names of the attributes.
 std::map<std::string_view, Span> ValuesInTag(std::string_view tag) {
     std::map<std::string_view, Span> values;
-    std::size_t at = tag.find_first_of(kBlanks);
+    std::size_t at = tag.find_first_of(kTagBlanks);
     while (at < tag.size()) {
-        const std::size_t name = tag.find_first_not_of(kBlanks, at);
+        const std::size_t name = tag.find_first_not_of(kTagBlanks, at);
         const std::size_t equals = std::min(tag.find('=', at), tag.size());
         const std::size_t quote = std::min(tag.find_first_of("\"'", equals), tag.size());
         const std::size_t end = quote < tag.size() ? tag.find(tag[quote], quote + 1) : tag.size();
@@ -84,7 +84,7 @@ class TagEdits {
         }
         if (!m_missing.empty()) {
             const std::size_t close = m_tag.size() - (m_tag.ends_with("/>") ? 2 : 1);
-            const std::size_t last = m_tag.find_last_not_of(kBlanks, close - 1) + 1;
+            const std::size_t last = m_tag.find_last_not_of(kTagBlanks, close - 1) + 1;
             call(Span{last, last}, m_missing);
         }
     }
@@ -198,7 +198,7 @@ void MacroWriter::AddTheNew() {
         return;
     }
     const std::string_view before = m_bytes.substr(0, m_xml.endTagBegin);
-    const std::size_t last = before.find_last_not_of(kBlanks) + 1;
+    const std::size_t last = before.find_last_not_of(kTagBlanks) + 1;
     if (last == before.size()) {
         m_added.append(m_lineEnd);
     }

@@ -7,7 +7,7 @@
 namespace spellwick {
 namespace {
 
-SharedState StateWithRows() {
+SharedState StateWithEmptyRows() {
     SharedState state;
     state.Spells.GrowTo(104);
     return state;
@@ -79,7 +79,7 @@ TEST(Pages, SlotThatAUserPageLacks_FailsAsSubscript) {
 }
 
 TEST(GetSkill, Schools_ReadTheirOwnSkill) {
-    SharedState state = StateWithRows();
+    SharedState state = StateWithEmptyRows();
     state.Magery = 11;
     state.Necro = 22;
     state.Chivalry = 33;
@@ -99,7 +99,7 @@ TEST(GetSkill, Schools_ReadTheirOwnSkill) {
 }
 
 TEST(RecalculateCosts, EveryReagent_CountsWithItsPrice) {
-    SharedState state = StateWithRows();
+    SharedState state = StateWithEmptyRows();
     for (i32 reagent = 1; reagent <= 13; ++reagent) {
         state.RegPrice(reagent) = static_cast<i16>(100 + reagent);
     }
@@ -116,7 +116,7 @@ TEST(RecalculateCosts, EveryReagent_CountsWithItsPrice) {
 }
 
 TEST(RecalculateCosts, DefaultPrices_GiveTheCostOfAMix) {
-    SharedState state = StateWithRows();
+    SharedState state = StateWithEmptyRows();
     for (i32 reagent = 1; reagent <= 14; ++reagent) {
         state.RegPrice(reagent) = FactsOfReagent(reagent).defaultPrice;
         state.Spells(7).Reagents(reagent) = 1;
@@ -126,7 +126,7 @@ TEST(RecalculateCosts, DefaultPrices_GiveTheCostOfAMix) {
 }
 
 TEST(RecalculateCosts, Row96_IsPricedLikeAnyOther) {
-    SharedState state = StateWithRows();
+    SharedState state = StateWithEmptyRows();
     state.RegPrice(1) = 3;
     state.Spells(96).Reagents(1) = 4;
     state.Spells(96).Cost = 99;
@@ -137,14 +137,14 @@ TEST(RecalculateCosts, Row96_IsPricedLikeAnyOther) {
 }
 
 TEST(RecalculateCosts, TithingCostAboveNine_IsKept) {
-    SharedState state = StateWithRows();
+    SharedState state = StateWithEmptyRows();
     state.Spells(89).Reagents(14) = 255;
     RecalculateCosts(state);
     EXPECT_EQ(state.Spells(89).Cost, 255);
 }
 
 TEST(RecalculateCosts, ProductOrSumAbove32767_Overflows) {
-    SharedState state = StateWithRows();
+    SharedState state = StateWithEmptyRows();
     state.Spells(3).Reagents(1) = 1;
     state.RegPrice(1) = 32767;
     EXPECT_EQ(FailureOf([&] { RecalculateCosts(state); }), std::nullopt);

@@ -5,21 +5,21 @@
 namespace spellwick::practice {
 namespace {
 
-using Kind = GameCommand::Kind;
+using GameKind = GameCommand::Kind;
 
 TEST(ParseCommand, EachWord_GivesItsCommand) {
-    EXPECT_EQ(ParseCommand("login 1"), (GameCommand{.kind = Kind::kLogin, .character = 1}));
-    EXPECT_EQ(ParseCommand("login 3"), (GameCommand{.kind = Kind::kLogin, .character = 3}));
-    EXPECT_EQ(ParseCommand("logout"), GameCommand{.kind = Kind::kLogout});
-    EXPECT_EQ(ParseCommand("raise"), GameCommand{.kind = Kind::kRaise});
-    EXPECT_EQ(ParseCommand("quit"), GameCommand{.kind = Kind::kQuit});
+    EXPECT_EQ(ParseCommand("login 1"), (GameCommand{.kind = GameKind::kLogin, .character = 1}));
+    EXPECT_EQ(ParseCommand("login 3"), (GameCommand{.kind = GameKind::kLogin, .character = 3}));
+    EXPECT_EQ(ParseCommand("logout"), GameCommand{.kind = GameKind::kLogout});
+    EXPECT_EQ(ParseCommand("raise"), GameCommand{.kind = GameKind::kRaise});
+    EXPECT_EQ(ParseCommand("quit"), GameCommand{.kind = GameKind::kQuit});
 }
 
 TEST(ParseCommand, Title_KeepsTheRestAsItStands) {
     EXPECT_EQ(ParseCommand("title  a (b) "),
-              (GameCommand{.kind = Kind::kTitle, .title = " a (b) "}));
-    EXPECT_EQ(ParseCommand("title "), (GameCommand{.kind = Kind::kTitle, .title = ""}));
-    EXPECT_EQ(ParseCommand("title"), (GameCommand{.kind = Kind::kTitle, .title = ""}));
+              (GameCommand{.kind = GameKind::kTitle, .title = " a (b) "}));
+    EXPECT_EQ(ParseCommand("title "), (GameCommand{.kind = GameKind::kTitle, .title = ""}));
+    EXPECT_EQ(ParseCommand("title"), (GameCommand{.kind = GameKind::kTitle, .title = ""}));
 }
 
 TEST(ParseCommand, AnythingElse_GivesNothing) {

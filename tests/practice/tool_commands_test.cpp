@@ -8,7 +8,7 @@
 namespace spellwick::practice {
 namespace {
 
-using Kind = ToolCommand::Kind;
+using ToolKind = ToolCommand::Kind;
 
 TEST(ParseToolCommand, EachWord_GivesItsCommand) {
     struct Row {
@@ -16,26 +16,26 @@ TEST(ParseToolCommand, EachWord_GivesItsCommand) {
         ToolCommand command;
     };
     for (const Row& row : {
-             Row{"gain 1 5", {.kind = Kind::kGain, .which = 0, .amount = 5}},
-             Row{"lose 104 7", {.kind = Kind::kLose, .which = 12, .amount = 7}},
-             Row{"gain 200 1000", {.kind = Kind::kGain, .which = 13, .amount = 1000}},
-             Row{"mana 40", {.kind = Kind::kMana, .amount = 40}},
-             Row{"skill 25 1013", {.kind = Kind::kSkill, .which = 25, .amount = 1013}},
-             Row{"skill 0 -5", {.kind = Kind::kSkill, .which = 0, .amount = -5}},
-             Row{"cast Greater Heal", {.kind = Kind::kCast, .name = "Greater Heal"}},
-             Row{"cast Wall of Stone", {.kind = Kind::kCast, .name = "Wall of Stone"}},
-             Row{"fizzle", {.kind = Kind::kFizzle}},
-             Row{"send 1325 9 -1", {.kind = Kind::kSend, .message = {1325, 9, -1}}},
-             Row{"fault burst", {.kind = Kind::kFault, .fault = Fault::kBurst}},
-             Row{"mend", {.kind = Kind::kMend}},
-             Row{"close", {.kind = Kind::kClose}},
-             Row{"open", {.kind = Kind::kOpen}},
-             Row{"logout", {.kind = Kind::kLogout}},
-             Row{"idle on", {.kind = Kind::kIdle, .which = 1}},
-             Row{"idle off", {.kind = Kind::kIdle, .which = 0}},
-             Row{"state", {.kind = Kind::kState}},
-             Row{"wait", {.kind = Kind::kWait}},
-             Row{"quit", {.kind = Kind::kQuit}},
+             Row{"gain 1 5", {.kind = ToolKind::kGain, .which = 0, .amount = 5}},
+             Row{"lose 104 7", {.kind = ToolKind::kLose, .which = 12, .amount = 7}},
+             Row{"gain 200 1000", {.kind = ToolKind::kGain, .which = 13, .amount = 1000}},
+             Row{"mana 40", {.kind = ToolKind::kMana, .amount = 40}},
+             Row{"skill 25 1013", {.kind = ToolKind::kSkill, .which = 25, .amount = 1013}},
+             Row{"skill 0 -5", {.kind = ToolKind::kSkill, .which = 0, .amount = -5}},
+             Row{"cast Greater Heal", {.kind = ToolKind::kCast, .name = "Greater Heal"}},
+             Row{"cast Wall of Stone", {.kind = ToolKind::kCast, .name = "Wall of Stone"}},
+             Row{"fizzle", {.kind = ToolKind::kFizzle}},
+             Row{"send 1325 9 -1", {.kind = ToolKind::kSend, .message = {1325, 9, -1}}},
+             Row{"fault burst", {.kind = ToolKind::kFault, .fault = Fault::kBurst}},
+             Row{"mend", {.kind = ToolKind::kMend}},
+             Row{"close", {.kind = ToolKind::kClose}},
+             Row{"open", {.kind = ToolKind::kOpen}},
+             Row{"logout", {.kind = ToolKind::kLogout}},
+             Row{"idle on", {.kind = ToolKind::kIdle, .which = 1}},
+             Row{"idle off", {.kind = ToolKind::kIdle, .which = 0}},
+             Row{"state", {.kind = ToolKind::kState}},
+             Row{"wait", {.kind = ToolKind::kWait}},
+             Row{"quit", {.kind = ToolKind::kQuit}},
          }) {
         EXPECT_EQ(ParseToolCommand(row.line), row.command) << row.line;
     }

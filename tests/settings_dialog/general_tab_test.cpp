@@ -93,19 +93,20 @@ TEST_F(GeneralTabTest, ShowNecroRegs_SavesThenArrangesTheMainWindow) {
                                        "option DisplayVertical False"));
 }
 
-struct NumberRow {
+struct OptionNumberRow {
     const char* text;
     i16 value;
 };
 
-constexpr NumberRow kNumbers[] = {{"7", 7},     {"", 0},      {"-", 0},      {"abc", 0},
-                                  {"-3", -3},   {"12.5", 12}, {"13.5", 14},  {"1234567890", 1234},
-                                  {"  42", 42}, {"+5", 5},    {"5x", 5},     {".5", 0},
-                                  {"1.5", 2},   {"0", 0},     {"9999", 9999}};
+constexpr OptionNumberRow kOptionNumbers[] = {
+    {"7", 7},     {"", 0},      {"-", 0},      {"abc", 0},
+    {"-3", -3},   {"12.5", 12}, {"13.5", 14},  {"1234567890", 1234},
+    {"  42", 42}, {"+5", 5},    {"5x", 5},     {".5", 0},
+    {"1.5", 2},   {"0", 0},     {"9999", 9999}};
 
 TEST_F(GeneralTabTest, TextMana_ReadsTheNumberInItsFirstFourCharacters) {
     OpenTab();
-    for (const NumberRow& row : kNumbers) {
+    for (const OptionNumberRow& row : kOptionNumbers) {
         Paste(Named<QLineEdit>("TextMana"), QString::fromLatin1(row.text));
         EXPECT_EQ(m_state.MeditateLevel, row.value) << row.text;
     }
@@ -114,7 +115,7 @@ TEST_F(GeneralTabTest, TextMana_ReadsTheNumberInItsFirstFourCharacters) {
 
 TEST_F(GeneralTabTest, TextYellow_ReadsTheSameWayAndUpdatesTheAmounts) {
     OpenTab();
-    for (const NumberRow& row : kNumbers) {
+    for (const OptionNumberRow& row : kOptionNumbers) {
         Paste(Named<QLineEdit>("TextYellow"), QString::fromLatin1(row.text));
         EXPECT_EQ(m_state.RegYellow, row.value) << row.text;
         EXPECT_THAT(TakeLog(), Contains("update amounts")) << row.text;

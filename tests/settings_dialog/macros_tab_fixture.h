@@ -7,6 +7,9 @@
 
 namespace spellwick {
 
+// The numbers of the rows' controls; there is no 8.
+inline constexpr int kMacroRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
+
 class MacrosTabFixture : public SettingsFixture {
   protected:
     FormSettings& OpenTab() { return OpenAt(2); }

@@ -8,7 +8,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr int kRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
 const Box kBlankBox{.text = "This field cannot be left blank", .icon = BoxIcon::kCritical};
 const Box kNotValidBox{.text = "This entry is not valid", .icon = BoxIcon::kCritical};
 
@@ -60,7 +59,7 @@ TEST_F(MacrosTabKeysTest, Key_EveryLineWritesItsElement) {
     OpenTab();
     for (const int page : {0, 5, 11}) {
         Pick(Page(), page);
-        for (const int row : kRows) {
+        for (const int row : kMacroRows) {
             EnterAndLeave(row, "f" + std::to_string(row + 1));
             EXPECT_EQ(m_state.MacroKey(row == 9 ? -1 : page * 8 + row + 1),
                       "{F" + std::to_string(row + 1) + "}");

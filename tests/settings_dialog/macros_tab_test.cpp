@@ -8,8 +8,6 @@ namespace {
 
 using testing::IsEmpty;
 
-constexpr int kRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
-
 class MacrosTabTest : public MacrosTabFixture {};
 
 TEST_F(MacrosTabTest, Captions_AreAsTold) {
@@ -21,7 +19,7 @@ TEST_F(MacrosTabTest, Captions_AreAsTold) {
     EXPECT_EQ(Text("Label1", 10), "Macro key for Meditation skill");
     EXPECT_EQ(Text("CommandMacroWrite"), "Save Spell Macros to File");
     EXPECT_EQ(Text("CommandMacroRead"), "Load Spell Macros from File");
-    for (const int row : kRows) {
+    for (const int row : kMacroRows) {
         EXPECT_EQ(Text("CheckAlt", row), "Alt");
         EXPECT_EQ(Text("CheckCtrl", row), "Ctrl");
         EXPECT_EQ(Text("CheckShift", row), "Shift");
@@ -125,7 +123,7 @@ TEST_F(MacrosTabTest, Marks_ClickStoresAtOnceInTheElementOfTheLine) {
     OpenTab();
     for (const int page : {0, 11}) {
         Pick(Page(), page);
-        for (const int row : kRows) {
+        for (const int row : kMacroRows) {
             const i32 number = row == 9 ? -1 : page * 8 + row + 1;
             SetMark(number, "", "", "");
             Form().Macros().RefreshMacroPage();
@@ -196,7 +194,7 @@ TEST_F(MacrosTabTest, TabKey_GoesLineByLineThenToTheButtons) {
     OpenTab();
     Page().setFocus();
     std::vector<std::string> expected{"ComboMacro"};
-    for (const int row : kRows) {
+    for (const int row : kMacroRows) {
         for (const char* name : {"TextMacro", "CheckAlt", "CheckCtrl", "CheckShift"}) {
             expected.push_back(std::string(name) + "(" + std::to_string(row) + ")");
         }

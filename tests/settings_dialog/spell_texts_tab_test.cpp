@@ -14,10 +14,10 @@ class SpellTextsTabTest : public SettingsFixture {
     QLineEdit& Box(int row) { return Named<QLineEdit>("TextSpell", row); }
 };
 
-constexpr const char* kPages[] = {"Level 1 spells", "Level 2 spells", "Level 3 spells",
-                                  "Level 4 spells", "Level 5 spells", "Level 6 spells",
-                                  "Level 7 spells", "Level 8 spells", "Necromancer 1",
-                                  "Necromancer 2",  "Paladin 1",      "Paladin 2"};
+constexpr const char* kTextPages[] = {"Level 1 spells", "Level 2 spells", "Level 3 spells",
+                                      "Level 4 spells", "Level 5 spells", "Level 6 spells",
+                                      "Level 7 spells", "Level 8 spells", "Necromancer 1",
+                                      "Necromancer 2",  "Paladin 1",      "Paladin 2"};
 
 TEST_F(SpellTextsTabTest, Captions_AreAsTold) {
     OpenTab();
@@ -37,7 +37,7 @@ TEST_F(SpellTextsTabTest, EveryPage_ShowsItsNamesAndTexts) {
         m_state.Spells(row).SpellText = "text " + std::to_string(row);
     }
     for (int page = 0; page < 12; ++page) {
-        EXPECT_EQ(Page().itemText(page).toStdString(), kPages[page]);
+        EXPECT_EQ(Page().itemText(page).toStdString(), kTextPages[page]);
         Pick(Page(), page);
         for (int row = 0; row < 8; ++row) {
             EXPECT_EQ(Text("LabelSpell", row + 8), m_state.Spells(page * 8 + row).Name);

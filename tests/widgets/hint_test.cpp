@@ -19,62 +19,63 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr QRect kRoom(0, 0, 800, 600);
-constexpr QSize kSize(200, 50);
+constexpr QSize kHintSize(200, 50);
 
 TEST(HintPlace, RoomOnTheRight_StandsThere) {
-    EXPECT_EQ(PlaceBeside({100, 120, 183, 400}, kSize, kRoom, {}), QPoint(289, 120));
+    EXPECT_EQ(PlaceBeside({100, 120, 183, 400}, kHintSize, kRoom, {}), QPoint(289, 120));
 }
 
 TEST(HintPlace, NoRoomOnTheRight_StandsOnTheLeft) {
-    EXPECT_EQ(PlaceBeside({600, 120, 183, 400}, kSize, kRoom, {}), QPoint(394, 120));
+    EXPECT_EQ(PlaceBeside({600, 120, 183, 400}, kHintSize, kRoom, {}), QPoint(394, 120));
 }
 
 TEST(HintPlace, WideWindow_StandsBelowIt) {
-    EXPECT_EQ(PlaceBeside({10, 0, 780, 130}, kSize, kRoom, {}), QPoint(10, 136));
+    EXPECT_EQ(PlaceBeside({10, 0, 780, 130}, kHintSize, kRoom, {}), QPoint(10, 136));
 }
 
 TEST(HintPlace, WideWindowAtTheFoot_StandsAboveIt) {
-    EXPECT_EQ(PlaceBeside({10, 460, 780, 130}, kSize, kRoom, {}), QPoint(10, 404));
+    EXPECT_EQ(PlaceBeside({10, 460, 780, 130}, kHintSize, kRoom, {}), QPoint(10, 404));
 }
 
 TEST(HintPlace, WindowAtTheFoot_IsMovedUpOntoTheScreen) {
-    EXPECT_EQ(PlaceBeside({100, 580, 183, 400}, kSize, kRoom, {}), QPoint(289, 550));
+    EXPECT_EQ(PlaceBeside({100, 580, 183, 400}, kHintSize, kRoom, {}), QPoint(289, 550));
 }
 
 TEST(HintPlace, AnotherWindowOnTheRight_IsLeftUncovered) {
-    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kSize, kRoom, {{500, 100, 200, 200}}),
+    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kHintSize, kRoom, {{500, 100, 200, 200}}),
               QPoint(94, 100));
 }
 
 TEST(HintPlace, AnotherWindowEverywhere_TheOwnerComesFirst) {
-    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kSize, kRoom, {kRoom}), QPoint(489, 100));
+    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kHintSize, kRoom, {kRoom}), QPoint(489, 100));
 }
 
 TEST(HintPlace, SecondScreen_ItsOwnCornerCounts) {
     constexpr QRect kSecond(-800, -100, 800, 600);
-    EXPECT_EQ(PlaceBeside({-300, -90, 183, 400}, kSize, kSecond, {}), QPoint(-506, -90));
+    EXPECT_EQ(PlaceBeside({-300, -90, 183, 400}, kHintSize, kSecond, {}), QPoint(-506, -90));
 }
 
 TEST(HintPlace, GameOnTheRight_IsLeftUncovered) {
-    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kSize, kRoom, {}, {480, 0, 320, 600}),
+    EXPECT_EQ(PlaceBeside({300, 100, 183, 400}, kHintSize, kRoom, {}, {480, 0, 320, 600}),
               QPoint(94, 100));
 }
 
 TEST(HintPlace, GameOrAnotherWindow_TheGameStaysUncovered) {
-    EXPECT_EQ(PlaceBeside({300, 0, 183, 600}, kSize, kRoom, {{0, 0, 290, 600}}, {500, 0, 300, 600}),
-              QPoint(94, 0));
+    EXPECT_EQ(
+        PlaceBeside({300, 0, 183, 600}, kHintSize, kRoom, {{0, 0, 290, 600}}, {500, 0, 300, 600}),
+        QPoint(94, 0));
 }
 
 TEST(HintPlace, BesideAControl_StandsAtItsHeight) {
-    EXPECT_EQ(PlaceBeside({100, 120, 183, 400}, kSize, kRoom, {}, {}, {110, 300, 60, 20}),
+    EXPECT_EQ(PlaceBeside({100, 120, 183, 400}, kHintSize, kRoom, {}, {}, {110, 300, 60, 20}),
               QPoint(289, 300));
 }
 
 TEST(HintPlace, BesideAControl_TakesTheNearestSide) {
-    EXPECT_EQ(PlaceBeside({100, 200, 500, 130}, kSize, kRoom, {}, {}, {400, 205, 60, 20}),
+    EXPECT_EQ(PlaceBeside({100, 200, 500, 130}, kHintSize, kRoom, {}, {}, {400, 205, 60, 20}),
               QPoint(400, 144))
         << "above";
-    EXPECT_EQ(PlaceBeside({100, 200, 500, 130}, kSize, kRoom, {}, {}, {400, 300, 60, 20}),
+    EXPECT_EQ(PlaceBeside({100, 200, 500, 130}, kHintSize, kRoom, {}, {}, {400, 300, 60, 20}),
               QPoint(400, 336))
         << "below";
 }
