@@ -11,7 +11,7 @@
 namespace spellwick::practice {
 namespace {
 
-constexpr const wchar_t* kWindowClass = L"Spellwick practice tool";
+constexpr const wchar_t* kToolClass = L"Spellwick practice tool";
 
 struct Button {
     const wchar_t* text;
@@ -85,12 +85,12 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*before*/, PWSTR /*line*/, in
     constexpr int kButtonHeight = 28;
     constexpr int kStep = 34;
     constexpr int kMargin = 8;
-    RegisterWindowClass(instance, kWindowClass, &Procedure, COLOR_BTNFACE);
+    RegisterWindowClass(instance, kToolClass, &Procedure, COLOR_BTNFACE);
 
     constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
     RECT frame{0, 0, kWidth, kMargin + static_cast<int>(kButtons.size()) * kStep};
     AdjustWindowRect(&frame, kStyle, FALSE);
-    HWND window = CreateWindowExW(0, kWindowClass, L"UOAssist (practice)", kStyle, 620, 220,
+    HWND window = CreateWindowExW(0, kToolClass, L"UOAssist (practice)", kStyle, 620, 220,
                                   frame.right - frame.left, frame.bottom - frame.top, nullptr,
                                   nullptr, instance, nullptr);
     if (window == nullptr) {

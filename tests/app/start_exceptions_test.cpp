@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include "companion/settings_at_start.h"
 #include "link/assist_tools.h"
 #include "link/game_clients.h"
-#include "settings_dialog/settings_at_start.h"
 #include "tests/support/main_window_fixture.h"
 #include "tests/support/thrown_exceptions.h"
 

@@ -11,8 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kClumsy = 0;
-
 class ReportedTimer : public ToolDesk {
   protected:
     void Cast(std::size_t lines) {

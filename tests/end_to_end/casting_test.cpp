@@ -16,9 +16,6 @@ using namespace std::chrono_literals;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 
-constexpr int kClumsy = 0;  // one Bloodmoss, one Nightshade
-constexpr int kWeaken = 7;  // one Garlic, one Nightshade
-
 using CastingEndToEnd = PlayerDesk;
 
 TEST_F(CastingEndToEnd, Click_TypesTheMacroAndTakesTheCost) {

@@ -15,7 +15,6 @@ namespace {
 constexpr int kSettingsButton = 2;
 constexpr int kFirstShownTab = 3;  // Skills, to which the hint has led
 constexpr int kPigIron = 13;
-constexpr int kClumsy = 0;
 constexpr int kCurseWeapon = 0;  // of the first page of Necromancer; Pig Iron alone
 
 // Magic Arrow on Alt+F5.

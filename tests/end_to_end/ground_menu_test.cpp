@@ -11,7 +11,6 @@
 namespace spellwick::testing_support {
 namespace {
 
-constexpr int kRight = 3;
 constexpr int kMeditate = 4;
 // Above the controls and to the left of them, in either arrangement.
 constexpr Place kGround{1, 1};

@@ -20,8 +20,12 @@ inline constexpr const char* kMira = "Ultima Online - Mira Talon (Atlantic)";
 inline constexpr const char* kBran = "Ultima Online - Bran Oakley (Atlantic)";
 inline constexpr const char* kGlobal = "Settings";
 
-// The slot of the spell on the first page: one Spider Silk, one Garlic, one Ginseng.
-inline constexpr int kHeal = 3;
+// Slots of spells on the first page.
+inline constexpr int kClumsy = 0;  // one Bloodmoss, one Nightshade
+inline constexpr int kHeal = 3;    // one Spider Silk, one Garlic, one Ginseng
+inline constexpr int kWeaken = 7;  // one Garlic, one Nightshade
+
+inline constexpr int kRight = 3;  // the mouse button
 
 // What the caption of the main window starts with, and no other window's title.
 std::string CaptionStart();

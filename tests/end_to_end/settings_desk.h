@@ -1,6 +1,9 @@
 // The settings dialog on a player's desktop, operated by mouse and keyboard.
 #pragma once
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -10,6 +13,13 @@
 namespace spellwick::testing_support {
 
 inline constexpr int kSettingsButton = 2;
+
+inline std::string BytesOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::stringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
 
 enum Tab {
     kSpells = 0,

@@ -30,13 +30,6 @@ Picture Cut(const Picture& whole, const Area& window, const Area& part) {
     return cut;
 }
 
-std::string BytesOf(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::stringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
-
 class TabsInTheProgram : public SettingsInTheProgram {
   protected:
     // Mira with ten of each reagent, and the dialog opened at a tab.

@@ -15,10 +15,6 @@ namespace {
 using namespace std::chrono_literals;
 using testing::IsSupersetOf;
 
-constexpr int kClumsy = 0;
-constexpr int kWeaken = 7;
-constexpr int kRight = 3;
-
 class TimerEndToEnd : public PlayerDesk {
   protected:
     // Spells of 8 seconds and more.

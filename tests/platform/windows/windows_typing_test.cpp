@@ -20,9 +20,9 @@ using namespace std::chrono_literals;
 using testing_support::PeerProcess;
 using testing_support::WaitUntil;
 
-constexpr UINT kHang = 1;
+constexpr UINT kHangClient = 1;
 constexpr UINT kLockState = 4;
-constexpr const wchar_t* kTitle = L"Ultima Online - Mira Talon (Atlantic)";
+constexpr const wchar_t* kClientTitle = L"Ultima Online - Mira Talon (Atlantic)";
 
 // The window's record: the names of its messages, with the virtual keys of key messages and the
 // characters of the others.
@@ -38,7 +38,8 @@ class WindowsTyping : public testing::Test {
     void SetUp() override {
         m_client = std::make_unique<PeerProcess>(
             L"client_window",
-            std::vector<std::wstring>{L"Ultima Online", kTitle, m_journal.wstring()}, kTitle);
+            std::vector<std::wstring>{L"Ultima Online", kClientTitle, m_journal.wstring()},
+            kClientTitle);
         WindowsClientWindows windows;
         ASSERT_TRUE(windows.SetForegroundWindow(m_client->Handle()));
         ASSERT_TRUE(windows.SetFocus(m_client->Handle()));
@@ -248,7 +249,7 @@ TEST_F(WindowsTyping, ModifiersHeldByTheUser_AreReleasedAndNotPressedAgain) {
 }
 
 TEST_F(WindowsTyping, HungClient_GetsEverythingWhenItComesBack) {
-    m_client->Tell(kHang, 1000);
+    m_client->Tell(kHangClient, 1000);
     std::this_thread::sleep_for(50ms);
     const auto start = std::chrono::steady_clock::now();
     ExpectTyped("%{f1}ha", "ha");
