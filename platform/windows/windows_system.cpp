@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/system.h"
@@ -92,9 +93,10 @@ Ownership OwnSettings(const Options& options) {
     return ownership;
 }
 
-std::future<System> OpenSystem(const Options& options, std::shared_ptr<const void> /*display*/) {
+std::future<System> OpenSystem(const Options& options, std::shared_ptr<const void> display) {
     // A window belongs to the thread that made it, so all is opened by the one that asks for it.
-    return std::async(std::launch::deferred, [options] { return Open(options); });
+    return std::async(std::launch::deferred,
+                      [options, display = std::move(display)] { return Open(options); });
 }
 
 }  // namespace spellwick
