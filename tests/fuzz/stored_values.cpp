@@ -4,6 +4,7 @@
 
 #include "store/catalogue.h"
 #include "store/section_name.h"
+#include "text/runtime_failure.h"
 
 namespace spellwick::fuzz {
 
@@ -20,6 +21,18 @@ bool IsText(const SettingChange& place) {
 void Require(bool holds) {
     if (!holds) {
         std::abort();
+    }
+}
+
+bool Reads(const SettingsIo& io, const std::function<void()>& load) {
+    try {
+        load();
+        return true;
+    } catch (const RuntimeFailure& failure) {
+        Require(failure.Kind() == FailureKind::kTypeMismatch ||
+                failure.Kind() == FailureKind::kOverflow);
+        Require(!io.LastKey().empty());
+        return false;
     }
 }
 

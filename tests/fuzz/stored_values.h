@@ -4,12 +4,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "store/setting_changes.h"
+#include "store/settings_io.h"
 #include "tests/support/memory_settings_store.h"
 
 namespace spellwick::fuzz {
@@ -19,6 +21,10 @@ inline constexpr std::string_view kPlayer = "Mira (Atlantic)";
 
 // Ends the run, which libFuzzer reports with the input.
 void Require(bool holds);
+
+// Whether `load` reads everything. A value that cannot be read is of a kind and a key that are
+// known.
+bool Reads(const SettingsIo& io, const std::function<void()>& load);
 
 struct GivenValues {
     MemorySettingsStore store;
