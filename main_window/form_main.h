@@ -119,7 +119,6 @@ class FormMain : public QWidget, public Spoken {
     LayoutPlan Plan() const;
     // Pixels of the design in pixels of the window.
     int InWindow(int pixels) const;
-    bool HasSmallRows();
     void DrawReagents(QPainter& painter);
 
     MainWindowServices m_services;

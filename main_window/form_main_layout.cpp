@@ -177,17 +177,14 @@ void FormMain::SetTabOrder(bool vertical) {
     }
 }
 
-bool FormMain::HasSmallRows() {
-    return m_counters.ImgReg(0).height() <= InWindow(kSmallRow);
-}
-
 void FormMain::DrawReagents(QPainter& painter) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const bool isDark = palette().color(QPalette::Window).lightness() < kDarkGround;
     const auto inWindow = [this](QSize size) {
         return QSize(InWindow(size.width()), InWindow(size.height()));
     };
-    const PictureStrip& strip = HasSmallRows() ? m_pictures.SmallReagents() : m_pictures.Reagents();
+    const bool isSmall = m_counters.ImgReg(0).height() <= InWindow(kSmallRow);
+    const PictureStrip& strip = isSmall ? m_pictures.SmallReagents() : m_pictures.Reagents();
     for (int k = 0; k < kReagentCount; ++k) {
         const QWidget& place = m_counters.ImgReg(k);
         if (place.isVisibleTo(this)) {
