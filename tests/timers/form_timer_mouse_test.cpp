@@ -1,6 +1,7 @@
 // The window of the running timers: its mouse events, and its place among other windows.
 #include <QMouseEvent>
 
+#include "tests/support/paintings.h"
 #include "tests/timers/form_timer_fixture.h"
 
 namespace spellwick {
@@ -156,26 +157,15 @@ TEST_F(FormTimerTest, ClosedByTheDesktop_IsHiddenUntilTheNextTimer) {
     EXPECT_TRUE(m_form->isVisible());
 }
 
-class PaintCount : public QObject {
-  public:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-
-    int count = 0;
-};
-
 class FormTimerPaints : public FormTimerTest {
   protected:
     // Waits until the window has been painted once more.
     void PaintAnew() {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_form.get()));
-        PaintCount paints;
-        m_form->installEventFilter(&paints);
+        testing_support::Paintings paints({m_form.get()});
         m_form->update();
         ASSERT_TRUE(QTest::qWaitFor([&paints] { return paints.count > 0; }));
-        // The filter sees the event before the window does.
+        // It was counted before the window had it.
         QCoreApplication::processEvents();
     }
 };
