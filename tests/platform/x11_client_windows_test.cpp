@@ -272,6 +272,8 @@ TEST_F(WithOpenbox, ServerThatIsGone_CostsAnEmptyAnswer) {
 TEST_F(WithOpenbox, Foreground_ReturnsWhenTheManagerNamesTheWindow) {
     const xcb_window_t one = session->MakeWindow("a", "A", "one");
     const xcb_window_t two = session->MakeWindow("b", "B", "two");
+    // The manager brings a new window to the front by itself, and may be late with it.
+    ASSERT_TRUE(WaitUntil([&] { return session->ActiveWindow() == two; }));
     for (int round = 0; round < 10; ++round) {
         for (const xcb_window_t window : {one, two}) {
             ASSERT_FALSE(windows->IsForegroundWindow(window) && round > 0);
