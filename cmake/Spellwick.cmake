@@ -8,7 +8,7 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 # clang-tidy takes each source alone (tools/tidy), so that a missing include does not stay hidden.
 set(CMAKE_UNITY_BUILD ${SPELLWICK_UNITY})
-set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 0)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
@@ -51,37 +51,18 @@ if(SPELLWICK_FUZZ)
         -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/tests/fuzz/not_checked.txt)
 endif()
 
-# A link of the whole program from what -flto keeps in the objects finds names with two definitions.
-# The objects hold machine code too, and all other programs are linked from that.
-set(SPELLWICK_LTO_COMPILE_OPTIONS)
-set(SPELLWICK_LTO_LINK_OPTIONS)
-if(SPELLWICK_ODR)
-    set(SPELLWICK_LTO_COMPILE_OPTIONS -flto -ffat-lto-objects)
-    set(SPELLWICK_LTO_LINK_OPTIONS
-        "$<IF:$<BOOL:$<TARGET_PROPERTY:SPELLWICK_ODR>>,-flto=auto;-O0;-g0;-Wodr;-Werror=odr,-fno-lto>")
-endif()
-
-# spellwick_odr(NAME PROGRAM): links PROGRAM again, to find names with two definitions.
-function(spellwick_odr name program)
-    if(NOT SPELLWICK_ODR)
-        return()
-    endif()
-    add_executable(${name} EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${program}>)
-    set_target_properties(${name} PROPERTIES SPELLWICK_ODR ON)
-    target_link_libraries(${name} PRIVATE $<TARGET_PROPERTY:${program},LINK_LIBRARIES>)
-endfunction()
-
 # spellwick_library(NAME SOURCES a.cpp ... [LINK lib ...]): one static library for one folder.
 function(spellwick_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE spellwick_options)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
-    target_compile_options(${name} PRIVATE ${SPELLWICK_LTO_COMPILE_OPTIONS})
-    target_link_options(${name} INTERFACE "${SPELLWICK_LTO_LINK_OPTIONS}")
 endfunction()
 
-set(SPELLWICK_TEST_OPTIONS -O0 -g1 -fno-lto)
+set(SPELLWICK_TEST_OPTIONS -O0 -g1)
+if(WIN32)
+    set(SPELLWICK_TEST_OPTIONS -O0)  # nothing under Wine shows a backtrace, and linking takes half the time
+endif()
 
 # spellwick_test_code(TARGET unit|form|desktop): compiles the tests' own sources, which change often
 # and run briefly, without optimisation; what they test stays optimised. Uses the precompiled headers
@@ -140,14 +121,19 @@ endfunction()
 
 # spellwick_test(NAME unit|form|desktop SOURCES a.cpp ... [LINK lib ...] [TIMEOUT s] [SHARDS n]):
 # one GoogleTest program, and a run of it, or n.
-# Unit tests link GoogleTest's own main; form and desktop tests bring theirs.
+# Unit tests link GoogleTest's own main; form and desktop tests bring theirs. Desktop tests are not for the
+# sanitizers, which are too slow for their bounds of time.
 function(spellwick_test name label)
     cmake_parse_arguments(ARG "" "TIMEOUT;SHARDS" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
+    if(SPELLWICK_SANITIZE AND label STREQUAL "desktop")
+        set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+    else()
+        spellwick_register(${name} ${label} ${name} TIMEOUT ${ARG_TIMEOUT} SHARDS ${ARG_SHARDS})
+    endif()
     target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gmock spellwick_options)
     spellwick_test_code(${name} ${label})
     if(label STREQUAL "unit")
         target_link_libraries(${name} PRIVATE GTest::gmock_main)
     endif()
-    spellwick_register(${name} ${label} ${name} TIMEOUT ${ARG_TIMEOUT} SHARDS ${ARG_SHARDS})
 endfunction()

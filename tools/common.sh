@@ -121,7 +121,7 @@ configure() {
     logged "configure-$preset" cmake --preset "$preset" "$@"
 }
 
-# build PRESET [TARGET...]: builds all targets if none is named.
+# build PRESET [TARGET...]: builds what the preset names if no target is named.
 build() {
     local preset=$1
     local -a targets=()
@@ -129,7 +129,7 @@ build() {
     if [ $# -gt 0 ]; then
         targets=(--target "$@")
     fi
-    logged "build-$preset" cmake --build "build/$preset" --parallel "$(nproc)" "${targets[@]}"
+    logged "build-$preset" cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}"
 }
 
 # fuzz SECONDS TARGET: runs a fuzz target from its seeds and from what earlier runs have kept in

@@ -7,7 +7,7 @@ namespace spellwick::testing_support {
 
 // The factor by which a test that measures time may be slower.
 #ifdef __SANITIZE_ADDRESS__
-inline constexpr int kPace = 5;  // every access to memory is checked
+inline constexpr int kPace = 15;  // every access to memory is checked, and nothing is optimised
 #else
 inline constexpr int kPace = 1;
 #endif
