@@ -61,7 +61,7 @@ endfunction()
 
 set(SPELLWICK_TEST_OPTIONS -O0 -g1)
 if(WIN32)
-    set(SPELLWICK_TEST_OPTIONS -O0)  # nothing under Wine shows a backtrace, and linking takes half the time
+    set(SPELLWICK_TEST_OPTIONS -O0)  # nothing under Wine shows a backtrace
 endif()
 
 # spellwick_test_code(TARGET unit|form|desktop): compiles the tests' own sources, which change often
