@@ -5,7 +5,7 @@
 // An input makes thousands of small strings: noting thirty frames for each, and keeping 256 MB of
 // freed ones out of use, took more time than what is tested.
 extern "C" const char* __asan_default_options() {  // NOLINT: the sanitizer's own name
-    return "malloc_context_size=6:quarantine_size_mb=4:thread_local_quarantine_size_kb=512";
+    return "malloc_context_size=1:quarantine_size_mb=4:thread_local_quarantine_size_kb=512";
 }
 
 // libFuzzer has no other place for an option of one target.
