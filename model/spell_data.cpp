@@ -1,6 +1,7 @@
 #include "model/spell_data.h"
 
 #include <new>
+#include <utility>
 
 #include "text/number_forms.h"
 
@@ -98,13 +99,33 @@ int SpellDataReader::Next() {
     return c;
 }
 
+// The blanks that lie in the block. Tables in columns consist of them by half.
+void SpellDataReader::SkipBlanks() {
+    while (m_at < m_filled && IsBlank(m_block[m_at])) {
+        ++m_at;
+    }
+}
+
+// What lies in the block before one of the two characters or one that Next treats as special.
+std::string_view SpellDataReader::TakePlain(char end, char otherEnd) {
+    const std::size_t from = m_at;
+    for (; m_at < m_filled; ++m_at) {
+        const char c = m_block[m_at];
+        if (c == end || c == otherEnd || c == '\r' || c == 0) {
+            break;
+        }
+    }
+    return {m_block.data() + from, m_at - from};
+}
+
 std::string SpellDataReader::ReadQuoted() {
-    std::string text;
+    std::string text(TakePlain('"', '"'));
     for (int c = Next(); c != '"'; c = Next()) {
         if (c == kEnd) {
             FailFile("A quote is not closed.");
         }
         text.push_back(static_cast<char>(c));
+        text += TakePlain('"', '"');
     }
     int c = Next();
     while (IsBlank(c)) {
@@ -117,6 +138,7 @@ std::string SpellDataReader::ReadQuoted() {
 }
 
 SpellDataReader::Value SpellDataReader::ReadValue() {
+    SkipBlanks();
     int c = Next();
     while (IsBlank(c)) {
         c = Next();
@@ -130,10 +152,11 @@ SpellDataReader::Value SpellDataReader::ReadValue() {
     std::string text;
     while (!EndsValue(c)) {
         text.push_back(static_cast<char>(c));
+        text += TakePlain(',', '\n');
         c = Next();
     }
     text.erase(text.find_last_not_of(" \t") + 1);
-    return {text, false};
+    return {std::move(text), false};
 }
 
 double SpellDataReader::ReadNumber() {

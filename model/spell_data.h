@@ -6,6 +6,7 @@
 #include <fstream>
 #include <istream>
 #include <string>
+#include <string_view>
 
 #include "model/shared_state.h"
 
@@ -40,6 +41,8 @@ class SpellDataReader {
     int Peek();
     int Take();
     int Next();
+    void SkipBlanks();
+    std::string_view TakePlain(char end, char otherEnd);
     Value ReadValue();
     std::string ReadQuoted();
     double ReadNumber();

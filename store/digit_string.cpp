@@ -18,6 +18,10 @@ constexpr std::size_t PlaceOf(i32 reagent) {
     return static_cast<std::size_t>(reagent - 1);
 }
 
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 }  // namespace
 
 // ODDITY(one-digit-tithes): a tithing cost of 1 to 9 is read back ten times as large, since its
@@ -42,7 +46,11 @@ std::string DigitString(const ReagentAmounts& amounts) {
 std::string UnsavedDigitString(const ReagentAmounts& amounts) {
     std::string text(kUnsavedPlaces, '0');
     for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
-        text[PlaceOf(reagent)] = PlainText(i32{amounts(reagent)}).front();
+        int digit = amounts(reagent);
+        while (digit > 9) {
+            digit /= 10;
+        }
+        text[PlaceOf(reagent)] = static_cast<char>('0' + digit);
     }
     return text;
 }
@@ -50,6 +58,12 @@ std::string UnsavedDigitString(const ReagentAmounts& amounts) {
 void ReadDigitString(std::string_view text, ReagentAmounts& amounts) {
     for (i32 reagent = 1; reagent <= kTithes; ++reagent) {
         const std::size_t places = reagent == kTithes ? 2 : 1;
+        if (places == 1 && !text.empty() && IsDigit(text.front())) {
+            // As below, and a start reads 1,261 of them.
+            amounts(reagent) = static_cast<unsigned char>(text.front() - '0');
+            text.remove_prefix(1);
+            continue;
+        }
         amounts(reagent) = ReadByte(FirstCharacters(text, places));
         text = SkipCharacters(text, 1);
     }

@@ -54,6 +54,17 @@ bool IsBelowOne(std::string_view digits, std::string_view exponent) {
     return place + shift <= 0;
 }
 
+// As many digits as a double holds exactly.
+constexpr std::size_t kExactDigits = 15;
+
+double WholeNumber(std::string_view digits) {
+    std::int64_t value = 0;
+    for (const char c : digits) {
+        value = value * 10 + (c - '0');
+    }
+    return static_cast<double>(value);
+}
+
 struct ParsedNumber {
     double value;
     std::size_t end;  // 0 when the text does not start with a number
@@ -68,6 +79,13 @@ ParsedNumber ParseNumber(std::string_view text) {
     const std::size_t first = at;
     at = SkipDigits(text, at);
     std::size_t digits = at - first;
+    const bool isWhole =
+        at == text.size() || (text[at] != '.' && text[at] != 'e' && text[at] != 'E');
+    if (digits > 0 && digits <= kExactDigits && isWhole) {
+        // Nearly all numbers.
+        const double value = WholeNumber(text.substr(first, digits));
+        return {negative ? -value : value, at};
+    }
     if (at < text.size() && text[at] == '.') {
         const std::size_t point = at;
         at = SkipDigits(text, at + 1);
