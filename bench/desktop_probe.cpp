@@ -18,6 +18,7 @@
 #include <thread>
 #include <vector>
 
+#include <poll.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -30,8 +31,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kPatience{20};
-// Between two looks at the screen: looking without a rest takes a processor, and the X server's
-// time, from the program that is measured.
+// Between two looks at the screen: looking takes a processor, and the X server's time, from the
+// program that is measured.
 constexpr std::chrono::microseconds kBetweenLooks{200};
 
 struct FreeReply {
@@ -50,6 +51,12 @@ struct Display {
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
     xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
 };
+
+// Returns once the server has done all that was asked of it.
+void Sync(const Display& display) {
+    Own(xcb_get_input_focus_reply(display.connection, xcb_get_input_focus(display.connection),
+                                  nullptr));
+}
 
 bool HasClass(const Display& display, xcb_window_t window, std::string_view windowClass) {
     const auto reply = Own(xcb_get_property_reply(
@@ -160,17 +167,42 @@ void Close(const Display& display, xcb_window_t window) {
     xcb_flush(display.connection);
 }
 
+// Waits, without a look at the screen, until a window is mapped on it.
+void WaitForWindow(const Display& display, Clock::time_point until) {
+    while (Clock::now() < until) {
+        const auto event = Own(xcb_poll_for_event(display.connection));
+        if (event != nullptr && (event->response_type & 0x7F) == XCB_MAP_NOTIFY) {
+            return;
+        }
+        if (event == nullptr && xcb_connection_has_error(display.connection) != 0) {
+            return;
+        }
+        if (event == nullptr) {
+            struct pollfd ready {
+                xcb_get_file_descriptor(display.connection), POLLIN, 0
+            };
+            poll(&ready, 1, 1000);
+        }
+    }
+}
+
 int MeasurePaint(std::string_view windowClass, char** command) {
     const Display display;
+    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(display.connection, display.root, XCB_CW_EVENT_MASK, &events);
+    Sync(display);
     const Clock::time_point start = Clock::now();
     pid_t child = 0;
     if (posix_spawnp(&child, command[0], nullptr, nullptr, command, environ) != 0) {
         return 1;
     }
+    WaitForWindow(display, start + kPatience);
     bool painted = false;
     while (!painted && Clock::now() - start < kPatience) {
-        std::this_thread::sleep_for(kBetweenLooks);
         painted = FindPainted(display, display.root, windowClass);
+        if (!painted) {
+            std::this_thread::sleep_for(kBetweenLooks);
+        }
     }
     const double time = Milliseconds(Clock::now() - start);
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
