@@ -95,7 +95,8 @@ class FirstHourWays : public FirstHourTest {
     void Step(int step) {
         m_desk->Click(m_steps, {m_desk->AreaOf(m_steps).width - 70, 23 + 62 * step});
         if (step < 3) {
-            m_desk->RestingPicture(m_steps);
+            ASSERT_TRUE(WaitUntil([&] { return m_desk->Session().ActiveWindow() == m_settings; }));
+            m_desk->RestingPicture(m_settings);
         }
         Picture("step");
     }
