@@ -240,7 +240,9 @@ void Application::Follow(const Target& target) {
                 return;  // an entry was refused
             }
         }
-        m_main->activateWindow();
+        if (!m_system.desktop->Activate(static_cast<WindowHandle>(m_main->winId()))) {
+            m_main->activateWindow();
+        }
         if (target.way == Way::kCounters) {
             m_companion.FocusStock(target.row);
         } else {

@@ -32,6 +32,10 @@ class Desktop {
     // Keeps a window of this program out of the desktop's list of windows, from before it is shown
     // until it is hidden. False when the desktop has no such state.
     [[nodiscard]] virtual bool LeaveTaskList(WindowHandle window) = 0;
+
+    // Gives a window of this program the keyboard, on behalf of the user. False where the toolkit
+    // is to do it.
+    [[nodiscard]] virtual bool Activate(WindowHandle /*window*/) { return false; }
 };
 
 }  // namespace spellwick

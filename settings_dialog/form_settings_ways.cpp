@@ -116,7 +116,9 @@ void FormSettings::GoToStep(const Target& target) {
         emit MainWindowWanted(target);
         return;
     }
-    activateWindow();
+    if (!m_services.desktop.Activate(static_cast<WindowHandle>(winId()))) {
+        activateWindow();
+    }
     GoTo(target);
 }
 

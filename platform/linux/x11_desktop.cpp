@@ -112,4 +112,16 @@ bool X11Desktop::LeaveTaskList(WindowHandle window) {
     return m_connection.RoundTrip();
 }
 
+// Where the window with the focus belongs to this one, Qt sets the focus itself, and a window
+// manager that still handles the click puts it back.
+bool X11Desktop::Activate(WindowHandle window) {
+    if (!m_hints.Work() || window == 0 ||
+        !m_hints.ManagerSupports(m_hints.Get()->_NET_ACTIVE_WINDOW)) {
+        return false;
+    }
+    m_hints.RequestActivation(window, XCB_CURRENT_TIME);
+    m_connection.DropEvents();
+    return m_connection.Works();
+}
+
 }  // namespace spellwick

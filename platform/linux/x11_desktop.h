@@ -21,6 +21,7 @@ class X11Desktop : public Desktop {
     bool OpenWebPage(const std::string& address) override;
     bool SetTopMost(WindowHandle window, bool topMost) override;
     bool LeaveTaskList(WindowHandle window) override;
+    bool Activate(WindowHandle window) override;
 
   private:
     bool IsMapped(WindowHandle window);

@@ -143,6 +143,7 @@ TEST_F(Opener, WithoutADisplay_WindowStatesAreRefused) {
     m_desktop.Beep();
     EXPECT_FALSE(m_desktop.SetTopMost(1, true));
     EXPECT_FALSE(m_desktop.LeaveTaskList(1));
+    EXPECT_FALSE(m_desktop.Activate(1));
 }
 
 }  // namespace
