@@ -59,6 +59,19 @@ function(spellwick_library name)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
 endfunction()
 
+# spellwick_moc(TARGET): for a target whose classes have signals or slots.
+function(spellwick_moc target)
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    if(SPELLWICK_UNITY)
+        # CMake compiles what moc writes apart, which reads all of Qt's headers once more.
+        get_target_property(folder ${target} BINARY_DIR)
+        set(mocs ${folder}/${target}_autogen/mocs_compilation.cpp)
+        set_source_files_properties(${mocs} PROPERTIES HEADER_FILE_ONLY ON)
+        file(CONFIGURE OUTPUT ${folder}/${target}_mocs.cpp CONTENT "#include \"${mocs}\"\n")
+        target_sources(${target} PRIVATE ${folder}/${target}_mocs.cpp)
+    endif()
+endfunction()
+
 set(SPELLWICK_TEST_OPTIONS -O0 -g1)
 if(WIN32)
     set(SPELLWICK_TEST_OPTIONS -O0)  # nothing under Wine shows a backtrace
