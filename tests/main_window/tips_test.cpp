@@ -157,7 +157,7 @@ TEST(PlaceOfNote, IsOutsideOfTheWindowNearTheButtonAndOnTheScreen) {
     const QRect room(0, 0, 1000, 800);
     const QSize size(200, 30);
     struct Row {
-        const char* name;
+        const char* name = "";
         QRect window;
         QRect button;
         QPoint place;
