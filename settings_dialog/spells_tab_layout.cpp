@@ -117,10 +117,10 @@ void SpellsTab::MakePictures() {
 }
 
 void SpellsTab::PlaceControls() {
-    constexpr int kGap = 2;
+    constexpr int kRowGap = 2;
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(0);
-    grid->setVerticalSpacing(kGap);
+    grid->setVerticalSpacing(kRowGap);
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(kGapColumn, kNameGap);
     for (int column = 0; column < kSpellColumns; ++column) {
@@ -129,7 +129,7 @@ void SpellsTab::PlaceControls() {
     grid->addWidget(ComboSpellLevel, SpellsGrid::kPageRow, 0);
     auto* pictures = new QHBoxLayout;
     pictures->setContentsMargins(
-        (Scaled(kColumnWidth) - kGap - PicRegHolder->PlaceOf(0).width()) / 2, 0, 0, 0);
+        (Scaled(kColumnWidth) - kRowGap - PicRegHolder->PlaceOf(0).width()) / 2, 0, 0, 0);
     pictures->addWidget(PicRegHolder, 0, Qt::AlignLeft | Qt::AlignBottom);
     grid->addLayout(pictures, SpellsGrid::kPageRow, kFirstReagentColumn, 1, kSpellColumns);
     grid->addWidget(CheckPics, SpellsGrid::kPageRow, kCostColumn, 1, 3,
@@ -144,7 +144,7 @@ void SpellsTab::PlaceControls() {
         heading->setToolTip(QLatin1String(tip));
         grid->addWidget(heading, SpellsGrid::kHeadingRow, column,
                         Qt::AlignHCenter | Qt::AlignBottom);
-        grid->setColumnMinimumWidth(column, Scaled(kHeadingWidth) + kGap);
+        grid->setColumnMinimumWidth(column, Scaled(kHeadingWidth) + kRowGap);
     };
     addHeading(3, "Spell costs", kCostColumn, "What the reagents of one cast cost, in gold.");
     addHeading(7, "In book", kBookColumn, "Ticked for the spells that are in your spellbook.");

@@ -22,7 +22,7 @@ WineToolsOption::WineToolsOption(const SettingsServices& services, QWidget* pare
       LabelWineTools(Named(new QLabel(this), QStringLiteral("LabelWineTools"))),
       m_services(services),
       m_events(services.failures, this) {
-    constexpr std::chrono::seconds kBetweenLooks{1};
+    constexpr std::chrono::seconds kBetweenReports{1};
     LabelWineTools->setWordWrap(true);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
@@ -38,7 +38,7 @@ WineToolsOption::WineToolsOption(const SettingsServices& services, QWidget* pare
     if (m_services.wineTools == nullptr) {
         hide();
     } else {
-        m_looks.start(kBetweenLooks);
+        m_looks.start(kBetweenReports);
     }
     ShowTrouble();
 }
