@@ -46,12 +46,17 @@ class RecordingDesktop : public Desktop {
         Log("leave task list");
         return true;
     }
+    bool Activate(WindowHandle window) override {
+        activated.push_back(window);
+        return false;  // the toolkit does it
+    }
 
     int beeps = 0;
     std::vector<std::filesystem::path> opened;
     std::vector<std::string> browsed;
     std::vector<TopMost> topMostCalls;
     std::vector<WindowHandle> outOfTaskList;
+    std::vector<WindowHandle> activated;
     // The result of the next openings.
     bool opens = true;
     bool hasProgram = true;  // for every kind of file
