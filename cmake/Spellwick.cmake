@@ -57,6 +57,10 @@ function(spellwick_library name)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE spellwick_options)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+    if(SPELLWICK_SANITIZE AND name MATCHES "_(text|model)$")
+        # The long tests work mostly here, and would take four times as long.
+        target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O1>)
+    endif()
 endfunction()
 
 # spellwick_moc(TARGET): for a target whose classes have signals or slots.
