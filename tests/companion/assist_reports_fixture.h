@@ -86,6 +86,7 @@ class AssistReportsTest : public CompanionFixture {
     }
     std::vector<std::string> Amounts() {
         std::vector<std::string> texts;
+        texts.reserve(kSlotCount);
         for (int slot = 0; slot < kSlotCount; ++slot) {
             texts.push_back(Text("LabelAmount", slot));
         }

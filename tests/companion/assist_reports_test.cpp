@@ -250,7 +250,7 @@ TEST_F(AssistReportsTest, SkillReport_Oddity_ShowsAtTheNextRefreshOnly) {
 
 TEST_F(AssistReportsTest, ValueThatDoesNotFit_IsAFailureAndLeavesTheCounter) {
     struct Row {
-        const char* name;
+        const char* name = "";
         WindowMessage message;
     };
     StartLinked();

@@ -17,8 +17,8 @@ using testing::HasSubstr;
 class AssistToolEndsTheRun : public ToolDesk {
   protected:
     struct Row {
-        const char* fault;
-        const char* failure;
+        const char* fault = "";
+        const char* failure = "";
         bool hasBoxBefore = false;
     };
 

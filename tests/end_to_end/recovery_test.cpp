@@ -1,5 +1,6 @@
 // Counters survive a kill, the end of the display, and an end that cannot save.
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -177,9 +178,9 @@ TEST_F(Recovery, HintOfTheStart_StandsBesideTheMainWindowAndLeavesTheFocus) {
 TEST_F(Recovery, NoteUnderLoad_IsInTheJournalWithinASecond) {
     PrepareMira();
     StartSpellwick();
-    std::vector<std::unique_ptr<ChildProcess>> load;
-    for (int busy = 0; busy < 4; ++busy) {
-        load.push_back(m_desk->Session().Spawn({"sh", "-c", "while :; do :; done"}));
+    std::array<std::unique_ptr<ChildProcess>, 4> load;
+    for (auto& busy : load) {
+        busy = m_desk->Session().Spawn({"sh", "-c", "while :; do :; done"});
     }
     m_desk->Hold(XKB_KEY_Control_L, true);
     ClickSpell(kHeal);

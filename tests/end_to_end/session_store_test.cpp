@@ -43,7 +43,9 @@ class PlayedSession : public ToolDesk {
         for (const std::string& section : store.Sections()) {
             for (const auto& [key, value] : store.ReadSection(section)) {
                 if (!IsPlace(key)) {
-                    lines.insert(section + "|" + key + "|" + value);
+                    std::string line = section;
+                    line.append("|").append(key).append("|").append(value);
+                    lines.insert(std::move(line));
                 }
             }
         }

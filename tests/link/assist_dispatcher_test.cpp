@@ -167,12 +167,12 @@ TEST_F(AssistDispatch, StatsReport_ThatDoesNotFit_Fails) {
 }
 
 struct MeditationRow {
-    const char* name;
-    bool on;
-    i16 level;
+    const char* name = "";
+    bool on = false;
+    i16 level = 0;
     std::optional<i32> last;  // the report before
-    i32 mana;
-    bool armed;
+    i32 mana = 0;
+    bool armed = false;
 };
 
 constexpr MeditationRow kMeditationRows[] = {

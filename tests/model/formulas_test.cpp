@@ -110,9 +110,9 @@ TEST(Formulas, Damage_Oddity_RoundFactorFallsOnePointShort) {
 }
 
 struct FigureRow {
-    i32 number;
+    i32 number = 0;
     CasterValues values;
-    const char* text;
+    const char* text = "";
 };
 
 TEST(Formulas, OtherFigures_AtEachBound_AreAsWorkedOutByHand) {

@@ -13,9 +13,9 @@ namespace spellwick {
 namespace {
 
 struct RuleRow {
-    i16 rule;
+    i16 rule = 0;
     CasterValues values;
-    i16 seconds;
+    i16 seconds = 0;
 };
 
 TEST(SpellDuration, Rules_AtEachBound_AreCutToWholeSeconds) {

@@ -164,6 +164,7 @@ TEST_F(SocketAssist, ManySocketsWithoutAListener_HideNoTool) {
 
 std::vector<std::unique_ptr<ToolSocket>> MuteTools(const std::filesystem::path& folder, int count) {
     std::vector<std::unique_ptr<ToolSocket>> tools;
+    tools.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         tools.push_back(
             std::make_unique<ToolSocket>(folder, "mute" + std::to_string(10 + i) + ".sock"));

@@ -18,7 +18,7 @@ constexpr unsigned kAlt = 8;
 constexpr std::string_view kKeys = "1234567890abcdefghijklmnopqrstuvwxyz";
 
 struct Layout {
-    const char* layout;
+    const char* layout = "";
     const char* variant = "";
 };
 

@@ -12,7 +12,7 @@ using ToolKind = ToolCommand::Kind;
 
 TEST(ParseToolCommand, EachWord_GivesItsCommand) {
     struct Row {
-        const char* line;
+        const char* line = "";
         ToolCommand command;
     };
     for (const Row& row : {

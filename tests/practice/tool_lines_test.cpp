@@ -7,8 +7,8 @@ namespace {
 
 TEST(ParseToolLine, Send_IsAMessage) {
     struct Row {
-        const char* name;
-        const char* line;
+        const char* name = "";
+        const char* line = "";
         ToolMessage message;
     };
     for (const Row& row : {

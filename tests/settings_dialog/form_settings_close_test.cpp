@@ -90,9 +90,9 @@ TEST_F(FormSettingsTest, CloseButton_DialogNotActive_CommitsTheEntryFirst) {
 TEST_F(FormSettingsTest, TabsByKey_GoRoundBothWaysAndMoveTheFocus) {
     Open();
     const struct {
-        Qt::Key next;
+        Qt::Key next = Qt::Key_unknown;
         Qt::KeyboardModifiers nextWith;
-        Qt::Key last;
+        Qt::Key last = Qt::Key_unknown;
         Qt::KeyboardModifiers lastWith;
     } rows[] = {{Qt::Key_Tab, Qt::ControlModifier, Qt::Key_Backtab,
                  Qt::ControlModifier | Qt::ShiftModifier},

@@ -1,6 +1,9 @@
 // Reading a macros.xml: what stands in it and where, and what is refused.
 #include "settings_dialog/macro_xml_reader.h"
 
+#include <initializer_list>
+#include <string_view>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -49,6 +52,14 @@ TEST(MacroXmlReader, ClientsFile_AttributesActionsAndPlaces) {
     EXPECT_EQ(bytes.substr(xml.endTagBegin), "</macros>");
 }
 
+std::string Joined(std::initializer_list<std::string_view> parts) {
+    std::string joined;
+    for (const std::string_view part : parts) {
+        joined += part;
+    }
+    return joined;
+}
+
 TEST(MacroXmlReader, Places_AreBytes_WhateverStandsInFront) {
     const struct {
         const char* name;
@@ -67,9 +78,9 @@ TEST(MacroXmlReader, Places_AreBytes_WhateverStandsInFront) {
         for (const std::string end : {">", " >", "\r\n>"}) {
             const std::string text =
                 std::string("t\u00e9xt \U0001f600 &amp;&#x20ac; <![CDATA[<a>]]>");
-            const std::string bytes = std::string(row.before) + "<macros>" + text +
-                                      "<macro n='\U0001f600>'" + end + "</macro>" + text +
-                                      "<macro\tkey = '5'/>" + text + "</macros" + end + "\n";
+            const std::string bytes =
+                Joined({row.before, "<macros>", text, "<macro n='\U0001f600>'", end, "</macro>",
+                        text, "<macro\tkey = '5'/>", text, "</macros", end, "\n"});
             const MacroXml xml = Read(bytes);
             ASSERT_THAT(xml.macros, SizeIs(2)) << row.name;
             EXPECT_EQ(TagOf(bytes, xml.macros[0]), "<macro n='\U0001f600>'" + end) << row.name;

@@ -1,6 +1,7 @@
 // The open Skills tab, with known values of the character.
 #pragma once
 
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -63,10 +64,8 @@ class SkillsTabTest : public SettingsFixture {
         return rows;
     }
     static std::vector<i32> Circle(int line) {
-        std::vector<i32> rows;
-        for (int slot = 0; slot < 8; ++slot) {
-            rows.push_back(line * 8 + slot);
-        }
+        std::vector<i32> rows(8);
+        std::iota(rows.begin(), rows.end(), line * 8);
         return rows;
     }
     // Sets a cell of all rows, so that a changed one stands out.

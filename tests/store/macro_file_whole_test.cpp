@@ -76,9 +76,9 @@ TEST_F(MacroFileTest, Oddity_Write_EndsWithAFailureAndACompleteFile) {
 
 TEST_F(MacroFileTest, Block_OfEveryMarkAndKey) {
     const struct {
-        const char* name;
+        const char* name = "";
         Macro macro;
-        const char* line;
+        const char* line = "";
     } rows[] = {
         {"Ctrl", {.ctrl = true, .key = "Q"}, "Q 1 0 0"},
         {"Alt", {.alt = true, .key = "Q"}, "Q 0 1 0"},

@@ -353,13 +353,9 @@ TEST_F(RegistryStore, KeysOfSubkeys_AreNoSections) {
 }
 
 TEST_F(RegistryStore, ManyPlayers_AreListed) {
-    std::vector<SettingChange> changes;
     for (int player = 0; player < 200; ++player) {
-        changes.push_back(
-            {"Ultima Online - P" + std::to_string(player) + " (Atlantic)", "Magery", "1"});
-    }
-    for (const SettingChange& change : changes) {
-        ASSERT_TRUE(m_store.Apply({change}).ok);
+        const std::string title = "Ultima Online - P" + std::to_string(player) + " (Atlantic)";
+        ASSERT_TRUE(m_store.Apply({{title, "Magery", "1"}}).ok);
     }
     EXPECT_EQ(m_store.Sections().size(), 200U);
     EXPECT_EQ(m_store.Read("Ultima Online - P199 (Atlantic)", "Magery"), "1");
