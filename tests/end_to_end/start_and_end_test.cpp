@@ -215,9 +215,9 @@ TEST_F(StartAndEnd, StartedThroughALink_FindsItsTable) {
 }
 
 TEST_F(StartAndEnd, NoDisplay_IsOneSentenceAndExitCode2) {
-    const std::string gone = m_desk->Session().Display();
     m_desk.reset();
-    for (const std::string& display : {std::string(), gone}) {
+    // No server has a number above 59535; that of the one just ended may be another's by now.
+    for (const std::string display : {"", ":60000"}) {
         const RunResult result =
             RunToEnd({(Programs() / "spellwick").string()},
                      {{"DISPLAY", display}, {"WAYLAND_DISPLAY", ""}, {"XDG_RUNTIME_DIR", ""}});
