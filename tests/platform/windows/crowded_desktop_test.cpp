@@ -1,5 +1,6 @@
 // The searches of the tick on a desktop with many windows.
 #include <algorithm>
+#include <initializer_list>
 #include <iostream>
 #include <thread>
 
@@ -54,6 +55,31 @@ class CrowdedDesktop : public testing::Test {
         return *std::ranges::min_element(times);
     }
 
+    struct Growth {
+        const wchar_t* more = nullptr;
+        int atLeast = 0;
+    };
+
+    // A tool behind the last crowd is found too.
+    void ExpectShortSearches(std::initializer_list<Growth> crowds) {
+        for (const Growth& crowd : crowds) {
+            Crowd(crowd.more);
+            const int windows = Count();
+            EXPECT_GE(windows, crowd.atLeast);
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+            const double milliseconds = MillisecondsOfTick();
+            std::cout << "one search of the tick with " << windows << " windows: " << milliseconds
+                      << " ms\n";
+            RecordProperty("windows" + std::to_string(crowd.atLeast), std::to_string(milliseconds));
+            EXPECT_LT(milliseconds, kGoal);
+        }
+        EXPECT_FALSE(m_state.AssistLinked);
+        const std::wstring title = L"UOAssist";
+        const PeerProcess tool(L"assist_tool", {title}, title);
+        m_link.FindAssist();
+        EXPECT_TRUE(m_state.AssistRegistered);
+    }
+
     std::vector<std::unique_ptr<PeerProcess>> m_peers;
     WindowsClientWindows m_windows;
     TranslatedWindows m_clients{m_windows, LoadGameClients().rows};
@@ -62,27 +88,12 @@ class CrowdedDesktop : public testing::Test {
     AssistSearch m_link{m_state, m_transport};
 };
 
-TEST_F(CrowdedDesktop, TenThousandWindows_AreSearchedWithinATick) {
-    const struct {
-        const wchar_t* more;
-        int atLeast;
-    } rows[] = {{L"20", 20}, {L"980", 1000}, {L"4500", 5000}, {L"5000", 10000}};
-    for (const auto& row : rows) {
-        Crowd(row.more);
-        const int windows = Count();
-        EXPECT_GE(windows, row.atLeast);
-        std::this_thread::sleep_for(std::chrono::seconds(1));
-        const double milliseconds = MillisecondsOfTick();
-        std::cout << "one search of the tick with " << windows << " windows: " << milliseconds
-                  << " ms\n";
-        RecordProperty("windows" + std::to_string(row.atLeast), std::to_string(milliseconds));
-        EXPECT_LT(milliseconds, kGoal);
-    }
-    EXPECT_FALSE(m_state.AssistLinked);
-    const std::wstring title = L"UOAssist";
-    const PeerProcess tool(L"assist_tool", {title}, title);
-    m_link.FindAssist();
-    EXPECT_TRUE(m_state.AssistRegistered);
+TEST_F(CrowdedDesktop, ThousandWindows_AreSearchedWithinATick) {
+    ExpectShortSearches({{L"20", 20}, {L"980", 1000}});
+}
+
+TEST_F(CrowdedDesktop, TenThousandWindows_AreSearchedWithinATick_Long) {
+    ExpectShortSearches({{L"5000", 5000}, {L"5000", 10000}});
 }
 
 }  // namespace
