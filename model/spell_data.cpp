@@ -50,11 +50,10 @@ i32 LastRowFor(i32 spellCount) {
 }
 
 SpellDataReader::SpellDataReader(std::istream& input) : m_input(input) {
-    for (const int mark : {0xEF, 0xBB, 0xBF}) {
-        if (Peek() != mark) {
-            return;
-        }
-        Take();
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    Peek();  // fills the block
+    if (std::string_view(m_block.data(), m_filled).starts_with(kMark)) {
+        m_at = kMark.size();
     }
 }
 

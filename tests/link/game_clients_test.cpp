@@ -112,7 +112,10 @@ TEST(GameClients, WithFirstRow_KeepsAllElse) {
     const TableRow more{"New", "new", "", "{name}, new", "", "Home", "no"};
     const std::string tables[] = {std::string("x, 1\n") + kRow,
                                   std::string("\"x, y\" , 1,") + kRow + "\n\n",
-                                  "\xEF\xBB\xBFx\r\n1\r\n" + std::string(kRow), "x, 0", "x, 0\n"};
+                                  "\xEF\xBB\xBFx\r\n1\r\n" + std::string(kRow),
+                                  "x, 0",
+                                  "x, 0\n",
+                                  "\xEF\"x, 0\n"};
     for (const std::string& table : tables) {
         SCOPED_TRACE(table);
         const std::size_t before = Read(table).rows.size();

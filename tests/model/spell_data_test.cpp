@@ -306,5 +306,16 @@ TEST(SpellFile, ByteOrderMark_IsSkipped) {
     EXPECT_EQ(ReadSpellCount(reader), 96) << "before quotes as well";
 }
 
+TEST(SpellFile, PartOfAByteOrderMark_IsAPartOfTheFirstValue) {
+    for (const std::string part : {"\xEF", "\xEF\xBB"}) {
+        for (const std::string value : {"", "x", "\"a"}) {
+            std::istringstream input(part + value + ", 96\n");
+            SpellDataReader reader(input);
+            EXPECT_EQ(reader.ReadText(), part + value);
+            EXPECT_EQ(reader.ReadI32(), 96);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace spellwick
