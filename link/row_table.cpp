@@ -6,6 +6,7 @@
 
 #include "model/spell_data.h"
 #include "text/ascii_case.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 
@@ -140,8 +141,7 @@ std::string ReadTableFile(const std::filesystem::path& path) {
 }
 
 std::string WithFirstRow(std::string_view table, const TableRow& row) {
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    const std::size_t mark = table.starts_with(kMark) ? kMark.size() : 0;
+    const std::size_t mark = table.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
     const std::size_t header = BehindValue(table, mark);
     const std::size_t rows = BehindValue(table, header);
     std::istringstream input{std::string(table.substr(0, rows))};

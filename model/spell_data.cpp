@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "text/number_forms.h"
+#include "text/utf8.h"
 
 namespace spellwick {
 
@@ -50,10 +51,9 @@ i32 LastRowFor(i32 spellCount) {
 }
 
 SpellDataReader::SpellDataReader(std::istream& input) : m_input(input) {
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
     Peek();  // fills the block
-    if (std::string_view(m_block.data(), m_filled).starts_with(kMark)) {
-        m_at = kMark.size();
+    if (std::string_view(m_block.data(), m_filled).starts_with(kByteOrderMark)) {
+        m_at = kByteOrderMark.size();
     }
 }
 

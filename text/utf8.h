@@ -14,6 +14,9 @@ namespace spellwick {
 
 inline constexpr char32_t kReplacementCharacter = 0xfffd;
 
+// What some editors put before the first character of a file in UTF-8.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // Takes the first code point off `text`, which must not be empty.
 char32_t TakeCodePoint(std::string_view& text);
 
