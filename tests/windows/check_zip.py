@@ -48,6 +48,7 @@ class Program:
                                                                                 start + 4)
         self.optional = start + 24
         self.kind, = struct.unpack_from("<H", data, self.optional)
+        self.alignment, = struct.unpack_from("<I", data, self.optional + 36)
         self.subsystem, self.features = struct.unpack_from("<HH", data, self.optional + 68)
         self.sections = [struct.unpack_from("<8x4I", data, self.optional + size + 40 * i)
                          for i in range(sections)]
@@ -164,6 +165,7 @@ def main():
         check_texts(files, version, programs["spellwick.exe"].data)
     for name, program in programs.items():
         check_resources(name, program, version)
+    expect(programs["spellwick.exe"].alignment == 4096, "Wine reads spellwick.exe whole instead of mapping it")
     bridge = len(programs["spellwick-bridge.exe"].data)
     expect(bridge < LARGEST_BRIDGE, f"spellwick-bridge.exe has {bridge} bytes")
 
