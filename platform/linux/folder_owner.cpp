@@ -35,8 +35,9 @@ Ownership OwnFolder(const std::filesystem::path& folder) {
     if (flock(lock.Number(), LOCK_EX | LOCK_NB) != 0) {
         return {.another = errno == EWOULDBLOCK, .owner = nullptr};
     }
-    // A dead owner's window must not be taken for ours.
-    if (ftruncate(lock.Number(), 0) != 0) {
+    // A dead owner's window must not be taken for ours. Emptying the file would do, but a file
+    // system that keeps a log of its changes takes milliseconds to free the block.
+    if (pwrite(lock.Number(), "\n", 1, 0) != 1) {
         return {};
     }
     return {.another = false,
@@ -45,8 +46,12 @@ Ownership OwnFolder(const std::filesystem::path& folder) {
 
 void FolderOwner::SetWindow(WindowHandle window) {
     const std::string text = std::to_string(window) + "\n";
-    // Without it a second start ends as well, and brings nothing to the front.
-    static_cast<void>(pwrite(m_lock.Number(), text.data(), text.size(), 0));
+    // The first digit comes last: until then the first line is empty for those who read it.
+    // Without the window a second start ends as well, and brings nothing to the front.
+    if (pwrite(m_lock.Number(), text.data() + 1, text.size() - 1, 1) ==
+        static_cast<ssize_t>(text.size() - 1)) {
+        static_cast<void>(pwrite(m_lock.Number(), text.data(), 1, 0));
+    }
 }
 
 std::optional<WindowHandle> WindowOfOwner(const std::filesystem::path& folder) {

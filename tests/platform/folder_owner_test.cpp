@@ -51,6 +51,16 @@ TEST_F(FolderOwnerTest, Window_IsToldToOthersAndForgottenByTheNextOwner) {
     }
     const Ownership next = OwnFolder(Folder());
     EXPECT_EQ(WindowOfOwner(Folder()), std::nullopt);
+    next.owner->SetWindow(7);
+    EXPECT_EQ(WindowOfOwner(Folder()), WindowHandle{7}) << "shorter than the one before";
+}
+
+// Freeing the block of a file takes milliseconds of each start on some disks.
+TEST_F(FolderOwnerTest, NextOwner_DoesNotEmptyTheFile) {
+    OwnFolder(Folder()).owner->SetWindow(4194310);
+    const auto size = std::filesystem::file_size(Folder() / "lock");
+    const Ownership next = OwnFolder(Folder());
+    EXPECT_EQ(std::filesystem::file_size(Folder() / "lock"), size);
 }
 
 TEST_F(FolderOwnerTest, LockFileOfOtherContent_NamesNoWindow) {
