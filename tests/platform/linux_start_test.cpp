@@ -5,6 +5,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "platform/linux/x11_connection.h"
 #include "platform/system.h"
@@ -91,6 +92,16 @@ TEST_F(LinuxStart, RegularStart_ThrowsNothing) {
         EXPECT_TRUE(system.troubles.empty());
         EXPECT_EQ(ThrownExceptions(), before);
     }
+}
+
+// What opens beside the first thread runs at a lower priority, which ends with it.
+TEST_F(LinuxStart, Opening_LeavesTheFirstThreadItsPriority) {
+    const X11Connection keepsTheServer("");
+    const int before = getpriority(PRIO_PROCESS, 0);
+    Preparation prepared = PrepareProcess();
+    ASSERT_EQ(prepared.trouble, "");
+    const System system = OpenSystem(InFolder(), std::move(prepared.display)).get();
+    EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before);
 }
 
 TEST_F(LinuxStart, ThrownExceptions_AreCounted) {
