@@ -203,6 +203,8 @@ void FormMain::PaintAhead() {
     if (isVisible() && !windowHandle()->isExposed()) {
         setAttribute(Qt::WA_Mapped);
         repaint();
+        // Each control that is shown asks for a painting of its own.
+        QCoreApplication::removePostedEvents(nullptr, QEvent::UpdateLater);
     }
 }
 

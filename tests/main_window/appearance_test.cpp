@@ -46,6 +46,8 @@ TEST_F(AppearanceTest, PaintAhead_WindowNotYetOnTheScreen_IsPaintedWithItsContro
     EXPECT_EQ(paintings.count, 0);
     Form().PaintAhead();
     EXPECT_EQ(paintings.count, 2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(paintings.asked, 0) << "what is painted is asked for again";
 }
 
 TEST_F(AppearanceTest, PaintAhead_WindowOnTheScreen_PaintsNothing) {

@@ -1,4 +1,5 @@
-// Counts the paintings of some widgets. An event is counted before the widget has it.
+// Counts the paintings of some widgets and the paintings asked for by being shown. An event is
+// counted before the widget has it.
 #pragma once
 
 #include <QEvent>
@@ -16,10 +17,12 @@ class Paintings : public QObject {
     }
     bool eventFilter(QObject* watched, QEvent* event) override {
         count += event->type() == QEvent::Paint ? 1 : 0;
+        asked += event->type() == QEvent::UpdateLater ? 1 : 0;
         return QObject::eventFilter(watched, event);
     }
 
     int count = 0;
+    int asked = 0;
 };
 
 }  // namespace spellwick::testing_support
