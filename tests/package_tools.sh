@@ -43,6 +43,15 @@ wait_for_window() {
     done
 }
 
+# wait_for_no_window TITLE SECONDS
+wait_for_no_window() {
+    local end=$((SECONDS + $2))
+    while has_window "$1"; do
+        [ "$SECONDS" -lt "$end" ] || fail "the window \"$1\" is still there"
+        sleep 0.1
+    done
+}
+
 # A message box alone has a few hundred colours.
 check_painted() {
     local colours
