@@ -36,8 +36,8 @@ Ownership OwnFolder(const std::filesystem::path& folder) {
         return {.another = errno == EWOULDBLOCK, .owner = nullptr};
     }
     // A dead owner's window must not be taken for ours. Emptying the file would do, but a file
-    // system that keeps a log of its changes takes milliseconds to free the block.
-    if (pwrite(lock.Number(), "\n", 1, 0) != 1) {
+    // system with a journal takes milliseconds to free the block. A full disk leaves that way only.
+    if (pwrite(lock.Number(), "\n", 1, 0) != 1 && ftruncate(lock.Number(), 0) != 0) {
         return {};
     }
     return {.another = false,

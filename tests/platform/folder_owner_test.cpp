@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -61,6 +62,22 @@ TEST_F(FolderOwnerTest, NextOwner_DoesNotEmptyTheFile) {
     const auto size = std::filesystem::file_size(Folder() / "lock");
     const Ownership next = OwnFolder(Folder());
     EXPECT_EQ(std::filesystem::file_size(Folder() / "lock"), size);
+}
+
+// No byte can be written here, as on a full disk.
+TEST_F(FolderOwnerTest, FullDisk_IsOwnedToo) {
+    std::filesystem::create_directories(Folder());
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit none{.rlim_cur = 0, .rlim_max = limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
+    const Ownership first = OwnFolder(Folder());
+    const Ownership second = OwnFolder(Folder());
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, before);
+    EXPECT_NE(first.owner, nullptr);
+    EXPECT_TRUE(second.another);
 }
 
 TEST_F(FolderOwnerTest, LockFileOfOtherContent_NamesNoWindow) {
