@@ -34,22 +34,28 @@ has_window() {
     xwininfo -root -tree | grep -F "\"$1" >/dev/null
 }
 
-# wait_for_window TITLE SECONDS
-wait_for_window() {
-    local end=$((SECONDS + $2))
-    until has_window "$1"; do
-        [ "$SECONDS" -lt "$end" ] || fail "no window \"$1\""
+has_no_window() {
+    ! has_window "$1"
+}
+
+# wait_until SECONDS COMPLAINT COMMAND...
+wait_until() {
+    local end=$((SECONDS + $1)) complaint=$2
+    shift 2
+    until "$@"; do
+        [ "$SECONDS" -lt "$end" ] || fail "$complaint"
         sleep 0.1
     done
 }
 
+# wait_for_window TITLE SECONDS
+wait_for_window() {
+    wait_until "$2" "no window \"$1\"" has_window "$1"
+}
+
 # wait_for_no_window TITLE SECONDS
 wait_for_no_window() {
-    local end=$((SECONDS + $2))
-    while has_window "$1"; do
-        [ "$SECONDS" -lt "$end" ] || fail "the window \"$1\" is still there"
-        sleep 0.1
-    done
+    wait_until "$2" "the window \"$1\" is still there" has_no_window "$1"
 }
 
 # A message box alone has a few hundred colours.
