@@ -54,12 +54,27 @@ endif()
 function(spellwick_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
+    set_property(GLOBAL APPEND PROPERTY SPELLWICK_LIBRARIES ${name})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE spellwick_options)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
     if(SPELLWICK_SANITIZE AND name MATCHES "_(text|model)$")
         # The long tests work mostly here, and would take four times as long.
         target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O1>)
     endif()
+endfunction()
+
+# spellwick_one_definition(TARGET PROGRAM): a target that fails where one name has two definitions in what is
+# compiled with -flto: PROGRAM and the libraries so far. It joins them and makes no code, in a fifth of a link's time.
+function(spellwick_one_definition target program)
+    get_property(libraries GLOBAL PROPERTY SPELLWICK_LIBRARIES)
+    set(files ${libraries})
+    list(TRANSFORM files REPLACE "(.+)" "$<TARGET_FILE:\\1>")
+    add_custom_command(OUTPUT ${target}.o
+        COMMAND ${CMAKE_CXX_COMPILER} -O0 -Wodr -Werror=odr -flto=auto -r -nostdlib -flinker-output=rel -o ${target}.o
+            $<TARGET_OBJECTS:${program}> -Wl,--whole-archive ${files}
+        DEPENDS $<TARGET_OBJECTS:${program}> ${libraries}
+        COMMAND_EXPAND_LISTS VERBATIM)
+    add_custom_target(${target} DEPENDS ${target}.o)
 endfunction()
 
 # spellwick_moc(TARGET): for a target whose classes have signals or slots.
