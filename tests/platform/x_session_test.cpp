@@ -1,6 +1,8 @@
 #include "tests/support/x_session.h"
 
 #include <array>
+#include <filesystem>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <xcb/xtest.h>
@@ -72,6 +74,16 @@ TEST(ChildProcess, Output_IsReadWhileItRunsAndAfter) {
     EXPECT_EQ(done.exitCode, 3);
     EXPECT_EQ(done.output, "out\nerr\n");
     EXPECT_EQ(RunToEnd({"no-such-program-here"}).exitCode, 127);
+}
+
+TEST(ChildProcess, Start_ReturnsWhenTheChildIsTheProgram) {
+    const auto ours = std::filesystem::read_symlink("/proc/self/exe");
+    for (int k = 0; k < 20; ++k) {
+        const auto child = ChildProcess::Start({"sleep", "60"});
+        ASSERT_TRUE(child);
+        const auto link = "/proc/" + std::to_string(child->Id()) + "/exe";
+        EXPECT_NE(std::filesystem::read_symlink(link), ours);
+    }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "tests/support/child_process.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <sstream>
@@ -48,12 +49,26 @@ constexpr int kExecFailed = 127;
     _exit(kExecFailed);
 }
 
+// Waits until nobody has the other end of the pipe.
+void AwaitEnd(int pipeEnd) {
+    char nothing = 0;
+    while (read(pipeEnd, &nothing, 1) < 0 && errno == EINTR) {
+    }
+}
+
 }  // namespace
 
 std::unique_ptr<ChildProcess> ChildProcess::Start(const std::vector<std::string>& command,
                                                   const Environment& environment) {
+    // The child's end closes when it becomes the program. Until then it is this program once more.
+    std::array<int, 2> start{};
+    if (pipe2(start.data(), O_CLOEXEC) != 0) {
+        return nullptr;
+    }
     const int outputFile = memfd_create("output", MFD_CLOEXEC);
     if (outputFile < 0) {
+        close(start[0]);
+        close(start[1]);
         return nullptr;
     }
     fcntl(outputFile, F_SETFL, O_APPEND);
@@ -62,6 +77,9 @@ std::unique_ptr<ChildProcess> ChildProcess::Start(const std::vector<std::string>
     if (id == 0) {
         BecomeProgram(command, environment, outputFile, parent);
     }
+    close(start[1]);
+    AwaitEnd(start[0]);
+    close(start[0]);
     if (id < 0) {
         close(outputFile);
         return nullptr;

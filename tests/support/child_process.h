@@ -17,7 +17,8 @@ using Environment = std::map<std::string, std::string>;
 
 class ChildProcess {
   public:
-    // Its output and error output go into a file. Null if the program cannot be started.
+    // Its output and error output go into a file. The child has become the program by then, or
+    // there is none, and its exit code is 127. Null if there can be no child.
     static std::unique_ptr<ChildProcess> Start(const std::vector<std::string>& command,
                                                const Environment& environment = {});
 
