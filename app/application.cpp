@@ -10,8 +10,8 @@
 #include <QTimer>
 #include <chrono>
 
-#include "app/help_window.h"
 #include "companion/version_copy.h"
+#include "help/help_window.h"
 #include "store/text_settings_file.h"
 #include "text/log.h"
 #include "widgets/guarded_events.h"

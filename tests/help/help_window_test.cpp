@@ -1,5 +1,5 @@
 // The help's own window: chapters, search, and pictures of the controls.
-#include "app/help_window.h"
+#include "help/help_window.h"
 
 #include <QFile>
 #include <QTest>
