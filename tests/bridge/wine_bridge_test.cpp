@@ -48,7 +48,8 @@ class WineBridge : public testing::Test {
 
     void TearDown() override {
         if (HasFailure() && m_bridge) {
-            ADD_FAILURE() << "The bridge said: " << m_bridge->Output();
+            ADD_FAILURE() << "The bridge said: " << m_bridge->Output() << "In Wine run:\n"
+                          << prefix->Threads();
         }
         m_bridge.reset();
         m_tools.clear();

@@ -1,6 +1,9 @@
 #include "tests/bridge/wine_desk.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <fstream>
+#include <sstream>
 
 #include "tests/support/x_session.h"
 
@@ -14,6 +17,12 @@ namespace fs = std::filesystem;
 
 constexpr const char* kWine = "/usr/lib/wine/wine64";
 constexpr const char* kWineServer = "/usr/lib/wine/wineserver";
+
+std::string ReadFile(const fs::path& file) {
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
+}
 
 fs::path Programs() {
     return fs::read_symlink("/proc/self/exe").parent_path();
@@ -64,6 +73,26 @@ std::unique_ptr<ChildProcess> WinePrefixFolder::StartBridge(const Environment& s
     return ChildProcess::Start(
         {(Programs() / "spellwick-bridge").string(), "--verbose", "--prefix", m_path.string()},
         session);
+}
+
+std::string WinePrefixFolder::Threads() const {
+    std::string lines;
+    std::error_code trouble;
+    for (const fs::directory_entry& process : fs::directory_iterator("/proc", trouble)) {
+        const std::string variables = ReadFile(process.path() / "environ");
+        if (variables.find("WINEPREFIX=" + m_path.string()) == std::string::npos) {
+            continue;
+        }
+        std::string command = ReadFile(process.path() / "cmdline");
+        std::ranges::replace(command, '\0', ' ');
+        for (const fs::directory_entry& thread :
+             fs::directory_iterator(process.path() / "task", trouble)) {
+            lines += process.path().filename().string() + ' ' + command + "thread " +
+                     thread.path().filename().string() + ": " + ReadFile(thread.path() / "wchan") +
+                     ' ' + ReadFile(thread.path() / "syscall");
+        }
+    }
+    return lines;
 }
 
 void WinePrefixFolder::ShutDown() const {

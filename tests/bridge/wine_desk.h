@@ -38,6 +38,8 @@ class WinePrefixFolder {
     std::unique_ptr<ChildProcess> StartBridge(const Environment& session) const;
     // What `wineserver -k` does.
     void ShutDown() const;
+    // A line for each thread that runs in it, and what it waits for.
+    std::string Threads() const;
 
   private:
     std::filesystem::path m_path;

@@ -52,7 +52,8 @@ class WineTool : public PlayerDesk {
 
     void TearDown() override {
         if (HasFailure() && m_bridge) {
-            ADD_FAILURE() << "The bridge said: " << m_bridge->Output();
+            ADD_FAILURE() << "The bridge said: " << m_bridge->Output() << "In Wine run:\n"
+                          << prefix->Threads();
         }
         m_steer.reset();
         m_bridge.reset();
@@ -102,7 +103,7 @@ class WineTool : public PlayerDesk {
         TellGame("login 1");
         m_bridge = prefix->StartBridge(Variables());
         ASSERT_TRUE(m_bridge);
-        StartTool(form);
+        ASSERT_NO_FATAL_FAILURE(StartTool(form));
         StartSpellwick();
         ASSERT_TRUE(WaitCharacter("Mira Talon"));
         ASSERT_TRUE(WaitLinked());
@@ -274,7 +275,7 @@ TEST_F(WineTool, ToolAndPrefixThatEnd_AreMissedAndLinkedAnew) {
     EXPECT_TRUE(m_steer->WaitGone());
     std::this_thread::sleep_for(1500ms);  // a tick of the watch
     TypeHeal();                           // paid for at the click
-    StartTool();
+    ASSERT_NO_FATAL_FAILURE(StartTool());
     ASSERT_TRUE(WaitLinked());
     // All of Wine ends in the middle of reports.
     EXPECT_TRUE(m_steer->Send(kFlood, 2000));
@@ -282,7 +283,7 @@ TEST_F(WineTool, ToolAndPrefixThatEnd_AreMissedAndLinkedAnew) {
     EXPECT_TRUE(m_steer->WaitGone());
     std::this_thread::sleep_for(1500ms);
     TypeHeal();
-    StartTool();
+    ASSERT_NO_FATAL_FAILURE(StartTool());
     ASSERT_TRUE(WaitLinked());
     Report(kStock, 1, 33);
     Report(kCast, kHealNumber, 0);
