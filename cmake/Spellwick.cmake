@@ -92,7 +92,8 @@ endfunction()
 
 set(SPELLWICK_TEST_OPTIONS -O0 -g1)
 if(WIN32)
-    # Nothing under Wine shows a backtrace. The linker's time is quadratic in the functions, of which -Og leaves a third.
+    # Nothing under Wine shows a backtrace. The linker's time is quadratic in the functions, of which -Og leaves a
+    # third.
     set(SPELLWICK_TEST_OPTIONS -Og)
 endif()
 
