@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/file_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -22,11 +23,7 @@ using testing::StartsWith;
 class EventLogTest : public testing::Test {
   protected:
     std::filesystem::path File() const { return m_folder.Path() / "log.txt"; }
-    std::string Text() const {
-        std::ostringstream text;
-        text << std::ifstream(File()).rdbuf();
-        return text.str();
-    }
+    std::string Text() const { return BytesOf(File()); }
     std::string LastLine() const {
         std::istringstream text(Text());
         std::string line;

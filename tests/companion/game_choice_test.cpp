@@ -2,12 +2,12 @@
 #include "companion/game_choice.h"
 
 #include <fstream>
-#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "link/client_watch.h"
+#include "tests/support/file_bytes.h"
 #include "tests/support/recording_client_windows.h"
 #include "tests/support/temporary_folder.h"
 
@@ -24,12 +24,7 @@ class GameChoiceTest : public testing::Test {
     void WriteOwn(const std::string& text) {
         std::ofstream(*m_choice.OwnTable(), std::ios::binary) << text;
     }
-    std::string Own() const {
-        std::ifstream file(*m_choice.OwnTable(), std::ios::binary);
-        std::stringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
+    std::string Own() const { return BytesOf(*m_choice.OwnTable()); }
     void Show(const std::string& windowClass, const std::string& title) {
         m_real.windows = {{.handle = 8, .windowClass = windowClass, .title = title}};
         m_watch.ReadClient();

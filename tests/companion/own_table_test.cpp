@@ -3,24 +3,17 @@
 #include "companion/own_table.h"
 
 #include <fstream>
-#include <sstream>
 
 #include <gmock/gmock.h>
 
 #include "tests/support/companion_fixture.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-
-std::string TextOf(const fs::path& file) {
-    std::ifstream input(file, std::ios::binary);
-    std::stringstream text;
-    text << input.rdbuf();
-    return text.str();
-}
 
 class SpellTableFileTest : public testing::Test {
   protected:
@@ -57,15 +50,15 @@ TEST_F(SpellTableFileTest, MakeOwn_CopiesTheDeliveredTableByteByByte) {
     const std::string text = "a\r\n\xEF\xBB\xBF\x80 b\n";
     Write(m_program, text);
     EXPECT_EQ(m_table.MakeOwn(), "");
-    EXPECT_EQ(TextOf(m_settings / "SpellData.txt"), text);
-    EXPECT_EQ(TextOf(m_program / "SpellData.txt"), text);
+    EXPECT_EQ(BytesOf(m_settings / "SpellData.txt"), text);
+    EXPECT_EQ(BytesOf(m_program / "SpellData.txt"), text);
     EXPECT_FALSE(fs::exists(m_settings / "SpellData.txt.new"));
 }
 
 TEST_F(SpellTableFileTest, MakeOwn_LeavesTheOwnTableThatIsThere) {
     Write(m_settings, "mine");
     EXPECT_EQ(m_table.MakeOwn(), "");
-    EXPECT_EQ(TextOf(m_settings / "SpellData.txt"), "mine");
+    EXPECT_EQ(BytesOf(m_settings / "SpellData.txt"), "mine");
 }
 
 TEST_F(SpellTableFileTest, MakeOwn_SaysWhatKeepsItFrom) {
@@ -90,7 +83,7 @@ class OwnSpellTableTest : public CompanionFixture {
     }
     // The delivered table with another name for the first spell.
     static std::string Changed() {
-        std::string text = TextOf(SPELLWICK_SOURCE_FOLDER "/data/SpellData.txt");
+        std::string text = BytesOf(SPELLWICK_SOURCE_FOLDER "/data/SpellData.txt");
         const std::string name = "Clumsy";
         return text.replace(text.find(name), name.size(), "Stumble");
     }

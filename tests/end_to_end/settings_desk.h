@@ -2,8 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -13,13 +11,6 @@
 namespace spellwick::testing_support {
 
 inline constexpr int kSettingsButton = 2;
-
-inline std::string BytesOf(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::stringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
 
 enum Tab {
     kSpells = 0,

@@ -5,13 +5,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/end_to_end/settings_desk.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick::testing_support {
 namespace {

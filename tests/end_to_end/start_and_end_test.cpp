@@ -11,6 +11,7 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "tests/end_to_end/player_desk.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick::testing_support {
 namespace {
@@ -150,9 +151,7 @@ TEST_F(StartAndEnd, UnreadableStore_IsKeptAsideAndTheUserIsTold) {
     EXPECT_FALSE(StoredSection(kGlobal).empty());
     int aside = 0;
     for (const auto& entry : std::filesystem::directory_iterator(StoreFile().parent_path())) {
-        std::ostringstream content;
-        content << std::ifstream(entry.path()).rdbuf();
-        aside += entry.path() != StoreFile() && content.str() == noise ? 1 : 0;
+        aside += entry.path() != StoreFile() && BytesOf(entry.path()) == noise ? 1 : 0;
     }
     EXPECT_EQ(aside, 1);
 }

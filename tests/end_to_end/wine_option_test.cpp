@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "tests/end_to_end/player_desk.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick::testing_support {
 namespace {
@@ -37,10 +38,7 @@ class WineOption : public PlayerDesk {
         EXPECT_NE(m_desk->WaitWindow(CaptionStart()), 0U);
         return program;
     }
-    std::string Notes() const {
-        std::ifstream file(m_notes);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string Notes() const { return BytesOf(m_notes); }
     bool WaitNotes(const std::string& notes) const {
         return WaitUntil([&] { return Notes() == notes; });
     }

@@ -2,13 +2,13 @@
 #include <algorithm>
 #include <map>
 #include <set>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "model/spell_data.h"
 #include "model/spell_lookup.h"
 #include "tests/model/shipped_spell_rows.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -191,10 +191,7 @@ TEST(ShippedSpells, FormulaMarkers_AreWellFormed) {
 }
 
 TEST(ShippedSpells, File_IsPlainTextThatSurvivesAnyEditor) {
-    std::ifstream file(SPELLWICK_SPELL_DATA, std::ios::binary);
-    std::stringstream bytes;
-    bytes << file.rdbuf();
-    const std::string text = bytes.str();
+    const std::string text = BytesOf(SPELLWICK_SPELL_DATA);
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 97) << "a title and one line for a row";
     EXPECT_TRUE(std::all_of(text.begin(), text.end(),
                             [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }));

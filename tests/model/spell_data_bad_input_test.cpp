@@ -1,5 +1,4 @@
 // Spell data files that must not load, and must not crash, hang or exhaust the memory either.
-#include <fstream>
 #include <random>
 #include <sstream>
 
@@ -8,6 +7,7 @@
 #include "model/spell_data.h"
 #include "tests/model/spell_file_text.h"
 #include "tests/support/failures.h"
+#include "tests/support/file_bytes.h"
 #include "tests/support/largest_piece.h"
 #include "tests/support/pace.h"
 #include "tests/support/temporary_folder.h"
@@ -24,10 +24,7 @@ bool Loads(const std::string& text) {
 }
 
 std::string ShippedText() {
-    std::ifstream file(SPELLWICK_SPELL_DATA, std::ios::binary);
-    std::stringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
+    return BytesOf(SPELLWICK_SPELL_DATA);
 }
 
 TEST(BadSpellFile, Missing_IsFalse) {

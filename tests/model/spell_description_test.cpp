@@ -1,7 +1,6 @@
 // The texts of the info window, for made-up spells and for all shipped ones.
 #include "model/spell_description.h"
 
-#include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -9,6 +8,7 @@
 #include "model/spell_data.h"
 #include "model/spell_lookup.h"
 #include "tests/support/failures.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -173,10 +173,7 @@ TEST(SpellDescription, DeliveredSpells_MatchTheGoldenFile) {
                   << text.duration << "|" << text.extraInfo << "|" << text.resisting << "\n";
         }
     }
-    std::ifstream file(SPELLWICK_GOLDEN_TEXTS);
-    std::stringstream golden;
-    golden << file.rdbuf();
-    EXPECT_EQ(lines.str(), golden.str());
+    EXPECT_EQ(lines.str(), BytesOf(SPELLWICK_GOLDEN_TEXTS));
 }
 
 }  // namespace

@@ -5,12 +5,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
 
+#include "tests/support/file_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -18,11 +18,7 @@ namespace spellwick {
 template <typename JournalFile>
 class AnyJournalFile : public testing::Test {
   protected:
-    std::string Content() const {
-        std::ostringstream bytes;
-        bytes << std::ifstream(m_name, std::ios::binary).rdbuf();
-        return bytes.str();
-    }
+    std::string Content() const { return BytesOf(m_name); }
 
     TemporaryFolder m_folder;
     std::filesystem::path m_name = m_folder.Path() / "journal";

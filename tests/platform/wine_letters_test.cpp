@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "tests/platform/x11_typing_fixture.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -69,8 +70,7 @@ class WineLetters : public testing::Test {
     WindowHandle Editor() { return windows->FindWindowByClass(kFile); }
 
     std::string Written() const {
-        std::ifstream file(session->Folder() / kFile, std::ios::binary);
-        std::string text{std::istreambuf_iterator<char>(file), {}};
+        std::string text = BytesOf(session->Folder() / kFile);
         std::erase(text, '\r');
         return text.substr(std::min<std::size_t>(3, text.size()));
     }

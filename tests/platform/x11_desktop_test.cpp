@@ -4,11 +4,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/file_bytes.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/x_session.h"
 
@@ -46,9 +46,7 @@ class Opener : public testing::Test {
     }
     std::string Seen() const {
         WaitUntil([this] { return std::filesystem::exists(Mark()); });
-        std::ostringstream text;
-        text << std::ifstream(Mark()).rdbuf();
-        return text.str();
+        return BytesOf(Mark());
     }
 
     TemporaryFolder m_folder;
@@ -86,9 +84,7 @@ TEST_F(Opener, SignalsThatThisProcessBlocks_AreTheOpenersOwn) {
     EXPECT_TRUE(m_desktop.OpenWebPage(taken.string()));
     sigprocmask(SIG_SETMASK, &before, nullptr);
     ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(taken / "xdg-open"); }));
-    std::ostringstream status;
-    status << std::ifstream(taken / "status").rdbuf();
-    EXPECT_THAT(status.str(), HasSubstr("SigBlk:\t0000000000000000\n"));
+    EXPECT_THAT(BytesOf(taken / "status"), HasSubstr("SigBlk:\t0000000000000000\n"));
 }
 
 TEST_F(Opener, OpenerThatFails_HasBeenStartedAllTheSame) {

@@ -4,7 +4,6 @@
 #include <QTemporaryDir>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include "tests/support/settings_fixture.h"
@@ -43,12 +42,6 @@ class MacroFilesFixture : public SettingsFixture {
     std::filesystem::path Write(const char* name, const std::string& bytes) const {
         std::ofstream(File(name), std::ios::binary) << bytes;
         return File(name);
-    }
-    static std::string Bytes(const std::filesystem::path& file) {
-        std::ifstream input(file, std::ios::binary);
-        std::stringstream bytes;
-        bytes << input.rdbuf();
-        return bytes.str();
     }
     void ClickRead() {
         Click("CommandMacroRead");

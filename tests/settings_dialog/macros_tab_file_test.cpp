@@ -1,5 +1,6 @@
 // Load and save of the client's macro file with the buttons of the macro tab.
 #include "tests/settings_dialog/macro_files_fixture.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -232,7 +233,7 @@ TEST_F(MacrosTabFileTest, Write_Oddity_EndsInItsLastPassWithAll96BlocksOnTheDisk
         key += m_state.MacroShift(row + 1).empty() ? " 0" : " 1";
         expected += key + "\r\nCastSpell " + m_state.Spells(row).Name + "\r\n########\r\n";
     }
-    EXPECT_EQ(Bytes(File("other.txt")), expected);
+    EXPECT_EQ(BytesOf(File("other.txt")), expected);
 }
 
 TEST_F(MacrosTabFileTest, Write_TheVeryNameInAFolder_IsWritten) {
@@ -256,7 +257,7 @@ TEST_F(MacrosTabFileTest, Write_CancelledAfterALoad_DoesNotWriteToTheLoadedFile)
     m_dialogs.files.push_back(file);
     ClickRead();
     ClickWrite();
-    EXPECT_EQ(Bytes(file), "F5 0 0 0\r\nCastSpell Clumsy\r\n");
+    EXPECT_EQ(BytesOf(file), "F5 0 0 0\r\nCastSpell Clumsy\r\n");
 }
 
 // covers ODDITY(cancelled-save)

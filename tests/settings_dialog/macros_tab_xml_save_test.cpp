@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include "tests/settings_dialog/macro_files_fixture.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -40,8 +41,8 @@ TEST_F(MacrosTabXmlSaveTest, Save_ReplacesTheKey_AndKeepsEveryOtherByte) {
     KeepFirstSpell();
     const fs::path file = Write("macros.xml", ForeignFile("120"));
     const std::vector<Box> boxes = SaveTo(file);
-    EXPECT_EQ(Bytes(file), ForeignFile("49"));
-    EXPECT_EQ(Bytes(File("macros.xml.bak")), ForeignFile("120"));
+    EXPECT_EQ(BytesOf(file), ForeignFile("49"));
+    EXPECT_EQ(BytesOf(File("macros.xml.bak")), ForeignFile("120"));
     EXPECT_FALSE(fs::exists(File("macros.xml.spellwick-new")));
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_EQ(boxes.front().icon, BoxIcon::kInformation);
@@ -74,10 +75,10 @@ TEST_F(MacrosTabXmlSaveTest, Save_AllSpells_ComeBackWithALoad) {
     EXPECT_EQ(m_state.MacroKey(-1), "m");
     EXPECT_EQ(m_state.MacroShift(-1), "+");
     m_state.MacroKey(96) = "AA";
-    const std::string once = Bytes(file);
+    const std::string once = BytesOf(file);
     const std::vector<Box> boxes = SaveTo(file);
-    EXPECT_EQ(Bytes(file), once) << "a second save changes nothing";
-    EXPECT_EQ(Bytes(File("macros.xml.bak")), ForeignFile("120"));
+    EXPECT_EQ(BytesOf(file), once) << "a second save changes nothing";
+    EXPECT_EQ(BytesOf(File("macros.xml.bak")), ForeignFile("120"));
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_THAT(boxes.front().text, StartsWith("Nothing had to be changed in macros.xml."));
 }
@@ -88,7 +89,7 @@ TEST_F(MacrosTabXmlSaveTest, Save_ToANewXml_MakesAFileOfOurMacros) {
     EXPECT_THAT(boxes.front().text, StartsWith("The keys of 90 spells were saved to Macros.XML: 0 "
                                                "changed, 90 new."));
     EXPECT_THAT(boxes.front().text, HasSubstr("The file is new and holds these macros alone."));
-    EXPECT_THAT(Bytes(File("Macros.XML")),
+    EXPECT_THAT(BytesOf(File("Macros.XML")),
                 StartsWith("<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\n"
                            "<macros>\n\t<macro name=\"Clumsy\" key=\"49\" mousebutton=\"0\" "
                            "wheelscroll=\"False\" wheelup=\"False\" alt=\"True\" ctrl=\"False\" "
@@ -102,8 +103,8 @@ TEST_F(MacrosTabXmlSaveTest, Save_ToAnXmlOfAnotherName_GoesByItsContent) {
     KeepFirstSpell();
     const fs::path file = Write("mine.txt", ForeignFile("120"));
     SaveTo(file);
-    EXPECT_EQ(Bytes(file), ForeignFile("49"));
-    EXPECT_EQ(Bytes(File("mine.txt.bak")), ForeignFile("120"));
+    EXPECT_EQ(BytesOf(file), ForeignFile("49"));
+    EXPECT_EQ(BytesOf(File("mine.txt.bak")), ForeignFile("120"));
 }
 
 TEST_F(MacrosTabXmlSaveTest, Save_WhatCannotBeTaken_IsRefusedAndStaysAsItIs) {
@@ -125,13 +126,13 @@ TEST_F(MacrosTabXmlSaveTest, Save_WhatCannotBeTaken_IsRefusedAndStaysAsItIs) {
         {File("missing") / "macros.xml", "macros.xml was not saved. It cannot be written."},
     };
     for (const auto& row : rows) {
-        const std::string before = fs::is_regular_file(row.file) ? Bytes(row.file) : "";
+        const std::string before = fs::is_regular_file(row.file) ? BytesOf(row.file) : "";
         const std::vector<Box> boxes = SaveTo(row.file);
         ASSERT_THAT(boxes, SizeIs(1)) << row.file;
         EXPECT_THAT(boxes.front().text, StartsWith(row.sentence));
         EXPECT_EQ(boxes.front().icon, BoxIcon::kExclamation);
         if (fs::is_regular_file(row.file)) {
-            EXPECT_EQ(Bytes(row.file), before) << row.file;
+            EXPECT_EQ(BytesOf(row.file), before) << row.file;
         }
         EXPECT_FALSE(fs::exists(row.file.string() + ".bak")) << row.file;
         EXPECT_THAT(TakeFailures(), IsEmpty());
@@ -145,7 +146,7 @@ TEST_F(MacrosTabXmlSaveTest, Save_WithoutRoomForTheCopy_ChangesNothing) {
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_EQ(boxes.front().text,
               "macros.xml was not saved. The copy macros.xml.bak cannot be written beside it.");
-    EXPECT_EQ(Bytes(file), ForeignFile("120"));
+    EXPECT_EQ(BytesOf(file), ForeignFile("120"));
 }
 
 TEST_F(MacrosTabXmlSaveTest, Save_WhileTheCharacterIsLoggedIn_Asks) {
@@ -160,11 +161,11 @@ TEST_F(MacrosTabXmlSaveTest, Save_WhileTheCharacterIsLoggedIn_Asks) {
         .buttons = BoxButtons::kYesNo};
     const fs::path file = Write("macros.xml", ForeignFile("120"));
     EXPECT_THAT(SaveTo(file), ElementsAre(question));
-    EXPECT_EQ(Bytes(file), ForeignFile("120"));
+    EXPECT_EQ(BytesOf(file), ForeignFile("120"));
     EXPECT_FALSE(fs::exists(File("macros.xml.bak")));
     m_boxes.answers = {BoxAnswer::kOk, BoxAnswer::kYes};
     EXPECT_THAT(SaveTo(file), SizeIs(2));
-    EXPECT_EQ(Bytes(file), ForeignFile("49"));
+    EXPECT_EQ(BytesOf(file), ForeignFile("49"));
 }
 
 TEST_F(MacrosTabXmlSaveTest, Save_WhatTheGameWroteDuringTheQuestion_IsKept) {
@@ -175,8 +176,8 @@ TEST_F(MacrosTabXmlSaveTest, Save_WhatTheGameWroteDuringTheQuestion_IsKept) {
     m_boxes.answers = {BoxAnswer::kOk, BoxAnswer::kYes};
     m_boxes.whileStanding = [&] { m_boxes.whileStanding = [&] { Write("macros.xml", newer); }; };
     SaveTo(file);
-    EXPECT_EQ(Bytes(file), ForeignFile("49") + "<!-- newer -->");
-    EXPECT_EQ(Bytes(File("macros.xml.bak")), newer);
+    EXPECT_EQ(BytesOf(file), ForeignFile("49") + "<!-- newer -->");
+    EXPECT_EQ(BytesOf(File("macros.xml.bak")), newer);
 }
 
 TEST_F(MacrosTabXmlSaveTest, Save_ThroughALink_ReplacesTheFileBehindIt) {
@@ -186,8 +187,8 @@ TEST_F(MacrosTabXmlSaveTest, Save_ThroughALink_ReplacesTheFileBehindIt) {
     fs::create_symlink(file, File("macros.xml"));
     SaveTo(File("macros.xml"));
     EXPECT_TRUE(fs::is_symlink(File("macros.xml")));
-    EXPECT_EQ(Bytes(file), ForeignFile("49"));
-    EXPECT_EQ(Bytes(File("macros.xml.bak")), ForeignFile("120"));
+    EXPECT_EQ(BytesOf(file), ForeignFile("49"));
+    EXPECT_EQ(BytesOf(File("macros.xml.bak")), ForeignFile("120"));
 }
 
 }  // namespace

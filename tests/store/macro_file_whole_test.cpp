@@ -3,7 +3,6 @@
 #include <ctime>
 #include <fstream>
 #include <random>
-#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,6 +11,7 @@
 #include "store/macro_file.h"
 #include "tests/store/macro_table_tools.h"
 #include "tests/support/failures.h"
+#include "tests/support/file_bytes.h"
 #include "tests/support/pace.h"
 #include "tests/support/temporary_folder.h"
 
@@ -25,12 +25,6 @@ constexpr int kRounds = 1000;
 
 class MacroFileTest : public testing::Test {
   protected:
-    std::string Bytes() const {
-        std::ifstream input(m_file, std::ios::binary);
-        std::stringstream bytes;
-        bytes << input.rdbuf();
-        return bytes.str();
-    }
     void Write(const std::string& bytes) const { std::ofstream(m_file, std::ios::binary) << bytes; }
     // The text of the failure that ends the writing.
     std::string Written(const SharedState& state) const {
@@ -71,7 +65,7 @@ TEST_F(MacroFileTest, Oddity_Write_EndsWithAFailureAndACompleteFile) {
         expected += "- 0 0 0\r\nCastSpell Spell " + std::to_string(row) + "\r\n########\r\n";
     }
     expected += "F12 1 0 1\r\nCastSpell Spell 95\r\n########\r\n";
-    EXPECT_EQ(Bytes(), expected);
+    EXPECT_EQ(BytesOf(m_file), expected);
 }
 
 TEST_F(MacroFileTest, Block_OfEveryMarkAndKey) {

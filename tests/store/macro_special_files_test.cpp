@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -13,6 +12,7 @@
 #include "store/macro_file.h"
 #include "tests/store/macro_table_tools.h"
 #include "tests/support/failures.h"
+#include "tests/support/file_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace spellwick {
@@ -78,12 +78,6 @@ class MacroSpecialFiles : public testing::Test {
         EXPECT_EQ(chmod(file.c_str(), rights), 0);
         return file;
     }
-    static std::string Bytes(const fs::path& file) {
-        std::ifstream input(file, std::ios::binary);
-        std::stringstream bytes;
-        bytes << input.rdbuf();
-        return bytes.str();
-    }
     std::string AllBlocks() const {
         std::string blocks;
         for (i32 row = 0; row <= 95; ++row) {
@@ -132,7 +126,7 @@ TEST_F(MacroSpecialFiles, LockedFile_FailsToBeWrittenAndStaysAsItWas) {
         const PlainUser user;
         EXPECT_EQ(Write(locked), FailureKind::kFile);
     }
-    EXPECT_EQ(Bytes(locked), "mine");
+    EXPECT_EQ(BytesOf(locked), "mine");
     EXPECT_EQ(FilesInFolder(), 1);
 }
 
@@ -145,7 +139,7 @@ TEST_F(MacroSpecialFiles, LockedFolder_ItsFileIsWrittenAllTheSame) {
         EXPECT_EQ(Write(m_folder.Path() / "new.txt"), FailureKind::kFile);
     }
     ASSERT_EQ(chmod(m_folder.Path().c_str(), 0755), 0);
-    EXPECT_EQ(Bytes(file), AllBlocks());
+    EXPECT_EQ(BytesOf(file), AllBlocks());
 }
 
 TEST_F(MacroSpecialFiles, FullDisk_CostsNothingOfTheOldFile) {
@@ -154,7 +148,7 @@ TEST_F(MacroSpecialFiles, FullDisk_CostsNothingOfTheOldFile) {
         const SmallDisk disk(1000);
         EXPECT_EQ(Write(file), FailureKind::kFile);
     }
-    EXPECT_EQ(Bytes(file), "mine");
+    EXPECT_EQ(BytesOf(file), "mine");
     EXPECT_EQ(FilesInFolder(), 1);
 }
 
@@ -164,7 +158,7 @@ TEST_F(MacroSpecialFiles, FileBehindALink_IsReplacedWithItsRights) {
     fs::create_symlink("macros.txt", link);
     EXPECT_EQ(Write(link), FailureKind::kSubscript);
     EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(Bytes(file), AllBlocks());
+    EXPECT_EQ(BytesOf(file), AllBlocks());
     EXPECT_EQ(fs::status(file).permissions(), static_cast<fs::perms>(0640));
     EXPECT_EQ(FilesInFolder(), 2);
 }

@@ -1,7 +1,6 @@
 #include "platform/linux/open_settings_store.h"
 
 #include <chrono>
-#include <fstream>
 #include <future>
 #include <random>
 
@@ -16,6 +15,7 @@
 #include "store/settings_io.h"
 #include "tests/store/sqlite_test_tools.h"
 #include "tests/store/store_test_tools.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -65,7 +65,7 @@ class OpenStoreTest : public testing::Test {
         EXPECT_THAT(opened.keptAside->filename().string(),
                     testing::StartsWith("settings.db.unreadable-2026"))
             << name;
-        EXPECT_TRUE(ReadFile(*opened.keptAside) == bytes) << name;
+        EXPECT_TRUE(BytesOf(*opened.keptAside) == bytes) << name;
         EXPECT_TRUE(opened.store->Sections().empty()) << name;
         ExpectWorks(std::move(opened), folder.Path());
     }
@@ -145,7 +145,7 @@ TEST_F(OpenStoreTest, FileThatIsNoStore_IsKeptAside) {
         WriteFile(own.Path() / "settings.db", bytes);
         OpenedStore opened = OpenSettingsStore(own.Path(), kNow);
         ASSERT_TRUE(opened.keptAside.has_value()) << bytes.size() << opened.trouble;
-        EXPECT_TRUE(ReadFile(*opened.keptAside) == bytes);
+        EXPECT_TRUE(BytesOf(*opened.keptAside) == bytes);
         ExpectWorks(std::move(opened), own.Path());
     }
 }
@@ -159,7 +159,7 @@ TEST_F(OpenStoreTest, DatabaseOfAnotherForm_IsKeptAside) {
           "CREATE VIEW setting AS SELECT 1 AS application, 2 AS section, 3 AS key, 4 AS value"}) {
         fs::remove(File());
         RawDatabase(File()).Run(sql);
-        ExpectKeptAside(ReadFile(File()), sql);
+        ExpectKeptAside(BytesOf(File()), sql);
     }
 }
 
@@ -172,9 +172,9 @@ TEST_F(OpenStoreTest, KeptAsideTwiceInASecond_OverwritesNothing) {
         ASSERT_TRUE(opened.keptAside.has_value());
         kept.push_back(*opened.keptAside);
     }
-    EXPECT_EQ(ReadFile(kept[0]), "first");
-    EXPECT_EQ(ReadFile(kept[1]), "second");
-    EXPECT_EQ(ReadFile(kept[2]), "third");
+    EXPECT_EQ(BytesOf(kept[0]), "first");
+    EXPECT_EQ(BytesOf(kept[1]), "second");
+    EXPECT_EQ(BytesOf(kept[2]), "third");
 }
 
 TEST_F(OpenStoreTest, SideFileOfANameThatIsFree_ThatNameIsTaken) {
@@ -192,8 +192,8 @@ TEST_F(OpenStoreTest, SideFileOfANameThatIsFree_ThatNameIsTaken) {
     const OpenedStore second = Open();
     ASSERT_TRUE(second.keptAside.has_value());
     EXPECT_NE(second.keptAside, first.keptAside);
-    EXPECT_EQ(ReadFile(*second.keptAside), "noise again");
-    EXPECT_EQ(ReadFile(log), "an old log");
+    EXPECT_EQ(BytesOf(*second.keptAside), "noise again");
+    EXPECT_EQ(BytesOf(log), "an old log");
 }
 
 TEST_F(OpenStoreTest, FolderThatAnotherStartHasLocked_IsWaitedFor) {
@@ -202,7 +202,7 @@ TEST_F(OpenStoreTest, FolderThatAnotherStartHasLocked_IsWaitedFor) {
     ASSERT_EQ(flock(other.Number(), LOCK_EX), 0);
     std::future<OpenedStore> opening = std::async(std::launch::async, [this] { return Open(); });
     EXPECT_EQ(opening.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
-    EXPECT_EQ(ReadFile(File()), "noise") << "nothing is set aside while another one looks at it";
+    EXPECT_EQ(BytesOf(File()), "noise") << "nothing is set aside while another one looks at it";
     ASSERT_EQ(flock(other.Number(), LOCK_UN), 0);
     EXPECT_TRUE(opening.get().keptAside.has_value());
 }
@@ -212,13 +212,13 @@ TEST_F(OpenStoreTest, KeptAside_TakesItsLogAlong) {
     WriteFile(File().string() + "-wal", "log");
     OpenedStore opened = Open();
     ASSERT_TRUE(opened.keptAside.has_value());
-    EXPECT_EQ(ReadFile(opened.keptAside->string() + "-wal"), "log");
+    EXPECT_EQ(BytesOf(opened.keptAside->string() + "-wal"), "log");
     ExpectWorks(std::move(opened), folder.Path());
 }
 
 TEST_F(OpenStoreTest, DamageAnywhere_TheProgramStartsWithAStoreThatWorks) {
     SaveSomePlayers();
-    const std::string sound = ReadFile(File());
+    const std::string sound = BytesOf(File());
     ASSERT_GT(sound.size(), 20000U);
     std::vector<std::string> broken;
     for (std::size_t at = 0; at < sound.size(); at += 997) {
@@ -241,7 +241,7 @@ TEST_F(OpenStoreTest, DamageAnywhere_TheProgramStartsWithAStoreThatWorks) {
         OpenedStore opened = OpenSettingsStore(own.Path(), kNow);
         if (opened.keptAside) {
             ++kept;
-            EXPECT_TRUE(ReadFile(*opened.keptAside) == bytes);
+            EXPECT_TRUE(BytesOf(*opened.keptAside) == bytes);
         } else {
             EXPECT_EQ(opened.trouble, "");
         }
@@ -305,12 +305,12 @@ TEST_F(ForbiddenStoreTest, FolderWithoutRightToWrite_RunsInMemory) {
 
 TEST_F(ForbiddenStoreTest, FileWithoutRightToRead_IsLeftAlone) {
     SaveSomePlayers();
-    const std::string bytes = ReadFile(File());
+    const std::string bytes = BytesOf(File());
     chmod(File().c_str(), 0000);
     chmod(folder.Path().c_str(), 0777);
     EXPECT_EQ(OpenedByNobody("Magery"), "stays;told;none;saves");
     chmod(File().c_str(), 0600);
-    EXPECT_TRUE(ReadFile(File()) == bytes);
+    EXPECT_TRUE(BytesOf(File()) == bytes);
 }
 
 TEST_F(ForbiddenStoreTest, FileWithoutRightToWrite_IsReadAndSavesAreRefused) {
@@ -318,11 +318,11 @@ TEST_F(ForbiddenStoreTest, FileWithoutRightToWrite_IsReadAndSavesAreRefused) {
         const auto store = OpenWell(folder.Path());
         ASSERT_TRUE(store->Apply({{"Anna", "Magery", "71"}}).ok);
     }
-    const std::string bytes = ReadFile(File());
+    const std::string bytes = BytesOf(File());
     chmod(File().c_str(), 0444);
     chmod(folder.Path().c_str(), 0777);
     EXPECT_EQ(OpenedByNobody("Magery"), "stays;told;71;refuses");
-    EXPECT_TRUE(ReadFile(File()) == bytes);
+    EXPECT_TRUE(BytesOf(File()) == bytes);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 // Settings in a file of their own, in both forms: what comes back, and what is refused.
 #include <fstream>
-#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "store/text_settings_file.h"
+#include "tests/support/file_bytes.h"
 #include "tests/support/temporary_folder.h"
 #ifndef _WIN32
 #include <csignal>
@@ -27,11 +27,7 @@ const AllSettings kTwo{{"Settings", {{"RegYellow", "3"}, {"URL Mira", "a\tb\nc\\
 class SettingsFileTest : public testing::Test {
   protected:
     std::filesystem::path File() const { return m_folder.Path() / "copy.db"; }
-    std::string Bytes() const {
-        std::ostringstream bytes;
-        bytes << std::ifstream(File(), std::ios::binary).rdbuf();
-        return bytes.str();
-    }
+    std::string Bytes() const { return BytesOf(File()); }
     void SetBytes(const std::string& bytes) const {
         std::ofstream(File(), std::ios::binary | std::ios::trunc) << bytes;
     }

@@ -15,6 +15,7 @@
 #include "store/settings_io.h"
 #include "tests/store/sqlite_test_tools.h"
 #include "tests/store/store_test_tools.h"
+#include "tests/support/file_bytes.h"
 
 namespace spellwick {
 namespace {
@@ -285,7 +286,7 @@ TEST_F(SqliteStoreTest, SectionThatCannotBeRead_IsNotOverwritten) {
         "WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 999) "
         "INSERT INTO setting SELECT application, section || i, key, value || zeroblob(30) "
         "FROM n, setting");
-    std::string bytes = ReadFile(File());
+    std::string bytes = BytesOf(File());
     for (std::size_t at = 8192; at < bytes.size(); ++at) {
         bytes[at] = '\xEE';
     }
@@ -298,7 +299,7 @@ TEST_F(SqliteStoreTest, SectionThatCannotBeRead_IsNotOverwritten) {
     const StoreResult result = io.SavePlayerSettings("player550");
     EXPECT_FALSE(result.ok);
     EXPECT_THAT(result.trouble, HasSubstr("not overwritten"));
-    EXPECT_TRUE(ReadFile(File()) == bytes);
+    EXPECT_TRUE(BytesOf(File()) == bytes);
 }
 
 TEST_F(SqliteStoreTest, NotConnected_ReadsNothing) {

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <fstream>
-#include <sstream>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -43,13 +42,6 @@ Rows RawDatabase::Query(const std::string& sql) {
         rows.push_back(row);
     }
     return rows;
-}
-
-std::string ReadFile(const std::filesystem::path& file) {
-    const std::ifstream stream(file, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return bytes.str();
 }
 
 void WriteFile(const std::filesystem::path& file, const std::string& bytes) {

@@ -30,7 +30,6 @@ class RawDatabase {
     SqliteDatabase m_database;
 };
 
-std::string ReadFile(const std::filesystem::path& file);
 void WriteFile(const std::filesystem::path& file, const std::string& bytes);
 
 // Runs `work` in a child process, which must open its own connections; the returned function waits

@@ -6,22 +6,16 @@
 #include <QResource>
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <sstream>
 #include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/file_bytes.h"
+
 namespace spellwick {
 namespace {
-
-std::string MappedFiles() {
-    std::ostringstream text;
-    text << std::ifstream("/proc/self/maps").rdbuf();
-    return text.str();
-}
 
 // What the first page shows, at the usual density.
 constexpr std::array kAtStart{"page_necromancer", "page_paladin",  "reagents",    "reagents_small",
@@ -68,7 +62,7 @@ TEST(ReadPicture, Others_AreReadWithoutThePlugInsOfTheToolkit) {
     const QPixmap page = ReadPicture(QStringLiteral("spells_colour_2"));
     EXPECT_EQ(page.size(), ReadPicture(QStringLiteral("spells_colour_1")).size());
     EXPECT_TRUE(page.hasAlphaChannel());
-    const std::string files = MappedFiles();
+    const std::string files = BytesOf("/proc/self/maps");
     ASSERT_THAT(files, testing::HasSubstr("libQt6Gui"));
     EXPECT_THAT(files, testing::Not(testing::HasSubstr("/imageformats/")));
 }
