@@ -1,7 +1,7 @@
 // The lines that pass between the two halves of the bridge, by the standard input and output of the
 // half in Wine. Each begins with a number that tells tools' windows, or connections, apart:
 //
-//   from Wine   0 ready              the first search is done
+//   from Wine   0 ready              the first search is done; again every two seconds
 //               WINDOW title TEXT    a tool's window, or its new title
 //               WINDOW gone
 //               CONNECTION send MESSAGE WPARAM LPARAM

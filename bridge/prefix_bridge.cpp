@@ -9,6 +9,11 @@ namespace spellwick::bridge {
 namespace {
 
 constexpr std::size_t kMostConnections = 32;
+// The half in Wine writes a line every two seconds.
+constexpr std::chrono::seconds kLongestSilence{10};
+// It may be starting Wine, which can take long. One that waits for a start that was broken off
+// waits for ever, and would keep the wineserver, and with it the next start, from coming to an end.
+constexpr std::chrono::minutes kLongestStart{5};
 
 pollfd ToRead(int descriptor) {
     return {descriptor, POLLIN, 0};
@@ -51,9 +56,14 @@ void PrefixBridge::Collect(std::vector<pollfd>& wanted) {
     }
 }
 
-void PrefixBridge::Serve() {
+void PrefixBridge::Serve(Clock::time_point now) {
     m_half->Lines().Flush();
-    TakeFromWine();
+    TakeFromWine(now);
+    if (now - m_lastSign > (m_ready ? kLongestSilence : kLongestStart)) {
+        Say("hangs: the half in Wine");
+        m_half->Kill();
+        m_lastSign = now;
+    }
     OfferTools();
     TakeConnections();
     TakeFromPrograms();
@@ -64,7 +74,7 @@ bool PrefixBridge::Ended() {
     return !m_half->Runs() || m_half->Lines().Ended();
 }
 
-void PrefixBridge::TakeFromWine() {
+void PrefixBridge::TakeFromWine(Clock::time_point now) {
     LineStream& lines = m_half->Lines();
     lines.Read();
     while (const auto text = lines.TakeLine()) {
@@ -72,6 +82,7 @@ void PrefixBridge::TakeFromWine() {
         if (!line) {
             continue;  // a word of Wine's own
         }
+        m_lastSign = now;
         const auto connection = m_connections.find(line->id);
         const auto& numbers = line->numbers;
         if (line->verb == BridgeVerb::kReady) {
@@ -97,9 +108,8 @@ void PrefixBridge::ShowTool(std::uint32_t id, const std::string& title) {
     const auto [tool, isNew] = m_tools.try_emplace(id);
     // For who connects from now on; those who are connected have the title of that time.
     tool->second.title = title;
-    if (isNew && m_verbose) {
-        std::printf("tool \"%s\"\n", title.c_str());
-        std::fflush(stdout);
+    if (isNew) {
+        Say("tool \"" + title + '"');
     }
 }
 
@@ -118,11 +128,7 @@ void PrefixBridge::OfferTools() {
         }
         tool.socket = SocketName(m_name, id);
         tool.listener = m_folder->Listen(tool.socket);
-        if (m_verbose) {
-            std::printf("offered: tool \"%s\" on %s\n", tool.title.c_str(),
-                        m_folder->PathOf(tool.socket).c_str());
-            std::fflush(stdout);
-        }
+        Say("offered: tool \"" + tool.title + "\" on " + m_folder->PathOf(tool.socket).string());
     }
 }
 
@@ -140,10 +146,7 @@ void PrefixBridge::DropTool(std::uint32_t id) {
             connection.stream.End();
         }
     }
-    if (m_verbose) {
-        std::printf("gone: tool \"%s\"\n", tool->second.title.c_str());
-        std::fflush(stdout);
-    }
+    Say("gone: tool \"" + tool->second.title + '"');
     m_tools.erase(tool);
 }
 
@@ -196,6 +199,13 @@ void PrefixBridge::DropEnded() {
         } else {
             ++at;
         }
+    }
+}
+
+void PrefixBridge::Say(const std::string& text) const {
+    if (m_verbose) {
+        std::printf("%s\n", text.c_str());
+        std::fflush(stdout);
     }
 }
 

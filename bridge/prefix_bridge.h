@@ -2,6 +2,7 @@
 // programs connected to them.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -19,6 +20,8 @@ namespace spellwick::bridge {
 
 class PrefixBridge {
   public:
+    using Clock = std::chrono::steady_clock;
+
     // Without a folder the windows are found, but not offered.
     PrefixBridge(std::unique_ptr<WineHalf> half, std::string name, SocketFolder* folder,
                  bool verbose)
@@ -30,8 +33,9 @@ class PrefixBridge {
 
     // Adds what is to be waited for.
     void Collect(std::vector<pollfd>& wanted);
-    // Carries what has come in. Throws CannotOffer.
-    void Serve();
+    // Carries what has come in. Kills a half that hangs at this time: one that was ready and has
+    // been silent for ten seconds, or that has not come up in five minutes. Throws CannotOffer.
+    void Serve(Clock::time_point now = Clock::now());
 
     // The half in Wine has ended, and all that it wrote is carried.
     bool Ended();
@@ -54,7 +58,7 @@ class PrefixBridge {
         LineStream stream;
     };
 
-    void TakeFromWine();
+    void TakeFromWine(Clock::time_point now);
     void TakeConnections();
     void TakeFromPrograms();
     void OfferTools();
@@ -62,6 +66,7 @@ class PrefixBridge {
     void DropTool(std::uint32_t id);
     void DropEnded();
     void Carry(std::uint32_t id, Connection& connection, const std::string& text);
+    void Say(const std::string& text) const;
     void Tell(const BridgeLine& line) { m_half->Lines().Write(WrittenBridgeLine(line)); }
 
     std::unique_ptr<WineHalf> m_half;
@@ -69,6 +74,7 @@ class PrefixBridge {
     SocketFolder* m_folder;
     bool m_verbose;
     bool m_ready = false;
+    Clock::time_point m_lastSign = Clock::now();  // of life, from the half
     std::map<std::uint32_t, Tool> m_tools;
     std::map<std::uint32_t, Connection> m_connections;
     std::uint32_t m_lastConnection = 0;

@@ -110,8 +110,14 @@ WineHalf::~WineHalf() {
         std::this_thread::sleep_for(kBetweenLooks);
     }
     if (Runs()) {
-        kill(m_process, SIGKILL);
+        Kill();
         waitpid(m_process, nullptr, 0);
+    }
+}
+
+void WineHalf::Kill() {
+    if (Runs()) {
+        kill(m_process, SIGKILL);
     }
 }
 

@@ -28,6 +28,8 @@ class WineHalf {
 
     LineStream& Lines() { return m_lines; }
     bool Runs();
+    // For one that hangs.
+    void Kill();
     // It has written its first line.
     void NoteUp() { m_isUp = true; }
 

@@ -14,6 +14,8 @@ namespace {
 using namespace spellwick::bridge;
 
 constexpr DWORD kSearchInterval = 250;
+// The native half kills one that says nothing for long.
+constexpr DWORD kSignInterval = 2000;
 // Without a tool's window for so long, the program ends where it would keep Wine running.
 constexpr DWORD kLongestIdle = 10000;
 constexpr DWORD kLongestGoodbye = 500;
@@ -42,6 +44,7 @@ class Bridge {
 
   private:
     void Search();
+    void GiveSign();
     void TakeLines();
     static void ServeMessages();
 
@@ -49,6 +52,7 @@ class Bridge {
     Connections m_connections{m_pipes};
     ToolWindows m_tools;
     DWORD m_lastSearch = 0;
+    DWORD m_lastSign = 0;
     DWORD m_lastTool = GetTickCount();
 };
 
@@ -58,7 +62,7 @@ int Bridge::Run() {
     }
     HANDLE ending = JoinSystem();
     Search();
-    m_pipes.Write(WrittenBridgeLine({0, BridgeVerb::kReady, {}, {}}));
+    GiveSign();
     const HANDLE waited[] = {m_pipes.Input(), ending};
     while (!m_pipes.Ended()) {
         const DWORD since = GetTickCount() - m_lastSearch;
@@ -73,6 +77,9 @@ int Bridge::Run() {
         ServeMessages();
         if (GetTickCount() - m_lastSearch >= kSearchInterval) {
             Search();
+        }
+        if (GetTickCount() - m_lastSign >= kSignInterval) {
+            GiveSign();
         }
         if (ending == nullptr && GetTickCount() - m_lastTool > kLongestIdle) {
             break;
@@ -95,6 +102,11 @@ void Bridge::Search() {
     if (!m_tools.Empty()) {
         m_lastTool = m_lastSearch;
     }
+}
+
+void Bridge::GiveSign() {
+    m_pipes.Write(WrittenBridgeLine({0, BridgeVerb::kReady, {}, {}}));
+    m_lastSign = GetTickCount();
 }
 
 void Bridge::TakeLines() {

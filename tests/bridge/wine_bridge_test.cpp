@@ -216,6 +216,24 @@ TEST_F(WineBridge, ToolThatHangs_HoldsUpNoOtherAndAnswersWhenItIsBack) {
     EXPECT_THAT(client->Results(), ElementsAre(1, 0));
 }
 
+TEST_F(WineBridge, HalfThatHangs_IsEndedAndStartedAnew) {
+    const std::string program = "spellwick-bridge.exe";
+    auto client = StartAll();
+    ASSERT_TRUE(client);
+    const pid_t half = prefix->ProcessOf(program);
+    ASSERT_GT(half, 0);
+    EXPECT_FALSE(client->WaitGone(12s)) << "no message is no sign of hanging";
+    ASSERT_EQ(prefix->ProcessOf(program), half);
+    ASSERT_EQ(kill(half, SIGSTOP), 0);
+    EXPECT_TRUE(client->WaitGone(20s));
+    // After a pause.
+    ASSERT_TRUE(WaitUntil([&] { return SocketClient::CountSockets(Folder()) == 1; }, 40s));
+    EXPECT_NE(prefix->ProcessOf(program), half);
+    auto next = Find();
+    ASSERT_TRUE(next);
+    EXPECT_EQ(next->Ask(kRegister), 1);
+}
+
 TEST_F(WineBridge, ToolThatDies_IsGoneAndItsSuccessorIsThere) {
     auto client = StartAll();
     ASSERT_TRUE(client);

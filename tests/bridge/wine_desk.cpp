@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
+#include <vector>
 
+#include "tests/support/file_bytes.h"
 #include "tests/support/x_session.h"
 
 namespace spellwick::testing_support {
@@ -18,10 +18,25 @@ namespace fs = std::filesystem;
 constexpr const char* kWine = "/usr/lib/wine/wine64";
 constexpr const char* kWineServer = "/usr/lib/wine/wineserver";
 
-std::string ReadFile(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
+// Their folders in /proc.
+std::vector<fs::path> ProcessesIn(const fs::path& prefix) {
+    std::vector<fs::path> processes;
+    std::error_code trouble;
+    for (const fs::directory_entry& process : fs::directory_iterator("/proc", trouble)) {
+        const std::string variables = BytesOf(process.path() / "environ");
+        if (variables.find("WINEPREFIX=" + prefix.string()) != std::string::npos) {
+            processes.push_back(process.path());
+        }
+    }
+    return processes;
+}
+
+// Each word with a blank behind it. Wine leaves more room behind the last than it takes.
+std::string Command(const fs::path& process) {
+    std::string command = BytesOf(process / "cmdline");
+    command.resize(command.find_last_not_of('\0') + 2);
+    std::ranges::replace(command, '\0', ' ');
+    return command;
 }
 
 fs::path Programs() {
@@ -78,21 +93,24 @@ std::unique_ptr<ChildProcess> WinePrefixFolder::StartBridge(const Environment& s
 std::string WinePrefixFolder::Threads() const {
     std::string lines;
     std::error_code trouble;
-    for (const fs::directory_entry& process : fs::directory_iterator("/proc", trouble)) {
-        const std::string variables = ReadFile(process.path() / "environ");
-        if (variables.find("WINEPREFIX=" + m_path.string()) == std::string::npos) {
-            continue;
-        }
-        std::string command = ReadFile(process.path() / "cmdline");
-        std::ranges::replace(command, '\0', ' ');
+    for (const fs::path& process : ProcessesIn(m_path)) {
         for (const fs::directory_entry& thread :
-             fs::directory_iterator(process.path() / "task", trouble)) {
-            lines += process.path().filename().string() + ' ' + command + "thread " +
-                     thread.path().filename().string() + ": " + ReadFile(thread.path() / "wchan") +
-                     ' ' + ReadFile(thread.path() / "syscall");
+             fs::directory_iterator(process / "task", trouble)) {
+            lines += process.filename().string() + ' ' + Command(process) + "thread " +
+                     thread.path().filename().string() + ": " + BytesOf(thread.path() / "wchan") +
+                     ' ' + BytesOf(thread.path() / "syscall");
         }
     }
     return lines;
+}
+
+pid_t WinePrefixFolder::ProcessOf(const std::string& program) const {
+    for (const fs::path& process : ProcessesIn(m_path)) {
+        if (Command(process).ends_with(program + ' ')) {
+            return std::stoi(process.filename().string());
+        }
+    }
+    return 0;
 }
 
 void WinePrefixFolder::ShutDown() const {

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include <sys/types.h>
+
 #include "tests/support/child_process.h"
 
 namespace spellwick::testing_support {
@@ -40,6 +42,8 @@ class WinePrefixFolder {
     void ShutDown() const;
     // A line for each thread that runs in it, and what it waits for.
     std::string Threads() const;
+    // A process in it whose command line ends with this; 0 if there is none.
+    pid_t ProcessOf(const std::string& program) const;
 
   private:
     std::filesystem::path m_path;
