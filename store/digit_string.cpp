@@ -18,10 +18,6 @@ constexpr std::size_t PlaceOf(i32 reagent) {
     return static_cast<std::size_t>(reagent - 1);
 }
 
-constexpr bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 }  // namespace
 
 // ODDITY(one-digit-tithes): a tithing cost of 1 to 9 is read back ten times as large, since its

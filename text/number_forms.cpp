@@ -14,9 +14,6 @@ namespace spellwick {
 
 namespace {
 
-constexpr bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 constexpr bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }

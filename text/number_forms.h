@@ -9,6 +9,11 @@
 
 namespace spellwick {
 
+// 0 to 9.
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // The number at the start of a text: blanks, a sign, digits with a decimal point, an exponent.
 // 0 for an empty text or one without such a prefix.
 double NumericPrefix(std::string_view text);
