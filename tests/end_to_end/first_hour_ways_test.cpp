@@ -239,6 +239,8 @@ TEST_F(FirstHourWays, Tooltip_LetsAClickThroughToTheSpellBelow) {
         }
         return tooltip != 0;
     }));
+    // It is on the screen a moment before it lets clicks through; no hand is so quick.
+    m_desk->RestingPicture(tooltip);
     Picture("tooltip");
     const Area tip = m_desk->AreaOf(tooltip);
     const Area window = m_desk->AreaOf(Window());
