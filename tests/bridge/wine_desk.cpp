@@ -61,6 +61,10 @@ WinePrefixFolder::WinePrefixFolder() {
     std::string name = (fs::temp_directory_path() / "spellwick-prefix-XXXXXX").string();
     if (mkdtemp(name.data()) != nullptr) {
         m_path = name;
+        // What fails here fails in the first test.
+        const Environment variables = Variables({{"DISPLAY", ""}});
+        RunToEnd({SPELLWICK_UNDER_WINE, "wineboot", "-i"}, variables, 2min);
+        RunToEnd({kWineServer, "-w"}, variables, 2min);
     }
 }
 

@@ -26,6 +26,8 @@ class WinePrefixFolder {
     // The sentence for GTEST_SKIP if something is not installed, else empty.
     static std::string WhatIsMissing();
 
+    // Lets Wine fill it, which takes three seconds, or a minute where the disk is slow: else the
+    // first tool waits for that.
     WinePrefixFolder();
     WinePrefixFolder(const WinePrefixFolder&) = delete;
     WinePrefixFolder& operator=(const WinePrefixFolder&) = delete;
