@@ -21,8 +21,13 @@ class JournalFile {
     // Puts other content in place of the old, whole or not at all; false when it could not.
     [[nodiscard]] virtual bool Replace(std::string_view bytes) = 0;
 
-    // Waits until what was appended is on the disk; false when the system does not say so.
+    // Waits until what was appended is on the disk; false when the system does not say so. Another
+    // thread may append meanwhile.
     [[nodiscard]] virtual bool Sync() = 0;
+
+    // Has what was appended brought onto the disk, in the background where the file can do that.
+    // False as long as it is not known of all; it is to be called again then.
+    [[nodiscard]] virtual bool SyncByAndBy() { return Sync(); }
 };
 
 }  // namespace spellwick

@@ -95,7 +95,8 @@ void Journal::Note(SettingChanges player) {
         Write(lines);
     }
     if (m_unsynced && ++m_notesSinceSync >= kNotesUntilSync) {
-        Sync();
+        m_notesSinceSync = 0;
+        m_unsynced = !m_file->SyncByAndBy();
     }
 }
 

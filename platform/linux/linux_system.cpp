@@ -10,6 +10,7 @@
 #include <sched.h>
 #include <unistd.h>
 
+#include "platform/background_journal_file.h"
 #include "platform/linux/assist_folder.h"
 #include "platform/linux/bridge_process.h"
 #include "platform/linux/end_requests.h"
@@ -107,7 +108,8 @@ void OpenSettings(System& system, const std::optional<std::filesystem::path>& fo
     OpenedStore opened = OpenSettingsStore(folder, std::chrono::system_clock::now());
     system.store = std::move(opened.store);
     if (opened.lasts) {
-        system.journal = std::make_unique<PosixJournalFile>(*folder / "journal");
+        system.journal = std::make_unique<BackgroundJournalFile>(
+            std::make_unique<PosixJournalFile>(*folder / "journal"));
         system.storePlace = (*folder / "settings.db").string();
     }
     system.files = std::make_unique<SqliteSettingsFile>(folder ? *folder / "settings.db"

@@ -76,13 +76,15 @@ std::string PosixJournalFile::Read() {
 }
 
 bool PosixJournalFile::Append(std::string_view bytes) {
-    const bool isNew = m_size == 0;
+    if (m_size == 0) {
+        m_newName = true;
+    }
     const FileDescriptor file = Open(m_file, O_WRONLY | O_APPEND | O_CREAT);
     if (RegularSize(file.Number()) != m_size || !WriteAll(file.Number(), bytes)) {
         return false;
     }
     m_size += bytes.size();
-    return !isNew || SyncFolder(m_file);
+    return true;
 }
 
 bool PosixJournalFile::Replace(std::string_view bytes) {
@@ -114,8 +116,15 @@ bool PosixJournalFile::Replace(std::string_view bytes) {
 }
 
 bool PosixJournalFile::Sync() {
+    const bool newName = m_newName.exchange(false);
     const FileDescriptor file = Open(m_file, O_WRONLY);
-    return file.Number() >= 0 && fdatasync(file.Number()) == 0;
+    if (file.Number() >= 0 && fdatasync(file.Number()) == 0 && (!newName || SyncFolder(m_file))) {
+        return true;
+    }
+    if (newName) {
+        m_newName = true;
+    }
+    return false;
 }
 
 }  // namespace spellwick

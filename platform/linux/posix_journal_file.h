@@ -1,6 +1,7 @@
 // The recovery journal's file.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 
 #include "platform/journal_file.h"
@@ -22,6 +23,7 @@ class PosixJournalFile final : public JournalFile {
   private:
     std::filesystem::path m_file;
     std::size_t m_size = 0;
+    std::atomic<bool> m_newName = false;  // the folder may not be on the disk with it
 };
 
 }  // namespace spellwick

@@ -13,6 +13,9 @@ constexpr std::size_t kLongestRead = std::size_t{64} * 1024 * 1024;
 
 constexpr DWORD kPatience = 1000;  // milliseconds, for a file that somebody else has open
 
+// For a sync and an append at the same time: each writes, and must not keep the other out.
+constexpr DWORD kSyncToo = FILE_SHARE_READ | FILE_SHARE_WRITE;
+
 // An open file, closed with its owner.
 class File {
   public:
@@ -96,7 +99,7 @@ bool WindowsJournalFile::Append(std::string_view bytes) {
     if (m_size == 0) {
         MakeFolderOf(m_file);
     }
-    const File file(m_file, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES, OPEN_ALWAYS);
+    const File file(m_file, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES, OPEN_ALWAYS, kSyncToo);
     if (file.Size() != m_size || !file.Write(bytes)) {
         return false;
     }
@@ -133,7 +136,7 @@ bool WindowsJournalFile::Replace(std::string_view bytes) {
 }
 
 bool WindowsJournalFile::Sync() {
-    const File file(m_file, GENERIC_WRITE, OPEN_EXISTING);
+    const File file(m_file, GENERIC_WRITE, OPEN_EXISTING, kSyncToo);
     return file.Opened() && file.Flush();
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/background_journal_file.h"
 #include "platform/system.h"
 #include "platform/windows/folder_name.h"
 #include "platform/windows/mutex_owner.h"
@@ -65,7 +66,8 @@ System Open(const Options& options) {
     system.storePlace = "HKEY_CURRENT_USER\\" + Utf8FromWide(key);
     system.licences = LinesOf(LicencesOnWindows());
     if (folder) {
-        system.journal = std::make_unique<WindowsJournalFile>(*folder / L"journal");
+        system.journal = std::make_unique<BackgroundJournalFile>(
+            std::make_unique<WindowsJournalFile>(*folder / L"journal"));
     }
     system.folder = folder;
     system.assist = std::make_unique<WindowAssistTransport>();

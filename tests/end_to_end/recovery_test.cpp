@@ -195,6 +195,25 @@ TEST_F(Recovery, NoteUnderLoad_IsInTheJournalWithinASecond) {
     EXPECT_EQ(Silk(), 11);
 }
 
+TEST_F(Recovery, DiskThatTakesSecondsForASync_HoldsNoClickUp) {
+    PrepareMira();
+    setenv("LD_PRELOAD", SLOW_DISK, 1);
+    StartSpellwick();
+    unsetenv("LD_PRELOAD");
+    Credit(kHeal);
+    const std::filesystem::path begun = JournalFile().string() + ".synced";
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(begun); }, 10s));
+    const std::uintmax_t before = JournalSize();
+    m_desk->Hold(XKB_KEY_Control_L, true);
+    ClickSpell(kHeal);
+    m_desk->Hold(XKB_KEY_Control_L, false);
+    EXPECT_TRUE(WaitUntil([&] { return JournalSize() > before; }, 2s));
+    Spellwick().Signal(SIGKILL);
+    ASSERT_TRUE(Spellwick().WaitForEnd(10s));
+    StartSpellwick();
+    EXPECT_EQ(Silk(), 12);
+}
+
 TEST_F(Recovery, EndSignalThatCannotSave_EndsWithin5SecondsAndKeepsTheJournal) {
     PrepareMira();
     StartSpellwick();

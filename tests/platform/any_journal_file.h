@@ -3,10 +3,12 @@
 //     INSTANTIATE_TYPED_TEST_SUITE_P(Posix, AnyJournalFile, PosixJournalFile);
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -41,6 +43,25 @@ TYPED_TEST_P(AnyJournalFile, AppendedBytes_AreReadByTheNextRun) {
     EXPECT_EQ(next.Read(), std::string("one\nt\0o\n", 8));
     ASSERT_TRUE(next.Append("three\n"));
     EXPECT_EQ(this->Content(), std::string("one\nt\0o\nthree\n", 14));
+}
+
+TYPED_TEST_P(AnyJournalFile, SyncedInAnotherThread_TakesEveryAppendMeanwhile) {
+    ASSERT_TRUE(this->m_file.Append("-"));
+    std::atomic<bool> over = false;
+    int syncs = 0;
+    std::thread syncing([&] {
+        while (!over || syncs == 0) {
+            EXPECT_TRUE(this->m_file.Sync());
+            ++syncs;
+        }
+    });
+    constexpr int kAppends = 300;
+    for (int i = 0; i < kAppends; ++i) {
+        EXPECT_TRUE(this->m_file.Append("."));
+    }
+    over = true;
+    syncing.join();
+    EXPECT_EQ(this->Content(), "-" + std::string(kAppends, '.'));
 }
 
 TYPED_TEST_P(AnyJournalFile, Replaced_HoldsTheNewBytesAndLeavesNothingBeside) {
@@ -78,6 +99,7 @@ TYPED_TEST_P(AnyJournalFile, FolderOfThatName_TakesNothing) {
 
 REGISTER_TYPED_TEST_SUITE_P(AnyJournalFile, NoFile_ReadsAsEmptyAndIsNotMade,
                             AppendedBytes_AreReadByTheNextRun,
+                            SyncedInAnotherThread_TakesEveryAppendMeanwhile,
                             Replaced_HoldsTheNewBytesAndLeavesNothingBeside,
                             FileThatSomebodyElseChanged_TakesNoAppend,
                             FolderOfThatName_TakesNothing);

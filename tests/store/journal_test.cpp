@@ -103,6 +103,43 @@ TEST_F(JournalTest, ChangedFile_IsSyncedWithinFiveSecondsAndNoMoreAtRest) {
     EXPECT_EQ(m_file.syncs, 1);
 }
 
+// Syncs in the background, and is done when the test says so.
+class UnhurriedJournalFile : public MemoryJournalFile {
+  public:
+    bool SyncByAndBy() override {
+        ++asked;
+        return done;
+    }
+
+    bool done = false;
+    int asked = 0;
+};
+
+TEST_F(JournalTest, FileThatSyncsInTheBackground_IsAskedUntilItIsDoneAndWaitedForAtTheEnd) {
+    UnhurriedJournalFile file;
+    Journal journal(&file, m_clock);
+    journal.Begin(PlayerChanges(m_state, kMira));
+    Count(49);
+    const auto note = [&](int notes) {
+        for (int i = 0; i < notes; ++i) {
+            journal.Note(PlayerChanges(m_state, kMira));
+        }
+    };
+    note(9);
+    EXPECT_EQ(file.asked, 1);
+    note(80);
+    EXPECT_EQ(file.asked, 11) << "every four seconds";
+    EXPECT_EQ(file.syncs, 0);
+    journal.Sync();
+    EXPECT_EQ(file.syncs, 1);
+    note(80);
+    EXPECT_EQ(file.asked, 11) << "all is on the disk";
+    Count(48);
+    file.done = true;
+    note(80);
+    EXPECT_EQ(file.asked, 12);
+}
+
 TEST_F(JournalTest, SaveThatWorked_EmptiesTheFileAndBeginsAnew) {
     Begin(kMira);
     Count(49);

@@ -34,6 +34,16 @@ TEST_F(WindowsJournalFileTest, FileThatAnotherProgramHasOpen_IsReadAllTheSame) {
     later.join();
 }
 
+TEST_F(WindowsJournalFileTest, SyncUnderWay_KeepsNoAppendOut) {
+    ASSERT_TRUE(m_file.Append("one\n"));
+    HANDLE sync = CreateFileW(m_name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(sync, INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(m_file.Append("two\n"));
+    CloseHandle(sync);
+    EXPECT_EQ(Content(), "one\ntwo\n");
+}
+
 TEST_F(WindowsJournalFileTest, FolderThatIsNotThere_IsMadeByTheFirstAppend) {
     const std::filesystem::path name = m_folder.Path() / "none" / "journal";
     WindowsJournalFile file(name);
