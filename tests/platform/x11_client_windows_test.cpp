@@ -288,7 +288,9 @@ TEST_F(WithOpenbox, Foreground_ReturnsWhenTheManagerNamesTheWindow) {
 
 TEST_F(WithOpenbox, Foreground_MinimisedWindow_ComesBack) {
     const xcb_window_t one = session->MakeWindow("a", kClient, "one");
-    session->MakeWindow("b", "B", "two");
+    const xcb_window_t two = session->MakeWindow("b", "B", "two");
+    // The manager brings a new window to the front by itself, and may be late with it.
+    ASSERT_TRUE(WaitUntil([&] { return session->ActiveWindow() == two; }));
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
@@ -300,7 +302,14 @@ TEST_F(WithOpenbox, Foreground_MinimisedWindow_ComesBack) {
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    static_cast<const char*>(untyped));
     session->Sync();
-    EXPECT_TRUE(WaitUntil([&] { return !windows->SetFocus(one); }));
+    const auto isShown = [&] {
+        xcb_connection_t* x = session->Connection();
+        const auto attributes = OwnReply(
+            xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, one), nullptr));
+        return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    };
+    ASSERT_TRUE(WaitUntil([&] { return !isShown(); }));
+    EXPECT_FALSE(windows->SetFocus(one));
     EXPECT_EQ(windows->FindWindowByClass(kClient), one);
     EXPECT_TRUE(windows->SetForegroundWindow(one));
     EXPECT_EQ(session->ActiveWindow(), one);
