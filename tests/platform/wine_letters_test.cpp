@@ -16,6 +16,7 @@ using testing_support::WaitUntil;
 using testing_support::XSession;
 
 constexpr const char* kWine = "/usr/lib/wine/wine64";
+constexpr const char* kWineServer = "/usr/lib/wine/wineserver";
 constexpr const char* kFile = "letters.txt";
 
 class WindowTarget : public KeyTarget {
@@ -47,7 +48,8 @@ class WineLetters : public testing::Test {
         ASSERT_TRUE(session);
         variables = session->Variables();
         variables["WINEPREFIX"] = session->Folder() / "prefix";
-        ASSERT_EQ(RunToEnd({kUnderWine, "wineboot", "-i"}, variables, 120s).exitCode, 0);
+        const auto filled = RunToEnd({kUnderWine, "wineboot", "-i"}, variables, 120s);
+        ASSERT_EQ(filled.exitCode, 0) << filled.output;
         // The mark makes the editor keep the file in UTF-8.
         std::ofstream(session->Folder() / kFile) << "\xEF\xBB\xBF";
         editor = testing_support::ChildProcess::Start(
@@ -63,7 +65,10 @@ class WineLetters : public testing::Test {
 
     void TearDown() override {
         if (!variables.empty()) {
-            RunToEnd({"/usr/lib/wine/wineserver", "-k"}, variables);
+            RunToEnd({kWineServer, "-k"}, variables);
+            // Its name is the folder's inode: a server that is still ending would be taken for the
+            // one of the next prefix.
+            RunToEnd({kWineServer, "-w"}, variables);
         }
     }
 
