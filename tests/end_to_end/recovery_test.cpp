@@ -201,13 +201,16 @@ TEST_F(Recovery, DiskThatTakesSecondsForASync_HoldsNoClickUp) {
     StartSpellwick();
     unsetenv("LD_PRELOAD");
     Credit(kHeal);
-    const std::filesystem::path begun = JournalFile().string() + ".synced";
-    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(begun); }, 10s));
+    const auto isMarked = [this](const char* mark) {
+        return std::filesystem::exists(JournalFile().string() + mark);
+    };
+    ASSERT_TRUE(WaitUntil([&] { return isMarked(".begun"); }, 10s));
     const std::uintmax_t before = JournalSize();
     m_desk->Hold(XKB_KEY_Control_L, true);
     ClickSpell(kHeal);
     m_desk->Hold(XKB_KEY_Control_L, false);
     EXPECT_TRUE(WaitUntil([&] { return JournalSize() > before; }, 2s));
+    EXPECT_TRUE(WaitUntil([&] { return isMarked(".folder"); }, 10s)) << "the name is new in it";
     Spellwick().Signal(SIGKILL);
     ASSERT_TRUE(Spellwick().WaitForEnd(10s));
     StartSpellwick();

@@ -66,8 +66,8 @@ class WineLetters : public testing::Test {
     void TearDown() override {
         if (!variables.empty()) {
             RunToEnd({kWineServer, "-k"}, variables);
-            // Its name is the folder's inode: a server that is still ending would be taken for the
-            // one of the next prefix.
+            // Wine names a server after its prefix's inode, which the next prefix may get: it would
+            // take one that is still ending for its own.
             RunToEnd({kWineServer, "-w"}, variables);
         }
     }
