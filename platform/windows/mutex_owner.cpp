@@ -45,7 +45,8 @@ Ownership OwnByMutex(const std::wstring& folder) {
     // "Local": the users of one computer do not meet.
     const HANDLE mutex = CreateMutexW(nullptr, TRUE, (L"Local\\" + name).c_str());
     if (mutex == nullptr) {
-        return {};
+        // One that runs as administrator keeps its mutex from one that does not.
+        return {.another = GetLastError() == ERROR_ACCESS_DENIED, .owner = nullptr};
     }
     if (GetLastError() == ERROR_ALREADY_EXISTS) {
         CloseHandle(mutex);

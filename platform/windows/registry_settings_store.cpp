@@ -151,18 +151,27 @@ LONG RegistrySettingsStore::Change(Opened& opened, const SettingChange& change) 
     if (name.empty()) {
         return ERROR_INVALID_NAME;
     }
-    opened.before.emplace_back(name, opened.key.ReadText(name));
-    if (change.value) {
-        // A value keeps the spelling that it was created with. One that was made by hand in another
-        // case would never be read again.
-        if (!opened.names.contains(name)) {
-            opened.key.RemoveValue(name);
-            opened.names.insert(name);
+    std::optional<std::wstring> before = opened.key.ReadText(name);
+    if (!change.value) {
+        const LONG error = opened.key.RemoveValue(name);
+        if (error == ERROR_FILE_NOT_FOUND) {
+            return ERROR_SUCCESS;
         }
-        return opened.key.WriteText(name, WideFromUtf8(*change.value));
+        opened.before.emplace_back(name, std::move(before));
+        return error;
     }
-    const LONG error = opened.key.RemoveValue(name);
-    return error == ERROR_FILE_NOT_FOUND ? LONG{ERROR_SUCCESS} : error;
+    const std::wstring text = WideFromUtf8(*change.value);
+    if (before == text && opened.names.contains(name)) {
+        return ERROR_SUCCESS;
+    }
+    opened.before.emplace_back(name, std::move(before));
+    // A value keeps the spelling that it was created with. One that was made by hand in another
+    // case would never be read again.
+    if (!opened.names.contains(name)) {
+        opened.key.RemoveValue(name);
+        opened.names.insert(name);
+    }
+    return opened.key.WriteText(name, text);
 }
 
 void RegistrySettingsStore::TakeBack(const RegistryKey& root, Batch& batch) {
@@ -196,6 +205,14 @@ void RegistrySettingsStore::DropEmpty(const RegistryKey& root, Batch& batch) {
     }
 }
 
+// Left to itself, the system may keep the registry in memory for minutes, and what a save has taken
+// leaves the journal at once.
+LONG RegistrySettingsStore::FlushIfChanged(const RegistryKey& root, const Batch& batch) const {
+    const bool changed = std::ranges::any_of(
+        batch, [](const auto& section) { return !section.second.before.empty(); });
+    return changed ? m_flush(root.Get()) : LONG{ERROR_SUCCESS};
+}
+
 StoreResult RegistrySettingsStore::Apply(const std::vector<SettingChange>& changes) {
     LONG error = ERROR_SUCCESS;
     const RegistryKey root =
@@ -211,6 +228,9 @@ StoreResult RegistrySettingsStore::Apply(const std::vector<SettingChange>& chang
         if (error == ERROR_SUCCESS) {
             error = Change(opened->second, change);
         }
+    }
+    if (error == ERROR_SUCCESS) {
+        error = FlushIfChanged(root, batch);
     }
     if (error != ERROR_SUCCESS) {
         TakeBack(root, batch);

@@ -2,10 +2,12 @@
 // value for each key. Names of values are not case-sensitive; names of sections are.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/settings_store.h"
@@ -17,14 +19,18 @@ inline constexpr const wchar_t* kSettingsKey = L"Software\\Spellwick";
 
 class RegistrySettingsStore final : public SettingsStore {
   public:
+    // Brings what was written below a key onto the disk; gives ERROR_SUCCESS or the system's error.
+    using Flush = std::function<LONG(HKEY)>;
+
     // A store under this key of HKEY_CURRENT_USER, which need not exist. Every call reads the
     // current registry.
-    explicit RegistrySettingsStore(std::wstring root = kSettingsKey) : m_root(std::move(root)) {}
+    explicit RegistrySettingsStore(std::wstring root = kSettingsKey, Flush flush = RegFlushKey)
+        : m_root(std::move(root)), m_flush(std::move(flush)) {}
 
     std::optional<std::string> Read(std::string_view section, std::string_view key) const override;
     SectionValues ReadSection(std::string_view section) const override;
-    // After a failure, what was already written is restored. If the process is killed meanwhile,
-    // each value is either old or new.
+    // On the disk when it returns, as a file's transaction is. After a failure, what was already
+    // written is restored. If the process is killed meanwhile, each value is either old or new.
     StoreResult Apply(const std::vector<SettingChange>& changes) override;
     StoreResult RemoveSection(std::string_view section) override;
     std::vector<std::string> Sections() const override;
@@ -38,6 +44,7 @@ class RegistrySettingsStore final : public SettingsStore {
         bool isNew = false;
         RegistryKey key;
         std::set<std::wstring> names;  // its values before
+        // What was changed, in this order.
         std::vector<std::pair<std::wstring, std::optional<std::wstring>>> before;
     };
     using Batch = std::map<std::string, Opened, std::less<>>;
@@ -51,8 +58,10 @@ class RegistrySettingsStore final : public SettingsStore {
     static LONG Change(Opened& opened, const SettingChange& change);
     static void TakeBack(const RegistryKey& root, Batch& batch);
     static void DropEmpty(const RegistryKey& root, Batch& batch);
+    LONG FlushIfChanged(const RegistryKey& root, const Batch& batch) const;
 
     std::wstring m_root;
+    Flush m_flush;
 };
 
 }  // namespace spellwick

@@ -110,8 +110,9 @@ bool WindowsJournalFile::Append(std::string_view bytes) {
 bool WindowsJournalFile::Replace(std::string_view bytes) {
     if (bytes.empty()) {
         const File file(m_file, GENERIC_WRITE, TRUNCATE_EXISTING);
-        if (!file.Opened() && GetLastError() != ERROR_FILE_NOT_FOUND &&
-            GetLastError() != ERROR_PATH_NOT_FOUND) {
+        const bool gone = !file.Opened() && (GetLastError() == ERROR_FILE_NOT_FOUND ||
+                                             GetLastError() == ERROR_PATH_NOT_FOUND);
+        if (!gone && (!file.Opened() || !file.Flush())) {
             return false;
         }
         m_size = 0;

@@ -24,6 +24,24 @@ TEST(MutexOwner, FolderThatHasAnOwner_IsRefusedUntilItIsGone) {
     EXPECT_FALSE(OwnByMutex(kFolder).another);
 }
 
+// As of a program that runs as administrator, for one that does not.
+TEST(MutexOwner, MutexThatMayNotBeOpened_IsAnOwner) {
+    SECURITY_DESCRIPTOR nobody{};
+    ASSERT_TRUE(InitializeSecurityDescriptor(&nobody, SECURITY_DESCRIPTOR_REVISION));
+    ACL empty{};
+    ASSERT_TRUE(InitializeAcl(&empty, sizeof empty, ACL_REVISION));
+    ASSERT_TRUE(SetSecurityDescriptorDacl(&nobody, TRUE, &empty, FALSE));
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, &nobody, FALSE};
+    const std::wstring name = L"Local\\Spellwick-" + FolderName(kFolder);
+    const HANDLE mutex = CreateMutexW(&attributes, TRUE, name.c_str());
+    ASSERT_NE(mutex, nullptr);
+    const Ownership refused = OwnByMutex(kFolder);
+    EXPECT_TRUE(refused.another);
+    EXPECT_EQ(refused.owner, nullptr);
+    CloseHandle(mutex);
+    EXPECT_FALSE(OwnByMutex(kFolder).another);
+}
+
 TEST(MutexOwner, WindowOfTheOwner_ComesToTheFront) {
     const Ownership first = OwnByMutex(kFolder);
     ASSERT_NE(first.owner, nullptr);

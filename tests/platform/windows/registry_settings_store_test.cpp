@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <fstream>
 #include <map>
 
@@ -342,6 +343,55 @@ TEST_F(RegistryStore, BatchThatFails_LeavesTheOldData) {
         EXPECT_EQ(m_store.ReadSection("Mira"), (SectionValues{{"a", "old"}, {"b", "old"}}));
         EXPECT_THAT(m_store.Sections(), ElementsAre("Mira"));
     }
+}
+
+TEST_F(RegistryStore, Changes_AreFlushedBehindTheLast) {
+    std::vector<SectionValues> flushed;
+    RegistrySettingsStore store(m_root, [&](HKEY) {
+        flushed.push_back(m_store.ReadSection("Mira"));
+        return LONG{ERROR_SUCCESS};
+    });
+    ASSERT_TRUE(store.Apply({{"Mira", "a", "1"}, {"Mira", "b", "2"}}).ok);
+    ASSERT_THAT(flushed, ElementsAre(SectionValues{{"a", "1"}, {"b", "2"}}));
+    ASSERT_TRUE(store.Apply({{"Mira", "a", std::nullopt}}).ok);
+    EXPECT_THAT(flushed, ElementsAre(testing::_, SectionValues{{"b", "2"}}));
+}
+
+// As each second while the game shows its login screen.
+TEST_F(RegistryStore, SaveOfTheSame_WritesNothing) {
+    int flushes = 0;
+    RegistrySettingsStore store(m_root, [&flushes](HKEY) {
+        ++flushes;
+        return LONG{ERROR_SUCCESS};
+    });
+    const auto lastWrite = [this] {
+        FILETIME time{};
+        RegQueryInfoKeyW(RegistryKey::Open(HKEY_CURRENT_USER, m_root + L"\\Mira", KEY_READ).Get(),
+                         nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, nullptr, &time);
+        return (std::uint64_t{time.dwHighDateTime} << 32U) + time.dwLowDateTime;
+    };
+    const std::vector<SettingChange> changes{{"Mira", "a", "1"}, {"Mira", "b", std::nullopt}};
+    ASSERT_TRUE(store.Apply(changes).ok);
+    const std::uint64_t before = lastWrite();
+    ASSERT_NE(before, 0U);
+    Sleep(50);
+    ASSERT_TRUE(store.Apply(changes).ok);
+    EXPECT_EQ(lastWrite(), before);
+    EXPECT_EQ(flushes, 1);
+    ASSERT_TRUE(store.Apply({{"Mira", "a", "2"}}).ok);
+    EXPECT_GT(lastWrite(), before);
+    EXPECT_EQ(flushes, 2);
+}
+
+TEST_F(RegistryStore, FlushThatFails_IsAFailedSaveAndLeavesTheOldData) {
+    ASSERT_TRUE(m_store.Apply({{"Mira", "a", "old"}}).ok);
+    RegistrySettingsStore store(m_root, [](HKEY) { return LONG{ERROR_REGISTRY_IO_FAILED}; });
+    const StoreResult result = store.Apply({{"Mira", "a", "new"}, {"Dorn", "a", "new"}});
+    EXPECT_FALSE(result.ok);
+    EXPECT_THAT(result.trouble, HasSubstr("registry"));
+    EXPECT_EQ(m_store.ReadSection("Mira"), (SectionValues{{"a", "old"}}));
+    EXPECT_THAT(m_store.Sections(), ElementsAre("Mira"));
 }
 
 TEST_F(RegistryStore, KeysOfSubkeys_AreNoSections) {
