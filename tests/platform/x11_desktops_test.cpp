@@ -20,6 +20,7 @@ TEST_P(OnAnotherDesktop, Foreground_GoesThere) {
     const xcb_window_t client = session->MakeWindow("a", "Ultima Online", "one");
     const xcb_window_t ours = session->MakeWindow("b", "Ours", "two");
     ASSERT_TRUE(windows->SetForegroundWindow(ours));
+    ASSERT_TRUE(windows->SetFocus(ours));
     for (const std::uint32_t desktop : {1U, 2U, 1U}) {
         SCOPED_TRACE(desktop);
         ASSERT_TRUE(session->PutOnDesktop(client, desktop));
@@ -34,16 +35,22 @@ TEST_P(OnAnotherDesktop, Foreground_GoesThere) {
         // And back.
         EXPECT_TRUE(windows->SetForegroundWindow(ours));
         EXPECT_EQ(session->CurrentDesktop(), 0U);
+        EXPECT_TRUE(windows->SetFocus(ours));
         EXPECT_TRUE(windows->HasKeyboard(ours));
     }
 }
 
 TEST_P(OnAnotherDesktop, Foreground_OfAWindowOnAllDesktops_StaysHere) {
     const xcb_window_t client = session->MakeWindow("a", "Ultima Online", "one");
-    session->MakeWindow("b", "Ours", "two");
+    const xcb_window_t ours = session->MakeWindow("b", "Ours", "two");
+    // Else the manager may give the new window the keyboard later than the client.
+    ASSERT_TRUE(windows->SetForegroundWindow(ours));
+    ASSERT_TRUE(windows->SetFocus(ours));
     ASSERT_TRUE(session->PutOnDesktop(client, kAllDesktops));
     EXPECT_TRUE(windows->SetForegroundWindow(client));
     EXPECT_EQ(session->CurrentDesktop(), 0U);
+    // Metacity names the window before it has the keyboard.
+    EXPECT_TRUE(windows->SetFocus(client));
     EXPECT_TRUE(windows->HasKeyboard(client));
 }
 
