@@ -26,6 +26,14 @@ if(WIN32)
     # symbols of what is delivered, because strip would put the time back.
     add_link_options(-Wl,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
     add_compile_definitions(UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0A00)
+    if(SPELLWICK_LINK_BY)
+        enable_language(C)  # here, or each folder that enables it would set its own rule
+        # The two compilers give some inline functions sections of different sizes, of which the linker would tell.
+        foreach(language C CXX)
+            string(CONCAT CMAKE_${language}_LINK_EXECUTABLE "${SPELLWICK_LINK_BY} <CMAKE_${language}_LINK_FLAGS> "
+                "<LINK_FLAGS> <OBJECTS> -o <TARGET> <LINK_LIBRARIES> -Wl,--no-warnings")
+        endforeach()
+    endif()
 endif()
 
 add_library(spellwick_options INTERFACE)
