@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <fstream>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "platform/linux/file_descriptor.h"
 
 namespace spellwick::bridge {
 
@@ -52,6 +56,28 @@ bool IsAboutAServer(const std::vector<std::string>& command) {
            });
 }
 
+// While a wineserver starts, there are more of them: the one that forks the server waits for it,
+// and one that came second ends again. The server is the one that holds the lock in its folder.
+// Where locks cannot be read, each counts.
+bool HoldsItsLock(const fs::path& process, pid_t number) {
+    const fs::path folder = process / "cwd";
+    const FileDescriptor file(open((folder / "lock").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file) {
+        // The server makes the file before it serves, and the folder may be removed later.
+        struct stat facts {};
+        return errno != ENOENT || stat(folder.c_str(), &facts) != 0 || facts.st_nlink == 0;
+    }
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_len = 1;
+    if (fcntl(file.Number(), F_GETLK, &lock) != 0) {
+        return true;
+    }
+    // A holder in another namespace has no number here.
+    return lock.l_type != F_UNLCK && (lock.l_pid <= 0 || lock.l_pid == number);
+}
+
 std::optional<WineServer> ReadServer(const fs::path& processes, const std::string& number) {
     WineServer server;
     const auto [end, error] =
@@ -73,7 +99,7 @@ std::optional<WineServer> ReadServer(const fs::path& processes, const std::strin
     if (!folder.starts_with(kFolder)) {
         return std::nullopt;
     }
-    if (IsAboutAServer(ReadTexts(process / "cmdline"))) {
+    if (IsAboutAServer(ReadTexts(process / "cmdline")) || !HoldsItsLock(process, server.process)) {
         return std::nullopt;
     }
     server.name = folder.substr(kFolder.size());

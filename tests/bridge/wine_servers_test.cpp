@@ -1,11 +1,16 @@
 // Running wineservers, in a made-up folder of processes.
 #include "bridge/wine_servers.h"
 
+#include <array>
+#include <csignal>
 #include <cstdio>
 #include <fstream>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "tests/support/temporary_folder.h"
 
@@ -16,6 +21,42 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
+
+// A process that holds a lock as a wineserver does.
+class ServerLockHolder {
+  public:
+    explicit ServerLockHolder(const fs::path& lockFile) {
+        std::array<int, 2> ready{};
+        EXPECT_EQ(pipe(ready.data()), 0);
+        m_process = fork();
+        if (m_process == 0) {
+            const int file = open(lockFile.c_str(), O_RDWR | O_CREAT, S_IRUSR | S_IWUSR);
+            struct flock lock {};
+            lock.l_type = F_WRLCK;
+            lock.l_whence = SEEK_SET;
+            lock.l_len = 1;
+            if (fcntl(file, F_SETLK, &lock) == 0 && write(ready[1], "", 1) == 1) {
+                pause();
+            }
+            _exit(1);
+        }
+        close(ready[1]);
+        char sign = 0;
+        EXPECT_EQ(read(ready[0], &sign, 1), 1) << "it has no lock";
+        close(ready[0]);
+    }
+    ServerLockHolder(const ServerLockHolder&) = delete;
+    ServerLockHolder& operator=(const ServerLockHolder&) = delete;
+    ~ServerLockHolder() {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+
+    pid_t Process() const { return m_process; }
+
+  private:
+    pid_t m_process = 0;
+};
 
 class WineServers : public testing::Test {
   protected:
@@ -107,6 +148,26 @@ TEST_F(WineServers, ProgramsThatEndAServerOrWaitForItsEnd_AreNone) {
     EXPECT_THAT(FindWineServers(m_processes),
                 ElementsAre(WineServer{1, name}, WineServer{2, name}, WineServer{3, name},
                             WineServer{4, name}));
+}
+
+TEST_F(WineServers, ServerThatStarts_CountsOnceItHoldsTheLock) {
+    const fs::path folder = m_folder.Path() / "server-801-1a";
+    fs::create_directories(folder);
+    const auto add = [&](pid_t number) {
+        AddProcess(number, "/opt/wine/bin/wineserver", folder.string());
+    };
+    add(1);
+    EXPECT_THAT(FindWineServers(m_processes), ElementsAre()) << "there is no lock yet";
+    std::optional<ServerLockHolder> holder;
+    holder.emplace(folder / "lock");
+    const pid_t number = holder->Process();
+    add(number);
+    add(number + 1);
+    EXPECT_THAT(FindWineServers(m_processes), ElementsAre(WineServer{number, "801-1a"}));
+    EXPECT_TRUE(IsRunning({number, "801-1a"}, m_processes));
+    EXPECT_FALSE(IsRunning({number + 1, "801-1a"}, m_processes));
+    holder.reset();
+    EXPECT_THAT(FindWineServers(m_processes), ElementsAre()) << "nobody holds it";
 }
 
 TEST_F(WineServers, Prefix_IsTheNamedOneWithTheServersEnvironmentAndItsOwnWine) {
