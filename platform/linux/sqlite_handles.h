@@ -19,8 +19,9 @@ struct FinalizeStatement {
 using SqliteDatabase = std::unique_ptr<sqlite3, CloseDatabase>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-// How long a statement waits for another program that has the file.
-inline constexpr int kBusyMilliseconds = 2000;
+// How long a statement waits for another program that has the file. An end by a signal saves twice,
+// and must be over within five seconds.
+inline constexpr int kBusyMilliseconds = 1500;
 
 // A result code without its extension: SQLITE_OK, SQLITE_BUSY, ...
 constexpr int PrimaryCode(int code) {
